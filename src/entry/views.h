@@ -1,0 +1,223 @@
+// Operand views: where element (i, j) of object k lies.
+//
+// A kernel is written over views and never computes an address itself. A view is a type with two
+// compile-time facts, so that a kernel can choose its path without a test at run time:
+//
+//   Spacing   how the elements of one object lie (adjacent in a row, any stride, one pointer each)
+//   Objects   how object k is found (the same for all k, a stride, a list)
+//
+// `view.at(k)` gives object k as a Grid, a Scatter or a constant; of that, `address(i, j)` gives an
+// element. A view of a transposed operand answers in the coordinates of the transpose, so that a
+// kernel sees logical rows and columns only.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+
+namespace korm {
+
+enum class Spacing {
+    rowAdjacent,     // elements of a logical row touch: the plain layout
+    columnAdjacent,  // elements of a logical column touch: a plain operand read as its transpose
+    strided,         // any row and element stride
+    scattered,       // a table with one pointer for each element position
+    constant,        // one value for all elements of an object
+};
+
+enum class Objects {
+    single,    // one object serves all k
+    stepped,   // object k lies k strides past object 0
+    listed,    // object k is given by entry k of a list
+};
+
+struct MatrixShape {
+    std::int32_t width;
+    std::int32_t height;
+};
+
+struct VectorShape {
+    std::int32_t length;
+};
+
+// The count of a form without an array operand: known when compiling, so that no loop over objects remains.
+inline constexpr std::integral_constant<std::int32_t, 1> oneObject{};
+
+// A vector has one row; its row stride is never used.
+inline constexpr std::ptrdiff_t noRows = 0;
+
+template <class T>
+using BytePointer = std::conditional_t<std::is_const_v<T>, const std::byte*, std::byte*>;
+
+// One object whose elements lie at fixed distances.
+template <class T, Spacing spacing>
+struct Grid {
+    BytePointer<T> origin;
+    std::ptrdiff_t rowStride;
+    std::ptrdiff_t elementStride;
+
+    // Only bytes are promised to be there: no alignment, so elements are read by load() of lanes.h.
+    BytePointer<T> address(std::ptrdiff_t i, std::ptrdiff_t j) const {
+        constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+        if constexpr (spacing == Spacing::rowAdjacent) return origin + i * rowStride + j * size;
+        else if constexpr (spacing == Spacing::columnAdjacent) return origin + i * size + j * elementStride;
+        else return origin + i * rowStride + j * elementStride;
+    }
+};
+
+// One object of the pointer layout.
+template <class T, bool transposed>
+struct Scatter {
+    T* const* table;
+    std::ptrdiff_t offset;
+    std::ptrdiff_t pitch;  // table entries in a stored row
+
+    BytePointer<T> address(std::ptrdiff_t i, std::ptrdiff_t j) const {
+        T* const entry = transposed ? table[j * pitch + i] : table[i * pitch + j];
+        return reinterpret_cast<BytePointer<T>>(entry) + offset;
+    }
+};
+
+// Standard and list layout, and single operands of either.
+template <class T, Objects objectsOf, Spacing spacingOf>
+struct GridView {
+    using Element = std::remove_const_t<T>;
+    static constexpr Objects objects = objectsOf;
+    static constexpr Spacing spacing = spacingOf;
+
+    union {
+        BytePointer<T> origin;
+        T* const* list;
+    };
+    std::ptrdiff_t objectStride;  // of a list: the offset behind every entry
+    std::ptrdiff_t rowStride;
+    std::ptrdiff_t elementStride;
+
+    Grid<T, spacing> at(std::ptrdiff_t k) const {
+        if constexpr (objects == Objects::single) return {origin, rowStride, elementStride};
+        else if constexpr (objects == Objects::stepped) return {origin + k * objectStride, rowStride, elementStride};
+        else return {reinterpret_cast<BytePointer<T>>(list[k]) + objectStride, rowStride, elementStride};
+    }
+};
+
+// Pointer layout: a table entry is a stream over the objects of an array.
+template <class T, Objects objectsOf, bool transposedOf>
+struct ScatterView {
+    using Element = std::remove_const_t<T>;
+    static constexpr Objects objects = objectsOf;
+    static constexpr Spacing spacing = Spacing::scattered;
+    static constexpr bool transposed = transposedOf;
+
+    T* const* table;
+    std::ptrdiff_t offset;
+    std::ptrdiff_t objectStride;
+    std::ptrdiff_t pitch;
+
+    Scatter<T, transposed> at(std::ptrdiff_t k) const {
+        if constexpr (objects == Objects::single) return {table, offset, pitch};
+        else return {table, offset + k * objectStride, pitch};
+    }
+};
+
+// One constant for all objects (single), or one for each.
+template <class T, Objects objectsOf>
+struct ConstantView {
+    using Element = T;
+    static constexpr Objects objects = objectsOf;
+    static constexpr Spacing spacing = Spacing::constant;
+
+    T value;  // Objects::single only; the others read through the pointers
+    union {
+        const std::byte* origin;
+        const T* const* list;
+    };
+    std::ptrdiff_t objectStride;  // of a list: the offset behind every entry
+
+    T at(std::ptrdiff_t k) const {
+        if constexpr (objects == Objects::single) return value;
+        T result;
+        if constexpr (objects == Objects::stepped)
+            __builtin_memcpy(&result, origin + k * objectStride, sizeof result);
+        else
+            __builtin_memcpy(&result, reinterpret_cast<const std::byte*>(list[k]) + objectStride, sizeof result);
+        return result;
+    }
+};
+
+// --- One maker for each make-up of an operand descriptor ---------------------------------------
+
+template <class T>
+auto plain(T* base, std::ptrdiff_t rowStride) {
+    return GridView<T, Objects::single, Spacing::rowAdjacent>{
+        {reinterpret_cast<BytePointer<T>>(base)}, 0, rowStride, sizeof(T)};
+}
+
+template <class T>
+auto plainArray(T* base, std::ptrdiff_t objectStride, std::ptrdiff_t rowStride) {
+    return GridView<T, Objects::stepped, Spacing::rowAdjacent>{
+        {reinterpret_cast<BytePointer<T>>(base)}, objectStride, rowStride, sizeof(T)};
+}
+
+template <class T>
+auto plainList(T* const* list, std::ptrdiff_t offset, std::ptrdiff_t rowStride) {
+    return GridView<T, Objects::listed, Spacing::rowAdjacent>{{.list = list}, offset, rowStride, sizeof(T)};
+}
+
+template <class T>
+auto strided(T* base, std::ptrdiff_t rowStride, std::ptrdiff_t elementStride) {
+    return GridView<T, Objects::single, Spacing::strided>{
+        {reinterpret_cast<BytePointer<T>>(base)}, 0, rowStride, elementStride};
+}
+
+template <class T>
+auto stridedArray(T* base, std::ptrdiff_t objectStride, std::ptrdiff_t rowStride, std::ptrdiff_t elementStride) {
+    return GridView<T, Objects::stepped, Spacing::strided>{
+        {reinterpret_cast<BytePointer<T>>(base)}, objectStride, rowStride, elementStride};
+}
+
+template <class T>
+auto stridedList(T* const* list, std::ptrdiff_t offset, std::ptrdiff_t rowStride, std::ptrdiff_t elementStride) {
+    return GridView<T, Objects::listed, Spacing::strided>{{.list = list}, offset, rowStride, elementStride};
+}
+
+template <class T>
+auto scattered(T* const* table, std::ptrdiff_t offset, std::ptrdiff_t pitch) {
+    return ScatterView<T, Objects::single, false>{table, offset, 0, pitch};
+}
+
+template <class T>
+auto scatteredArray(T* const* table, std::ptrdiff_t offset, std::ptrdiff_t objectStride, std::ptrdiff_t pitch) {
+    return ScatterView<T, Objects::stepped, false>{table, offset, objectStride, pitch};
+}
+
+template <class T>
+auto constant(T value) {
+    return ConstantView<T, Objects::single>{value, {nullptr}, 0};
+}
+
+template <class T>
+auto constantArray(const T* values, std::ptrdiff_t objectStride) {
+    return ConstantView<T, Objects::stepped>{T{}, {reinterpret_cast<const std::byte*>(values)}, objectStride};
+}
+
+template <class T>
+auto constantList(const T* const* list, std::ptrdiff_t offset) {
+    return ConstantView<T, Objects::listed>{T{}, {.list = list}, offset};
+}
+
+// The same storage, read as its transpose. Strides swap; adjacency turns from rows to columns.
+template <class T, Objects objects, Spacing spacing>
+auto transposed(GridView<T, objects, spacing> view) {
+    constexpr Spacing turned = spacing == Spacing::rowAdjacent ? Spacing::columnAdjacent : Spacing::strided;
+    GridView<T, objects, turned> result{{}, view.objectStride, view.elementStride, view.rowStride};
+    if constexpr (objects == Objects::listed) result.list = view.list;
+    else result.origin = view.origin;
+    return result;
+}
+
+template <class T, Objects objects>
+auto transposed(ScatterView<T, objects, false> view) {
+    return ScatterView<T, objects, true>{view.table, view.offset, view.objectStride, view.pitch};
+}
+
+}  // namespace korm

@@ -1,0 +1,87 @@
+"""formgen: from the tables of forms (src/*/forms.py) to header, export list, stubs and entry functions.
+
+usage: formgen sources          names of the generated source files
+       formgen generate FOLDER  write them there
+       formgen committed        rewrite include/korm.h and src/entry/exports.map
+       formgen check            fail where these two differ from the tables
+       formgen names            the exported names
+       formgen where NAME       an exported function's arguments, checks, limits and kernel
+"""
+
+from pathlib import Path
+import runpy
+import sys
+
+import emit
+import grammar
+import header
+import where
+
+ROOT = Path(__file__).resolve().parents[2]
+
+
+SUBSYSTEMS = ["entry", "arith"]  # in the order of the public header
+
+
+class Tables:
+    """The tables of all subsystems."""
+
+    def __init__(self):
+        modules = [runpy.run_path(str(ROOT / "src" / name / "forms.py")) for name in SUBSYSTEMS]
+        rows = [row for module in modules for row in module["FAMILIES"]]
+        self.groups = {name: about for module in modules for name, about in module["GROUPS"].items()}
+        self.queries = [row for row in rows if isinstance(row, grammar.Query)]
+        self.families = [row for row in rows if isinstance(row, grammar.Family)]
+        self.forms = [form for family in self.families for form in family.forms()]
+        self.exports = sorted(self.queries + self.forms, key=lambda form: form.name)
+
+
+def generated(tables):
+    """Name to text of everything that goes into the build folder."""
+    texts = {name: emit.source(forms) for name, forms in emit.sources(tables.families).items()}
+    texts["declarations.h"] = emit.declarations(tables.forms)
+    texts["stubs.S"] = emit.stubs(tables.exports)
+    return texts
+
+
+def committed(tables):
+    return {
+        ROOT / "include/korm.h": header.text(tables.families, tables.queries, tables.groups),
+        ROOT / "src/entry/exports.map": header.exports_map(tables.exports),
+    }
+
+
+def write(path, text):
+    """Leave a file alone that holds the text already, so that nothing is rebuilt for it."""
+    if not path.exists() or path.read_text() != text:
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text)
+
+
+def main(verb="", argument=""):
+    tables = Tables()
+    if verb == "sources":
+        print("\n".join(sorted(generated(tables))))
+    elif verb == "generate" and argument:
+        for name, text in generated(tables).items():
+            write(Path(argument) / name, text)
+    elif verb == "committed":
+        for path, text in committed(tables).items():
+            write(path, text)
+    elif verb == "check":
+        stale = [path for path, text in committed(tables).items() if not path.exists() or path.read_text() != text]
+        for path in stale:
+            print(f"formgen: {path.relative_to(ROOT)} differs from the tables; run 'python3 tools/formgen committed'")
+        return 1 if stale else 0
+    elif verb == "names":
+        print("\n".join(form.name for form in tables.exports))
+    elif verb == "where" and argument:
+        return where.show(argument, tables.exports, ROOT)
+    else:
+        print(__doc__, end="", file=sys.stderr)
+        return 2
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:3]))

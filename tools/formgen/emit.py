@@ -1,0 +1,271 @@
+"""The C++ and assembly text of forms: what a careful person would write by hand, 874 times."""
+
+from itertools import groupby
+import re
+
+from grammar import CHECKS
+
+NOTICE = "Written by tools/formgen from the tables of forms; edit those instead."
+WIDTH = 110
+
+SHAPES = {("width", "height"): "MatrixShape{{{}}}", ("length",): "VectorShape{{{}}}"}
+
+TESTS = {  # letter of a check to the function that makes it
+    "N": "anyNull",
+    "C": "anyBelowOne",
+    "S": "anyBelowOne",
+    "T": "anyBadStride<{scalar}>",
+    "O": "anyBadOffset<{scalar}>",
+}
+
+
+def wrapped(head, items, tail, indent=4):
+    """`head` + items + `tail`, broken into lines where it is too long for one."""
+    line = head + ", ".join(items) + tail
+    if len(line) <= WIDTH:
+        return line
+    pad = " " * (len(head) - len(head.lstrip()) + indent)
+    lines, current = [head], pad
+    for number, item in enumerate(items):
+        piece = item + (tail if number == len(items) - 1 else ", ")
+        if len(current) + len(piece.rstrip()) > WIDTH:
+            lines.append(current.rstrip())
+            current = pad
+        current += piece
+    return "\n".join(lines + [current])
+
+
+def returns_call(function, arguments, level):
+    return wrapped(f"{'    ' * level}return {function}(", arguments, ");")
+
+
+def c_declarations(form):
+    return [argument.declare() for argument in form.arguments]
+
+
+def kernel_declarations(form):
+    """A kernel's parameters: the entry function's, but for offsets that a driver shifts (see parallel.h)."""
+    for argument in form.arguments:
+        wide = argument.role == "offset" and argument.operand.tabled and argument.operand.array
+        yield f"std::ptrdiff_t {argument.name}" if wide else argument.declare()
+
+
+def names(form):
+    return [argument.name for argument in form.arguments]
+
+
+def entry_function(form):
+    lines = [wrapped(f"int32_t {form.entry}(", c_declarations(form), ") {")]
+    for letter, checked in form.checks:
+        test = TESTS[letter].format(scalar=form.scalar)
+        lines.append(wrapped(f"    if ({test}(", checked, f")) return {CHECKS[letter][1]};", 8))
+    lines += dispatch(form)
+    return "\n".join(lines + ["}"])
+
+
+def dispatch(form):
+    """After the checks: below the limit to a kernel, else to the driver."""
+    arguments = names(form)
+    plain, general = form.kernels[0], form.kernels[-1]
+    adjacent = f"allAdjacent<{form.scalar}>({', '.join(form.element_strides)})"
+    limit = form.limit
+    if limit is None:
+        if plain == general:
+            return [returns_call(plain, arguments, 1)]
+        return [f"    if ({adjacent}) {{", returns_call(plain, arguments, 2), "    }", returns_call(general, arguments, 1)]
+    lines = ["    " + estimate(form)]
+    serial = f"estimate {limit.comparison}"
+    if plain == general:
+        lines += [f"    if ({serial} {limit.plain}) {{", returns_call(plain, arguments, 2), "    }"]
+    else:
+        first, second = f"{serial} {limit.plain} && {adjacent}", f"{serial} {limit.general}"
+        if limit.plain != limit.general:
+            second += f" && !{adjacent}"
+        lines += [f"    if ({first}) {{", returns_call(plain, arguments, 2), "    }"]
+        lines += [f"    if ({second}) {{", returns_call(general, arguments, 2), "    }"]
+    return lines + [returns_call(form.driver, arguments, 1)]
+
+
+def estimate(form):
+    """The estimate's formula; every operand of it is an Estimate, so that all arithmetic wraps."""
+    formula = re.sub(r"\b(width|height|length|order|count)\b", r"Estimate(\1)", form.family.estimate)
+    return f"const Estimate estimate = {formula};"
+
+
+def view(form, operand, plain):
+    """The maker call of views.h for one operand."""
+    arguments = {name[len(operand.name) :]: name for name in names(form) if name.startswith(operand.name)}
+    array = "Array" if operand.array else ""
+    if operand.kind == "c":
+        if not operand.array:
+            return f"constant({operand.name})"
+        maker, last = ("List", "Offset") if operand.listed else ("Array", "ObjectStride")
+        return f"constant{maker}({operand.name}, {arguments[last]})"
+    if operand.tabled:
+        pitch = {"m": "width", "t": "height", "v": "length"}[operand.kind]
+        order = [operand.name, arguments["Offset"]] + ([arguments["ObjectStride"]] if operand.array else []) + [pitch]
+        text = f"scattered{array}({', '.join(order)})"
+    else:
+        if operand.listed:
+            array = "List"
+        first = [arguments[part] for part in ("ObjectStride", "Offset") if part in arguments]
+        row = [arguments.get("RowStride", "noRows")]
+        element = [] if plain else [arguments["ElementStride"]]
+        kind = "plain" if plain else "strided"
+        text = f"{kind}{array}({', '.join([operand.name] + first + row + element)})"
+    return f"transposed({text})" if operand.kind == "t" else text
+
+
+def kernel_function(form, kernel):
+    """The arguments as views, extras as they are, sizes as a shape, in a call of the family's template."""
+    plain = form.layout != "pointer" and kernel == form.kernels[0]
+    sizes = form.named("size")
+    shape = SHAPES.get(tuple(sizes), "{}").format(", ".join(sizes))
+    parts = [view(form, operand, plain) for operand in form.operands.values()]
+    parts += [argument.name for argument in form.extras]
+    parts.append(f"{shape}, {'count' if form.is_array else 'oneObject'}")
+    call = f"{form.family.kernel}(\n        " + ",\n        ".join(parts) + ");"
+    body = f"    return {call}" if form.family.merges_status else f"    {call}\n    return korStatusOk;"
+    return wrapped(f"int32_t {kernel}(", list(unused_marked(form, plain)), ") {") + f"\n{body}\n}}"
+
+
+def unused_marked(form, plain):
+    """Plain kernels take the element strides like all others, so that a call passes through untouched."""
+    for text in kernel_declarations(form):
+        unused = plain and text.endswith("ElementStride")
+        yield text.replace("int32_t ", "int32_t /*") + "*/" if unused else text
+
+
+def driver_function(form):
+    lines = [wrapped(f"int32_t {form.driver}(", c_declarations(form), ") {")]
+    kernel = form.kernels[0]
+    if len(form.kernels) == 2:
+        strides = ", ".join(form.element_strides)
+        lines.append(f"    const bool adjacent = allAdjacent<{form.scalar}>({strides});")
+        lines.append(wrapped("    const auto kernel = ", [f"adjacent ? {kernel} : {form.kernels[1]}"], ";"))
+        kernel = "kernel"
+    lines.append(f"    return forEachRun({', '.join(['count', *region(form)])} {{")
+    arguments = [shifted(form, argument) for argument in form.arguments]
+    lines.append(wrapped(f"        return {kernel}(", arguments, ");"))
+    return "\n".join(lines + ["    });", "}"])
+
+
+def region(form):
+    """What a driver tells the frame beside the count, up to the head of its lambda."""
+    family = form.family
+    if not family.merges_status and not family.scratch:
+        return ["[=](Run run)"]
+    elements = full_width(family.scratch)
+    scratch = f"Scratch{{{elements} * sizeof({form.scalar}), buffer}}" if family.scratch else "Scratch{}"
+    return [f"Statuses::{'merged' if family.merges_status else 'none'}", scratch, "[=](Run run, void* piece)"]
+
+
+def full_width(formula):
+    """A size in bytes: computed in full width, unlike an estimate."""
+    return "(" + re.sub(r"\b(width|height|order)\b", r"static_cast<std::size_t>(\1)", formula) + ")"
+
+
+def shifted(form, argument):
+    """An argument as the kernel of a run sees it: moved to the run's first object."""
+    operand = argument.operand
+    if argument.role == "count":
+        return "run.count"
+    if argument.name in form.family.per_object:
+        return f"shiftedElements({argument.name}, run.first, {form.family.per_object[argument.name]})"
+    if argument.name == "buffer":
+        return f"static_cast<{form.scalar}*>(piece)"
+    if operand is None or not operand.array:
+        return argument.name
+    if operand.tabled:
+        stride = f"{operand.name}ObjectStride"
+        return f"shiftedOffset({argument.name}, run.first, {stride})" if argument.role == "offset" else argument.name
+    if argument.role != "pointer":
+        return argument.name
+    if operand.listed:
+        return f"shiftedList({argument.name}, run.first)"
+    if operand.bare:
+        return f"shiftedElements({argument.name}, run.first)"
+    return f"shifted({argument.name}, run.first, {operand.name}ObjectStride)"
+
+
+def source(family_forms):
+    """One .cpp: the forms of one documentation group and element type, each with all its functions."""
+    first = family_forms[0]
+    headers = sorted({"entry/checks.h", "entry/parallel.h", "entry/views.h", first.family.source})
+    includes = "\n".join(f'#include "{name}"' for name in [*headers, "declarations.h"])
+    parts = [f"// {NOTICE}", includes, "using namespace korm;"]
+    for form in family_forms:
+        parts.append(f"// --- {form.name}: {form.formula}")
+        parts += [kernel_function(form, kernel) for kernel in form.kernels]
+        if form.limit is not None:
+            parts.append(driver_function(form))
+        parts.append(entry_function(form))
+    return "\n\n".join(parts) + "\n"
+
+
+def attribute(form):
+    """Kernels of array forms are called from entry function and driver and show in a profile under their
+    own names. A single object's kernel is a few instructions and goes into its entry function: handing up to
+    eleven arguments on would cost more than the checks."""
+    return "[[gnu::noinline]] " if form.is_array else ""
+
+
+def declarations(forms):
+    """Prototypes of all internal functions, with C names, so that profiles and stack traces show them bare."""
+    lines = [f"// {NOTICE}", "#pragma once", "", "#include <cstddef>", "#include <cstdint>", "", '#include "korm.h"', "", 'extern "C" {']
+    for form in forms:
+        for kernel in form.kernels:
+            lines.append(wrapped(f"{attribute(form)}int32_t {kernel}(", list(kernel_declarations(form)), ");"))
+        if form.limit is not None:
+            lines.append(wrapped(f"[[gnu::noinline]] int32_t {form.driver}(", c_declarations(form), ");"))
+        flatten = "" if form.is_array else "[[gnu::flatten]] "
+        lines.append(wrapped(f"{flatten}int32_t {form.entry}(", c_declarations(form), ");"))
+    return "\n".join(lines + ['}  // extern "C"', ""])
+
+
+STUBS = """\
+// {notice}
+//
+// For each export a stub and its record. A stub jumps through slot 0 of the record and leaves stack and
+// arguments as they are, so one shape serves every argument list. Records are 16 bytes apart in one run.
+
+#if defined(__x86_64__)
+#define SLOT .quad
+#define JUMP_THROUGH(record) jmp *record(%rip)
+#else
+// %eax carries no argument; the thunk puts the address of the next instruction into it.
+#define SLOT .long
+#define JUMP_THROUGH(record) \\
+    call korm_pc_thunk_ax; addl $_GLOBAL_OFFSET_TABLE_, %eax; jmp *record@GOTOFF(%eax)
+#endif
+
+#define EXPORT(name, record, entry) \\
+    .text; .p2align 4; .globl name; .type name, @function; name: .cfi_startproc; JUMP_THROUGH(record); \\
+    .cfi_endproc; .size name, . - name; .hidden entry; \\
+    .data; .p2align 4; .type record, @object; .size record, 16; record: SLOT entry; .p2align 4, 0
+
+#if !defined(__x86_64__)
+    .text; .p2align 4; .type korm_pc_thunk_ax, @function
+korm_pc_thunk_ax: .cfi_startproc; movl (%esp), %eax; ret; .cfi_endproc
+    .size korm_pc_thunk_ax, . - korm_pc_thunk_ax
+#endif
+
+{exports}
+
+    .section .note.GNU-stack, "", @progbits
+"""
+
+
+def stubs(exports):
+    rows = "\n".join(f"EXPORT({form.name}, {form.name}_arraddr, {form.entry})" for form in exports)
+    return STUBS.format(notice=NOTICE, exports=rows)
+
+
+def sources(families):
+    """The generated .cpp files: name to forms, one file for each group and element type."""
+    forms = sorted((form for family in families for form in family.forms()), key=file_name)
+    return {name: list(group) for name, group in groupby(forms, key=file_name)}
+
+
+def file_name(form):
+    return f"{form.family.group}_{form.element}.cpp"

@@ -1,0 +1,299 @@
+"""From rows of the tables to forms: names, arguments, checks, kernels.
+
+A row of a table (a Family) names an operation, its operand words, and what is common to them. One
+Family expands to forms, one for each operand word, element type and layout. Everything else, from
+the C prototype to the parallel driver, follows from a form by the rules in this file.
+"""
+
+from dataclasses import dataclass, field
+from fnmatch import fnmatchcase
+import re
+
+ELEMENTS = {"32f": ("float", 4), "64f": ("double", 8)}
+
+# How a letter of a layout pair or a suffix is called. "" is the standard layout.
+LAYOUTS = {"": "standard", "S": "standard", "L": "list", "P": "pointer"}
+
+# The checks by their letters, with the status that each gives.
+CHECKS = {
+    "N": ("null", "korStatusNullPointer"),
+    "C": ("count", "korStatusBadCount"),
+    "S": ("size", "korStatusBadSize"),
+    "T": ("stride", "korStatusBadStride"),
+    "O": ("offset", "korStatusBadOffset"),
+    "M": ("match", "korStatusSizeMismatch"),
+}
+
+# The order of the checks where a table says nothing else: by array or single form, and layout.
+GENERAL_ORDER = {
+    (True, "standard"): "N C S T",
+    (True, "list"): "N C S T O",
+    (True, "pointer"): "N C S T O",
+    (False, "standard"): "N S T",
+    (False, "pointer"): "N S O",
+}
+
+
+@dataclass(frozen=True)
+class Limit:
+    """Up to where a work estimate stays serial: below a number, or up to and including it."""
+
+    comparison: str
+    plain: int
+    general: int
+
+
+def below(plain, general=None):
+    return Limit("<", plain, plain if general is None else general)
+
+
+def up_to(plain, general=None):
+    return Limit("<=", plain, plain if general is None else general)
+
+
+@dataclass(frozen=True)
+class Departure:
+    """One row of a family's exceptions: the forms it is about, what they do instead, and why."""
+
+    forms: str
+    value: object
+    reason: str
+
+    def covers(self, form):
+        return any(fnmatchcase(form.stem_and_suffix, pattern) for pattern in self.forms.split())
+
+
+@dataclass
+class Family:
+    operation: str
+    operands: str  # operand words, such as "mam mat tam"
+    layouts: str  # layout suffixes; "-" stands for none, two letters are a source and a result layout
+    signature: str  # words in argument order: operands, sizes, extras, count
+    kernel: str  # the kernel template that serves all of these forms
+    source: str  # the header that holds it
+    group: str  # the documentation group of include/korm.h
+    formula: str = ""  # left empty where the operands tell it
+    estimate: str = ""
+    limits: dict = field(default_factory=dict)  # (layout, type) to Limit; none: always serial
+    types: str = "32f 64f"
+    reads: dict = field(default_factory=dict)  # operand word to what is read, where the name doesn't tell it
+    results: str = "dst"  # their names, in order
+    result: str = ""  # their kind, where it isn't that of the operands: m, v, scalars, block
+    extras: dict = field(default_factory=dict)  # words that are no operand and no size: name to C type
+    per_object: dict = field(default_factory=dict)  # contiguous extras: their elements for each object
+    general_order: dict = field(default_factory=dict)  # in the place of GENERAL_ORDER's entries
+    order_departures: list = field(default_factory=list)
+    serial_departures: list = field(default_factory=list)  # forms without estimate and driver
+    merges_status: bool = False
+    scratch: str = ""  # elements of a thread's piece of scratch
+
+    def forms(self):
+        for word in self.operands.split():
+            for layout in self.layouts.split():
+                for element in self.types.split():
+                    form = Form(self, word, element, "" if layout == "-" else layout)
+                    if form.is_array or "L" not in form.suffix or len(form.suffix) > 1:
+                        yield form
+
+
+@dataclass(frozen=True)
+class Operand:
+    name: str
+    kind: str  # m, t, v, c; scalars and block for bare results; fixed such as v3 or m4
+    array: bool
+    layout: str  # standard, list, pointer
+    output: bool = False
+
+    @property
+    def bare(self):
+        return len(self.kind) > 1
+
+    @property
+    def listed(self):
+        return self.array and self.layout == "list"
+
+    @property
+    def tabled(self):
+        return self.layout == "pointer" and self.kind != "c"
+
+    def parts(self):
+        """The arguments behind the base, as (suffix of the name, role)."""
+        if self.bare or (self.kind == "c" and not self.array):
+            return []
+        if self.kind == "c":
+            return [("Offset", "offset")] if self.listed else [("ObjectStride", "stride")]
+        if self.tabled:
+            return [("Offset", "offset")] + ([("ObjectStride", "stride")] if self.array else [])
+        first = [("Offset", "offset")] if self.listed else [("ObjectStride", "stride")] if self.array else []
+        rows = [("RowStride", "stride")] if self.kind in "mt" else []
+        return first + rows + [("ElementStride", "stride")]
+
+    def arguments(self, scalar):
+        if self.kind == "c" and not self.array:
+            return [Argument(self.name, scalar, "value", self)]
+        const = "" if self.output else "const "
+        if (self.tabled or self.listed) and not self.bare:
+            base = f"{const}{scalar} *const *"
+        else:
+            base = f"{const}{scalar} *"
+        return [Argument(self.name, base, "pointer", self)] + [
+            Argument(self.name + part, "int32_t", role, self) for part, role in self.parts()
+        ]
+
+    def indices(self):
+        """The operand's element in a formula."""
+        inner = {"m": "i,j", "t": "j,i", "v": "j", "c": ""}.get(self.kind, "")
+        text = ",".join(filter(None, ["k" if self.array else "", inner]))
+        return f"{self.name}({text})" if text else self.name
+
+
+@dataclass(frozen=True)
+class Argument:
+    name: str
+    type: str
+    role: str  # pointer, value, stride, offset, size, count
+    operand: object = None
+
+    def declare(self):
+        return self.type + ("" if self.type.endswith("*") else " ") + self.name
+
+
+SIZE = re.compile(r"(src\d?)?(width|height|length|order)", re.IGNORECASE)
+
+
+@dataclass
+class Form:
+    family: Family
+    word: str
+    element: str
+    suffix: str
+
+    def __post_init__(self):
+        self.scalar, self.size = ELEMENTS[self.element]
+        read = self.family.reads.get(self.word, self.word)
+        self.tokens = re.findall(r"(m4|v[234]|[mtvc])(a?)", read)
+        self.is_array = "a" in self.word
+        self.layout = LAYOUTS[self.suffix[:1]]
+        self.stem = f"{self.family.operation}_{self.word}_{self.element}"
+        self.stem_and_suffix = self.stem + (f"_{self.suffix}" if self.suffix else "")
+        self.name = "korm" + self.stem_and_suffix
+        self.operands = {operand.name: operand for operand in self._operands()}
+        self.arguments = list(self._arguments())
+
+    def _operands(self):
+        """The inputs as the formula reads them, then the results. A constant is val, whatever its place."""
+        several = sum(kind != "c" for kind, _ in self.tokens) > 1
+        number = 0
+        for kind, array in self.tokens:
+            number += kind != "c"
+            name = "val" if kind == "c" else f"src{number}" if several else "src"
+            yield Operand(name, kind, bool(array), self.layout)
+        kind = self.family.result or ("m" if any(kind in "mt" for kind, _ in self.tokens) else "v")
+        for name in self.family.results.split():
+            yield Operand(name, kind, self.is_array, LAYOUTS[self.suffix[-1:]], output=True)
+
+    def _arguments(self):
+        """What a word of the signature stands for: an operand's descriptor, an extra, a size or count."""
+        for word in self.family.signature.split():
+            if word in self.operands:
+                yield from self.operands[word].arguments(self.scalar)
+            elif word in self.family.extras:
+                declared = self.family.extras[word].replace("element", self.scalar)
+                yield Argument(word, declared, "pointer" if declared.endswith("*") else "value")
+            elif SIZE.fullmatch(word):
+                yield Argument(word, "int32_t", "size")
+            elif word == "count" and self.is_array:
+                yield Argument(word, "int32_t", "count")
+            elif word != "count":
+                raise ValueError(f"{self.name}: the signature's word '{word}' names nothing")
+
+    @property
+    def inputs(self):
+        return [operand for operand in self.operands.values() if not operand.output]
+
+    @property
+    def extras(self):
+        return [argument for argument in self.arguments if argument.name in self.family.extras]
+
+    def named(self, role):
+        return [argument.name for argument in self.arguments if argument.role == role]
+
+    @property
+    def element_strides(self):
+        return [name for name in self.named("stride") if name.endswith("ElementStride")]
+
+    @property
+    def formula(self):
+        return self.family.formula or "{} = {} {} {}".format(
+            self.operands["dst"].indices(),
+            self.inputs[0].indices(),
+            {"Add": "+", "Sub": "-", "Mul": "*"}[self.family.operation],
+            self.inputs[1].indices(),
+        )
+
+    @property
+    def check_order(self):
+        for departure in self.family.order_departures:
+            if departure.covers(self):
+                return departure.value
+        return self.family.general_order.get(self.layout) or GENERAL_ORDER[self.is_array, self.layout]
+
+    @property
+    def checks(self):
+        """The checks in order as (letter, names of the arguments); a check of nothing is left out."""
+        roles = {"N": "pointer", "C": "count", "S": "size", "T": "stride", "O": "offset"}
+        for word in self.check_order.split():
+            letter, _, operand = word.partition(":")
+            names = self.named(roles[letter])
+            if operand:
+                names = [name for name in names if name.startswith(operand)]
+            if names:
+                yield letter, names
+
+    @property
+    def limit(self):
+        if not self.is_array or any(departure.covers(self) for departure in self.family.serial_departures):
+            return None
+        return self.family.limits.get((self.layout, self.element))
+
+    @property
+    def departures(self):
+        """The rows of exceptions that this form falls under."""
+        rows = self.family.order_departures + self.family.serial_departures
+        return [row for row in rows if row.covers(self)]
+
+    # Internal names. Kernels without a suffix of their own take the layout's.
+    @property
+    def entry(self):
+        return f"v8_{self.name}"
+
+    @property
+    def driver(self):
+        return f"v8_ownOMP_{self.name}"
+
+    @property
+    def kernels(self):
+        """The kernel for adjacent elements, and the one for any element stride where there is one."""
+        stem = f"v8_ownkorm{self.stem}"
+        if self.layout == "pointer":
+            return [f"{stem}_P"]
+        return [f"{stem}_L", f"{stem}_LS2"] if self.layout == "list" else [stem, f"{stem}_S2"]
+
+
+@dataclass
+class Query:
+    """An export outside the grammar: hand-written under its entry name, it shares stub and record."""
+
+    name: str
+    returns: str
+    group: str
+    brief: str
+    source: str
+    arguments: str = "void"
+
+    @property
+    def entry(self):
+        return f"v8_{self.name}"
+
+    def forms(self):
+        yield self

@@ -1,0 +1,173 @@
+"""Tests of the generator: the grammar over every kind of form the library will have, and its text.
+
+Expected argument lists are written out here in full; none is made by the code under test.
+"""
+
+from pathlib import Path
+import sys
+import unittest
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+
+import emit
+from grammar import Departure, Family, below
+
+PRODUCT = "src1 src1Width src1Height src2 src2Width src2Height dst count"
+
+
+def family(operation, operands, signature, **rest):
+    return Family(operation, operands, "- L P", signature, "kernel", "", "", **rest)
+
+
+def arguments(source, name):
+    forms = {form.name: form for form in source.forms()}
+    return " ".join(argument.name for argument in forms[name].arguments)
+
+
+class Arguments(unittest.TestCase):
+    def expect(self, source, name, expected):
+        self.assertEqual(arguments(source, name), " ".join(expected.split()))
+
+    def test_sums(self):
+        sums = family("Add", "mam mm tm", "src1 src2 dst width height count")
+        self.expect(sums, "kormAdd_mam_32f", """src1 src1ObjectStride src1RowStride src1ElementStride
+            src2 src2RowStride src2ElementStride dst dstObjectStride dstRowStride dstElementStride width height count""")
+        self.expect(sums, "kormAdd_mam_32f_L", """src1 src1Offset src1RowStride src1ElementStride
+            src2 src2RowStride src2ElementStride dst dstOffset dstRowStride dstElementStride width height count""")
+        self.expect(sums, "kormAdd_mam_32f_P", """src1 src1Offset src1ObjectStride src2 src2Offset
+            dst dstOffset dstObjectStride width height count""")
+        self.expect(sums, "kormAdd_mm_32f_P", "src1 src1Offset src2 src2Offset dst dstOffset width height")
+
+    def test_a_single_object_has_no_list_form(self):
+        names = [form.name for form in family("Add", "mm mam", "src1 src2 dst width height count").forms()]
+        self.assertNotIn("kormAdd_mm_32f_L", names)
+        self.assertIn("kormAdd_mam_32f_L", names)
+
+    def test_vectors_and_constants(self):
+        vectors = family("Add", "vav", "src1 src2 dst length count")
+        self.expect(vectors, "kormAdd_vav_32f_L", """src1 src1Offset src1ElementStride src2 src2ElementStride
+            dst dstOffset dstElementStride length count""")
+        scaled = family("Add", "vca vac", "src val dst length count")
+        self.expect(scaled, "kormAdd_vca_32f_L", """src srcElementStride val valOffset
+            dst dstOffset dstElementStride length count""")
+        self.expect(scaled, "kormAdd_vca_32f_P", """src srcOffset val valObjectStride
+            dst dstOffset dstObjectStride length count""")
+        self.expect(scaled, "kormAdd_vac_32f", """src srcObjectStride srcElementStride val
+            dst dstObjectStride dstElementStride length count""")
+
+    def test_a_constant_that_comes_first_in_the_name_comes_second_in_the_arguments(self):
+        reversed_ = family("Sub", "cva cv cav", "src val dst length count")
+        self.expect(reversed_, "kormSub_cva_32f", """src srcObjectStride srcElementStride val
+            dst dstObjectStride dstElementStride length count""")
+        self.expect(reversed_, "kormSub_cv_32f", "src srcElementStride val dst dstElementStride length")
+        form = next(form for form in reversed_.forms() if form.name == "kormSub_cav_64f")
+        self.assertEqual(form.formula, "dst(k,j) = val(k) - src(j)")
+
+    def test_sizes_beside_operands(self):
+        products = family("Mul", "mam mma", PRODUCT)
+        self.expect(products, "kormMul_mam_32f", """src1 src1ObjectStride src1RowStride src1ElementStride
+            src1Width src1Height src2 src2RowStride src2ElementStride src2Width src2Height
+            dst dstObjectStride dstRowStride dstElementStride count""")
+        self.expect(products, "kormMul_mma_64f_P", """src1 src1Offset src1Width src1Height
+            src2 src2Offset src2ObjectStride src2Width src2Height dst dstOffset dstObjectStride count""")
+        transpose = family("Transpose", "m", "src width height dst count")
+        self.expect(transpose, "kormTranspose_m_32f", "src srcRowStride srcElementStride width height dst dstRowStride dstElementStride")
+
+    def test_bare_results(self):
+        trace = family("Trace", "ma", "src order dst count", result="scalars")
+        self.expect(trace, "kormTrace_ma_32f_L", "src srcOffset srcRowStride srcElementStride order dst count")
+        extract = family("Extract", "t", "src dst width height", result="block")
+        self.expect(extract, "kormExtract_t_64f_P", "src srcOffset dst width height")
+
+    def test_extras(self):
+        lu = family("LUDecomp", "ma", "src pivots dst order count", extras={"pivots": "int32_t *"})
+        self.expect(lu, "kormLUDecomp_ma_32f_L", """src srcOffset srcRowStride srcElementStride pivots
+            dst dstOffset dstRowStride dstElementStride order count""")
+        comb = family("LComb", "vv", "src1 val1 src2 val2 dst length", extras={"val1": "element", "val2": "element"})
+        self.expect(comb, "kormLComb_vv_32f", "src1 src1ElementStride val1 src2 src2ElementStride val2 dst dstElementStride length")
+        declared = [argument.declare() for argument in next(iter(comb.forms())).arguments]
+        self.assertIn("float val1", declared)
+
+    def test_operands_that_the_name_does_not_tell(self):
+        gaxpy = family("Gaxpy", "mva", "src1 src1Width src1Height src2 src2Length src3 src3Length dst count",
+                       reads={"mva": "mvava"}, result="v")
+        self.expect(gaxpy, "kormGaxpy_mva_32f", """src1 src1RowStride src1ElementStride src1Width src1Height
+            src2 src2ObjectStride src2ElementStride src2Length src3 src3ObjectStride src3ElementStride src3Length
+            dst dstObjectStride dstElementStride""" + " count")
+        identity = family("LoadIdentity", "ma", "dst width height count", reads={"ma": ""}, result="m")
+        self.expect(identity, "kormLoadIdentity_ma_32f_P", "dst dstOffset dstObjectStride width height count")
+        vectors = family("EigenValuesVectors", "ma", "src dstRight dstLeft dstValuesRe dstValuesIm order count buffer",
+                         results="dstRight dstLeft",
+                         extras={"dstValuesRe": "element *", "dstValuesIm": "element *", "buffer": "element *"})
+        self.expect(vectors, "kormEigenValuesVectors_ma_32f_L", """src srcOffset srcRowStride srcElementStride
+            dstRight dstRightOffset dstRightRowStride dstRightElementStride
+            dstLeft dstLeftOffset dstLeftRowStride dstLeftElementStride dstValuesRe dstValuesIm order count buffer""")
+
+    def test_layout_pairs(self):
+        copy = Family("Copy", "ma", "PS SL", "src dst width height count", "copy", "", "")
+        self.expect(copy, "kormCopy_ma_32f_PS", """src srcOffset srcObjectStride
+            dst dstObjectStride dstRowStride dstElementStride width height count""")
+        self.expect(copy, "kormCopy_ma_32f_SL", """src srcObjectStride srcRowStride srcElementStride
+            dst dstOffset dstRowStride dstElementStride width height count""")
+
+    def test_fixed_sizes(self):
+        transform = Family("AffineTransform", "m4v3a m4v3", "-", "src1 src2 src2Stride dst dstStride count", "k", "", "",
+                           types="32f", result="block", extras={"src2Stride": "int32_t", "dstStride": "int32_t"})
+        self.expect(transform, "kormAffineTransform_m4v3a_32f", "src1 src2 src2Stride dst dstStride count")
+
+    def test_a_word_that_names_nothing_is_refused(self):
+        with self.assertRaisesRegex(ValueError, "kormAdd_mm_32f: the signature's word 'lenght' names nothing"):
+            list(family("Add", "mm", "src1 src2 dst lenght").forms())
+
+
+class Checks(unittest.TestCase):
+    def orders(self, source):
+        return {form.stem_and_suffix: " ".join(letter for letter, _ in form.checks) for form in source.forms()}
+
+    def test_general_orders(self):
+        orders = self.orders(family("Add", "mat mm", "src1 src2 dst width height count"))
+        self.assertEqual(orders["Add_mat_32f"], "N C S T")
+        self.assertEqual(orders["Add_mat_32f_L"], "N C S T O")
+        self.assertEqual(orders["Add_mm_64f_P"], "N S O")
+
+    def test_a_departure_covers_its_forms_alone(self):
+        rows = [Departure("Add_vav_??f_P", "N S T C O", "count late")]
+        orders = self.orders(family("Add", "vav", "src1 src2 dst length count", order_departures=rows))
+        self.assertEqual(orders["Add_vav_64f_P"], "N S T C O")
+        self.assertEqual(orders["Add_vav_64f"], "N C S T")
+
+    def test_a_check_may_be_of_one_operand(self):
+        rows = [Departure("X_ma_32f_L", "N O:src T:src O:dst T:dst", "operand by operand")]
+        source = family("X", "ma", "src dst order count", order_departures=rows)
+        form = next(form for form in source.forms() if form.name == "kormX_ma_32f_L")
+        self.assertEqual(list(form.checks)[1:3], [("O", ["srcOffset"]), ("T", ["srcRowStride", "srcElementStride"])])
+
+
+class Drivers(unittest.TestCase):
+    def driver(self, source, name):
+        return emit.driver_function(next(form for form in source.forms() if form.name == name))
+
+    def test_scratch_and_statuses(self):
+        limits = {(layout, "32f"): below(100) for layout in ("standard", "list", "pointer")}
+        invert = family("Invert", "ma", "src dst order buffer count", extras={"buffer": "element *"},
+                        scratch="order * order + order", merges_status=True, limits=limits)
+        text = self.driver(invert, "kormInvert_ma_32f")
+        size = "static_cast<std::size_t>(order)"
+        self.assertIn(f"forEachRun(count, Statuses::merged, Scratch{{({size} * {size} + {size}) * sizeof(float), buffer}}, "
+                      "[=](Run run, void* piece) {", text)
+        self.assertIn("static_cast<float*>(piece)", text)
+
+    def test_shifts(self):
+        limits = {(layout, "64f"): below(100) for layout in ("standard", "list", "pointer")}
+        lu = family("LUDecomp", "ma", "src pivots dst order count", extras={"pivots": "int32_t *"},
+                    per_object={"pivots": "order"}, merges_status=True, limits=limits)
+        self.assertIn("shifted(src, run.first, srcObjectStride)", self.driver(lu, "kormLUDecomp_ma_64f"))
+        self.assertIn("shiftedElements(pivots, run.first, order)", self.driver(lu, "kormLUDecomp_ma_64f"))
+        self.assertIn("shiftedList(dst, run.first), dstOffset", self.driver(lu, "kormLUDecomp_ma_64f_L"))
+        self.assertIn("src, shiftedOffset(srcOffset, run.first, srcObjectStride)", self.driver(lu, "kormLUDecomp_ma_64f_P"))
+        trace = family("Trace", "ma", "src order dst count", result="scalars", limits=limits)
+        self.assertIn("shiftedElements(dst, run.first)", self.driver(trace, "kormTrace_ma_64f"))
+
+
+if __name__ == "__main__":
+    unittest.main()
