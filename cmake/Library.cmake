@@ -1,0 +1,29 @@
+# libkorm.so, from generated sources and src/entry.
+#
+# The objects are a target of their own, so that a test can link them and reach what the library hides.
+
+file(GLOB entrySources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/entry/*.cpp)
+
+add_library(kormObjects OBJECT ${kormGenerated} ${kormGeneratedStamp} ${entrySources})
+target_link_libraries(kormObjects PRIVATE kormFlags)
+target_include_directories(kormObjects PRIVATE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src
+                                               ${PROJECT_SOURCE_DIR}/core ${kormGeneratedFolder})
+target_compile_definitions(kormObjects PRIVATE $<$<STREQUAL:${KORM_OPENMP_USED},gnu>:KORM_GNU_OPENMP>)
+target_compile_options(kormObjects PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti>)
+set_target_properties(kormObjects PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_EXTENSIONS OFF
+                      CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+if(KORM_TARGET STREQUAL "ia32")
+    # Callers may come with a stack that is aligned to 4 bytes only.
+    target_compile_options(kormObjects PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-mstackrealign>)
+endif()
+# The one file with OpenMP directives: the driver of every form goes through it.
+set_source_files_properties(${PROJECT_SOURCE_DIR}/src/entry/parallel.cpp PROPERTIES COMPILE_OPTIONS -fopenmp)
+
+set(exportsMap ${PROJECT_SOURCE_DIR}/src/entry/exports.map)
+add_library(korm SHARED $<TARGET_OBJECTS:kormObjects>)
+add_library(korm::korm ALIAS korm)
+target_include_directories(korm INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                                          $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+# Not $<LINK_ONLY:kormFlags>: an installed library knows nothing of the flags of this build.
+target_link_libraries(korm PRIVATE korcore ${KORM_OPENMP_LIBRARY})
+kormSharedLibrary(korm ${exportsMap})

@@ -1,0 +1,59 @@
+// Where element (i, j) of object k lies, straight from the definition of the layouts.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "../support/forms.h"
+
+namespace kormtest {
+
+// The values of one operand's arguments.
+struct OperandValues {
+    std::byte* base = nullptr;  // data, table or list
+    std::int32_t objectStride = 0;
+    std::int32_t rowStride = 0;
+    std::int32_t elementStride = 0;
+    std::int32_t offset = 0;
+    std::uint64_t constantBits = 0;  // of a constant by value
+};
+
+// (i, j) are the logical row and column; width and height are the result's. A vector has row 0 only.
+inline std::byte* elementAddress(const Form& form, std::size_t operandIndex, const OperandValues& values,
+                                 const Sizes& sizes, std::int32_t k, std::int32_t i, std::int32_t j) {
+    const Operand& operand = form.operands[operandIndex];
+    const auto entry = [&](std::ptrdiff_t index) {
+        std::byte* pointer;
+        std::memcpy(&pointer, values.base + index * static_cast<std::ptrdiff_t>(sizeof pointer), sizeof pointer);
+        return reinterpret_cast<std::uintptr_t>(pointer);
+    };
+    const auto times = [](std::int32_t n, std::int32_t stride) {
+        return static_cast<std::uintptr_t>(static_cast<std::intptr_t>(n) * stride);
+    };
+    const std::int32_t object = operand.array ? k : 0;
+    // The stored place of a transposed operand's logical element (i, j) is (j, i).
+    const std::int32_t row = operand.transposed ? j : i;
+    const std::int32_t column = operand.transposed ? i : j;
+    const std::int32_t storedWidth = operand.transposed ? sizes.height : sizes.width;
+
+    std::uintptr_t address = 0;
+    if (operand.shape == Shape::constant) {
+        if (form.layout == Layout::list) address = entry(object) + static_cast<std::uintptr_t>(values.offset);
+        else address = reinterpret_cast<std::uintptr_t>(values.base) + times(object, values.objectStride);
+    } else if (form.layout == Layout::pointer) {
+        const std::ptrdiff_t index =
+            operand.shape == Shape::matrix ? static_cast<std::ptrdiff_t>(row) * storedWidth + column : j;
+        address = entry(index) + static_cast<std::uintptr_t>(values.offset);
+        if (operand.array) address += times(k, values.objectStride);
+    } else {
+        if (form.layout == Layout::list && operand.array)
+            address = entry(k) + static_cast<std::uintptr_t>(values.offset);
+        else address = reinterpret_cast<std::uintptr_t>(values.base) + times(object, values.objectStride);
+        if (operand.shape == Shape::matrix) address += times(row, values.rowStride);
+        address += times(column, values.elementStride);
+    }
+    return reinterpret_cast<std::byte*>(address);
+}
+
+}  // namespace kormtest

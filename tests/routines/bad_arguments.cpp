@@ -1,0 +1,178 @@
+#include <climits>
+#include <vector>
+
+#include "../support/arena.h"
+#include "../support/call.h"
+#include "../support/fault.h"
+#include "../support/status.h"
+#include "../support/thread_number.h"
+#include "routines.h"
+
+namespace kormtest {
+namespace {
+
+struct BadValue {
+    std::size_t argument;
+    std::int32_t value;  // of a pointer: null
+};
+
+std::vector<std::int32_t> badValuesOf(const Form& form, Role role) {
+    switch (checkLetter(role)) {
+        case 'N': return {0};
+        case 'C':
+        case 'S': return {0, -1, -7, INT_MIN};
+        case 'T': {
+            // 0x7fffffff has its low bits set, INT_MIN only its sign.
+            std::vector<std::int32_t> values{0, -4, -8, 1, 2, 3, 5, 6, 7, -1, INT_MAX, INT_MIN};
+            if (form.type == Type::f64) values.insert(values.end(), {4, 12, INT_MAX - 3});
+            return values;
+        }
+        case 'O': {
+            std::vector<std::int32_t> values{-4, -8, 1, 2, 3, 5, 6, 7, -1, INT_MAX, INT_MIN};
+            if (form.type == Type::f64) values.insert(values.end(), {4, 12, INT_MAX - 3});
+            return values;
+        }
+        default: return {};
+    }
+}
+
+std::int32_t statusOfLetter(char letter) {
+    switch (letter) {
+        case 'N': return status::nullPointer;
+        case 'C': return status::badCount;
+        case 'S': return status::badSize;
+        case 'T': return status::badStride;
+        case 'O': return status::badOffset;
+        default: return status::ok;
+    }
+}
+
+// All bad values that some check of the form looks at.
+std::vector<BadValue> allBadValues(const Form& form) {
+    std::vector<BadValue> result;
+    for (std::size_t i = 0; i < form.arguments.size(); ++i) {
+        const char letter = checkLetter(form.arguments[i].role);
+        if (letter == '\0' || form.checks.find(letter) == std::string::npos) continue;
+        for (const std::int32_t value : badValuesOf(form, form.arguments[i].role)) result.push_back({i, value});
+    }
+    return result;
+}
+
+class Checker {
+public:
+    Checker(const Form& form, const Library& library, const Options& options)
+        : form_(form), function_(library.function(form)), random_(options.random(form, 0, 1)) {}
+
+    // Good values for everything; the pointers lead nowhere.
+    void reset() {
+        values_.clear();
+        std::byte* nowhere = threadArena().nowhere();
+        for (const Argument& argument : form_.arguments) {
+            const std::int32_t size = form_.elementSize();
+            switch (argument.role) {
+                case Role::pointer:
+                    values_.push_back(CallValue::pointer(nowhere));
+                    nowhere += 4096;
+                    break;
+                case Role::value:
+                    values_.push_back(form_.type == Type::f64 ? CallValue::realBits(random_.next())
+                                                              : CallValue::singleBits(0x3f800000));
+                    break;
+                case Role::offset:
+                    // Without a check of offsets even bad ones must not matter to the others.
+                    values_.push_back(CallValue::integer(
+                        form_.checks.find('O') == std::string::npos ? -3 : size * random_.between(0, 9)));
+                    break;
+                case Role::objectStride:
+                case Role::rowStride:
+                case Role::elementStride:
+                    values_.push_back(CallValue::integer(random_.chance(50) ? size : size * random_.between(1, 99)));
+                    break;
+                default: values_.push_back(CallValue::integer(random_.between(1, 100))); break;
+            }
+        }
+        failed_.clear();
+    }
+
+    void spoil(const BadValue& bad) {
+        const Argument& argument = form_.arguments[bad.argument];
+        values_[bad.argument] =
+            argument.role == Role::pointer ? CallValue::pointer(nullptr) : CallValue::integer(bad.value);
+        failed_ += checkLetter(argument.role);
+        text_ += " " + argument.name + "=" + std::to_string(bad.value);
+    }
+
+    Verdict expectFirst() {
+        std::int32_t expected = status::ok;
+        for (const char letter : form_.checks) {
+            if (failed_.find(letter) == std::string::npos) continue;
+            expected = statusOfLetter(letter);
+            break;
+        }
+        scriptThreadNumbers({4});
+        CallResult result;
+        const Fault fault = guarded([&] { result = callFunction(function_, values_, 4 * (counter_++ % 4)); });
+        const std::string where = form_.name + " with" + std::exchange(text_, {});
+        if (fault.happened) return Verdict::fail(fault.text() + " in " + where);
+        if (result.status() != expected) {
+            return Verdict::fail(where + ": status " + std::to_string(result.status()) + ", expected " +
+                                 std::to_string(expected));
+        }
+        if (!result.frameDamage.empty()) return Verdict::fail(where + ": call frame:" + result.frameDamage);
+        if (threadNumberQuestions() != 0) return Verdict::fail(where + ": asked for the thread number");
+        return Verdict::pass();
+    }
+
+    Random& random() { return random_; }
+
+private:
+    const Form& form_;
+    void* function_;
+    Random random_;
+    std::vector<CallValue> values_;
+    std::string failed_;
+    std::string text_;
+    unsigned counter_ = 0;
+};
+
+}  // namespace
+
+Verdict checkBadArguments(const Form& form, const Library& library, const Options& options) {
+    const std::vector<BadValue> bad = allBadValues(form);
+    Checker checker(form, library, options);
+    for (const BadValue& one : bad) {
+        checker.reset();
+        checker.spoil(one);
+        if (Verdict verdict = checker.expectFirst(); !verdict.ok) return verdict;
+    }
+    for (std::size_t a = 0; a < bad.size(); ++a) {
+        for (std::size_t b = a + 1; b < bad.size(); ++b) {
+            if (bad[a].argument == bad[b].argument) continue;
+            checker.reset();
+            checker.spoil(bad[a]);
+            checker.spoil(bad[b]);
+            if (Verdict verdict = checker.expectFirst(); !verdict.ok) return verdict;
+        }
+    }
+    const int subsets = options.casesOr(300);
+    for (int i = 0; i < subsets; ++i) {
+        checker.reset();
+        const std::int32_t percent = checker.random().between(10, 90);
+        bool any = false;
+        for (std::size_t a = 0; a < bad.size(); ++a) {
+            // One value for an argument: take the last of each run of equal arguments that is drawn.
+            const bool last = a + 1 == bad.size() || bad[a + 1].argument != bad[a].argument;
+            if (!last || !checker.random().chance(percent)) continue;
+            std::size_t first = a;
+            while (first > 0 && bad[first - 1].argument == bad[a].argument) --first;
+            checker.spoil(bad[static_cast<std::size_t>(
+                checker.random().between(static_cast<std::int32_t>(first), static_cast<std::int32_t>(a)))]);
+            any = true;
+        }
+        if (!any) continue;
+        if (Verdict verdict = checker.expectFirst(); !verdict.ok) return verdict;
+    }
+    return Verdict::pass();
+}
+
+}  // namespace kormtest

@@ -1,0 +1,44 @@
+#include <cstring>
+
+#include "../support/fault.h"
+#include "../support/scene.h"
+#include "../support/thread_number.h"
+#include "routines.h"
+#include "sizes.h"
+
+namespace kormtest {
+namespace {
+
+Verdict checkOne(const Form& form, const Library& library, const Options& options, int number) {
+    Random random = options.random(form, number, 2);
+    SceneOptions scene;
+    scene.sizes = randomSizes(form, random);
+    scene.plain = random.chance(55);
+    scene.mayCollide = random.chance(50);
+    if (random.chance(25)) {
+        const int operand = random.between(0, static_cast<std::int32_t>(form.result()) - 1);
+        if (Scene::mayAlias(form, static_cast<std::size_t>(operand), scene.sizes)) scene.alias = operand;
+    }
+    Random values(random.next());
+    const Scene made(threadArena(), form, scene, random, values);
+    scriptThreadNumbers({1});
+    Verdict verdict = made.run(library, 4u * static_cast<unsigned>(random.between(0, 3)), false);
+    const int questions = made.reachesDriver() ? 1 : 0;
+    if (verdict.ok && threadNumberQuestions() != questions) {
+        verdict = Verdict::fail("asked for the thread number " + std::to_string(threadNumberQuestions()) +
+                                " times, not " + std::to_string(questions) + ", " + made.describe());
+    }
+    if (!verdict.ok) verdict.message += ", case " + std::to_string(number) + " of seed " + std::to_string(options.seed);
+    return verdict;
+}
+
+}  // namespace
+
+Verdict checkResults(const Form& form, const Library& library, const Options& options) {
+    const int cases = options.casesOr(250);
+    for (int number = 0; number < cases; ++number)
+        if (Verdict verdict = checkOne(form, library, options, number); !verdict.ok) return verdict;
+    return Verdict::pass();
+}
+
+}  // namespace kormtest

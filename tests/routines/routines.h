@@ -1,0 +1,47 @@
+// What a form must show, one function each. They are called by the tests with the real library, and with
+// libraries that are wrong on purpose, which they must tell from the real one.
+#pragma once
+
+#include <cstdint>
+
+#include "../support/forms.h"
+#include "../support/library.h"
+#include "../support/random.h"
+#include "../support/verdict.h"
+
+namespace kormtest {
+
+struct Options {
+    std::uint64_t seed = 1;   // KORM_TEST_SEED
+    int cases = 0;            // KORM_TEST_CASES: random cases of each form, 0 for each routine's usual number
+    static Options fromEnvironment();
+    int casesOr(int usual) const { return cases > 0 ? cases : usual; }
+    Random random(const Form& form, int caseNumber, std::uint64_t routine) const {
+        return Random(mixSeed(mixSeed(seed, form.index * 64 + routine), static_cast<std::uint64_t>(caseNumber)));
+    }
+};
+
+// Each bad value of each argument, each pair of them, random subsets; pointers lead to inaccessible memory.
+Verdict checkBadArguments(const Form& form, const Library& library, const Options& options);
+
+// Results to the bit, and not one byte beside them, at random places.
+Verdict checkResults(const Form& form, const Library& library, const Options& options);
+
+// Long runs whose result overlaps a source: the effect of single steps in ascending order.
+bool hasOverlapRule(const Form& form);
+Verdict checkOverlap(const Form& form, const Library& library, const Options& options);
+
+// Strides whose products pass 2^31 bytes; a 64-bit address space only.
+Verdict checkFarObjects(const Form& form, const Library& library, const Options& options);
+
+// Both sides of the limit, by whether the thread number was asked for. Without `mayFault` (a memory
+// checker counts faults as errors) sizes stay small enough to be computed.
+Verdict checkThresholds(const Form& form, const Library& library, const Options& options, bool mayFault);
+
+// Teams of 1 to 16 threads, counts around them, two answers that differ.
+Verdict checkTeams(const Form& form, const Library& library, const Options& options);
+
+// The call frame at every stack alignment, serial and forked.
+Verdict checkCallFrame(const Form& form, const Library& library, const Options& options);
+
+}  // namespace kormtest

@@ -1,0 +1,212 @@
+#include "scene.h"
+
+#include <cstdio>
+#include <stdexcept>
+
+#include "../reference/elementwise.h"
+#include "element_values.h"
+#include "fault.h"
+#include "status.h"
+
+namespace kormtest {
+namespace {
+
+std::string hex(const void* pointer) {
+    char text[32];
+    std::snprintf(text, sizeof text, "0x%llx",
+                  static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(pointer)));
+    return text;
+}
+
+// Forms that don't check their offsets must serve any.
+bool uncheckedOffset(const Form& form) {
+    return form.layout == Layout::pointer && form.checks.find('O') == std::string::npos;
+}
+
+}  // namespace
+
+Scene::Scene(Arena& arena, const Form& form, const SceneOptions& options, Random& places, Random& values)
+    : arena_(arena), form_(form), options_(options), operands_(form.operands.size()) {
+    arena.clearWindows();
+    std::vector<Placed> placed(form.operands.size());
+    const std::size_t result = form.result();
+    for (std::size_t index = form.operands.size(); index-- > 0;) {
+        const Operand& operand = form.operands[index];
+        if (operand.shape == Shape::constant && !operand.array) continue;
+        if (static_cast<int>(index) == options.alias) {
+            placed[index] = placed[result];
+            // A single operand that shares its place with the only object of the result.
+            if (!operand.array && form.layout == Layout::list) placed[index].entries.clear();
+            if (!operand.array && form.layout == Layout::list) placed[index].values.base = placed[result].entries[0];
+            // The same table under another address serves as well as the same table.
+            else if (!placed[index].entries.empty() && places.chance(50))
+                placed[index].values.base = placeTable(arena, index, placed[index].entries.size(), places);
+            continue;
+        }
+        PlacementOptions place;
+        place.plain = options.plain || (!options.thin && places.chance(25));
+        place.mayCollide = options.mayCollide && !operand.output;
+        place.anyOffset = uncheckedOffset(form);
+        place.mayComb = options.mayComb;
+        place.thin = options.thin;
+        placed[index] = placeOperand(arena, form, index, options.sizes, place, places);
+    }
+    arena.fillWindows(places);
+    for (std::size_t index = 0; index < placed.size(); ++index) {
+        operands_[index] = placed[index].values;
+        std::byte* at = placed[index].values.base;
+        const auto offset = static_cast<std::uintptr_t>(static_cast<std::intptr_t>(placed[index].values.offset));
+        for (std::byte* const entry : placed[index].entries) {
+            const std::uintptr_t stored = reinterpret_cast<std::uintptr_t>(entry) - offset;
+            std::memcpy(at, &stored, sizeof stored);
+            at += sizeof stored;
+        }
+    }
+    const int nanOperand = values.between(0, 2);
+    for (std::size_t index = 0; index < result; ++index)
+        fillValues(index, values, static_cast<int>(index) == nanOperand);
+    visitElements(result, [&](std::byte* address) {
+        if (!arena_.insideWindows(address, static_cast<std::size_t>(form_.elementSize())))
+            throw std::logic_error("result element outside of its windows: " + describe());
+    });
+}
+
+template <class Visit>
+void Scene::visitElements(std::size_t operand, Visit&& visit) const {
+    const Sizes& sizes = options_.sizes;
+    const bool constant = form_.operands[operand].shape == Shape::constant;
+    const std::int32_t rows = form_.matrices() && !constant ? sizes.height : 1;
+    const std::int32_t columns = constant ? 1 : form_.matrices() ? sizes.width : sizes.length;
+    const std::int32_t objects = form_.operands[operand].array ? sizes.count : 1;
+    for (std::int32_t k = 0; k < objects; ++k)
+        for (std::int32_t i = 0; i < rows; ++i)
+            for (std::int32_t j = 0; j < columns; ++j)
+                visit(elementAddress(form_, operand, operands_[operand], sizes, k, i, j));
+}
+
+void Scene::fillValues(std::size_t operand, Random& values, bool mayBeNan) {
+    Mood mood = Mood::ordinary;
+    if (options_.special) mood = values.pick({Mood::ordinary, Mood::wide, Mood::mixed, Mood::mixed});
+    const Operand& description = form_.operands[operand];
+    if (description.shape == Shape::constant && !description.array) {
+        operands_[operand].constantBits = randomElement(form_.type, mood, mayBeNan, values);
+        return;
+    }
+    const auto size = static_cast<std::size_t>(form_.elementSize());
+    visitElements(operand, [&](std::byte* address) {
+        if (!arena_.insideWindows(address, size))
+            throw std::logic_error("element outside of its windows: " + describe());
+        const std::uint64_t bits = randomElement(form_.type, mood, mayBeNan, values);
+        std::memcpy(address, &bits, size);
+    });
+}
+
+bool Scene::mayAlias(const Form& form, std::size_t operand, const Sizes& sizes) {
+    const Operand& description = form.operands[operand];
+    if (description.shape == Shape::constant || description.transposed) return false;
+    return description.array == form.array || sizes.count == 1;
+}
+
+std::int64_t Scene::argumentValue(const Argument& argument) const {
+    const Sizes& sizes = options_.sizes;
+    switch (argument.role) {
+        case Role::width: return sizes.width;
+        case Role::height: return sizes.height;
+        case Role::length: return sizes.length;
+        case Role::count: return sizes.count;
+        case Role::pointer:
+        case Role::value: return 0;
+        default: break;
+    }
+    const OperandValues& values = operands_[static_cast<std::size_t>(argument.operand)];
+    switch (argument.role) {
+        case Role::objectStride: return values.objectStride;
+        case Role::rowStride: return values.rowStride;
+        case Role::elementStride: return values.elementStride;
+        default: return values.offset;
+    }
+}
+
+std::vector<CallValue> Scene::arguments() const {
+    std::vector<CallValue> result;
+    for (const Argument& argument : form_.arguments) {
+        if (argument.role == Role::pointer || argument.role == Role::value) {
+            const OperandValues& values = operands_[static_cast<std::size_t>(argument.operand)];
+            if (argument.role == Role::pointer) result.push_back(CallValue::pointer(values.base));
+            else if (form_.type == Type::f64) result.push_back(CallValue::realBits(values.constantBits));
+            else result.push_back(CallValue::singleBits(static_cast<std::uint32_t>(values.constantBits)));
+            continue;
+        }
+        result.push_back(CallValue::integer(static_cast<std::int32_t>(argumentValue(argument))));
+    }
+    return result;
+}
+
+bool Scene::plain() const {
+    for (const Argument& argument : form_.arguments)
+        if (argument.role == Role::elementStride && argumentValue(argument) != form_.elementSize()) return false;
+    return true;
+}
+
+bool Scene::reachesDriver() const {
+    if (!form_.driver) return false;
+    return form_.estimate(options_.sizes) > (plain() ? form_.limit.plain : form_.limit.general);
+}
+
+Verdict Scene::run(const Library& library, unsigned stackShift, bool mayFork) const {
+    const std::vector<std::byte> before = arena_.snapshot();
+    referenceElementwise(form_, operands_, options_.sizes);
+    const std::vector<std::byte> expected = arena_.snapshot();
+    arena_.restore(before);
+
+    const std::vector<CallValue> values = arguments();
+    CallResult result;
+    setFaultContext(form_.name.c_str());
+    if (mayFork) {
+        result = callFunction(library.function(form_), values, stackShift);
+    } else {
+        const Fault fault =
+            guarded([&] { result = callFunction(library.function(form_), values, stackShift); });
+        if (fault.happened) return Verdict::fail(fault.text() + ", " + describe());
+    }
+    if (result.status() != status::ok)
+        return Verdict::fail("status " + std::to_string(result.status()) + ", " + describe());
+    if (const std::byte* at = arena_.firstDifference(expected); at != nullptr) {
+        std::string text = "wrong byte at " + hex(at) + ", " + describe();
+        for (std::size_t index = 0; index < operands_.size(); ++index) {
+            visitElements(index, [&](std::byte* address) {
+                if (at >= address && at < address + form_.elementSize())
+                    text += " (in " + form_.operands[index].name + ")";
+            });
+        }
+        return Verdict::fail(text);
+    }
+    if (!result.frameDamage.empty()) return Verdict::fail("call frame:" + result.frameDamage + ", " + describe());
+    return Verdict::pass();
+}
+
+std::vector<std::byte> Scene::resultBytes() const {
+    std::vector<std::byte> bytes;
+    visitElements(form_.result(), [&](const std::byte* address) {
+        bytes.insert(bytes.end(), address, address + form_.elementSize());
+    });
+    return bytes;
+}
+
+std::string Scene::describe() const {
+    std::string text = form_.name + "(";
+    for (const Argument& argument : form_.arguments) {
+        text += text.back() == '(' ? "" : ", ";
+        text += argument.name + "=";
+        if (argument.role == Role::pointer || argument.role == Role::value) {
+            const OperandValues& values = operands_[static_cast<std::size_t>(argument.operand)];
+            text += argument.role == Role::pointer ? hex(values.base)
+                                                   : "bits " + std::to_string(values.constantBits);
+        } else {
+            text += std::to_string(argumentValue(argument));
+        }
+    }
+    return text + ")";
+}
+
+}  // namespace kormtest

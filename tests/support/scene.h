@@ -1,0 +1,66 @@
+// One call ready to be made: operands placed in an arena and filled, arguments in order.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "../reference/address.h"
+#include "arena.h"
+#include "call.h"
+#include "forms.h"
+#include "library.h"
+#include "placement.h"
+#include "verdict.h"
+
+namespace kormtest {
+
+struct SceneOptions {
+    Sizes sizes;
+    bool plain = true;
+    bool mayCollide = false;
+    bool mayComb = true;
+    bool thin = false;
+    int alias = -1;       // the result takes the place of this operand
+    bool special = true;  // infinities, NaN, zeros and the like among the values
+};
+
+class Scene {
+public:
+    // `places` decides where operands lie, `values` what they hold: a digest depends on the latter only.
+    Scene(Arena& arena, const Form& form, const SceneOptions& options, Random& places, Random& values);
+
+    const Form& form() const { return form_; }
+    const Sizes& sizes() const { return options_.sizes; }
+    const std::vector<OperandValues>& operands() const { return operands_; }
+    std::vector<CallValue> arguments() const;
+
+    // All element strides equal the element size, so the plain kernel and its limit apply.
+    bool plain() const;
+    // Does the work estimate send the call to the driver?
+    bool reachesDriver() const;
+
+    // Calls the library and the reference from the same state and compares every byte of all windows.
+    // With `mayFork` a fault can't be caught, as it may arise in a team.
+    Verdict run(const Library& library, unsigned stackShift, bool mayFork) const;
+
+    // The result's elements in the order of objects, rows, columns.
+    std::vector<std::byte> resultBytes() const;
+
+    std::string describe() const;
+
+    // May the result take this operand's place in a call of that many objects?
+    static bool mayAlias(const Form& form, std::size_t operand, const Sizes& sizes);
+
+private:
+    void fillValues(std::size_t operand, Random& values, bool mayBeNan);
+    std::int64_t argumentValue(const Argument& argument) const;
+    template <class Visit>
+    void visitElements(std::size_t operand, Visit&& visit) const;
+
+    Arena& arena_;
+    const Form& form_;
+    SceneOptions options_;
+    std::vector<OperandValues> operands_;
+};
+
+}  // namespace kormtest

@@ -1,0 +1,15 @@
+// The status values, typed here again so that a wrong value in the public header is noticed.
+#pragma once
+
+#include <cstdint>
+
+namespace kormtest::status {
+
+inline constexpr std::int32_t ok = 0;
+inline constexpr std::int32_t badSize = -6;
+inline constexpr std::int32_t nullPointer = -8;
+inline constexpr std::int32_t badStride = -182;
+inline constexpr std::int32_t badOffset = -202;
+inline constexpr std::int32_t badCount = -203;
+
+}  // namespace kormtest::status
