@@ -59,15 +59,10 @@ inline bool anyBadOffset(Offsets... offsets) {
     return ((... | bitsOf(offsets)) & forbidden) != 0;
 }
 
-// Do the elements of every operand touch? Written over the same differences as anyBadStride, which
-// usually has computed them already.
+// Do the elements of every operand touch?
 template <class T, class... ElementStrides>
 inline bool allAdjacent(ElementStrides... elementStrides) {
-    std::uint32_t gap = (... | (bitsOf(elementStrides) - std::uint32_t{sizeof(T)}));
-    // Keeps the compiler from replacing the strides by constants, one instruction each, in the jump that
-    // hands them on untouched.
-    asm("" : "+r"(gap));
-    return gap == 0;
+    return (... && (elementStrides == std::int32_t{sizeof(T)}));
 }
 
 // A work estimate: 32-bit arithmetic that wraps and is compared as a signed number, so that an estimate

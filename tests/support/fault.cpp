@@ -3,9 +3,9 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 namespace kormtest {
 namespace detail {
@@ -16,7 +16,7 @@ thread_local FaultFrame* volatile faultFrame = nullptr;
 
 namespace {
 
-char contextText[256] = "no context";
+std::atomic<const char*> context{"no context"};
 
 void handle(int signal, siginfo_t* info, void*) {
     detail::FaultFrame* const frame = detail::faultFrame;
@@ -29,7 +29,7 @@ void handle(int signal, siginfo_t* info, void*) {
     }
     char line[400];
     const int size = std::snprintf(line, sizeof line, "fatal: signal %d at %p outside of a guarded call: %s\n",
-                                   signal, info->si_addr, contextText);
+                                   signal, info->si_addr, context.load());
     if (write(STDERR_FILENO, line, static_cast<std::size_t>(size)) < 0) _exit(4);
     _exit(3);
 }
@@ -59,6 +59,6 @@ void installFaultHandlers() {
     static_cast<void>(installed);
 }
 
-void setFaultContext(const char* text) { std::snprintf(contextText, sizeof contextText, "%s", text); }
+void setFaultContext(const char* text) { context = text; }
 
 }  // namespace kormtest

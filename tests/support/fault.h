@@ -31,7 +31,7 @@ extern thread_local FaultFrame* volatile faultFrame;
 void installFaultHandlers();
 
 // What a fault outside of any guarded call says before the process ends: worker threads of a team
-// can't be brought back.
+// can't be brought back. The text must outlive the calls.
 void setFaultContext(const char* text);
 
 // Runs `body`; a fault in it ends it. Nothing in `body` may own memory at the time of the fault.

@@ -23,6 +23,7 @@ struct MakeUp {
 
 MakeUp makeUpOf(const Form& form, const Operand& operand, const Sizes& sizes) {
     MakeUp result;
+    result.lattice.reserve(3);
     const Dimension objects{Role::objectStride, sizes.count};
     const bool constant = operand.shape == Shape::constant;
     const bool matrix = operand.shape == Shape::matrix;
@@ -31,7 +32,7 @@ MakeUp makeUpOf(const Form& form, const Operand& operand, const Sizes& sizes) {
     if (form.layout == Layout::pointer && !constant) {
         result.table = true;
         result.items = matrix ? rows * columns : columns;
-        if (operand.array) result.lattice = {objects};
+        if (operand.array) result.lattice.push_back(objects);
         return result;
     }
     if (form.layout == Layout::list && operand.array) {

@@ -26,7 +26,9 @@ bool uncheckedOffset(const Form& form) {
 }  // namespace
 
 Scene::Scene(Arena& arena, const Form& form, const SceneOptions& options, Random& places, Random& values)
-    : arena_(arena), form_(form), options_(options), operands_(form.operands.size()) {
+    : Scene(arena, form, options, place(arena, form, options, places), places, values) {}
+
+std::vector<Placed> Scene::place(Arena& arena, const Form& form, const SceneOptions& options, Random& places) {
     arena.clearWindows();
     std::vector<Placed> placed(form.operands.size());
     const std::size_t result = form.result();
@@ -35,26 +37,35 @@ Scene::Scene(Arena& arena, const Form& form, const SceneOptions& options, Random
         if (operand.shape == Shape::constant && !operand.array) continue;
         if (static_cast<int>(index) == options.alias) {
             placed[index] = placed[result];
-            // A single operand that shares its place with the only object of the result.
-            if (!operand.array && form.layout == Layout::list) placed[index].entries.clear();
-            if (!operand.array && form.layout == Layout::list) placed[index].values.base = placed[result].entries[0];
-            // The same table under another address serves as well as the same table.
-            else if (!placed[index].entries.empty() && places.chance(50))
+            if (!operand.array && form.layout == Layout::list) {
+                // A single operand that shares its place with the only object of the result.
+                placed[index].entries.clear();
+                placed[index].values.base = placed[result].entries[0];
+            } else if (!placed[index].entries.empty() && places.chance(50)) {
+                // The same table under another address serves as well as the same table.
                 placed[index].values.base = placeTable(arena, index, placed[index].entries.size(), places);
+            }
             continue;
         }
-        PlacementOptions place;
-        place.plain = options.plain || (!options.thin && places.chance(25));
-        place.mayCollide = options.mayCollide && !operand.output;
-        place.anyOffset = uncheckedOffset(form);
-        place.mayComb = options.mayComb;
-        place.thin = options.thin;
-        placed[index] = placeOperand(arena, form, index, options.sizes, place, places);
+        PlacementOptions one;
+        one.plain = options.plain || (!options.thin && places.chance(25));
+        one.mayCollide = options.mayCollide && !operand.output;
+        one.anyOffset = uncheckedOffset(form);
+        one.mayComb = options.mayComb;
+        one.thin = options.thin;
+        placed[index] = placeOperand(arena, form, index, options.sizes, one, places);
     }
+    return placed;
+}
+
+Scene::Scene(Arena& arena, const Form& form, const SceneOptions& options, const std::vector<Placed>& placed,
+             Random& places, Random& values)
+    : arena_(arena), form_(form), options_(options), operands_(form.operands.size()) {
+    const std::size_t result = form.result();
     arena.fillWindows(places);
     for (std::size_t index = 0; index < placed.size(); ++index) {
         operands_[index] = placed[index].values;
-        std::byte* at = placed[index].values.base;
+        std::byte* at = operands_[index].base;
         const auto offset = static_cast<std::uintptr_t>(static_cast<std::intptr_t>(placed[index].values.offset));
         for (std::byte* const entry : placed[index].entries) {
             const std::uintptr_t stored = reinterpret_cast<std::uintptr_t>(entry) - offset;

@@ -29,6 +29,10 @@ public:
     // `places` decides where operands lie, `values` what they hold: a digest depends on the latter only.
     Scene(Arena& arena, const Form& form, const SceneOptions& options, Random& places, Random& values);
 
+    // Operands that have been placed already; their windows are in the arena.
+    Scene(Arena& arena, const Form& form, const SceneOptions& options, const std::vector<Placed>& placed,
+          Random& places, Random& values);
+
     const Form& form() const { return form_; }
     const Sizes& sizes() const { return options_.sizes; }
     const std::vector<OperandValues>& operands() const { return operands_; }
@@ -52,6 +56,7 @@ public:
     static bool mayAlias(const Form& form, std::size_t operand, const Sizes& sizes);
 
 private:
+    static std::vector<Placed> place(Arena& arena, const Form& form, const SceneOptions& options, Random& places);
     void fillValues(std::size_t operand, Random& values, bool mayBeNan);
     std::int64_t argumentValue(const Argument& argument) const;
     template <class Visit>

@@ -54,33 +54,56 @@ def names(form):
     return [argument.name for argument in form.arguments]
 
 
-def entry_function(form):
-    lines = [wrapped(f"int32_t {form.entry}(", c_declarations(form), ") {")]
+def check_lines(form, without=()):
+    """The checks in the form's order, but for arguments that are known to be right."""
     for letter, checked in form.checks:
-        test = TESTS[letter].format(scalar=form.scalar)
-        lines.append(wrapped(f"    if ({test}(", checked, f")) return {CHECKS[letter][1]};", 8))
-    lines += dispatch(form)
-    return "\n".join(lines + ["}"])
+        checked = [name for name in checked if name not in without]
+        if checked:
+            test = TESTS[letter].format(scalar=form.scalar)
+            yield wrapped(f"    if ({test}(", checked, f")) return {CHECKS[letter][1]};", 8)
+
+
+def adjacent(form):
+    return f"allAdjacent<{form.scalar}>({', '.join(form.element_strides)})"
+
+
+def function(name, declarations, lines):
+    return "\n".join([wrapped(f"int32_t {name}(", declarations, ") {"), *lines, "}"])
+
+
+def entry_functions(form):
+    """Single objects with strides choose first and check then: element strides that equal the element size
+    are right, and the short road is the one that most calls take."""
+    if form.is_array or len(form.kernels) == 1:
+        return [function(form.entry, c_declarations(form), [*check_lines(form), *dispatch(form)])]
+    plain, general = [returns_call(kernel, names(form), 1) for kernel in form.kernels]
+    elsewhere = wrapped(f"        return {strided_entry(form)}(", names(form), ");")
+    short = [f"    if (!{adjacent(form)}) {{", elsewhere, "    }", *check_lines(form, form.element_strides), plain]
+    return [
+        function(strided_entry(form), c_declarations(form), [*check_lines(form), general]),
+        function(form.entry, c_declarations(form), short),
+    ]
+
+
+def strided_entry(form):
+    return f"{form.entry}_strided"
 
 
 def dispatch(form):
     """After the checks: below the limit to a kernel, else to the driver."""
     arguments = names(form)
     plain, general = form.kernels[0], form.kernels[-1]
-    adjacent = f"allAdjacent<{form.scalar}>({', '.join(form.element_strides)})"
     limit = form.limit
     if limit is None:
-        if plain == general:
-            return [returns_call(plain, arguments, 1)]
-        return [f"    if ({adjacent}) {{", returns_call(plain, arguments, 2), "    }", returns_call(general, arguments, 1)]
-    lines = ["    " + estimate(form)]
+        return [returns_call(plain, arguments, 1)]
     serial = f"estimate {limit.comparison}"
+    lines = ["    " + estimate(form)]
     if plain == general:
         lines += [f"    if ({serial} {limit.plain}) {{", returns_call(plain, arguments, 2), "    }"]
     else:
-        first, second = f"{serial} {limit.plain} && {adjacent}", f"{serial} {limit.general}"
+        first, second = f"{serial} {limit.plain} && {adjacent(form)}", f"{serial} {limit.general}"
         if limit.plain != limit.general:
-            second += f" && !{adjacent}"
+            second += f" && !{adjacent(form)}"
         lines += [f"    if ({first}) {{", returns_call(plain, arguments, 2), "    }"]
         lines += [f"    if ({second}) {{", returns_call(general, arguments, 2), "    }"]
     return lines + [returns_call(form.driver, arguments, 1)]
@@ -126,7 +149,7 @@ def kernel_function(form, kernel):
     parts.append(f"{shape}, {'count' if form.is_array else 'oneObject'}")
     call = f"{form.family.kernel}(\n        " + ",\n        ".join(parts) + ");"
     body = f"    return {call}" if form.family.merges_status else f"    {call}\n    return korStatusOk;"
-    return wrapped(f"int32_t {kernel}(", list(unused_marked(form, plain)), ") {") + f"\n{body}\n}}"
+    return function(kernel, list(unused_marked(form, plain)), [body])
 
 
 def unused_marked(form, plain):
@@ -137,17 +160,16 @@ def unused_marked(form, plain):
 
 
 def driver_function(form):
-    lines = [wrapped(f"int32_t {form.driver}(", c_declarations(form), ") {")]
+    lines = []
     kernel = form.kernels[0]
     if len(form.kernels) == 2:
-        strides = ", ".join(form.element_strides)
-        lines.append(f"    const bool adjacent = allAdjacent<{form.scalar}>({strides});")
+        lines.append(f"    const bool adjacent = {adjacent(form)};")
         lines.append(wrapped("    const auto kernel = ", [f"adjacent ? {kernel} : {form.kernels[1]}"], ";"))
         kernel = "kernel"
     lines.append(f"    return forEachRun({', '.join(['count', *region(form)])} {{")
     arguments = [shifted(form, argument) for argument in form.arguments]
     lines.append(wrapped(f"        return {kernel}(", arguments, ");"))
-    return "\n".join(lines + ["    });", "}"])
+    return function(form.driver, c_declarations(form), lines + ["    });"])
 
 
 def region(form):
@@ -199,7 +221,7 @@ def source(family_forms):
         parts += [kernel_function(form, kernel) for kernel in form.kernels]
         if form.limit is not None:
             parts.append(driver_function(form))
-        parts.append(entry_function(form))
+        parts += entry_functions(form)
     return "\n\n".join(parts) + "\n"
 
 
@@ -218,6 +240,9 @@ def declarations(forms):
             lines.append(wrapped(f"{attribute(form)}int32_t {kernel}(", list(kernel_declarations(form)), ");"))
         if form.limit is not None:
             lines.append(wrapped(f"[[gnu::noinline]] int32_t {form.driver}(", c_declarations(form), ");"))
+        if not form.is_array and len(form.kernels) == 2:
+            attributes = "[[gnu::flatten, gnu::noinline]] "
+            lines.append(wrapped(f"{attributes}int32_t {strided_entry(form)}(", c_declarations(form), ");"))
         flatten = "" if form.is_array else "[[gnu::flatten]] "
         lines.append(wrapped(f"{flatten}int32_t {form.entry}(", c_declarations(form), ");"))
     return "\n".join(lines + ['}  // extern "C"', ""])

@@ -1,0 +1,64 @@
+// When a call goes to the parallel driver, told by whether it asks for the number of threads.
+#include "support/each_form.h"
+#include "support/scene.h"
+#include "support/thread_number.h"
+
+namespace kormtest {
+namespace {
+
+class Thresholds : public EachForm {};
+
+TEST_P(Thresholds, BothSides) { expectPass(checkThresholds(form(), library(), options, !underValgrind())); }
+
+INSTANTIATE_TEST_SUITE_P(Forms, Thresholds, testing::Range(std::size_t{0}, allForms().size()), formName);
+
+// Worked examples, independent of the model's formulas.
+struct Example {
+    const char* name;
+    Sizes sizes;
+    bool plain;
+    bool driver;
+};
+
+class ThresholdExamples : public testing::TestWithParam<Example> {};
+
+TEST_P(ThresholdExamples, AskForTheThreadNumber) {
+    const Example& example = GetParam();
+    const Form& form = formNamed(example.name);
+    SceneOptions options;
+    options.sizes = example.sizes;
+    options.plain = example.plain;
+    options.thin = true;
+    Random places(1), values(1);
+    const Scene scene(threadArena(), form, options, places, values);
+    ASSERT_TRUE(form.layout == Layout::pointer || scene.plain() == example.plain);
+    scriptThreadNumbers({1});
+    const CallResult result = callFunction(Library::linked().function(form), scene.arguments());
+    EXPECT_EQ(result.status(), 0);
+    EXPECT_EQ(threadNumberQuestions(), example.driver ? 1 : 0) << scene.describe();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, ThresholdExamples,
+    testing::Values(Example{"kormAdd_mam_32f", {10, 10, 1, 9}, true, false},
+                    Example{"kormAdd_mam_32f", {10, 10, 1, 9}, false, false},
+                    Example{"kormAdd_mam_64f", {10, 10, 1, 9}, true, false},
+                    Example{"kormAdd_mam_32f", {10, 10, 1, 10}, true, false},
+                    Example{"kormAdd_mam_32f", {10, 10, 1, 10}, false, true},
+                    Example{"kormAdd_mam_64f", {10, 10, 1, 10}, true, true},
+                    Example{"kormAdd_mam_32f", {10, 10, 1, 15}, true, true},
+                    Example{"kormAdd_mam_32f", {10, 10, 1, 15}, false, true},
+                    Example{"kormAdd_mam_64f", {10, 10, 1, 15}, true, true},
+                    Example{"kormAdd_vav_32f", {1, 1, 10, 239}, true, false},
+                    Example{"kormAdd_vav_32f", {1, 1, 10, 240}, true, true},
+                    Example{"kormSub_vva_64f_P", {1, 1, 1000, 50}, true, false},
+                    Example{"kormSub_vva_32f_P", {1, 1, 1000, 50}, true, true},
+                    Example{"kormSub_cva_32f", {1, 1, 1, 2400}, true, true},
+                    Example{"kormSub_cva_32f", {1, 1, 7, 2400}, false, true},
+                    Example{"kormSub_cva_32f", {1, 1, 1, 2399}, true, false},
+                    Example{"kormSub_cva_32f", {1, 1, 30000, 2399}, true, false},
+                    Example{"kormMul_mac_32f_L", {10, 10, 1, 10}, true, false},
+                    Example{"kormMul_mac_32f_L", {10, 10, 1, 10}, false, true}));
+
+}  // namespace
+}  // namespace kormtest
