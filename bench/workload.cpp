@@ -17,7 +17,7 @@ constexpr std::size_t roundUp(std::size_t value, std::size_t unit) { return (val
 // Memory that is kept from row to row: fresh pages for each would cost more time than the measuring.
 class Arena {
   public:
-    // Contents are kept only if the arena didn't grow; `grew` tells.
+    // Growing loses the contents.
     std::byte* take(std::size_t bytes, bool& grew) {
         grew = bytes > size_;
         if (grew) {
@@ -31,7 +31,6 @@ class Arena {
         }
         return static_cast<std::byte*>(memory_);
     }
-    std::size_t size() const { return size_; }
 
   private:
     void* memory_ = nullptr;
@@ -55,11 +54,6 @@ template <class T>
 std::byte* memoryOf(Role role, std::size_t bytes) {
     static Arena arenas[roles];
     static std::size_t filled[roles];
-    static std::size_t elementSize = 0;
-    if (elementSize != sizeof(T)) {
-        elementSize = sizeof(T);
-        std::fill(std::begin(filled), std::end(filled), 0);
-    }
     bool grew = false;
     std::byte* const memory = arenas[role].take(bytes, grew);
     if (grew) filled[role] = 0;

@@ -29,6 +29,7 @@ TEST_P(ThresholdExamples, AskForTheThreadNumber) {
     options.sizes = example.sizes;
     options.plain = example.plain;
     options.thin = true;
+    options.special = false;
     Random places(1), values(1);
     const Scene scene(threadArena(), form, options, places, values);
     ASSERT_TRUE(form.layout == Layout::pointer || scene.plain() == example.plain);

@@ -1,18 +1,29 @@
+// Element-wise arithmetic: dst(k, i, j) = Op(a(k, i, j), b(k, i, j)) over any operand views.
+//
+// One IEEE operation per element, so all paths give the same bits. What differs is how elements are found.
 #pragma once
-#include "entry/views.h"
-#include "arith/operations.h"
-#include <cstring>
-namespace korm {
-template <class T> T load(const std::byte* p) { T v; std::memcpy(&v, p, sizeof v); return v; }
-template <class T> void store(std::byte* p, T v) { std::memcpy(p, &v, sizeof v); }
 
-template <class T, class X> T elementOf(const X& x, std::ptrdiff_t i, std::ptrdiff_t j) {
+#include <cstdint>
+
+#include "arith/operations.h"
+#include "arith/plain.h"
+#include "entry/lanes.h"
+#include "entry/views.h"
+
+namespace korm {
+
+template <class T, class X>
+T elementOf(const X& x, std::ptrdiff_t i, std::ptrdiff_t j) {
     if constexpr (std::is_arithmetic_v<X>) return x;
     else return load<T>(x.address(i, j));
 }
 
 template <class Op, class A, class B, class D, class Shape, class Count>
-void elementwise(A a, B b, D dst, Shape shape, Count count) {
+[[gnu::always_inline]] inline void elementwise(A a, B b, D dst, Shape shape, Count count) {
+    if constexpr (D::spacing == Spacing::rowAdjacent) {
+        plainObjects<Op>(a, b, dst, shape, count);
+        return;
+    }
     using T = typename D::Element;
     std::int32_t width, height = 1;
     if constexpr (std::is_same_v<Shape, MatrixShape>) { width = shape.width; height = shape.height; }

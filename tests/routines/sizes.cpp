@@ -24,6 +24,8 @@ Sizes randomSizes(const Form& form, Random& random) {
         sizes.length = random.chance(90) ? random.between(7, 70) : random.between(70, 700);
     }
     if (form.array) sizes.count = random.chance(85) ? random.between(1, 9) : random.between(10, 40);
+    // Large objects in large numbers show nothing that either doesn't show alone.
+    if (elementsOf(form, sizes) > 4000) sizes.count = random.between(1, 3);
     return sizes;
 }
 

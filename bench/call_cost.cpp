@@ -1,0 +1,282 @@
+// call_cost [--check] [--json FILE]
+//
+// Counts the instructions of one small call, exactly: the processor's trap flag stops the program behind
+// every instruction, from the caller's `call` (which counts as one) on.
+//  - To the first load: the operands lie in an inaccessible page, so the kernel's first load of an element,
+//    or of an entry of a pointer table, ends the counting.
+//  - To the return: the same call on accessible operands, up to and with its `ret`.
+// --check fails if a form needs more than 4 instructions an argument to its first load.
+#include <korm.h>
+#include <signal.h>
+#include <setjmp.h>
+#include <sys/mman.h>
+#include <ucontext.h>
+#include <x86intrin.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <vector>
+
+namespace {
+
+constexpr int instructionsAnArgument = 4;
+constexpr std::size_t operandBytes = 1 << 20;  // for each operand, tables of pointers included
+constexpr greg_t trapFlag = 0x100;
+#ifdef __x86_64__
+constexpr int programCounter = REG_RIP, stackPointer = REG_RSP;
+#else
+constexpr int programCounter = REG_EIP, stackPointer = REG_ESP;
+#endif
+
+// --- Stepping ----------------------------------------------------------------------------------
+
+struct Trace {
+    greg_t target = 0;
+    greg_t returnAddress = 0;
+    greg_t frame = 0;
+    int instructions = 0;
+    enum { before, inside, returned, faulted } state = before;
+    sigjmp_buf recovery;
+};
+volatile Trace* trace = nullptr;
+std::byte* guarded = nullptr;  // three operands' inaccessible memory
+std::byte* open = nullptr;     // the same, accessible
+
+void onTrap(int, siginfo_t*, void* context) {
+    greg_t* const registers = static_cast<ucontext_t*>(context)->uc_mcontext.gregs;
+    if (trace->state == Trace::before && registers[programCounter] == trace->target) {
+        trace->state = Trace::inside;
+        trace->instructions = 1;
+        trace->frame = registers[stackPointer];
+        trace->returnAddress = *reinterpret_cast<const greg_t*>(registers[stackPointer]);
+    } else if (trace->state == Trace::inside) {
+        trace->instructions = trace->instructions + 1;
+        if (registers[programCounter] == trace->returnAddress && registers[stackPointer] > trace->frame) {
+            trace->state = Trace::returned;
+            registers[REG_EFL] &= ~trapFlag;
+        }
+    }
+}
+
+void onFault(int, siginfo_t* info, void*) {
+    auto* const address = static_cast<std::byte*>(info->si_addr);
+    if (trace == nullptr || address < guarded || address >= guarded + 3 * operandBytes) {
+        static const char message[] = "call_cost: a fault outside the guarded operands\n";
+        std::fputs(message, stderr);
+        std::_Exit(2);
+    }
+    trace->state = Trace::faulted;
+    siglongjmp(const_cast<Trace*>(trace)->recovery, 1);
+}
+
+// Instructions from the call to the first access to guarded memory, or to the return if there is none.
+template <class... Parameters>
+int countInstructions(std::int32_t (*function)(Parameters...), const std::tuple<Parameters...>& arguments,
+                      bool mustFault) {
+    static Trace record;
+    record.state = Trace::before;
+    record.instructions = 0;
+    record.target = reinterpret_cast<greg_t>(function);
+    trace = &record;
+    // Volatile, so that nothing of it lives in a register that siglongjmp would bring back as it was.
+    volatile std::int32_t status = korStatusOk;
+    if (sigsetjmp(record.recovery, 1) == 0) {
+        std::apply([&](Parameters... parameters) {
+            __writeeflags(__readeflags() | static_cast<unsigned>(trapFlag));
+            status = function(parameters...);
+        }, arguments);
+    }
+    trace = nullptr;
+    const auto expected = mustFault ? Trace::faulted : Trace::returned;
+    if (record.state != expected || status != korStatusOk) {
+        std::fprintf(stderr, "call_cost: the call %s, status %d\n",
+                     record.state == Trace::before ? "was not seen" : "did not end as it should", status);
+        std::exit(2);
+    }
+    return record.instructions;
+}
+
+void installHandlers() {
+    struct sigaction action {};
+    action.sa_flags = SA_SIGINFO;
+    action.sa_sigaction = onTrap;
+    sigaction(SIGTRAP, &action, nullptr);
+    action.sa_sigaction = onFault;
+    sigaction(SIGSEGV, &action, nullptr);
+    const auto map = [](int protection) {
+        void* const memory = mmap(nullptr, 3 * operandBytes, protection, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (memory == MAP_FAILED) std::exit(2);
+        return static_cast<std::byte*>(memory);
+    };
+    guarded = map(PROT_NONE);
+    open = map(PROT_READ | PROT_WRITE);
+}
+
+// --- Arguments ---------------------------------------------------------------------------------
+
+struct Size {
+    std::int32_t width, height;
+    bool isStrided;
+};
+
+// Fills in the arguments from the prototype: a pointer opens an operand, and the integers behind it are its
+// strides or its offset, the outermost first; the last one or two integers are the sizes.
+template <class... Parameters>
+std::tuple<Parameters...> argumentsFor(std::int32_t (*)(Parameters...), bool isPointerLayout, int sizeArguments,
+                                       std::byte* memory, Size size) {
+    std::tuple<Parameters...> arguments;
+    constexpr int all = sizeof...(Parameters);
+    constexpr bool isDouble = (std::is_same_v<std::remove_cv_t<std::remove_pointer_t<Parameters>>, double> || ...) ||
+                              (std::is_same_v<Parameters, const double* const*> || ...);
+    const std::int32_t elementSize = isDouble ? 8 : 4;
+    const std::int32_t elementStride = size.isStrided ? 2 * elementSize : elementSize;
+    int position = 0;
+    int operand = -1;
+    int integersBehind = 0;
+    const auto give = [&]<class P>(P& argument) {
+        if constexpr (std::is_pointer_v<P>) {
+            ++operand;
+            integersBehind = 0;
+            argument = reinterpret_cast<P>(memory + static_cast<std::size_t>(operand) * operandBytes);
+        } else if constexpr (std::is_floating_point_v<P>) {
+            argument = P(1.5);
+        } else if (position >= all - sizeArguments) {
+            argument = position == all - 1 && sizeArguments == 2 ? size.height : size.width;
+        } else if (isPointerLayout) {
+            argument = 0;
+        } else {
+            // A vector has one stride, a matrix the row's before the element's.
+            const bool isRowStride = sizeArguments == 2 && integersBehind == 0;
+            argument = isRowStride ? elementStride * std::max(size.width, size.height) : elementStride;
+            ++integersBehind;
+        }
+        ++position;
+    };
+    std::apply([&](Parameters&... parameters) { (give(parameters), ...); }, arguments);
+    return arguments;
+}
+
+// Tables for the pointer layout at the start of each operand's memory, their elements behind them.
+void fillTables(std::byte* memory, std::int32_t positions, std::size_t elementSize) {
+    for (int operand = 0; operand < 3; ++operand) {
+        std::byte* const base = memory + static_cast<std::size_t>(operand) * operandBytes;
+        for (std::int32_t i = 0; i < positions; ++i)
+            reinterpret_cast<std::byte**>(base)[i] =
+                base + operandBytes / 2 + static_cast<std::size_t>(i) * elementSize;
+    }
+}
+
+// --- Forms -------------------------------------------------------------------------------------
+
+struct Cost {
+    std::string name;
+    int arguments;
+    int toLoadSquare;   // the most of sizes 3 to 6
+    int toLoadOther;    // the most of the other sizes tried
+    int toReturn;       // of order or length 3
+};
+std::vector<Cost> costs;
+
+template <class... Parameters>
+void measure(const char* name, std::int32_t (*function)(Parameters...), bool isVector) {
+    const bool isPointerLayout = std::strstr(name, "_P") != nullptr;
+    const std::size_t elementSize = std::strstr(name, "_64f") ? 8 : 4;
+    const int sizeArguments = isVector ? 1 : 2;
+    std::vector<std::int32_t> sizes{3, 4, 5, 6, 1, 2, 7, 8, 9, 10, 33};
+    if (isVector) sizes.push_back(1000);
+    for (int isStrided = 0; isStrided <= (isPointerLayout ? 0 : 1); ++isStrided) {
+        Cost cost{name, sizeof...(Parameters), 0, 0, 0};
+        if (isStrided) cost.name += " (strided)";
+        for (std::int32_t order : sizes) {
+            const Size size{order, order, isStrided != 0};
+            const auto far = argumentsFor(function, isPointerLayout, sizeArguments, guarded, size);
+            const int toLoad = countInstructions(function, far, true);
+            int& most = order >= 3 && order <= 6 ? cost.toLoadSquare : cost.toLoadOther;
+            most = std::max(most, toLoad);
+            if (order != 3) continue;
+            if (isPointerLayout) fillTables(open, order * order, elementSize);
+            const auto near = argumentsFor(function, isPointerLayout, sizeArguments, open, size);
+            cost.toReturn = countInstructions(function, near, false);
+        }
+        costs.push_back(cost);
+    }
+}
+
+#define COST(NAME, IS_VECTOR)                       \
+    measure(#NAME "_32f", NAME##_32f, IS_VECTOR);   \
+    measure(#NAME "_64f", NAME##_64f, IS_VECTOR);   \
+    measure(#NAME "_32f_P", NAME##_32f_P, IS_VECTOR); \
+    measure(#NAME "_64f_P", NAME##_64f_P, IS_VECTOR);
+
+void measureAllForms() {
+    COST(kormAdd_mm, false)
+    COST(kormAdd_tm, false)
+    COST(kormAdd_tt, false)
+    COST(kormSub_mm, false)
+    COST(kormSub_mt, false)
+    COST(kormSub_tm, false)
+    COST(kormSub_tt, false)
+    COST(kormMul_mc, false)
+    COST(kormMul_tc, false)
+    COST(kormAdd_vv, true)
+    COST(kormSub_vv, true)
+    COST(kormAdd_vc, true)
+    COST(kormSub_vc, true)
+    COST(kormSub_cv, true)
+    COST(kormMul_vc, true)
+}
+
+int print(bool mustCheck) {
+    int misses = 0;
+    std::printf("%-28s %9s %18s %18s %10s\n", "form", "arguments", "to load, 3 to 6", "to load, others", "to return");
+    for (const Cost& cost : costs) {
+        const bool isOver = std::max(cost.toLoadSquare, cost.toLoadOther) > instructionsAnArgument * cost.arguments;
+        misses += isOver;
+        std::printf("%-28s %9d %10d (%5.2f) %10d (%5.2f) %10d%s\n", cost.name.c_str(), cost.arguments,
+                    cost.toLoadSquare, static_cast<double>(cost.toLoadSquare) / cost.arguments, cost.toLoadOther,
+                    static_cast<double>(cost.toLoadOther) / cost.arguments, cost.toReturn,
+                    isOver ? "  over the limit" : "");
+    }
+    std::printf("%zu rows, %d over %d instructions an argument\n", costs.size(), misses, instructionsAnArgument);
+    return mustCheck && misses > 0 ? 1 : 0;
+}
+
+bool writeJson(const char* path) {
+    std::FILE* const file = std::fopen(path, "w");
+    if (!file) return false;
+    std::fputs("[\n", file);
+    for (std::size_t i = 0; i < costs.size(); ++i)
+        std::fprintf(file, R"({"name": "%s", "arguments": %d, "toLoadSquare": %d, "toLoadOther": %d, "toReturn": %d}%s)",
+                     costs[i].name.c_str(), costs[i].arguments, costs[i].toLoadSquare, costs[i].toLoadOther,
+                     costs[i].toReturn, i + 1 < costs.size() ? ",\n" : "\n");
+    std::fputs("]\n", file);
+    return std::fclose(file) == 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    bool mustCheck = false;
+    const char* json = nullptr;
+    for (int i = 1; i < argc; ++i) {
+        if (!std::strcmp(argv[i], "--check")) mustCheck = true;
+        else if (!std::strcmp(argv[i], "--json") && i + 1 < argc) json = argv[++i];
+        else {
+            std::fputs("usage: call_cost [--check] [--json FILE]\n", stderr);
+            return 2;
+        }
+    }
+    installHandlers();
+    measureAllForms();
+    if (json && !writeJson(json)) {
+        std::perror(json);
+        return 2;
+    }
+    return print(mustCheck);
+}

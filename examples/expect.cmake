@@ -1,0 +1,10 @@
+# Runs COMMAND and fails unless it ends with success or not (SUCCEEDS) and its output matches MESSAGE.
+execute_process(COMMAND ${COMMAND} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+message("${output}")
+if(SUCCEEDS AND NOT result EQUAL 0)
+    message(FATAL_ERROR "It should succeed, but ended with ${result}.")
+elseif(NOT SUCCEEDS AND NOT result EQUAL 1)
+    message(FATAL_ERROR "It should fail with exit code 1, but ended with ${result}.")
+elseif(NOT output MATCHES "${MESSAGE}")
+    message(FATAL_ERROR "Its output should match '${MESSAGE}'.")
+endif()

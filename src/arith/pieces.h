@@ -1,0 +1,154 @@
+// Objects whose size is known when compiling, taken apart into pieces.
+//
+// A row is cut into whole vectors, then a pair of floats, then one element: the fewest loads and stores
+// that touch nothing beyond the row. A row of 3 floats is a pair and one element, a row of 5 a vector and
+// one element. Where rows touch, an object is one row of width * height elements: 9 floats are 3 pieces,
+// not 6.
+//
+// A source gives the piece of n elements at (i, j); all three are known when compiling.
+#pragma once
+
+#include <cstddef>
+#include <type_traits>
+#include <utility>
+
+#include "entry/lanes.h"
+
+namespace korm {
+
+template <int value>
+using Int = std::integral_constant<int, value>;
+
+template <class T, int n>
+struct Piece {
+    static_assert(n == laneCount<T>, "a piece is a whole vector, a pair of floats or one element");
+    using Value = Lanes<T>;
+    static Value load(const std::byte* from) { return loadLanes<T>(from); }
+    static void store(std::byte* to, Value value) { storeLanes(to, value); }
+};
+
+template <>
+struct Piece<float, 2> {
+    using Value = Float4;
+    static Value load(const std::byte* from) { return loadPair(from); }
+    static void store(std::byte* to, Value value) { storePair(to, value); }
+};
+
+template <class T>
+struct Piece<T, 1> {
+    using Value = T;
+    static Value load(const std::byte* from) { return korm::load<T>(from); }
+    static void store(std::byte* to, Value value) { korm::store(to, value); }
+};
+
+template <class T>
+constexpr int pieceAt(int left) {
+    if (left >= laneCount<T>) return laneCount<T>;
+    return left >= 2 ? 2 : 1;
+}
+
+// Calls f(start, size) for the pieces of a row of `width` elements, both as types.
+template <class T, int width, int start = 0, class F>
+[[gnu::always_inline]] inline void forPieces(const F& f) {
+    if constexpr (start < width) {
+        constexpr int size = pieceAt<T>(width - start);
+        f(Int<start>{}, Int<size>{});
+        forPieces<T, width, start + size>(f);
+    }
+}
+
+template <int height, int i = 0, class F>
+[[gnu::always_inline]] inline void forRows(const F& f) {
+    if constexpr (i < height) {
+        f(Int<i>{});
+        forRows<height, i + 1>(f);
+    }
+}
+
+// --- Sources -----------------------------------------------------------------------------------
+
+// Memory.
+template <class T>
+struct Rows {
+    const std::byte* origin;
+    std::ptrdiff_t rowStride;
+
+    template <int i, int j, int n>
+    [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
+        return Piece<T, n>::load(origin + i * rowStride + j * static_cast<std::ptrdiff_t>(sizeof(T)));
+    }
+};
+
+// Locals: a single operand, loaded once for all objects.
+template <class T, int width, int height>
+struct Held {
+    static constexpr int vectors = width / laneCount<T>;
+    Lanes<T> whole[height][vectors == 0 ? 1 : vectors];
+    Lanes<T> pair[height];
+    T one[height];
+
+    template <int i, int j, int n>
+    [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
+        constexpr int lanes = laneCount<T>;
+        constexpr int rest = j - vectors * lanes;  // where in what follows the whole vectors
+        if constexpr (n == lanes) return whole[i][j / n];
+        else if constexpr (n == 2) return pair[i];
+        else if constexpr (rest < 0) return whole[i][j / lanes][j % lanes];
+        else if constexpr (width % lanes >= 2 && rest < 2) return pair[i][rest];
+        else return one[i];
+    }
+
+    template <int i, int j, int n>
+    [[gnu::always_inline]] void set(typename Piece<T, n>::Value value) {
+        if constexpr (n == laneCount<T>) whole[i][j / n] = value;
+        else if constexpr (n == 2) pair[i] = value;
+        else one[i] = value;
+    }
+};
+
+template <int width, int height, class T>
+[[gnu::always_inline]] inline Held<T, width, height> hold(Rows<T> rows) {
+    Held<T, width, height> held;
+    forRows<height>([&](auto i) __attribute__((always_inline)) {
+        forPieces<T, width>([&](auto j, auto n) __attribute__((always_inline)) {
+            held.template set<i, j, n>(rows.template get<i, j, n>());
+        });
+    });
+    return held;
+}
+
+// A constant.
+template <class T>
+struct Repeated {
+    Lanes<T> all;
+
+    template <int, int, int n>
+    [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
+        if constexpr (n == 1) return all[0];
+        else return all;
+    }
+};
+
+// The results of an operation.
+template <class Op, class T, class A, class B>
+struct Combined {
+    A a;
+    B b;
+
+    template <int i, int j, int n>
+    [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
+        return Op::apply(a.template get<i, j, n>(), b.template get<i, j, n>());
+    }
+};
+
+template <class T, int width, int height, class Source>
+[[gnu::always_inline]] inline void storeObject(const Source& source, std::byte* to, std::ptrdiff_t rowStride) {
+    forRows<height>([&](auto i) __attribute__((always_inline)) {
+        forPieces<T, width>([&](auto j, auto n) __attribute__((always_inline)) {
+            Piece<T, n>::store(to + i * rowStride + j * static_cast<std::ptrdiff_t>(sizeof(T)),
+                               source.template get<i, j, n>());
+        });
+    });
+}
+
+}  // namespace korm

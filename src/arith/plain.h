@@ -1,0 +1,269 @@
+// Kernels of the plain and list layouts with elements side by side.
+#pragma once
+
+#include <cstdint>
+
+#include "arith/pieces.h"
+#include "arith/runs.h"
+#include "arith/tiles.h"
+#include "arith/turned.h"
+#include "entry/views.h"
+
+namespace korm {
+
+template <class View>
+inline constexpr bool isConstant = View::spacing == Spacing::constant;
+template <class View>
+inline constexpr bool isTurned = View::spacing == Spacing::columnAdjacent;
+template <class View>
+inline constexpr bool isSingle = View::objects == Objects::single;
+template <class View>
+inline constexpr bool isListed = View::objects == Objects::listed;
+template <class Count>
+inline constexpr bool isOneObject = !std::is_same_v<Count, std::int32_t>;
+
+// Object k as it is stored: rows, or a constant.
+template <class T, class View>
+[[gnu::always_inline]] inline auto storedObject(const View& view, std::ptrdiff_t k) {
+    if constexpr (isConstant<View>) return Repeated<T>{broadcast(view.at(k))};
+    else if constexpr (isTurned<View>) return Rows<T>{view.at(k).origin, view.at(k).elementStride};
+    else return Rows<T>{view.at(k).origin, view.at(k).rowStride};
+}
+
+// The single operand of an array form, in locals; of the others, the view itself.
+template <class T, int width, int height, bool keepTurned, class View>
+[[gnu::always_inline]] inline auto prepared(const View& view) {
+    if constexpr (!isSingle<View>) return view;
+    else if constexpr (isConstant<View>) return storedObject<T>(view, 0);
+    else if constexpr (!isTurned<View>) return hold<width, height>(storedObject<T>(view, 0));
+    else if constexpr (keepTurned) return hold<height, width>(storedObject<T>(view, 0));
+    else return holdTurned<T, width, height>(storedObject<T>(view, 0));
+}
+
+template <class T, class View, class Prepared>
+[[gnu::always_inline]] inline auto objectOf(const Prepared& prepared, std::ptrdiff_t k) {
+    if constexpr (isSingle<View>) return prepared;
+    else return storedObject<T>(prepared, k);
+}
+
+// One object from its sources; turnA and turnB tell which are still to be turned.
+template <class Op, class T, int width, int height, bool turnA, bool turnB, class A, class B>
+[[gnu::always_inline]] inline void storeSized(const A& a, const B& b, std::byte* to, std::ptrdiff_t rowStride) {
+    constexpr bool anyA = std::is_same_v<A, Repeated<T>>;
+    constexpr bool anyB = std::is_same_v<B, Repeated<T>>;
+    if constexpr ((turnA || anyA) && (turnB || anyB))
+        storeTurned<T, width, height>(Combined<Op, T, A, B>{a, b}, AsIs{}, to, rowStride);
+    else if constexpr (turnA) storeTurned<T, width, height>(a, WithSecond<Op, B>{b}, to, rowStride);
+    else if constexpr (turnB) storeTurned<T, width, height>(b, WithFirst<Op, A>{a}, to, rowStride);
+    else storeObject<T, width, height>(Combined<Op, T, A, B>{a, b}, to, rowStride);
+}
+
+// Object by object.
+template <class Op, int width, int height, class A, class B, class D, class Count>
+[[gnu::always_inline]] inline void eachSized(const A& a, const B& b, const D& dst, Count count) {
+    using T = typename D::Element;
+    if constexpr (isOneObject<Count>) {
+        const auto z = dst.at(0);
+        storeSized<Op, T, width, height, isTurned<A>, isTurned<B>>(storedObject<T>(a, 0), storedObject<T>(b, 0),
+                                                                   z.origin, z.rowStride);
+    } else {
+        constexpr bool keepTurned = (isTurned<A> || isConstant<A>) && (isTurned<B> || isConstant<B>);
+        constexpr bool turnA = isTurned<A> && (keepTurned || !isSingle<A>);
+        constexpr bool turnB = isTurned<B> && (keepTurned || !isSingle<B>);
+        const auto x = prepared<T, width, height, keepTurned>(a);
+        const auto y = prepared<T, width, height, keepTurned>(b);
+        for (std::int32_t k = 0; k < count; ++k) {
+            const auto z = dst.at(k);
+            storeSized<Op, T, width, height, turnA, turnB>(objectOf<T, A>(x, k), objectOf<T, B>(y, k), z.origin,
+                                                           z.rowStride);
+        }
+    }
+}
+
+template <class View>
+inline bool rowsTouch(const View& view, std::ptrdiff_t rowBytes) {
+    if constexpr (isConstant<View>) return true;
+    else return view.rowStride == rowBytes;
+}
+
+template <class View>
+inline bool objectsTouch(const View& view, std::ptrdiff_t objectBytes) {
+    if constexpr (isSingle<View> || isConstant<View>) return true;
+    else return view.objectStride == objectBytes;
+}
+
+template <class T, class View>
+[[gnu::always_inline]] inline auto runSource(const View& view) {
+    if constexpr (isConstant<View>) return Same<T>{broadcast(view.at(0))};
+    else return Adjacent<T>{view.at(0).origin};
+}
+
+// A single operand laid out for a tile; its rows may lie apart.
+template <class T, int width, int height, bool perVector, class View>
+[[gnu::always_inline]] inline auto tileSource(const View& view) {
+    constexpr int elements = width * height;
+    using Shape = Tile<T, elements, perVector>;
+    if constexpr (isConstant<View>) return TileConstants<T, elements>{view.origin, view.objectStride};
+    else if constexpr (!isSingle<View>) return TileOfArray{view.origin};
+    else {
+        alignas(16) std::byte copies[Shape::bytes];
+        const Rows<T> rows{view.origin, view.rowStride};
+        for (int k = 0; k < Shape::objects; ++k)
+            storeObject<T, width, height>(rows, copies + k * elements * static_cast<int>(sizeof(T)),
+                                          width * static_cast<int>(sizeof(T)));
+        TileHeld<T, Shape::vectors> held;
+        for (int v = 0; v < Shape::vectors; ++v) held.vector[v] = loadLanes<T>(copies + 16 * v);
+        return held;
+    }
+}
+
+template <class View>
+[[gnu::always_inline]] inline View after(View view, std::ptrdiff_t objects) {
+    if constexpr (!isSingle<View>) view.origin += objects * view.objectStride;
+    return view;
+}
+
+// All arrays packed.
+template <class Op, int width, int height, class A, class B, class D>
+[[gnu::always_inline]] inline void packed(const A& a, const B& b, const D& dst, std::int32_t count) {
+    using T = typename D::Element;
+    constexpr bool repeats = (isSingle<A> && !isConstant<A>) || (isSingle<B> && !isConstant<B>);
+    constexpr bool constants = (isConstant<A> && !isSingle<A>) || (isConstant<B> && !isSingle<B>);
+    if constexpr (repeats || constants) {
+        const std::int32_t done = storeTiles<Op, T, width * height, constants>(
+            tileSource<T, width, height, constants>(a), tileSource<T, width, height, constants>(b), dst.origin, count);
+        if (done < count)
+            eachSized<Op, width, height>(after(a, done), after(b, done), after(dst, done), count - done);
+    } else {
+        run<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, count * dst.objectStride);
+    }
+}
+
+template <class Op, int width, int height, class A, class B, class D, class Count>
+[[gnu::always_inline]] inline void plainSized(const A& a, const B& b, const D& dst, Count count) {
+    constexpr std::ptrdiff_t rowBytes = width * static_cast<std::ptrdiff_t>(sizeof(typename D::Element));
+    if constexpr (isOneObject<Count> || isTurned<A> || isTurned<B>) {
+        eachSized<Op, width, height>(a, b, dst, count);
+    } else {
+        if (height == 1 || (rowsTouch(a, rowBytes) && rowsTouch(b, rowBytes) && rowsTouch(dst, rowBytes))) {
+            if constexpr (!isListed<D>)
+                if (objectsTouch(a, height * rowBytes) && objectsTouch(b, height * rowBytes) &&
+                    objectsTouch(dst, height * rowBytes)) {
+                    packed<Op, width, height>(a, b, dst, count);
+                    return;
+                }
+            eachSized<Op, width * height, 1>(a, b, dst, count);
+        } else {
+            eachSized<Op, width, height>(a, b, dst, count);
+        }
+    }
+}
+
+// --- Other shapes --------------------------------------------------------------------------------
+
+template <class T, class View>
+[[gnu::always_inline]] inline auto gridSource(const View& view, const T* constantHere) {
+    if constexpr (isConstant<View> && isSingle<View>)
+        return Constants<T>{reinterpret_cast<const std::byte*>(constantHere), 0};
+    else if constexpr (isConstant<View>) return Constants<T>{view.origin, view.objectStride};
+    else if constexpr (isTurned<View>) return Matrices<T>{view.origin, view.objectStride, view.elementStride};
+    else return Matrices<T>{view.origin, view.objectStride, view.rowStride};
+}
+
+// Object k of a list, as a view of its own.
+template <class View>
+[[gnu::always_inline]] inline auto alone(const View& view, std::ptrdiff_t k) {
+    if constexpr (!isListed<View>) return view;
+    else if constexpr (isConstant<View>) return constant(view.at(k));
+    else {
+        GridView<std::conditional_t<std::is_const_v<std::remove_pointer_t<decltype(view.at(k).origin)>>,
+                                    const typename View::Element, typename View::Element>,
+                 Objects::single, View::spacing>
+            one{{}, 0, view.rowStride, view.elementStride};
+        one.origin = view.at(k).origin;
+        return one;
+    }
+}
+
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void plainSome(const A& a, const B& b, const D& dst, std::ptrdiff_t width, std::ptrdiff_t height,
+                     std::ptrdiff_t count) {
+    using T = typename D::Element;
+    {
+        [[maybe_unused]] T first{};
+        [[maybe_unused]] T second{};
+        if constexpr (isConstant<A> && isSingle<A>) first = a.value;
+        if constexpr (isConstant<B> && isSingle<B>) second = b.value;
+        const auto x = gridSource<T>(a, &first);
+        const auto y = gridSource<T>(b, &second);
+        const Results z{dst.origin, dst.objectStride, dst.rowStride};
+        std::ptrdiff_t bytes = width * static_cast<std::ptrdiff_t>(sizeof(T));
+        if constexpr (isTurned<A> || isTurned<B>) {
+            turnedGrids<Op, T, isTurned<A>, isTurned<B>>(x, y, z, width, height, count);
+        } else {
+            if (height == 1 || (rowsTouch(a, bytes) && rowsTouch(b, bytes) && rowsTouch(dst, bytes))) {
+                bytes *= height;
+                height = 1;
+                constexpr bool noPeriod = (isConstant<A> ? isSingle<A> : !isSingle<A>) && (isConstant<B> ? isSingle<B> : !isSingle<B>);
+                if constexpr (noPeriod)
+                    if (objectsTouch(a, bytes) && objectsTouch(b, bytes) && objectsTouch(dst, bytes)) {
+                        run<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, count * bytes);
+                        return;
+                    }
+            }
+            grids<Op, T>(x, y, z, bytes, height, count);
+        }
+    }
+}
+
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void plainAny(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
+                                            std::ptrdiff_t height, std::ptrdiff_t count) {
+    if constexpr (isListed<D>) {
+        for (std::ptrdiff_t k = 0; k < count; ++k)
+            plainSome<Op>(alone(a, k), alone(b, k), alone(dst, k), width, height, 1);
+    } else {
+        plainSome<Op>(a, b, dst, width, height, count);
+    }
+}
+
+// One long vector. Where the result overlaps a source other than exactly, the elements go one by one.
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void plainVector(const A& a, const B& b, const D& dst, std::ptrdiff_t length) {
+    using T = typename D::Element;
+    const std::ptrdiff_t bytes = length * static_cast<std::ptrdiff_t>(sizeof(T));
+    const auto apart = [&](const auto& view) {
+        if constexpr (isConstant<std::remove_cvref_t<decltype(view)>>) return true;
+        else {
+            const auto from = reinterpret_cast<std::uintptr_t>(view.origin);
+            const auto to = reinterpret_cast<std::uintptr_t>(dst.origin);
+            const auto span = static_cast<std::uintptr_t>(bytes);
+            return from == to || (from > to ? from - to : to - from) >= span;
+        }
+    };
+    if (apart(a) && apart(b)) run<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, bytes);
+    else singles<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, bytes);
+}
+
+template <class Op, class A, class B, class D, class Count>
+[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, MatrixShape shape, Count count) {
+    if (shape.width == shape.height) {
+        if (shape.width == 3) return plainSized<Op, 3, 3>(a, b, dst, count);
+        if (shape.width == 4) return plainSized<Op, 4, 4>(a, b, dst, count);
+        if (shape.width == 5) return plainSized<Op, 5, 5>(a, b, dst, count);
+        if (shape.width == 6) return plainSized<Op, 6, 6>(a, b, dst, count);
+    }
+    plainAny<Op>(a, b, dst, shape.width, shape.height, count);
+}
+
+template <class Op, class A, class B, class D, class Count>
+[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, VectorShape shape, Count count) {
+    if (shape.length == 3) return plainSized<Op, 3, 1>(a, b, dst, count);
+    if (shape.length == 4) return plainSized<Op, 4, 1>(a, b, dst, count);
+    if (shape.length == 5) return plainSized<Op, 5, 1>(a, b, dst, count);
+    if (shape.length == 6) return plainSized<Op, 6, 1>(a, b, dst, count);
+    if constexpr (isOneObject<Count>) plainVector<Op>(a, b, dst, shape.length);
+    else plainAny<Op>(a, b, dst, shape.length, 1, count);
+}
+
+}  // namespace korm

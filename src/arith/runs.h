@@ -1,0 +1,141 @@
+// Adjacent elements of any number: rows, and whole calls whose objects touch.
+//
+// The loops here are shared by all forms of an operation and a type (they are not inlined): a form only
+// says of each source whether it is elements or constants.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "entry/lanes.h"
+
+namespace korm {
+
+// Sources of a run, indexed by the byte distance from its start.
+template <class T>
+struct Adjacent {
+    const std::byte* origin;
+    [[gnu::always_inline]] Lanes<T> lanes(std::ptrdiff_t at) const { return loadLanes<T>(origin + at); }
+    [[gnu::always_inline]] Lanes<T> pair(std::ptrdiff_t at) const { return loadPair(origin + at); }
+    [[gnu::always_inline]] T one(std::ptrdiff_t at) const { return load<T>(origin + at); }
+    Adjacent from(std::ptrdiff_t at) const { return {origin + at}; }
+};
+
+template <class T>
+struct Same {
+    Lanes<T> all;
+    [[gnu::always_inline]] Lanes<T> lanes(std::ptrdiff_t) const { return all; }
+    [[gnu::always_inline]] Lanes<T> pair(std::ptrdiff_t) const { return all; }
+    [[gnu::always_inline]] T one(std::ptrdiff_t) const { return all[0]; }
+    Same from(std::ptrdiff_t) const { return *this; }
+};
+
+// Less than a vector: a pair of floats, one element.
+template <class Op, class T, class A, class B>
+[[gnu::always_inline]] inline std::ptrdiff_t few(A a, B b, std::byte* to, std::ptrdiff_t at, std::ptrdiff_t bytes) {
+    if constexpr (laneCount<T> == 4)
+        if (bytes & 8) {
+            storePair(to + at, Op::apply(a.pair(at), b.pair(at)));
+            at += 8;
+        }
+    if (bytes & static_cast<std::ptrdiff_t>(sizeof(T))) {
+        store(to + at, Op::apply(a.one(at), b.one(at)));
+        at += static_cast<std::ptrdiff_t>(sizeof(T));
+    }
+    return at;
+}
+
+// Strictly one after the other, for a result that overlaps its source. The empty statement keeps the
+// compiler from making vectors of it.
+template <class Op, class T, class A, class B>
+[[gnu::noinline]] void singles(A a, B b, std::byte* to, std::ptrdiff_t bytes) {
+    for (std::ptrdiff_t at = 0; at < bytes; at += static_cast<std::ptrdiff_t>(sizeof(T))) {
+        store(to + at, Op::apply(a.one(at), b.one(at)));
+        asm volatile("");
+    }
+}
+
+// One row. The last vector ends with the row and so may overlap the one before it; it is computed first,
+// so that the elements which it shares are still unchanged when the row is done in place.
+template <class Op, class T, class A, class B>
+[[gnu::always_inline]] inline void row(A a, B b, std::byte* to, std::ptrdiff_t bytes) {
+    if (bytes < 16) {
+        few<Op, T>(a, b, to, 0, bytes);
+        return;
+    }
+    const auto step = [&](std::ptrdiff_t at) { storeLanes(to + at, Op::apply(a.lanes(at), b.lanes(at))); };
+    const std::ptrdiff_t last = bytes - 16;
+    const Lanes<T> end = Op::apply(a.lanes(last), b.lanes(last));
+    std::ptrdiff_t at = 0;
+    for (; at + 48 < last; at += 64) {
+        step(at);
+        step(at + 16);
+        step(at + 32);
+        step(at + 48);
+    }
+    for (; at < last; at += 16) step(at);
+    storeLanes(to + last, end);
+}
+
+// A long run: single elements until `to` is aligned, then aligned stores.
+template <class Op, class T, class A, class B>
+[[gnu::noinline]] void run(A a, B b, std::byte* to, std::ptrdiff_t bytes) {
+    const auto step = [&](std::ptrdiff_t at) { storeAligned(to + at, Op::apply(a.lanes(at), b.lanes(at))); };
+    const std::ptrdiff_t ahead = static_cast<std::ptrdiff_t>(-reinterpret_cast<std::uintptr_t>(to) & 15);
+    if (bytes < 64 || ahead % static_cast<std::ptrdiff_t>(sizeof(T)) != 0) {
+        row<Op, T>(a, b, to, bytes);
+        return;
+    }
+    std::ptrdiff_t at = few<Op, T>(a, b, to, 0, ahead);
+    for (; at + 64 <= bytes; at += 64) {
+        step(at);
+        step(at + 16);
+        step(at + 32);
+        step(at + 48);
+    }
+    for (; at + 16 <= bytes; at += 16) step(at);
+    few<Op, T>(a, b, to, at, bytes - at);
+}
+
+// --- Objects of any shape ----------------------------------------------------------------------
+
+// An operand of a nest over objects and rows. A single operand has an object stride of 0.
+template <class T>
+struct Matrices {
+    const std::byte* origin;
+    std::ptrdiff_t objectStride;
+    std::ptrdiff_t rowStride;
+
+    Adjacent<T> row(std::ptrdiff_t i) const { return {origin + i * rowStride}; }
+    void next() { origin += objectStride; }
+};
+
+template <class T>
+struct Constants {
+    const std::byte* origin;
+    std::ptrdiff_t objectStride;
+
+    Same<T> row(std::ptrdiff_t) const { return {broadcast(load<T>(origin))}; }
+    void next() { origin += objectStride; }
+};
+
+struct Results {
+    std::byte* origin;
+    std::ptrdiff_t objectStride;
+    std::ptrdiff_t rowStride;
+};
+
+// `bytes` is the length of a row.
+template <class Op, class T, class A, class B>
+[[gnu::noinline]] void grids(A a, B b, Results d, std::ptrdiff_t bytes, std::ptrdiff_t height,
+                             std::ptrdiff_t count) {
+    for (; count > 0; --count) {
+        for (std::ptrdiff_t i = 0; i < height; ++i)
+            row<Op, T>(a.row(i), b.row(i), d.origin + i * d.rowStride, bytes);
+        a.next();
+        b.next();
+        d.origin += d.objectStride;
+    }
+}
+
+}  // namespace korm

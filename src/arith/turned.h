@@ -1,0 +1,185 @@
+// Transposed operands of plain layout: blocks of pieces are turned in registers.
+//
+// A block is p logical rows of q columns. It comes from q stored rows, each a piece of p elements, and
+// leaves as p pieces of q elements.
+#pragma once
+
+#include "arith/pieces.h"
+#include "arith/runs.h"
+
+namespace korm {
+
+template <class T, int p, int q>
+struct Block {
+    typename Piece<T, q>::Value row[p];
+};
+
+// Logical rows i ..., columns j ... of the source read as its transpose.
+template <class T, int p, int q, int i, int j, class Stored>
+[[gnu::always_inline]] inline Block<T, p, q> turnBlock(const Stored& stored) {
+    constexpr int lanes = laneCount<T>;
+    Block<T, p, q> block;
+    if constexpr (q == 1) {
+        // Single elements: a load for each is cheaper than taking a vector apart.
+        forRows<p>([&](auto r) __attribute__((always_inline)) {
+            block.row[r] = stored.template get<j, i + r, 1>();
+        });
+    } else if constexpr (p == 1) {
+        if constexpr (lanes == 2)
+            block.row[0] = Double2{stored.template get<j, i, 1>(), stored.template get<j + 1, i, 1>()};
+        else if constexpr (q == 2) {
+            const float x = stored.template get<j, i, 1>();
+            const float y = stored.template get<j + 1, i, 1>();
+            block.row[0] = Float4{x, y, x, y};
+        } else
+            block.row[0] = Float4{stored.template get<j, i, 1>(), stored.template get<j + 1, i, 1>(),
+                                  stored.template get<j + 2, i, 1>(), stored.template get<j + 3, i, 1>()};
+    } else if constexpr (p == lanes && q == lanes) {
+        forRows<q>([&](auto c) __attribute__((always_inline)) {
+            block.row[c] = stored.template get<j + c, i, p>();
+        });
+        transpose(block.row);
+    } else if constexpr (q == 2) {
+        const Float4 x = stored.template get<j, i, p>();
+        const Float4 y = stored.template get<j + 1, i, p>();
+        const Float4 low = interleaveLow(x, y);
+        block.row[0] = lowPairTwice(low);
+        block.row[1] = highPairTwice(low);
+        if constexpr (p == 4) {
+            const Float4 high = interleaveHigh(x, y);
+            block.row[2] = lowPairTwice(high);
+            block.row[3] = highPairTwice(high);
+        }
+    } else {
+        static_assert(p == 2 && q == 4);
+        const Float4 left = interleaveLow(stored.template get<j, i, p>(), stored.template get<j + 1, i, p>());
+        const Float4 right =
+            interleaveLow(stored.template get<j + 2, i, p>(), stored.template get<j + 3, i, p>());
+        block.row[0] = __builtin_shufflevector(left, right, 0, 1, 4, 5);
+        block.row[1] = __builtin_shufflevector(left, right, 2, 3, 6, 7);
+    }
+    return block;
+}
+
+// Calls f(i, j, p, q) for the blocks of a transpose of `width` columns and `height` rows.
+template <class T, int width, int height, class F>
+[[gnu::always_inline]] inline void forBlocks(const F& f) {
+    forPieces<T, height>([&](auto i, auto p) __attribute__((always_inline)) {
+        forPieces<T, width>([&](auto j, auto q) __attribute__((always_inline)) { f(i, j, p, q); });
+    });
+}
+
+template <class T, int width, int height, class Stored>
+[[gnu::always_inline]] inline Held<T, width, height> holdTurned(const Stored& stored) {
+    Held<T, width, height> held;
+    forBlocks<T, width, height>([&](auto i, auto j, auto p, auto q) __attribute__((always_inline)) {
+        const auto block = turnBlock<T, p, q, i, j>(stored);
+        forRows<p>([&](auto r) __attribute__((always_inline)) {
+            held.template set<i + r, j, q>(block.row[r]);
+        });
+    });
+    return held;
+}
+
+// What becomes of a block before it is stored.
+struct AsIs {
+    template <class T, int i, int j, int n, class V>
+    [[gnu::always_inline]] V apply(V value) const { return value; }
+};
+
+template <class Op, class B>
+struct WithSecond {
+    B b;
+    template <class T, int i, int j, int n, class V>
+    [[gnu::always_inline]] V apply(V value) const { return Op::apply(value, b.template get<i, j, n>()); }
+};
+
+template <class Op, class A>
+struct WithFirst {
+    A a;
+    template <class T, int i, int j, int n, class V>
+    [[gnu::always_inline]] V apply(V value) const { return Op::apply(a.template get<i, j, n>(), value); }
+};
+
+template <class T, int p, int q, int i, int j, class Stored, class Last>
+[[gnu::always_inline]] inline void storeBlock(const Stored& stored, const Last& last, std::byte* to,
+                                              std::ptrdiff_t rowStride) {
+    const auto block = turnBlock<T, p, q, i, j>(stored);
+    forRows<p>([&](auto r) __attribute__((always_inline)) {
+        Piece<T, q>::store(to + (i + r) * rowStride + j * static_cast<std::ptrdiff_t>(sizeof(T)),
+                           last.template apply<T, i + r, j, q>(block.row[r]));
+    });
+}
+
+template <class T, int width, int height, class Stored, class Last>
+[[gnu::always_inline]] inline void storeTurned(const Stored& stored, const Last& last, std::byte* to,
+                                               std::ptrdiff_t rowStride) {
+    forBlocks<T, width, height>([&](auto i, auto j, auto p, auto q) __attribute__((always_inline)) {
+        storeBlock<T, p, q, i, j>(stored, last, to, rowStride);
+    });
+}
+
+// --- Objects of any shape ----------------------------------------------------------------------
+
+template <class T>
+[[gnu::always_inline]] inline Rows<T> blockSource(const Matrices<T>& m, bool turned, std::ptrdiff_t i,
+                                                  std::ptrdiff_t j) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    return {m.origin + (turned ? j * m.rowStride + i * size : i * m.rowStride + j * size), m.rowStride};
+}
+
+template <class T>
+[[gnu::always_inline]] inline Repeated<T> blockSource(const Constants<T>& c, bool, std::ptrdiff_t,
+                                                      std::ptrdiff_t) {
+    return {broadcast(load<T>(c.origin))};
+}
+
+template <class Op, class T, bool turnA, bool turnB, int p, int q, class A, class B>
+[[gnu::always_inline]] inline void blockAt(const A& a, const B& b, const Results& d, std::ptrdiff_t i,
+                                           std::ptrdiff_t j) {
+    const auto x = blockSource(a, turnA, i, j);
+    const auto y = blockSource(b, turnB, i, j);
+    std::byte* const to = d.origin + i * d.rowStride + j * static_cast<std::ptrdiff_t>(sizeof(T));
+    constexpr bool anyB = std::is_same_v<B, Constants<T>>;
+    if constexpr (turnA && (turnB || anyB))
+        storeBlock<T, p, q, 0, 0>(Combined<Op, T, decltype(x), decltype(y)>{x, y}, AsIs{}, to, d.rowStride);
+    else if constexpr (turnA)
+        storeBlock<T, p, q, 0, 0>(x, WithSecond<Op, decltype(y)>{y}, to, d.rowStride);
+    else
+        storeBlock<T, p, q, 0, 0>(y, WithFirst<Op, decltype(x)>{x}, to, d.rowStride);
+}
+
+template <class Op, class T, bool turnA, bool turnB, int p, class A, class B>
+[[gnu::always_inline]] inline void blocksAt(const A& a, const B& b, const Results& d, std::ptrdiff_t i,
+                                            std::ptrdiff_t width) {
+    std::ptrdiff_t j = 0;
+    for (; j + laneCount<T> <= width; j += laneCount<T>)
+        blockAt<Op, T, turnA, turnB, p, laneCount<T>>(a, b, d, i, j);
+    if constexpr (laneCount<T> == 4)
+        if (width & 2) {
+            blockAt<Op, T, turnA, turnB, p, 2>(a, b, d, i, j);
+            j += 2;
+        }
+    if (width & 1) blockAt<Op, T, turnA, turnB, p, 1>(a, b, d, i, j);
+}
+
+template <class Op, class T, bool turnA, bool turnB, class A, class B>
+[[gnu::noinline]] void turnedGrids(A a, B b, Results d, std::ptrdiff_t width, std::ptrdiff_t height,
+                                   std::ptrdiff_t count) {
+    for (; count > 0; --count) {
+        std::ptrdiff_t i = 0;
+        for (; i + laneCount<T> <= height; i += laneCount<T>)
+            blocksAt<Op, T, turnA, turnB, laneCount<T>>(a, b, d, i, width);
+        if constexpr (laneCount<T> == 4)
+            if (height & 2) {
+                blocksAt<Op, T, turnA, turnB, 2>(a, b, d, i, width);
+                i += 2;
+            }
+        if (height & 1) blocksAt<Op, T, turnA, turnB, 1>(a, b, d, i, width);
+        a.next();
+        b.next();
+        d.origin += d.objectStride;
+    }
+}
+
+}  // namespace korm

@@ -1,0 +1,117 @@
+// A small vector layer: the 16-byte vectors of SSE, reached through the vector extensions of gcc and clang.
+//
+// Lanes<T> is four floats or two doubles; +, - and * work on it. Memory is only ever reached through the
+// loads and stores below. They assume no alignment, keep to strict aliasing, and touch exactly the
+// elements that they name.
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <memory>
+
+namespace korm {
+
+using Float4 = float __attribute__((vector_size(16)));
+using Double2 = double __attribute__((vector_size(16)));
+
+template <class T>
+struct LanesOf;
+template <>
+struct LanesOf<float> {
+    using Type = Float4;
+};
+template <>
+struct LanesOf<double> {
+    using Type = Double2;
+};
+
+template <class T>
+using Lanes = typename LanesOf<T>::Type;
+
+template <class T>
+inline constexpr int laneCount = 16 / static_cast<int>(sizeof(T));
+
+// --- Single elements ---------------------------------------------------------------------------
+
+template <class T>
+inline T load(const std::byte* from) {
+    T value;
+    std::memcpy(&value, from, sizeof value);
+    return value;
+}
+
+template <class T>
+inline void store(std::byte* to, T value) {
+    std::memcpy(to, &value, sizeof value);
+}
+
+// --- Whole vectors -----------------------------------------------------------------------------
+
+template <class T>
+inline Lanes<T> loadLanes(const std::byte* from) {
+    return load<Lanes<T>>(from);
+}
+
+inline void storeLanes(std::byte* to, Float4 value) { store(to, value); }
+inline void storeLanes(std::byte* to, Double2 value) { store(to, value); }
+
+// `to` is a multiple of 16.
+template <class V>
+inline void storeAligned(std::byte* to, V value) {
+    std::memcpy(std::assume_aligned<16>(to), &value, sizeof value);
+}
+
+inline Float4 broadcast(float value) { return Float4{value, value, value, value}; }
+inline Double2 broadcast(double value) { return Double2{value, value}; }
+
+// Vector of four (two) elements that lie apart.
+template <class T>
+inline Lanes<T> gather(const std::byte* from, std::ptrdiff_t step) {
+    if constexpr (laneCount<T> == 4)
+        return Float4{load<T>(from), load<T>(from + step), load<T>(from + 2 * step), load<T>(from + 3 * step)};
+    else
+        return Double2{load<T>(from), load<T>(from + step)};
+}
+
+// --- Pairs of floats ---------------------------------------------------------------------------
+
+// Two adjacent floats, twice: the spare lanes hold copies, so that arithmetic on them raises no
+// exception flag which the needed lanes don't raise too (zeros would, for 0 * infinity).
+inline Float4 loadPair(const std::byte* from) {
+    const double both = load<double>(from);
+    const Double2 twice = {both, both};
+    return reinterpret_cast<Float4>(twice);
+}
+
+inline void storePair(std::byte* to, Float4 value) { store(to, reinterpret_cast<Double2>(value)[0]); }
+inline void storeHighPair(std::byte* to, Float4 value) { store(to, reinterpret_cast<Double2>(value)[1]); }
+
+inline Float4 lowPairTwice(Float4 v) { return __builtin_shufflevector(v, v, 0, 1, 0, 1); }
+inline Float4 highPairTwice(Float4 v) { return __builtin_shufflevector(v, v, 2, 3, 2, 3); }
+
+// --- Transposition in registers ----------------------------------------------------------------
+
+// (a0 b0 a1 b1) and (a2 b2 a3 b3); of two lanes (a0 b0) and (a1 b1).
+inline Float4 interleaveLow(Float4 a, Float4 b) { return __builtin_shufflevector(a, b, 0, 4, 1, 5); }
+inline Float4 interleaveHigh(Float4 a, Float4 b) { return __builtin_shufflevector(a, b, 2, 6, 3, 7); }
+inline Double2 interleaveLow(Double2 a, Double2 b) { return __builtin_shufflevector(a, b, 0, 2); }
+inline Double2 interleaveHigh(Double2 a, Double2 b) { return __builtin_shufflevector(a, b, 1, 3); }
+
+inline void transpose(Float4 (&rows)[4]) {
+    const Float4 t0 = interleaveLow(rows[0], rows[1]);
+    const Float4 t1 = interleaveLow(rows[2], rows[3]);
+    const Float4 t2 = interleaveHigh(rows[0], rows[1]);
+    const Float4 t3 = interleaveHigh(rows[2], rows[3]);
+    rows[0] = __builtin_shufflevector(t0, t1, 0, 1, 4, 5);
+    rows[1] = __builtin_shufflevector(t0, t1, 2, 3, 6, 7);
+    rows[2] = __builtin_shufflevector(t2, t3, 0, 1, 4, 5);
+    rows[3] = __builtin_shufflevector(t2, t3, 2, 3, 6, 7);
+}
+
+inline void transpose(Double2 (&rows)[2]) {
+    const Double2 t = interleaveLow(rows[0], rows[1]);
+    rows[1] = interleaveHigh(rows[0], rows[1]);
+    rows[0] = t;
+}
+
+}  // namespace korm
