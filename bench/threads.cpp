@@ -30,7 +30,7 @@ void addThreadRow(const Place& place) {
     })->Iterations(1)->UseManualTime()->Unit(benchmark::kNanosecond);
 }
 
-constexpr Place secondLevel{"1 MiB", 1 << 20};
+constexpr Place secondLevel{"1MiB", 1 << 20};
 
 }  // namespace
 

@@ -145,7 +145,9 @@ TEST_F(Binary, RunsItsHooksAtLoadAndUnload) {
 TEST_F(Binary, NeedsNoRelocationOfCode) {
     for (const auto& entry : file.dynamic()) {
         EXPECT_NE(entry.d_tag, DT_TEXTREL);
-        if (entry.d_tag == DT_FLAGS) EXPECT_EQ(entry.d_un.d_val & DF_TEXTREL, 0u);
+        if (entry.d_tag == DT_FLAGS) {
+            EXPECT_EQ(entry.d_un.d_val & DF_TEXTREL, 0u);
+        }
     }
 }
 

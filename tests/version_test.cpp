@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 #include <korm.h>
 
+#include <cstdio>
 #include <cstring>
-#include <string>
 #include <thread>
 
 #include "support/library.h"
@@ -42,9 +42,11 @@ TEST(Version, HasTheseFields) {
 
 TEST(Version, TextAgreesWithNumbers) {
     const VersionRecord* const record = query();
-    EXPECT_EQ(record->version, std::to_string(record->major) + "." + std::to_string(record->minor) + "." +
-                                   std::to_string(record->patch) + " (r" + std::to_string(record->revision) + ")");
-    EXPECT_NE(std::string(record->name).find("(" + std::string(record->target) + ")"), std::string::npos);
+    char text[80];
+    std::snprintf(text, sizeof text, "%d.%d.%d (r%d)", record->major, record->minor, record->patch, record->revision);
+    EXPECT_STREQ(record->version, text);
+    std::snprintf(text, sizeof text, "(%s)", record->target);
+    EXPECT_NE(std::strstr(record->name, text), nullptr);
 }
 
 TEST(Version, IsOneRecordForEveryThread) {

@@ -55,23 +55,30 @@ template <class Op, class T, class A, class B>
     }
 }
 
-// One row. The last vector ends with the row and so may overlap the one before it; it is computed first,
-// so that the elements which it shares are still unchanged when the row is done in place.
+// One row of at least a vector, of whole + 1 vectors. The last vector ends with the row and so may overlap
+// the one before it; it is computed first, so that the elements which it shares are still unchanged when
+// the row is done in place.
+template <class Op, class T, int whole, class A, class B>
+[[gnu::always_inline]] inline void shortRow(A a, B b, std::byte* to, std::ptrdiff_t last) {
+    const Lanes<T> end = Op::apply(a.lanes(last), b.lanes(last));
+    for (int v = 0; v < whole; ++v) storeLanes(to + 16 * v, Op::apply(a.lanes(16 * v), b.lanes(16 * v)));
+    storeLanes(to + last, end);
+}
+
+// The same for any number. Rounds of eight vectors take 12 % less time in the first-level cache than
+// rounds of four: the loop is bound by the number of instructions.
 template <class Op, class T, class A, class B>
-[[gnu::always_inline]] inline void row(A a, B b, std::byte* to, std::ptrdiff_t bytes) {
-    if (bytes < 16) {
-        few<Op, T>(a, b, to, 0, bytes);
-        return;
-    }
-    const auto step = [&](std::ptrdiff_t at) { storeLanes(to + at, Op::apply(a.lanes(at), b.lanes(at))); };
-    const std::ptrdiff_t last = bytes - 16;
+[[gnu::always_inline]] inline void longRow(A a, B b, std::byte* to, std::ptrdiff_t last) {
+    const auto step = [&](std::ptrdiff_t at) __attribute__((always_inline)) {
+        storeLanes(to + at, Op::apply(a.lanes(at), b.lanes(at)));
+    };
     const Lanes<T> end = Op::apply(a.lanes(last), b.lanes(last));
     std::ptrdiff_t at = 0;
-    for (; at + 48 < last; at += 64) {
-        step(at);
-        step(at + 16);
-        step(at + 32);
-        step(at + 48);
+    for (; at + 112 < last; at += 128)
+        for (int v = 0; v < 8; ++v) step(at + 16 * v);
+    if (at + 48 < last) {
+        for (int v = 0; v < 4; ++v) step(at + 16 * v);
+        at += 64;
     }
     for (; at < last; at += 16) step(at);
     storeLanes(to + last, end);
@@ -80,18 +87,21 @@ template <class Op, class T, class A, class B>
 // A long run: single elements until `to` is aligned, then aligned stores.
 template <class Op, class T, class A, class B>
 [[gnu::noinline]] void run(A a, B b, std::byte* to, std::ptrdiff_t bytes) {
-    const auto step = [&](std::ptrdiff_t at) { storeAligned(to + at, Op::apply(a.lanes(at), b.lanes(at))); };
-    const std::ptrdiff_t ahead = static_cast<std::ptrdiff_t>(-reinterpret_cast<std::uintptr_t>(to) & 15);
-    if (bytes < 64 || ahead % static_cast<std::ptrdiff_t>(sizeof(T)) != 0) {
-        row<Op, T>(a, b, to, bytes);
+    const auto step = [&](std::ptrdiff_t at) __attribute__((always_inline)) {
+        storeAligned(to + at, Op::apply(a.lanes(at), b.lanes(at)));
+    };
+    const auto ahead = static_cast<std::ptrdiff_t>(-reinterpret_cast<std::uintptr_t>(to) & 15);
+    if (bytes < 32 || ahead % static_cast<std::ptrdiff_t>(sizeof(T)) != 0) {
+        if (bytes < 16) few<Op, T>(a, b, to, 0, bytes);
+        else longRow<Op, T>(a, b, to, bytes - 16);
         return;
     }
     std::ptrdiff_t at = few<Op, T>(a, b, to, 0, ahead);
-    for (; at + 64 <= bytes; at += 64) {
-        step(at);
-        step(at + 16);
-        step(at + 32);
-        step(at + 48);
+    for (; at + 128 <= bytes; at += 128)
+        for (int v = 0; v < 8; ++v) step(at + 16 * v);
+    if (at + 64 <= bytes) {
+        for (int v = 0; v < 4; ++v) step(at + 16 * v);
+        at += 64;
     }
     for (; at + 16 <= bytes; at += 16) step(at);
     few<Op, T>(a, b, to, at, bytes - at);
@@ -106,7 +116,8 @@ struct Matrices {
     std::ptrdiff_t objectStride;
     std::ptrdiff_t rowStride;
 
-    Adjacent<T> row(std::ptrdiff_t i) const { return {origin + i * rowStride}; }
+    [[gnu::always_inline]] Matrices object() const { return *this; }
+    [[gnu::always_inline]] Adjacent<T> row(std::ptrdiff_t i) const { return {origin + i * rowStride}; }
     void next() { origin += objectStride; }
 };
 
@@ -115,7 +126,11 @@ struct Constants {
     const std::byte* origin;
     std::ptrdiff_t objectStride;
 
-    Same<T> row(std::ptrdiff_t) const { return {broadcast(load<T>(origin))}; }
+    struct Object {
+        Same<T> same;
+        [[gnu::always_inline]] Same<T> row(std::ptrdiff_t) const { return same; }
+    };
+    [[gnu::always_inline]] Object object() const { return {{broadcast(load<T>(origin))}}; }
     void next() { origin += objectStride; }
 };
 
@@ -125,16 +140,43 @@ struct Results {
     std::ptrdiff_t rowStride;
 };
 
-// `bytes` is the length of a row.
-template <class Op, class T, class A, class B>
-[[gnu::noinline]] void grids(A a, B b, Results d, std::ptrdiff_t bytes, std::ptrdiff_t height,
-                             std::ptrdiff_t count) {
+template <class A, class B, class F>
+[[gnu::always_inline]] inline void eachRow(A a, B b, Results d, std::ptrdiff_t height, std::ptrdiff_t count,
+                                           const F& f) {
     for (; count > 0; --count) {
-        for (std::ptrdiff_t i = 0; i < height; ++i)
-            row<Op, T>(a.row(i), b.row(i), d.origin + i * d.rowStride, bytes);
+        const auto x = a.object();
+        const auto y = b.object();
+        for (std::ptrdiff_t i = 0; i < height; ++i) f(x.row(i), y.row(i), d.origin + i * d.rowStride);
         a.next();
         b.next();
         d.origin += d.objectStride;
+    }
+}
+
+// `bytes` is the length of a row. The choice by length is made once, not per row.
+template <class Op, class T, class A, class B>
+[[gnu::noinline]] void grids(A a, B b, Results d, std::ptrdiff_t bytes, std::ptrdiff_t height,
+                             std::ptrdiff_t count) {
+    const std::ptrdiff_t last = bytes - 16;
+    const auto rowsOf = [&]<int whole>(std::integral_constant<int, whole>) {
+        eachRow(a, b, d, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
+            shortRow<Op, T, whole>(x, y, to, last);
+        });
+    };
+    switch (bytes < 16 ? -1 : (last + 15) / 16) {
+        case -1:
+            return eachRow(a, b, d, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
+                few<Op, T>(x, y, to, 0, bytes);
+            });
+        case 0: return rowsOf(std::integral_constant<int, 0>{});
+        case 1: return rowsOf(std::integral_constant<int, 1>{});
+        case 2: return rowsOf(std::integral_constant<int, 2>{});
+        case 3: return rowsOf(std::integral_constant<int, 3>{});
+        case 4: return rowsOf(std::integral_constant<int, 4>{});
+        default:
+            return eachRow(a, b, d, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
+                longRow<Op, T>(x, y, to, last);
+            });
     }
 }
 

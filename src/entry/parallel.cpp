@@ -3,6 +3,7 @@
 #include <omp.h>
 
 #include <algorithm>
+#include <cerrno>
 
 #include "korcore.h"
 #include "korm.h"
@@ -51,9 +52,22 @@ private:
     void* block_ = nullptr;
 };
 
+// What the runtime's system calls leave in errno is not the caller's business.
+class ErrnoKept {
+public:
+    ErrnoKept() = default;
+    ~ErrnoKept() { errno = callers_; }
+    ErrnoKept(const ErrnoKept&) = delete;
+    ErrnoKept& operator=(const ErrnoKept&) = delete;
+
+private:
+    int callers_ = errno;
+};
+
 }  // namespace
 
 std::int32_t forEachRun(std::int32_t count, Statuses statuses, Scratch scratch, RunFunction function, const void* call) {
+    const ErrnoKept errnoKept;
     const std::int32_t threads = ownGetNumThreads();
     if (threads <= 1 || count < threads) return function(call, {0, count}, scratch.callers);
 

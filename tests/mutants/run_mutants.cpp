@@ -1,0 +1,103 @@
+// Runs the test routines against libraries that are wrong on purpose: each must be caught for every form that
+// its mistake applies to, and the real library must pass the same routines.
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+
+#include "../routines/routines.h"
+#include "../support/fault.h"
+#include "../support/verdict.h"
+
+namespace kormtest {
+namespace {
+
+using Routine = std::function<Verdict(const Form&, const Library&)>;
+// How many variants of the mistake a form has; 0 where it doesn't apply.
+using Variants = std::function<int(const Form&)>;
+
+struct Mutant {
+    const char* name;
+    Routine routine;
+    Variants variants;
+    // Does this variant change anything that could be seen?
+    std::function<bool(const Form&, int)> shows;
+};
+
+const Options options = Options::fromEnvironment();
+
+Verdict results(const Form& form, const Library& library) { return checkResults(form, library, options); }
+Verdict checks(const Form& form, const Library& library) { return checkBadArguments(form, library, options); }
+Verdict thresholds(const Form& form, const Library& library) {
+    return checkThresholds(form, library, options, false);
+}
+
+// Is there an object size and a count with just this estimate?
+bool reachable(const Form& form, std::int32_t estimate) {
+    for (std::int32_t area = 1; area <= estimate; ++area) {
+        for (std::int32_t count = 1; count <= estimate; ++count) {
+            Sizes sizes;
+            (form.matrices() ? sizes.width : sizes.length) = area;
+            sizes.count = count;
+            const std::int32_t found = form.estimate(sizes);
+            if (found == estimate) return true;
+            if (found > estimate) break;
+        }
+    }
+    return false;
+}
+
+const Mutant mutants[] = {
+    {"does_nothing", results, [](const Form&) { return 1; }, [](const Form&, int) { return true; }},
+    // A sum or product is the same either way round.
+    {"swaps_operands", results, [](const Form& form) { return form.operation == Operation::sub ? 1 : 0; },
+     [](const Form&, int) { return true; }},
+    {"writes_beyond", results, [](const Form&) { return 1; }, [](const Form&, int) { return true; }},
+    {"reorders_checks", checks, [](const Form& form) { return static_cast<int>(form.checks.size()) - 1; },
+     [](const Form&, int) { return true; }},
+    {"misses_limit", thresholds, [](const Form& form) { return form.driver ? 2 : 0; },
+     [](const Form& form, int variant) {
+         return reachable(form, form.limit.plain + variant) || reachable(form, form.limit.general + variant);
+     }},
+};
+
+bool judge(const Mutant& mutant, const std::string& folder) {
+    const Library wrong = Library::open(folder + "/libmutant_" + mutant.name + ".so");
+    int* const variant = static_cast<int*>(wrong.find("mutantVariant"));
+    int applies = 0, caught = 0, hidden = 0, falseAlarms = 0;
+    for (const Form& form : allForms()) {
+        const int variants = mutant.variants(form);
+        if (variants == 0) continue;
+        if (const Verdict verdict = mutant.routine(form, Library::linked()); !verdict.ok) {
+            ++falseAlarms;
+            std::printf("the real library fails: %s\n", verdict.message.c_str());
+        }
+        for (*variant = 0; *variant < variants; ++*variant) {
+            if (!mutant.shows(form, *variant)) {
+                ++hidden;
+                continue;
+            }
+            ++applies;
+            if (!mutant.routine(form, wrong).ok) ++caught;
+            else std::printf("not caught: %s, variant %d, in %s\n", mutant.name, *variant, form.name.c_str());
+        }
+    }
+    std::printf("%-16s applies %4d times, caught %4d, changes nothing %d times\n", mutant.name, applies, caught,
+                hidden);
+    return applies > 0 && caught == applies && falseAlarms == 0;
+}
+
+}  // namespace
+}  // namespace kormtest
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: korm_mutants FOLDER_OF_THE_LIBRARIES\n");
+        return 2;
+    }
+    kormtest::installFaultHandlers();
+    bool good = true;
+    for (const auto& mutant : kormtest::mutants) good = kormtest::judge(mutant, argv[1]) && good;
+    return good ? EXIT_SUCCESS : EXIT_FAILURE;
+}
