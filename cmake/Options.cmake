@@ -30,6 +30,10 @@ target_compile_options(kormFlags INTERFACE -mssse3 -ffp-contract=off -fno-math-e
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" OR KORM_TARGET STREQUAL "ia32")
     target_compile_options(kormFlags INTERFACE -mfpmath=sse)
 endif()
+if(KORM_TARGET STREQUAL "ia32")
+    # A parent project that compiles with -m32 need not have enabled the assembler.
+    target_compile_options(kormFlags INTERFACE $<$<COMPILE_LANGUAGE:ASM>:-m32>)
+endif()
 if(KORM_WERROR)
     target_compile_options(kormFlags INTERFACE -Werror)
 endif()

@@ -113,9 +113,10 @@ TEST_P(Allocations, NoneWithoutAFork) {
         Random values(1);
         const Scene scene(threadArena(), form(), options, random, values);
         const auto arguments = scene.arguments();
+        void* const function = library().function(form());
         scriptThreadNumbers({threads});
         startCounting();
-        const CallResult result = callFunction(library().function(form()), arguments);
+        const CallResult result = callFunction(function, arguments);
         const int counted = stopCounting();
         EXPECT_EQ(result.status(), 0);
         EXPECT_EQ(counted, 0) << scene.describe();
@@ -131,8 +132,9 @@ TEST_P(Allocations, NoneForABadCall) {
             value = form().type == Type::f64 ? CallValue::realBits(0) : CallValue::singleBits(0);
         arguments.push_back(value);
     }
+    void* const function = library().function(form());
     startCounting();
-    const CallResult result = callFunction(library().function(form()), arguments);
+    const CallResult result = callFunction(function, arguments);
     EXPECT_EQ(stopCounting(), 0);
     EXPECT_EQ(result.status(), -8);
 }

@@ -7,92 +7,155 @@
 
 namespace korm {
 
-template <class T, class X>
-[[gnu::always_inline]] inline T elementOf(const X& object, std::ptrdiff_t i, std::ptrdiff_t j) {
-    if constexpr (std::is_same_v<X, T>) return object;
-    else return load<T>(object.address(i, j));
+// Hides where a pointer comes from. Without it the compiler forms the addresses of all elements of an object
+// relative to its start and keeps up to 108 of them on the stack; one step per row needs three registers.
+template <class P>
+[[gnu::always_inline]] inline P opaque(P pointer) {
+    asm("" : "+r"(pointer));
+    return pointer;
 }
 
-// Objects of a size known when compiling, one by one.
+// --- Objects of a size known when compiling ------------------------------------------------------
+
+// Walks an object row by row.
+template <class T, class P>
+struct StridedRows {
+    P row;
+    std::ptrdiff_t rowStride, elementStride;
+
+    template <int j>
+    [[gnu::always_inline]] P address() const {
+        if constexpr (j == 5) return opaque(row + elementStride) + 4 * elementStride;
+        else return row + j * elementStride;
+    }
+    template <int, int j>
+    [[gnu::always_inline]] T get() const { return load<T>(address<j>()); }
+    [[gnu::always_inline]] void next() { row = opaque(row + rowStride); }
+};
+
+template <class T>
+struct RestingObject {
+    T value;
+    template <int, int>
+    [[gnu::always_inline]] T get() const { return value; }
+    void next() {}
+};
+
+// A copy of a single operand: addressed by constants, it takes no registers.
+template <class T, int width, int height>
+struct CopiedObject {
+    T value[height][width];
+};
+
+template <class T, int width, int height>
+struct CopiedRef {
+    const CopiedObject<T, width, height>* copy;
+    template <int i, int j>
+    [[gnu::always_inline]] T get() const { return copy->value[i][j]; }
+    void next() {}
+};
+
+template <class T, int width, int height, bool copies, class View>
+[[gnu::always_inline]] inline auto sizedPrepared(const View& view) {
+    if constexpr (copies && isSingle<View> && !isConstant<View>) {
+        CopiedObject<T, width, height> copy;
+        const auto from = view.at(0);
+        for (int i = 0; i < height; ++i)
+            for (int j = 0; j < width; ++j) copy.value[i][j] = load<T>(from.address(i, j));
+        return copy;
+    } else return view;
+}
+
+template <class T, int width, int height, class Prepared>
+[[gnu::always_inline]] inline auto sizedObject(const Prepared& prepared, std::ptrdiff_t k) {
+    if constexpr (std::is_same_v<Prepared, CopiedObject<T, width, height>>)
+        return CopiedRef<T, width, height>{&prepared};
+    else if constexpr (isConstant<Prepared>) return RestingObject<T>{prepared.at(k)};
+    else {
+        const auto grid = prepared.at(k);
+        return StridedRows<T, const std::byte*>{grid.origin, grid.rowStride, grid.elementStride};
+    }
+}
+
 template <class Op, int width, int height, class A, class B, class D, class Count>
-[[gnu::always_inline]] inline void eachApart(const A& a, const B& b, const D& dst, Count count) {
+[[gnu::always_inline]] inline void stridedSized(const A& a, const B& b, const D& dst, Count count) {
     using T = typename D::Element;
+    const auto first = sizedPrepared<T, width, height, !isOneObject<Count>>(a);
+    const auto second = sizedPrepared<T, width, height, !isOneObject<Count>>(b);
     for (std::int32_t k = 0; k < count; ++k) {
-        const auto x = a.at(k);
-        const auto y = b.at(k);
-        const auto z = dst.at(k);
+        auto x = sizedObject<T, width, height>(first, k);
+        auto y = sizedObject<T, width, height>(second, k);
+        const auto grid = dst.at(k);
+        StridedRows<T, std::byte*> z{grid.origin, grid.rowStride, grid.elementStride};
         forRows<height>([&](auto i) __attribute__((always_inline)) {
             forRows<width>([&](auto j) __attribute__((always_inline)) {
-                store(z.address(i, j), Op::apply(elementOf<T>(x, i, j), elementOf<T>(y, i, j)));
+                store(z.template address<j>(), Op::apply(x.template get<i, j>(), y.template get<i, j>()));
             });
+            if constexpr (i + 1 < height) {
+                x.next();
+                y.next();
+                z.next();
+            }
         });
     }
 }
 
-template <class T, class View>
-[[gnu::always_inline]] inline auto apartOperand(const View& view, const T* constantHere) {
-    if constexpr (isConstant<View> && isSingle<View>)
-        return ConstantOperand<T>{reinterpret_cast<const std::byte*>(constantHere), 0};
-    else if constexpr (isConstant<View>) return ConstantOperand<T>{view.origin, view.objectStride};
-    else if constexpr (View::spacing == Spacing::scattered) {
-        if constexpr (View::transposed)
-            return ScatteredOperand<T>{view.table, view.offset, view.objectStride, 1, view.pitch};
-        else return ScatteredOperand<T>{view.table, view.offset, view.objectStride, view.pitch, 1};
-    } else return StridedOperand<T>{view.origin, view.objectStride, view.rowStride, view.elementStride};
+template <class Op, int width, int height, class A, class B, class D>
+[[gnu::always_inline]] inline void scatteredSized(const A& a, const B& b, const D& dst) {
+    using T = typename D::Element;
+    const auto x = a.at(0);
+    const auto y = b.at(0);
+    const auto z = dst.at(0);
+    forRows<height>([&](auto i) __attribute__((always_inline)) {
+        forRows<width>([&](auto j) __attribute__((always_inline)) {
+            store(z.address(i, j), Op::apply(elementOf<T>(x, i, j), elementOf<T>(y, i, j)));
+        });
+    });
 }
 
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void apartSome(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
-                                             std::ptrdiff_t height, std::ptrdiff_t count) {
-    using T = typename D::Element;
-    [[maybe_unused]] T first{};
-    [[maybe_unused]] T second{};
-    if constexpr (isConstant<A> && isSingle<A>) first = a.value;
-    if constexpr (isConstant<B> && isSingle<B>) second = b.value;
-    const auto x = apartOperand<T>(a, &first);
-    const auto y = apartOperand<T>(b, &second);
-    if constexpr (D::spacing == Spacing::scattered)
-        scatteredNest<Op, T>(x, y, ScatteredResult<T>{dst.table, dst.offset, dst.objectStride, dst.pitch}, width,
-                             height, count);
-    else
-        stridedNest<Op, T>(x, y, StridedResult{dst.origin, dst.objectStride, dst.rowStride, dst.elementStride},
-                           width, height, count);
+template <class Op, int width, int height, class A, class B, class D, class Count>
+[[gnu::always_inline]] inline void apartSized(const A& a, const B& b, const D& dst, Count count) {
+    if constexpr (D::spacing == Spacing::scattered) {
+        if constexpr (isOneObject<Count>) scatteredSized<Op, width, height>(a, b, dst);
+        else scatteredAny<Op>(A(a), B(b), D(dst), width, height, count);
+    } else {
+        if constexpr (D::objects == Objects::stepped)
+            if (objectsAdjacent(dst)) {
+                stridedArrays<Op>(A(a), B(b), D(dst), width, height, count);
+                return;
+            }
+        stridedSized<Op, width, height>(a, b, dst, count);
+    }
 }
+
+// --- By shape ------------------------------------------------------------------------------------
 
 template <class Op, class A, class B, class D>
 [[gnu::always_inline]] inline void apartAny(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
                                             std::ptrdiff_t height, std::ptrdiff_t count) {
-    if constexpr (isListed<D>) {
-        for (std::ptrdiff_t k = 0; k < count; ++k)
-            apartSome<Op>(alone(a, k), alone(b, k), alone(dst, k), width, height, 1);
-    } else {
-        apartSome<Op>(a, b, dst, width, height, count);
-    }
+    if constexpr (D::spacing == Spacing::scattered) scatteredAny<Op>(A(a), B(b), D(dst), width, height, count);
+    else if constexpr (D::objects == Objects::stepped)
+        stridedArrays<Op>(A(a), B(b), D(dst), width, height, count);
+    else stridedNest<Op>(A(a), B(b), D(dst), width, height, count);
 }
-
-template <class D, class Count>
-inline constexpr bool sizedApart = isOneObject<Count> || isListed<D>;
 
 template <class Op, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void apartObjects(const A& a, const B& b, const D& dst, MatrixShape shape, Count count) {
-    if constexpr (sizedApart<D, Count>)
-        if (shape.width == shape.height) {
-            if (shape.width == 3) return eachApart<Op, 3, 3>(a, b, dst, count);
-            if (shape.width == 4) return eachApart<Op, 4, 4>(a, b, dst, count);
-            if (shape.width == 5) return eachApart<Op, 5, 5>(a, b, dst, count);
-            if (shape.width == 6) return eachApart<Op, 6, 6>(a, b, dst, count);
-        }
+    if (shape.width == shape.height) {
+        if (shape.width == 3) return apartSized<Op, 3, 3>(a, b, dst, count);
+        if (shape.width == 4) return apartSized<Op, 4, 4>(a, b, dst, count);
+        if (shape.width == 5) return apartSized<Op, 5, 5>(a, b, dst, count);
+        if (shape.width == 6) return apartSized<Op, 6, 6>(a, b, dst, count);
+    }
     apartAny<Op>(a, b, dst, shape.width, shape.height, count);
 }
 
 template <class Op, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void apartObjects(const A& a, const B& b, const D& dst, VectorShape shape, Count count) {
-    if constexpr (sizedApart<D, Count>) {
-        if (shape.length == 3) return eachApart<Op, 3, 1>(a, b, dst, count);
-        if (shape.length == 4) return eachApart<Op, 4, 1>(a, b, dst, count);
-        if (shape.length == 5) return eachApart<Op, 5, 1>(a, b, dst, count);
-        if (shape.length == 6) return eachApart<Op, 6, 1>(a, b, dst, count);
-    }
+    if (shape.length == 3) return apartSized<Op, 3, 1>(a, b, dst, count);
+    if (shape.length == 4) return apartSized<Op, 4, 1>(a, b, dst, count);
+    if (shape.length == 5) return apartSized<Op, 5, 1>(a, b, dst, count);
+    if (shape.length == 6) return apartSized<Op, 6, 1>(a, b, dst, count);
     apartAny<Op>(a, b, dst, shape.length, 1, count);
 }
 

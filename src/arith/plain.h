@@ -161,69 +161,26 @@ template <class Op, int width, int height, class A, class B, class D, class Coun
 
 // --- Other shapes --------------------------------------------------------------------------------
 
-template <class T, class View>
-[[gnu::always_inline]] inline auto gridSource(const View& view, const T* constantHere) {
-    if constexpr (isConstant<View> && isSingle<View>)
-        return Constants<T>{reinterpret_cast<const std::byte*>(constantHere), 0};
-    else if constexpr (isConstant<View>) return Constants<T>{view.origin, view.objectStride};
-    else if constexpr (isTurned<View>) return Matrices<T>{view.origin, view.objectStride, view.elementStride};
-    else return Matrices<T>{view.origin, view.objectStride, view.rowStride};
-}
-
-// Object k of a list, as a view of its own.
-template <class View>
-[[gnu::always_inline]] inline auto alone(const View& view, std::ptrdiff_t k) {
-    if constexpr (!isListed<View>) return view;
-    else if constexpr (isConstant<View>) return constant(view.at(k));
-    else {
-        GridView<std::conditional_t<std::is_const_v<std::remove_pointer_t<decltype(view.at(k).origin)>>,
-                                    const typename View::Element, typename View::Element>,
-                 Objects::single, View::spacing>
-            one{{}, 0, view.rowStride, view.elementStride};
-        one.origin = view.at(k).origin;
-        return one;
-    }
-}
-
+// The shared loops take views by reference. They get copies, so that the caller's own may live in registers.
 template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void plainSome(const A& a, const B& b, const D& dst, std::ptrdiff_t width, std::ptrdiff_t height,
-                     std::ptrdiff_t count) {
+[[gnu::always_inline]] inline void plainAny(A a, B b, D dst, std::ptrdiff_t width, std::ptrdiff_t height,
+                                            std::ptrdiff_t count) {
     using T = typename D::Element;
-    {
-        [[maybe_unused]] T first{};
-        [[maybe_unused]] T second{};
-        if constexpr (isConstant<A> && isSingle<A>) first = a.value;
-        if constexpr (isConstant<B> && isSingle<B>) second = b.value;
-        const auto x = gridSource<T>(a, &first);
-        const auto y = gridSource<T>(b, &second);
-        const Results z{dst.origin, dst.objectStride, dst.rowStride};
-        std::ptrdiff_t bytes = width * static_cast<std::ptrdiff_t>(sizeof(T));
-        if constexpr (isTurned<A> || isTurned<B>) {
-            turnedGrids<Op, T, isTurned<A>, isTurned<B>>(x, y, z, width, height, count);
-        } else {
-            if (height == 1 || (rowsTouch(a, bytes) && rowsTouch(b, bytes) && rowsTouch(dst, bytes))) {
-                bytes *= height;
-                height = 1;
-                constexpr bool noPeriod = (isConstant<A> ? isSingle<A> : !isSingle<A>) && (isConstant<B> ? isSingle<B> : !isSingle<B>);
-                if constexpr (noPeriod)
-                    if (objectsTouch(a, bytes) && objectsTouch(b, bytes) && objectsTouch(dst, bytes)) {
-                        run<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, count * bytes);
-                        return;
-                    }
-            }
-            grids<Op, T>(x, y, z, bytes, height, count);
-        }
-    }
-}
-
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void plainAny(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
-                                            std::ptrdiff_t height, std::ptrdiff_t count) {
-    if constexpr (isListed<D>) {
-        for (std::ptrdiff_t k = 0; k < count; ++k)
-            plainSome<Op>(alone(a, k), alone(b, k), alone(dst, k), width, height, 1);
+    if constexpr (isTurned<A> || isTurned<B>) {
+        turnedGrids<Op>(a, b, dst, width, height, count);
     } else {
-        plainSome<Op>(a, b, dst, width, height, count);
+        std::ptrdiff_t bytes = width * static_cast<std::ptrdiff_t>(sizeof(T));
+        if (height == 1 || (rowsTouch(a, bytes) && rowsTouch(b, bytes) && rowsTouch(dst, bytes))) {
+            bytes *= height;
+            height = 1;
+            constexpr bool repeats = isConstant<A> != isSingle<A> || isConstant<B> != isSingle<B>;
+            if constexpr (!repeats && !isListed<D>)
+                if (objectsTouch(a, bytes) && objectsTouch(b, bytes) && objectsTouch(dst, bytes)) {
+                    run<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, count * bytes);
+                    return;
+                }
+        }
+        grids<Op>(a, b, dst, bytes, height, count);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "entry/lanes.h"
+#include "entry/views.h"
 
 namespace korm {
 
@@ -109,74 +110,60 @@ template <class Op, class T, class A, class B>
 
 // --- Objects of any shape ----------------------------------------------------------------------
 
-// An operand of a nest over objects and rows. A single operand has an object stride of 0.
-template <class T>
-struct Matrices {
-    const std::byte* origin;
-    std::ptrdiff_t objectStride;
-    std::ptrdiff_t rowStride;
+// Row i of an object, and a constant as a row.
+template <class T, class G>
+[[gnu::always_inline]] inline auto rowSource(const G& object, std::ptrdiff_t i) {
+    if constexpr (std::is_same_v<G, Lanes<T>>) return Same<T>{object};
+    else return Adjacent<T>{object.address(i, 0)};
+}
 
-    [[gnu::always_inline]] Matrices object() const { return *this; }
-    [[gnu::always_inline]] Adjacent<T> row(std::ptrdiff_t i) const { return {origin + i * rowStride}; }
-    void next() { origin += objectStride; }
-};
+template <class T, class View>
+[[gnu::always_inline]] inline auto objectSource(const View& view, std::ptrdiff_t k) {
+    if constexpr (View::spacing == Spacing::constant) return broadcast(view.at(k));
+    else return view.at(k);
+}
 
-template <class T>
-struct Constants {
-    const std::byte* origin;
-    std::ptrdiff_t objectStride;
-
-    struct Object {
-        Same<T> same;
-        [[gnu::always_inline]] Same<T> row(std::ptrdiff_t) const { return same; }
-    };
-    [[gnu::always_inline]] Object object() const { return {{broadcast(load<T>(origin))}}; }
-    void next() { origin += objectStride; }
-};
-
-struct Results {
-    std::byte* origin;
-    std::ptrdiff_t objectStride;
-    std::ptrdiff_t rowStride;
-};
-
-template <class A, class B, class F>
-[[gnu::always_inline]] inline void eachRow(A a, B b, Results d, std::ptrdiff_t height, std::ptrdiff_t count,
-                                           const F& f) {
-    for (; count > 0; --count) {
-        const auto x = a.object();
-        const auto y = b.object();
-        for (std::ptrdiff_t i = 0; i < height; ++i) f(x.row(i), y.row(i), d.origin + i * d.rowStride);
-        a.next();
-        b.next();
-        d.origin += d.objectStride;
+template <class T, class A, class B, class D, class F>
+[[gnu::always_inline]] inline void eachRow(const A& a, const B& b, const D& dst, std::ptrdiff_t height,
+                                           std::ptrdiff_t count, const F& f) {
+    for (std::ptrdiff_t k = 0; k < count; ++k) {
+        const auto x = objectSource<T>(a, k);
+        const auto y = objectSource<T>(b, k);
+        const auto z = dst.at(k);
+        for (std::ptrdiff_t i = 0; i < height; ++i)
+            f(rowSource<T>(x, i), rowSource<T>(y, i), z.address(i, 0));
     }
 }
 
 // `bytes` is the length of a row. The choice by length is made once, not per row.
-template <class Op, class T, class A, class B>
-[[gnu::noinline]] void grids(A a, B b, Results d, std::ptrdiff_t bytes, std::ptrdiff_t height,
+template <class Op, class A, class B, class D>
+[[gnu::noinline]] void grids(const A& a, const B& b, const D& dst, std::ptrdiff_t bytes, std::ptrdiff_t height,
                              std::ptrdiff_t count) {
+    using T = typename D::Element;
     const std::ptrdiff_t last = bytes - 16;
     const auto rowsOf = [&]<int whole>(std::integral_constant<int, whole>) {
-        eachRow(a, b, d, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
-            shortRow<Op, T, whole>(x, y, to, last);
-        });
+        eachRow<T>(A(a), B(b), D(dst), height, count,
+                   [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
+                       shortRow<Op, T, whole>(x, y, to, last);
+                   });
     };
     switch (bytes < 16 ? -1 : (last + 15) / 16) {
         case -1:
-            return eachRow(a, b, d, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
-                few<Op, T>(x, y, to, 0, bytes);
-            });
+            return eachRow<T>(A(a), B(b), D(dst), height, count,
+                              [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
+                                  few<Op, T>(x, y, to, 0, bytes);
+                              });
         case 0: return rowsOf(std::integral_constant<int, 0>{});
         case 1: return rowsOf(std::integral_constant<int, 1>{});
         case 2: return rowsOf(std::integral_constant<int, 2>{});
         case 3: return rowsOf(std::integral_constant<int, 3>{});
         case 4: return rowsOf(std::integral_constant<int, 4>{});
+        case 7: return rowsOf(std::integral_constant<int, 7>{});
         default:
-            return eachRow(a, b, d, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
-                longRow<Op, T>(x, y, to, last);
-            });
+            return eachRow<T>(A(a), B(b), D(dst), height, count,
+                              [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
+                                  longRow<Op, T>(x, y, to, last);
+                              });
     }
 }
 

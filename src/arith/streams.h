@@ -28,7 +28,6 @@ struct Moving {
         else return load<T>(at + n * step);
     }
     [[gnu::always_inline]] void next(int n) { at += n * step; }
-    bool adjacent() const { return step == sizeof(T); }
     Adjacent<T> run() const { return {at}; }
 };
 
@@ -39,7 +38,6 @@ struct Resting {
     template <int>
     [[gnu::always_inline]] T get() const { return value; }
     void next(int) {}
-    bool adjacent() const { return true; }
     Same<T> run() const { return {broadcast(value)}; }
 };
 
@@ -64,145 +62,135 @@ template <class Op, class T, class A, class B>
     }
 }
 
-template <class Op, class T, class A, class B>
-[[gnu::noinline]] void stream(A a, B b, std::byte* to, std::ptrdiff_t step, std::ptrdiff_t length) {
-    if (step == sizeof(T) && a.adjacent() && b.adjacent() && length >= laneCount<T>)
-        longRow<Op, T>(a.run(), b.run(), to, (length - laneCount<T>) * static_cast<std::ptrdiff_t>(sizeof(T)));
-    else streamApart<Op, T>(a, b, to, step, length);
+// --- Positions outside, objects inside ------------------------------------------------------------
+
+template <class T, class View>
+[[gnu::always_inline]] inline auto overObjectsSource(const View& view, std::ptrdiff_t i, std::ptrdiff_t j,
+                                                     std::ptrdiff_t first) {
+    constexpr bool single = View::objects == Objects::single;
+    if constexpr (View::spacing == Spacing::constant) {
+        if constexpr (single) return Resting<T>{view.value};
+        else return Moving<T>{view.origin + first * view.objectStride, view.objectStride};
+    } else if constexpr (single) return Resting<T>{load<T>(view.at(0).address(i, j))};
+    else return Moving<T>{view.at(first).address(i, j), view.objectStride};
 }
 
-// --- Operands ----------------------------------------------------------------------------------
+template <class View>
+inline bool objectsAdjacent(const View& view) {
+    if constexpr (View::objects == Objects::single) return true;
+    else return view.objectStride == sizeof(typename View::Element);
+}
 
-// An object stride of 0 marks a single operand; a caller's own is never 0.
-template <class T>
-struct StridedOperand {
-    static constexpr bool constants = false;
-    const std::byte* origin;
-    std::ptrdiff_t objectStride, rowStride, elementStride;
-
-    const std::byte* address(std::ptrdiff_t i, std::ptrdiff_t j) const {
-        return origin + i * rowStride + j * elementStride;
-    }
-    Moving<T> alongRow(std::ptrdiff_t i) const { return {origin + i * rowStride, elementStride}; }
-    void swapAxes() { std::swap(rowStride, elementStride); }
-};
-
-template <class T>
-struct ScatteredOperand {
-    static constexpr bool constants = false;
-    const T* const* table;
-    std::ptrdiff_t offset, objectStride, rowEntries, columnEntries;
-
-    const std::byte* address(std::ptrdiff_t i, std::ptrdiff_t j) const {
-        return reinterpret_cast<const std::byte*>(table[i * rowEntries + j * columnEntries]) + offset;
-    }
-};
-
-template <class T>
-struct ConstantOperand {
-    static constexpr bool constants = true;
-    const std::byte* origin;
-    std::ptrdiff_t objectStride;
-
-    const std::byte* address(std::ptrdiff_t, std::ptrdiff_t) const { return origin; }
-    Resting<T> alongRow(std::ptrdiff_t) const { return {load<T>(origin)}; }
-    void swapAxes() {}
-};
-
-struct StridedResult {
-    std::byte* origin;
-    std::ptrdiff_t objectStride, rowStride, elementStride;
-    std::byte* address(std::ptrdiff_t i, std::ptrdiff_t j) const { return origin + i * rowStride + j * elementStride; }
-};
-
-template <class T>
-struct ScatteredResult {
-    T* const* table;
-    std::ptrdiff_t offset, objectStride, pitch;
-    std::byte* address(std::ptrdiff_t i, std::ptrdiff_t j) const {
-        return reinterpret_cast<std::byte*>(table[i * pitch + j]) + offset;
-    }
-};
-
-// Position by position, each a stream over the objects.
-template <class Op, class T, class A, class B, class D>
-inline void overObjects(const A& a, const B& b, const D& d, std::ptrdiff_t width, std::ptrdiff_t height,
-                        std::ptrdiff_t count) {
-    constexpr std::ptrdiff_t block = 64;
-    for (std::ptrdiff_t first = 0; first < count; first += block) {
-        const std::ptrdiff_t length = std::min(block, count - first);
+// The touched part of a block of objects, about 8 KB an operand, stays in the first-level cache.
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void overObjects(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
+                                               std::ptrdiff_t height, std::ptrdiff_t count) {
+    using T = typename D::Element;
+    const bool adjacent = objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst) && count >= laneCount<T>;
+    const std::ptrdiff_t block = std::max<std::ptrdiff_t>(16, 8192 / dst.objectStride);
+    std::ptrdiff_t length;
+    for (std::ptrdiff_t first = 0; first < count; first += length) {
+        length = std::min(block, count - first);
         for (std::ptrdiff_t i = 0; i < height; ++i)
             for (std::ptrdiff_t j = 0; j < width; ++j) {
-                const std::byte* const x = a.address(i, j);
-                const std::byte* const y = b.address(i, j);
-                std::byte* const z = d.address(i, j) + first * d.objectStride;
-                const Moving<T> xs{x + first * a.objectStride, a.objectStride};
-                const Moving<T> ys{y + first * b.objectStride, b.objectStride};
-                if (a.objectStride == 0) stream<Op, T>(Resting<T>{load<T>(x)}, ys, z, d.objectStride, length);
-                else if (b.objectStride == 0) stream<Op, T>(xs, Resting<T>{load<T>(y)}, z, d.objectStride, length);
-                else stream<Op, T>(xs, ys, z, d.objectStride, length);
+                const auto x = overObjectsSource<T>(a, i, j, first);
+                const auto y = overObjectsSource<T>(b, i, j, first);
+                std::byte* const to = dst.at(first).address(i, j);
+                if (adjacent && length >= laneCount<T>)
+                    longRow<Op, T>(x.run(), y.run(), to,
+                                   (length - laneCount<T>) * static_cast<std::ptrdiff_t>(sizeof(T)));
+                else streamApart<Op, T>(x, y, to, dst.objectStride, length);
             }
     }
 }
 
-// Whether no two elements of a result share bytes: by falling size, each stride passes over all that the
-// smaller ones span. Only then may the order of elements be changed.
-template <class T>
-inline bool apart(const StridedResult& d, std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t count) {
+// --- Objects outside ----------------------------------------------------------------------------
+
+template <class T, class G>
+[[gnu::always_inline]] inline auto alongRow(const G& object, std::ptrdiff_t i) {
+    if constexpr (std::is_same_v<G, T>) return Resting<T>{object};
+    else return Moving<T>{object.address(i, 0), object.elementStride};
+}
+
+template <class View>
+inline void swapAxes(View& view) {
+    if constexpr (View::spacing == Spacing::strided) std::swap(view.rowStride, view.elementStride);
+}
+
+// Whether no two elements of a result share bytes: by rising size, each stride passes over all that the
+// smaller ones span. Only then may elements be done in another order than objects, rows, columns.
+template <class D>
+inline bool elementsApart(const D& d, std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t count) {
     struct Axis {
         std::ptrdiff_t stride, length;
     };
     Axis x{d.elementStride, width}, y{d.rowStride, height}, z{d.objectStride, count};
-    if (height == 1) y.stride = x.stride * width;
     if (x.stride > y.stride) std::swap(x, y);
     if (y.stride > z.stride) std::swap(y, z);
     if (x.stride > y.stride) std::swap(x, y);
-    std::ptrdiff_t span = sizeof(T);
-    bool ok = true;
+    std::ptrdiff_t span = sizeof(typename D::Element);
     for (const Axis& axis : {x, y, z}) {
-        ok = ok && (axis.length == 1 || axis.stride >= span);
+        if (axis.length > 1 && axis.stride < span) return false;
         span += (axis.length - 1) * axis.stride;
     }
-    return ok;
+    return true;
 }
 
-template <class Op, class T, class A, class B>
-[[gnu::noinline]] void stridedNest(A a, B b, StridedResult d, std::ptrdiff_t width, std::ptrdiff_t height,
+template <class Op, class A, class B, class D>
+[[gnu::noinline]] void stridedNest(A a, B b, D dst, std::ptrdiff_t width, std::ptrdiff_t height,
                                    std::ptrdiff_t count) {
-    constexpr std::ptrdiff_t fewObjects = 8, smallObject = 36;
-    if (count >= fewObjects && width * height <= smallObject && apart<T>(d, width, height, count)) {
-        overObjects<Op, T>(a, b, d, width, height, count);
-        return;
-    }
-    if (height > width && apart<T>(d, width, height, 1)) {
+    using T = typename D::Element;
+    if (height > width && elementsApart(dst, width, height, 1)) {
         std::swap(width, height);
-        a.swapAxes();
-        b.swapAxes();
-        std::swap(d.rowStride, d.elementStride);
+        swapAxes(a);
+        swapAxes(b);
+        swapAxes(dst);
     }
-    for (; count > 0; --count) {
+    for (std::ptrdiff_t k = 0; k < count; ++k) {
+        const auto x = a.at(k);
+        const auto y = b.at(k);
+        const auto z = dst.at(k);
         for (std::ptrdiff_t i = 0; i < height; ++i)
-            streamApart<Op, T>(a.alongRow(i), b.alongRow(i), d.address(i, 0), d.elementStride, width);
-        a.origin += a.objectStride;
-        b.origin += b.objectStride;
-        d.origin += d.objectStride;
+            streamApart<Op, T>(alongRow<T>(x, i), alongRow<T>(y, i), z.address(i, 0), z.elementStride, width);
     }
 }
 
-template <class Op, class T, class A, class B>
-[[gnu::noinline]] void scatteredNest(A a, B b, ScatteredResult<T> d, std::ptrdiff_t width, std::ptrdiff_t height,
-                                     std::ptrdiff_t count) {
-    constexpr std::ptrdiff_t fewObjects = 4;
-    if (count >= fewObjects) {
-        overObjects<Op, T>(a, b, d, width, height, count);
-        return;
-    }
-    for (std::ptrdiff_t k = 0; k < count; ++k)
+// Whether objects inside are worth it: rows too short for a stream of their own, or vectors over objects.
+template <class A, class B, class D>
+inline bool preferObjects(const A& a, const B& b, const D& dst, std::ptrdiff_t width, std::ptrdiff_t height,
+                          std::ptrdiff_t count) {
+    return count >= 8 &&
+           ((width < 7 && height < 7) || (objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst))) &&
+           elementsApart(dst, width, height, count);
+}
+
+template <class Op, class A, class B, class D>
+[[gnu::noinline]] void stridedArrays(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
+                                     std::ptrdiff_t height, std::ptrdiff_t count) {
+    if (preferObjects(a, b, dst, width, height, count)) overObjects<Op>(A(a), B(b), D(dst), width, height, count);
+    else stridedNest<Op>(A(a), B(b), D(dst), width, height, count);
+}
+
+template <class T, class X>
+[[gnu::always_inline]] inline T elementOf(const X& object, std::ptrdiff_t i, std::ptrdiff_t j) {
+    if constexpr (std::is_same_v<X, T>) return object;
+    else return load<T>(object.address(i, j));
+}
+
+template <class Op, class A, class B, class D>
+[[gnu::noinline]] void scatteredAny(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
+                                    std::ptrdiff_t height, std::ptrdiff_t count) {
+    using T = typename D::Element;
+    if constexpr (D::objects != Objects::single)
+        if (count >= 4) return overObjects<Op>(A(a), B(b), D(dst), width, height, count);
+    for (std::ptrdiff_t k = 0; k < count; ++k) {
+        const auto x = a.at(k);
+        const auto y = b.at(k);
+        const auto z = dst.at(k);
         for (std::ptrdiff_t i = 0; i < height; ++i)
             for (std::ptrdiff_t j = 0; j < width; ++j)
-                store(d.address(i, j) + k * d.objectStride,
-                      Op::apply(load<T>(a.address(i, j) + k * a.objectStride),
-                                load<T>(b.address(i, j) + k * b.objectStride)));
+                store(z.address(i, j), Op::apply(elementOf<T>(x, i, j), elementOf<T>(y, i, j)));
+    }
 }
 
 }  // namespace korm

@@ -121,64 +121,58 @@ template <class T, int width, int height, class Stored, class Last>
 
 // --- Objects of any shape ----------------------------------------------------------------------
 
-template <class T>
-[[gnu::always_inline]] inline Rows<T> blockSource(const Matrices<T>& m, bool turned, std::ptrdiff_t i,
-                                                  std::ptrdiff_t j) {
-    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    return {m.origin + (turned ? j * m.rowStride + i * size : i * m.rowStride + j * size), m.rowStride};
+// The block at logical (i, j) of an object, whose rows are stored ones.
+template <class T, class G>
+[[gnu::always_inline]] inline auto blockSource(const G& object, std::ptrdiff_t i, std::ptrdiff_t j) {
+    if constexpr (std::is_same_v<G, Grid<const T, Spacing::columnAdjacent>>)
+        return Rows<T>{object.address(i, j), object.elementStride};
+    else if constexpr (std::is_same_v<G, Grid<const T, Spacing::rowAdjacent>>)
+        return Rows<T>{object.address(i, j), object.rowStride};
+    else return Repeated<T>{object};
 }
 
-template <class T>
-[[gnu::always_inline]] inline Repeated<T> blockSource(const Constants<T>& c, bool, std::ptrdiff_t,
-                                                      std::ptrdiff_t) {
-    return {broadcast(load<T>(c.origin))};
+// Turned sources are combined before they are turned, where both are (or the other is a constant).
+template <class Op, class T, int p, int q, class A, class B, class D>
+[[gnu::always_inline]] inline void blockAt(const A& a, const B& b, const D& d, std::ptrdiff_t i, std::ptrdiff_t j) {
+    constexpr bool plainA = std::is_same_v<A, Grid<const T, Spacing::rowAdjacent>>;
+    constexpr bool plainB = std::is_same_v<B, Grid<const T, Spacing::rowAdjacent>>;
+    const auto x = blockSource<T>(a, i, j);
+    const auto y = blockSource<T>(b, i, j);
+    std::byte* const to = d.address(i, j);
+    if constexpr (plainA) storeBlock<T, p, q, 0, 0>(y, WithFirst<Op, Rows<T>>{x}, to, d.rowStride);
+    else if constexpr (plainB) storeBlock<T, p, q, 0, 0>(x, WithSecond<Op, Rows<T>>{y}, to, d.rowStride);
+    else storeBlock<T, p, q, 0, 0>(Combined<Op, T, decltype(x), decltype(y)>{x, y}, AsIs{}, to, d.rowStride);
 }
 
-template <class Op, class T, bool turnA, bool turnB, int p, int q, class A, class B>
-[[gnu::always_inline]] inline void blockAt(const A& a, const B& b, const Results& d, std::ptrdiff_t i,
-                                           std::ptrdiff_t j) {
-    const auto x = blockSource(a, turnA, i, j);
-    const auto y = blockSource(b, turnB, i, j);
-    std::byte* const to = d.origin + i * d.rowStride + j * static_cast<std::ptrdiff_t>(sizeof(T));
-    constexpr bool anyB = std::is_same_v<B, Constants<T>>;
-    if constexpr (turnA && (turnB || anyB))
-        storeBlock<T, p, q, 0, 0>(Combined<Op, T, decltype(x), decltype(y)>{x, y}, AsIs{}, to, d.rowStride);
-    else if constexpr (turnA)
-        storeBlock<T, p, q, 0, 0>(x, WithSecond<Op, decltype(y)>{y}, to, d.rowStride);
-    else
-        storeBlock<T, p, q, 0, 0>(y, WithFirst<Op, decltype(x)>{x}, to, d.rowStride);
-}
-
-template <class Op, class T, bool turnA, bool turnB, int p, class A, class B>
-[[gnu::always_inline]] inline void blocksAt(const A& a, const B& b, const Results& d, std::ptrdiff_t i,
+template <class Op, class T, int p, class A, class B, class D>
+[[gnu::always_inline]] inline void blocksAt(const A& a, const B& b, const D& d, std::ptrdiff_t i,
                                             std::ptrdiff_t width) {
     std::ptrdiff_t j = 0;
-    for (; j + laneCount<T> <= width; j += laneCount<T>)
-        blockAt<Op, T, turnA, turnB, p, laneCount<T>>(a, b, d, i, j);
+    for (; j + laneCount<T> <= width; j += laneCount<T>) blockAt<Op, T, p, laneCount<T>>(a, b, d, i, j);
     if constexpr (laneCount<T> == 4)
         if (width & 2) {
-            blockAt<Op, T, turnA, turnB, p, 2>(a, b, d, i, j);
+            blockAt<Op, T, p, 2>(a, b, d, i, j);
             j += 2;
         }
-    if (width & 1) blockAt<Op, T, turnA, turnB, p, 1>(a, b, d, i, j);
+    if (width & 1) blockAt<Op, T, p, 1>(a, b, d, i, j);
 }
 
-template <class Op, class T, bool turnA, bool turnB, class A, class B>
-[[gnu::noinline]] void turnedGrids(A a, B b, Results d, std::ptrdiff_t width, std::ptrdiff_t height,
-                                   std::ptrdiff_t count) {
-    for (; count > 0; --count) {
+template <class Op, class A, class B, class D>
+[[gnu::noinline]] void turnedGrids(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
+                                   std::ptrdiff_t height, std::ptrdiff_t count) {
+    using T = typename D::Element;
+    for (std::ptrdiff_t k = 0; k < count; ++k) {
+        const auto x = objectSource<T>(a, k);
+        const auto y = objectSource<T>(b, k);
+        const auto z = dst.at(k);
         std::ptrdiff_t i = 0;
-        for (; i + laneCount<T> <= height; i += laneCount<T>)
-            blocksAt<Op, T, turnA, turnB, laneCount<T>>(a, b, d, i, width);
+        for (; i + laneCount<T> <= height; i += laneCount<T>) blocksAt<Op, T, laneCount<T>>(x, y, z, i, width);
         if constexpr (laneCount<T> == 4)
             if (height & 2) {
-                blocksAt<Op, T, turnA, turnB, 2>(a, b, d, i, width);
+                blocksAt<Op, T, 2>(x, y, z, i, width);
                 i += 2;
             }
-        if (height & 1) blocksAt<Op, T, turnA, turnB, 1>(a, b, d, i, width);
-        a.next();
-        b.next();
-        d.origin += d.objectStride;
+        if (height & 1) blocksAt<Op, T, 1>(x, y, z, i, width);
     }
 }
 

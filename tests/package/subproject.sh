@@ -8,7 +8,7 @@ runtime=()
 [[ -z $LIBOMP ]] || runtime=(-DKORM_LIBOMP="$LIBOMP")  # found already: no second download
 "$CMAKE" -S "$SOURCE/tests/package/subproject" -B "$build" -DKORM_SOURCE="$SOURCE" -DKORM_OPENMP="$OPENMP" \
     "${runtime[@]}" -DCMAKE_C_COMPILER="$CC" -DCMAKE_CXX_COMPILER="$CXX" -DCMAKE_C_FLAGS="${cFlags[*]}" \
-    -DCMAKE_CXX_FLAGS="${cxxFlags[*]}" -DCMAKE_EXE_LINKER_FLAGS="${linkFlags[*]}" -DCMAKE_BUILD_TYPE=Release
+    -DCMAKE_CXX_FLAGS="${cxxFlags[*]}" -DCMAKE_EXE_LINKER_FLAGS="${linkFlags[*]}" -DCMAKE_BUILD_TYPE=Debug
 "$CMAKE" --build "$build" --parallel 2
 "$build/c_consumer"
 "$build/cpp_consumer"

@@ -86,6 +86,7 @@ template <class Visit>
 void Scene::visitElements(std::size_t operand, Visit&& visit) const {
     const Sizes& sizes = options_.sizes;
     const bool constant = form_.operands[operand].shape == Shape::constant;
+    if (constant && !form_.operands[operand].array) return;  // by value: nothing in memory
     const std::int32_t rows = form_.matrices() && !constant ? sizes.height : 1;
     const std::int32_t columns = constant ? 1 : form_.matrices() ? sizes.width : sizes.length;
     const std::int32_t objects = form_.operands[operand].array ? sizes.count : 1;

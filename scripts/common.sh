@@ -1,0 +1,58 @@
+# Read by the other scripts: moves to the root of the tree, and installs what is missing.
+
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+say() {
+    printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+}
+
+# Prints the comment that a script begins with.
+usage() {
+    awk 'NR > 1 && /^#/ { sub(/^# ?/, ""); print; next } NR > 1 { exit }' "$0"
+}
+
+# need COMMAND-OR-FILE=PACKAGE...: installs the packages whose command or file isn't there.
+need() {
+    local missing=() wanted
+    for wanted in "$@"; do
+        local thing=${wanted%%=*} package=${wanted#*=}
+        command -v "$thing" >/dev/null 2>&1 || [[ $thing == /* && -e $thing ]] || missing+=("$package")
+    done
+    [[ ${#missing[@]} -gt 0 ]] || return 0
+    local asRoot=()
+    if [[ $(id -u) -ne 0 ]]; then
+        command -v sudo >/dev/null || { say "needs the packages ${missing[*]}, and root or sudo to install them"; exit 1; }
+        asRoot=(sudo)
+    fi
+    say "installing ${missing[*]}"
+    # An index that can't be refreshed is no failure as long as the packages can be had.
+    "${asRoot[@]}" apt-get -qq update || say "apt-get update had problems; trying with the lists that are here"
+    "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+needBuild() {
+    need g++=g++ cmake=cmake ninja=ninja-build python3=python3 git=git \
+        /usr/lib/x86_64-linux-gnu/libomp.so.5=libomp-dev
+}
+
+# What tests need beyond building: GoogleTest's sources, and tools that some tests call.
+needTests() {
+    need /usr/src/googletest=googletest pkg-config=pkg-config clang=clang
+}
+
+needIa32() {
+    need /usr/lib/gcc/x86_64-linux-gnu/12/32/libgcc.a=g++-multilib
+}
+
+# build PRESET: configures, builds, and says how long it took.
+build() {
+    local preset=$1 start=$SECONDS
+    shift
+    say "building build/$preset"
+    cmake --preset "$preset" "$@" -Wno-dev >"build.$preset.log" 2>&1 || { cat "build.$preset.log" >&2; exit 1; }
+    grep -E 'WARNING|\*\*\*|left out|not built|isn.t here' "build.$preset.log" >&2 || true
+    mkdir -p "build/$preset" && mv "build.$preset.log" "build/$preset/configure.log"
+    cmake --build "build/$preset" -- -j "$(nproc)" --quiet
+    say "built build/$preset in $((SECONDS - start)) s"
+}
