@@ -1,8 +1,8 @@
 #include "measure.h"
 
+#include <time.h>
+
 #include <algorithm>
-#include <array>
-#include <chrono>
 #include <cstring>
 #include <vector>
 
@@ -13,16 +13,21 @@ std::int32_t threadsAllowed = 1;
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+// Time of this thread alone is not disturbed by other programs' turns on the processor. With several threads
+// it is the time that passes which counts.
+double nanosecondsNow(bool forks) {
+    timespec now;
+    clock_gettime(forks ? CLOCK_MONOTONIC : CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
+}
 
 template <class T>
 double nanosecondsOf(const Contender<T>& contender, const Workload<T>& work, long calls) {
     // Volatile: the compiler must not see which function is called, nor that its effect is always the same.
     void (*volatile run)(const Workload<T>&) = contender.run;
-    const auto start = Clock::now();
+    const double start = nanosecondsNow(contender.forks);
     for (long call = 0; call < calls; ++call) run(work);
-    const std::chrono::duration<double, std::nano> elapsed = Clock::now() - start;
-    return elapsed.count() / static_cast<double>(calls);
+    return (nanosecondsNow(contender.forks) - start) / static_cast<double>(calls);
 }
 
 // As many calls as fill one sample.

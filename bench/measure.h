@@ -29,6 +29,7 @@ struct Contender {
     void (*run)(const Workload<T>&);
     // The copying loop shows what the memory gives; it computes nothing that could be compared.
     bool isYardstick = false;
+    bool forks = false;  // may run on several threads
 };
 
 struct Place {

@@ -12,6 +12,12 @@ target_compile_definitions(kormObjects PRIVATE $<$<STREQUAL:${KORM_OPENMP_USED},
 target_compile_options(kormObjects PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti>)
 set_target_properties(kormObjects PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_EXTENSIONS OFF
                       CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # A chain of tests stays one of branches. Turned into arithmetic it needs registers that an entry function
+    # would have to save first: four instructions in the way to the first element of a 3 by 3 matrix.
+    target_compile_options(kormObjects PRIVATE
+                           $<$<COMPILE_LANGUAGE:CXX>:--param=logical-op-non-short-circuit=0>)
+endif()
 if(KORM_TARGET STREQUAL "ia32")
     # Callers may come with a stack that is aligned to 4 bytes only.
     target_compile_options(kormObjects PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-mstackrealign>)

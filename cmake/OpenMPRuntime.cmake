@@ -11,14 +11,15 @@
 
 set(KORM_OPENMP_USED ${KORM_OPENMP})
 
+set(gnuLosses "a child process after fork() must not make a parallel call, worker threads keep old rounding and \
+flush modes, and ThreadSanitizer reports races that aren't there")
+
 function(kormUseGnuOpenMP reason)
     if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         message(FATAL_ERROR "${reason}\nGNU's runtime is no way out: ${CMAKE_CXX_COMPILER_ID} needs LLVM's.")
     endif()
-    message(WARNING "${reason}\n"
-        "*** Building on GNU's OpenMP runtime (libgomp) instead. What is lost: a child process after fork() "
-        "must not make a parallel call, worker threads keep old rounding and flush modes, and "
-        "ThreadSanitizer reports races that aren't there. ***")
+    message(WARNING "${reason}\n*** Building on GNU's OpenMP runtime (libgomp) instead. "
+                    "What is lost: ${gnuLosses}. ***")
     set(KORM_OPENMP_USED gnu PARENT_SCOPE)
 endfunction()
 
@@ -54,5 +55,8 @@ else()
         message(FATAL_ERROR "KORM_OPENMP=gnu needs g++: ${CMAKE_CXX_COMPILER_ID} makes calls of LLVM's runtime.")
     endif()
     set(KORM_OPENMP_LIBRARY gomp)
+    if(KORM_OPENMP STREQUAL "gnu")
+        message(STATUS "GNU's OpenMP runtime: ${gnuLosses}.")
+    endif()
 endif()
 message(STATUS "OpenMP runtime: ${KORM_OPENMP_USED} (${KORM_OPENMP_LIBRARY})")

@@ -8,6 +8,7 @@
 #include "arith/apart.h"
 #include "arith/operations.h"
 #include "arith/plain.h"
+#include "arith/single.h"
 #include "entry/views.h"
 
 namespace korm {
@@ -15,7 +16,8 @@ namespace korm {
 // `shape` is MatrixShape or VectorShape, `count` a number or oneObject.
 template <class Op, class A, class B, class D, class Shape, class Count>
 [[gnu::always_inline]] inline void elementwise(A a, B b, D dst, Shape shape, Count count) {
-    if constexpr (D::spacing == Spacing::rowAdjacent) plainObjects<Op>(a, b, dst, shape, count);
+    if constexpr (isOneObject<Count>) singleObject<Op>(a, b, dst, shape);
+    else if constexpr (D::spacing == Spacing::rowAdjacent) plainObjects<Op>(a, b, dst, shape, count);
     else apartObjects<Op>(a, b, dst, shape, count);
 }
 
