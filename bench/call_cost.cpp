@@ -10,8 +10,8 @@
 // length 3, for `addr2line -fe libkorm.so`. --call makes just this one call, for other tools that count.
 #include <dlfcn.h>
 #include <korm.h>
-#include <signal.h>
 #include <setjmp.h>
+#include <signal.h>
 #include <sys/mman.h>
 #include <ucontext.h>
 #include <x86intrin.h>
@@ -51,7 +51,7 @@ volatile Trace* trace = nullptr;
 const char* tracedForm = nullptr;
 const char* calledForm = nullptr;
 constexpr int placesKept = 1000;
-greg_t places[placesKept];  // of the instructions behind the call
+greg_t places[placesKept];     // of the instructions behind the call
 std::byte* guarded = nullptr;  // three operands' inaccessible memory
 std::byte* open = nullptr;     // the same, accessible
 
@@ -96,10 +96,12 @@ int countInstructions(std::int32_t (*function)(Parameters...), const std::tuple<
     // Volatile, so that nothing of it lives in a register that siglongjmp would bring back as it was.
     volatile std::int32_t status = korStatusOk;
     if (sigsetjmp(record.recovery, 1) == 0) {
-        std::apply([&](Parameters... parameters) {
-            __writeeflags(__readeflags() | static_cast<unsigned>(trapFlag));
-            status = function(parameters...);
-        }, arguments);
+        std::apply(
+            [&](Parameters... parameters) {
+                __writeeflags(__readeflags() | static_cast<unsigned>(trapFlag));
+                status = function(parameters...);
+            },
+            arguments);
     }
     trace = nullptr;
     const auto expected = mustFault ? Trace::faulted : Trace::returned;
@@ -193,9 +195,9 @@ void fillTables(std::byte* memory, std::int32_t positions, std::size_t elementSi
 struct Cost {
     std::string name;
     int arguments;
-    int toLoadSquare;   // the most of sizes 3 to 6
-    int toLoadOther;    // the most of the other sizes tried
-    int toReturn;       // of order or length 3
+    int toLoadSquare;  // the most of sizes 3 to 6
+    int toLoadOther;   // the most of the other sizes tried
+    int toReturn;      // of order or length 3
 };
 std::vector<Cost> costs;
 
@@ -231,9 +233,9 @@ void measure(const char* name, std::int32_t (*function)(Parameters...), bool isV
     }
 }
 
-#define COST(NAME, IS_VECTOR)                       \
-    measure(#NAME "_32f", NAME##_32f, IS_VECTOR);   \
-    measure(#NAME "_64f", NAME##_64f, IS_VECTOR);   \
+#define COST(NAME, IS_VECTOR)                         \
+    measure(#NAME "_32f", NAME##_32f, IS_VECTOR);     \
+    measure(#NAME "_64f", NAME##_64f, IS_VECTOR);     \
     measure(#NAME "_32f_P", NAME##_32f_P, IS_VECTOR); \
     measure(#NAME "_64f_P", NAME##_64f_P, IS_VECTOR);
 
@@ -279,7 +281,8 @@ bool writeJson(const char* path) {
     if (!file) return false;
     std::fputs("[\n", file);
     for (std::size_t i = 0; i < costs.size(); ++i)
-        std::fprintf(file, R"({"name": "%s", "arguments": %d, "toLoadSquare": %d, "toLoadOther": %d, "toReturn": %d}%s)",
+        std::fprintf(file,
+                     R"({"name": "%s", "arguments": %d, "toLoadSquare": %d, "toLoadOther": %d, "toReturn": %d}%s)",
                      costs[i].name.c_str(), costs[i].arguments, costs[i].toLoadSquare, costs[i].toLoadOther,
                      costs[i].toReturn, i + 1 < costs.size() ? ",\n" : "\n");
     std::fputs("]\n", file);
@@ -298,7 +301,8 @@ int main(int argc, char** argv) {
         else if (!std::strcmp(argv[i], "--call") && i + 1 < argc) calledForm = argv[++i];
         else if (!std::strcmp(argv[i], "--json") && i + 1 < argc) json = argv[++i];
         else {
-            std::fputs("usage: call_cost [--check | --check-small] [--json FILE] [--trace NAME | --call NAME]\n", stderr);
+            std::fputs("usage: call_cost [--check | --check-small] [--json FILE] [--trace NAME | --call NAME]\n",
+                       stderr);
             return 2;
         }
     }

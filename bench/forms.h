@@ -107,9 +107,8 @@ auto argumentsOf(const Workload<T>& work) {
     }();
     return std::tuple_cat(descriptor<shape.firstKind, shape.firstIsArray, entry>(work.first),
                           descriptor<shape.secondKind, shape.secondIsArray, entry>(work.second),
-                          descriptor<shape.isVector() ? Operand::Kind::vector : Operand::Kind::matrix,
-                                     shape.isArray(), entry>(work.result),
-                          sizes, count);
+                          descriptor < shape.isVector() ? Operand::Kind::vector : Operand::Kind::matrix,
+                          shape.isArray(), entry > (work.result), sizes, count);
 }
 
 template <class Form, Layout layout, class T>
@@ -119,31 +118,38 @@ void callKorm(const Workload<T>& work) {
 }
 
 // An array form exists in three layouts, a single-object form has no list.
-#define BENCH_FORM_COMMON(OPERATION, OPERANDS)                                  \
-    static constexpr std::string_view name = #OPERATION "_" #OPERANDS;          \
+#define BENCH_FORM_COMMON(OPERATION, OPERANDS)                         \
+    static constexpr std::string_view name = #OPERATION "_" #OPERANDS; \
     static constexpr ::bench::Shape shape = ::bench::shapeOf(#OPERATION, #OPERANDS);
-#define BENCH_FORM_PICK(NAME, SUFFIX)                                           \
-    if constexpr (std::is_same_v<T, float>) return &NAME##_32f##SUFFIX;         \
+#define BENCH_FORM_PICK(NAME, SUFFIX)                                   \
+    if constexpr (std::is_same_v<T, float>) return &NAME##_32f##SUFFIX; \
     else return &NAME##_64f##SUFFIX;
 
-#define BENCH_ARRAY_FORM(OPERATION, OPERANDS)                                                         \
-    struct OPERATION##_##OPERANDS {                                                                   \
-        BENCH_FORM_COMMON(OPERATION, OPERANDS)                                                        \
-        template <class T, ::bench::Entry entry>                                                      \
-        static constexpr auto function() {                                                            \
-            if constexpr (entry == ::bench::Entry::list) { BENCH_FORM_PICK(korm##OPERATION##_##OPERANDS, _L) } \
-            else if constexpr (entry == ::bench::Entry::pointer) { BENCH_FORM_PICK(korm##OPERATION##_##OPERANDS, _P) } \
-            else { BENCH_FORM_PICK(korm##OPERATION##_##OPERANDS, ) }                                  \
-        }                                                                                             \
+#define BENCH_ARRAY_FORM(OPERATION, OPERANDS)                        \
+    struct OPERATION##_##OPERANDS {                                  \
+        BENCH_FORM_COMMON(OPERATION, OPERANDS)                       \
+        template <class T, ::bench::Entry entry>                     \
+        static constexpr auto function() {                           \
+            if constexpr (entry == ::bench::Entry::list) {           \
+                BENCH_FORM_PICK(korm##OPERATION##_##OPERANDS, _L)    \
+            } else if constexpr (entry == ::bench::Entry::pointer) { \
+                BENCH_FORM_PICK(korm##OPERATION##_##OPERANDS, _P)    \
+            } else {                                                 \
+                BENCH_FORM_PICK(korm##OPERATION##_##OPERANDS, )      \
+            }                                                        \
+        }                                                            \
     };
-#define BENCH_SINGLE_FORM(OPERATION, OPERANDS)                                                        \
-    struct OPERATION##_##OPERANDS {                                                                   \
-        BENCH_FORM_COMMON(OPERATION, OPERANDS)                                                        \
-        template <class T, ::bench::Entry entry>                                                      \
-        static constexpr auto function() {                                                            \
-            if constexpr (entry == ::bench::Entry::pointer) { BENCH_FORM_PICK(korm##OPERATION##_##OPERANDS, _P) } \
-            else { BENCH_FORM_PICK(korm##OPERATION##_##OPERANDS, ) }                                  \
-        }                                                                                             \
+#define BENCH_SINGLE_FORM(OPERATION, OPERANDS)                    \
+    struct OPERATION##_##OPERANDS {                               \
+        BENCH_FORM_COMMON(OPERATION, OPERANDS)                    \
+        template <class T, ::bench::Entry entry>                  \
+        static constexpr auto function() {                        \
+            if constexpr (entry == ::bench::Entry::pointer) {     \
+                BENCH_FORM_PICK(korm##OPERATION##_##OPERANDS, _P) \
+            } else {                                              \
+                BENCH_FORM_PICK(korm##OPERATION##_##OPERANDS, )   \
+            }                                                     \
+        }                                                         \
     };
 
 }  // namespace bench

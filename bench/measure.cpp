@@ -52,7 +52,7 @@ double median(std::vector<double> values) {
 // The machine is never quiet, so the contenders take turns in short samples and a row is judged by medians.
 template <class T>
 class Series {
-  public:
+public:
     Series(std::span<const Contender<T>> contenders, const Workload<T>& work)
         : contenders_(contenders), work_(work), samples_(contenders.size()) {
         for (const Contender<T>& contender : contenders) calls_.push_back(callsFor(contender, work));
@@ -78,7 +78,7 @@ class Series {
         return best / nanoseconds(0);
     }
 
-  private:
+private:
     std::span<const Contender<T>> contenders_;
     const Workload<T>& work_;
     std::vector<long> calls_;
@@ -106,8 +106,8 @@ const char* firstToDiffer(std::span<const Contender<T>> contenders, const Worklo
 }  // namespace
 
 template <class T>
-void measureRow(benchmark::State& state, const Shape& shape, Layout layout, int width, int height,
-                const Place& place, std::span<const Contender<T>> contenders) {
+void measureRow(benchmark::State& state, const Shape& shape, Layout layout, int width, int height, const Place& place,
+                std::span<const Contender<T>> contenders) {
     constexpr double goal = 0.97;
     const Workload<T> work = makeWorkload<T>(shape, layout, width, height, place.bytes);
     if (const char* name = firstToDiffer(contenders, work)) {
@@ -115,7 +115,7 @@ void measureRow(benchmark::State& state, const Shape& shape, Layout layout, int 
         return;
     }
     Series<T> series(contenders, work);
-    const int rounds = place.bytes > inCache.bytes ? (settings.quick ? 5 : 9) : settings.rounds();
+    const int rounds = place.bytes > inCache.bytes ? (settings.quick ? 5 : 7) : settings.rounds();
     series.take(rounds);
     // More samples where it is close or worse: all of them count, so this favours nobody.
     for (int again = 0; again < 2 && series.ratio() < goal + 0.03; ++again) series.take(rounds);

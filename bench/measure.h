@@ -42,8 +42,8 @@ inline constexpr Place outOfCache{"memory", 64 << 20};
 
 // One row: counters are the nanoseconds of one call for each contender. The first contender is the library.
 template <class T>
-void measureRow(benchmark::State& state, const Shape& shape, Layout layout, int width, int height,
-                const Place& place, std::span<const Contender<T>> contenders);
+void measureRow(benchmark::State& state, const Shape& shape, Layout layout, int width, int height, const Place& place,
+                std::span<const Contender<T>> contenders);
 
 extern template void measureRow<float>(benchmark::State&, const Shape&, Layout, int, int, const Place&,
                                        std::span<const Contender<float>>);

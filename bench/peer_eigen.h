@@ -34,10 +34,10 @@ auto strideOf(const auto& operand) {
 template <Layout layout, class Plain, class T>
 auto mapOf(const OperandOf<T>& operand, bool isArray, std::ptrdiff_t k) {
     constexpr bool isVector = Plain::RowsAtCompileTime == 1;
-    T* const object = !isArray                                  ? operand.base
-                      : entryOf(layout) == Entry::list          ? operand.table[k]
-                      : layout == Layout::packed                ? operand.base + k * Plain::SizeAtCompileTime
-                                                                : operand.base + k * operand.objectStep();
+    T* const object = !isArray                         ? operand.base
+                      : entryOf(layout) == Entry::list ? operand.table[k]
+                      : layout == Layout::packed       ? operand.base + k * Plain::SizeAtCompileTime
+                                                       : operand.base + k * operand.objectStep();
     const auto stride = strideOf<layout, isVector>(operand);
     return Eigen::Map<Plain, Eigen::Unaligned, std::remove_const_t<decltype(stride)>>(object, stride);
 }
@@ -123,9 +123,8 @@ template <class Form, class T, int rows, int columns>
     using Elements = Eigen::Array<T, Eigen::Dynamic, 1>;
     const Eigen::Index count = work.count;
 
-    constexpr bool isOneRun = shape.firstIsArray && (shape.secondKind == Operand::Kind::constant
-                                                         ? !shape.secondIsArray
-                                                         : shape.secondIsArray);
+    constexpr bool isOneRun = shape.firstIsArray && (shape.secondKind == Operand::Kind::constant ? !shape.secondIsArray
+                                                                                                 : shape.secondIsArray);
     if constexpr (isOneRun) {
         const auto run = [&](const OperandOf<T>& operand) {
             return Eigen::Map<const Elements>(operand.base, count * size);
@@ -146,9 +145,9 @@ template <class Form, class T, int rows, int columns>
                 return Eigen::Replicate<Shared, 1, Eigen::Dynamic>(Shared(operand.base), 1, count);
             }
         };
-        Eigen::Map<Objects>(work.result.base, size, count) = combineExpressions<Form>(
-            input.template operator()<shape.firstKind, shape.firstIsArray>(work.first),
-            input.template operator()<shape.secondKind, shape.secondIsArray>(work.second));
+        Eigen::Map<Objects>(work.result.base, size, count) =
+            combineExpressions<Form>(input.template operator()<shape.firstKind, shape.firstIsArray>(work.first),
+                                     input.template operator()<shape.secondKind, shape.secondIsArray>(work.second));
     }
 }
 
@@ -165,8 +164,7 @@ template <class Form, Layout layout, class T, int rows, int columns>
         else return Stride(operand.objectStep());
     };
     const auto input = [&]<Operand::Kind kind, bool isArray>(const OperandOf<T>& operand, int i, int j) {
-        if constexpr (kind == Operand::Kind::constant && isArray)
-            return Eigen::Map<const Stream>(operand.base, count);
+        if constexpr (kind == Operand::Kind::constant && isArray) return Eigen::Map<const Stream>(operand.base, count);
         else if constexpr (kind == Operand::Kind::constant) return Stream::Constant(count, operand.value);
         else {
             const T* const entry = operand.table[kind == Operand::Kind::transposed ? j * rows + i : i * columns + j];

@@ -17,8 +17,12 @@ struct Reader {
     const std::remove_const_t<T> value;
 
     explicit Reader(const OperandOf<std::remove_const_t<T>>& operand)
-        : base(operand.base), table(operand.table), object(operand.objectStep()), row(operand.rowStep()),
-          element(operand.elementStep()), value(operand.value) {}
+        : base(operand.base),
+          table(operand.table),
+          object(operand.objectStep()),
+          row(operand.rowStep()),
+          element(operand.elementStep()),
+          value(operand.value) {}
 
     // Inlined always: a call for each element is not what anyone would write.
     [[gnu::always_inline]] decltype(auto) operator()(std::ptrdiff_t k, std::ptrdiff_t i, std::ptrdiff_t j) const {
@@ -26,7 +30,7 @@ struct Reader {
         else return at<rows, columns>(k, i, j);
     }
 
-  private:
+private:
     // Of the object as it is stored.
     template <int storedRows, int storedColumns>
     [[gnu::always_inline]] decltype(auto) at(std::ptrdiff_t k, std::ptrdiff_t i, std::ptrdiff_t j) const {
@@ -81,9 +85,8 @@ template <class Form, Layout layout, class T, int rows, int columns>
 // What the memory gives: dst[i] = src[i], from the first input to the result, both packed.
 template <class T>
 [[gnu::noinline]] void copyLoop(const Workload<T>& work) {
-    const std::size_t bytes =
-        sizeof(T) * static_cast<std::size_t>(work.width) * static_cast<std::size_t>(work.height) *
-        static_cast<std::size_t>(work.count);
+    const std::size_t bytes = sizeof(T) * static_cast<std::size_t>(work.width) * static_cast<std::size_t>(work.height) *
+                              static_cast<std::size_t>(work.count);
     const char* const source = reinterpret_cast<const char*>(work.first.base);
     char* const target = reinterpret_cast<char*>(work.result.base);
     const auto move = [&](std::size_t at) {

@@ -213,13 +213,14 @@ def single_tables(rows, costs):
     yield "### Instructions"
     yield ""
     yield ("From the caller's `call`, which counts, to the first load of an element or table entry, the most over "
-           "orders and lengths 3 to 6 and over others up to 33 and 1000, and to the return with order or length 3. Counted one by one with "
-           "the processor's trap flag (`call_cost`).")
+           "orders and lengths 3 to 6 and over others up to 33 and 1000, and to the return with order or length 3. "
+           "Counted one by one with the processor's trap flag (`call_cost`); a test holds some against callgrind.")
     yield ""
     lines = []
     for cost in costs:
         lines.append([cost["name"], str(cost["arguments"])]
-                     + [f"{cost[key]} ({number(cost[key] / cost['arguments'])})" for key in ("toLoadSquare", "toLoadOther")]
+                     + [f"{cost[key]} ({number(cost[key] / cost['arguments'])})"
+                        for key in ("toLoadSquare", "toLoadOther")]
                      + [str(cost["toReturn"])])
     yield from table(["form", "arguments", "to the first load, 3 to 6 (an argument)", "other sizes (an argument)",
                       "to the return"], lines)
@@ -253,7 +254,8 @@ def by_kind(rows):
         groups[row.form, row.layout, row.place].append(row)
     lines = [[f"{form}/{layout}/{place}", " ".join(str(size) for size in sorted({row.size for row in group})),
               number(mean(row.ratio for row in group))]
-             for (form, layout, place), group in sorted(groups.items(), key=lambda item: mean(row.ratio for row in item[1]))]
+             for (form, layout, place), group in sorted(
+                 groups.items(), key=lambda item: mean(row.ratio for row in item[1]))]
     yield from table(["form/layout/place", "sizes", "geometric mean of the misses"], lines)
 
 

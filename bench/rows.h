@@ -17,9 +17,10 @@ std::span<const Contender<T>> contendersOf() {
     constexpr Contender<T> loop{"loop", plainLoop<Form, layout, T, rows, columns>};
     if constexpr (entryOf(layout) == Entry::pointer) {
         if constexpr (shape.isArray()) {
-            static constexpr Contender<T> all[] = {
-                korm, loop, {"streamLoop", streamLoop<Form, layout, T, rows, columns>},
-                {"eigenFlat", eigenStreams<Form, layout, T, rows, columns>}};
+            static constexpr Contender<T> all[] = {korm,
+                                                   loop,
+                                                   {"streamLoop", streamLoop<Form, layout, T, rows, columns>},
+                                                   {"eigenFlat", eigenStreams<Form, layout, T, rows, columns>}};
             return all;
         } else {
             static constexpr Contender<T> all[] = {korm, loop};
@@ -51,9 +52,14 @@ void addRow(const Place& place) {
     std::string name(Form::name);
     name += sizeof(T) == 4 ? "_32f/" : "_64f/";
     name += std::to_string(columns) + "/" + std::string(nameOf(layout)) + "/" + place.name;
-    benchmark::RegisterBenchmark(name.c_str(), [place](benchmark::State& state) {
-        measureRow<T>(state, Form::shape, layout, columns, rows, place, contendersOf<Form, layout, T, rows, columns>());
-    })->Iterations(1)->UseManualTime()->Unit(benchmark::kNanosecond);
+    benchmark::RegisterBenchmark(name.c_str(),
+                                 [place](benchmark::State& state) {
+                                     measureRow<T>(state, Form::shape, layout, columns, rows, place,
+                                                   contendersOf<Form, layout, T, rows, columns>());
+                                 })
+        ->Iterations(1)
+        ->UseManualTime()
+        ->Unit(benchmark::kNanosecond);
 }
 
 // Out of cache every kind of kernel waits for memory, so only packed objects are measured there for all
@@ -76,7 +82,7 @@ void addRowsOfSize(bool representative) {
 
 template <class Form, Layout layout, class T, int... sizes>
 void addRowsOfLayout(bool representative, std::integer_sequence<int, sizes...>) {
-    (addRowsOfSize<Form, layout, T, Form::shape.isVector() ? 1 : sizes, sizes>(representative), ...);
+    (addRowsOfSize < Form, layout, T, Form::shape.isVector() ? 1 : sizes, sizes > (representative), ...);
 }
 
 using Orders = std::integer_sequence<int, 3, 4, 5, 6, 10>;

@@ -25,9 +25,14 @@ void addThreadRow(const Place& place) {
     std::string name = "threads/" + std::string(Form::name);
     name += sizeof(T) == 4 ? "_32f/" : "_64f/";
     name += std::to_string(columns) + "/packed/" + place.name;
-    benchmark::RegisterBenchmark(name.c_str(), [place](benchmark::State& state) {
-        measureRow<T>(state, Form::shape, Layout::packed, columns, rows, place, std::span<const Contender<T>>(contenders));
-    })->Iterations(1)->UseManualTime()->Unit(benchmark::kNanosecond);
+    benchmark::RegisterBenchmark(name.c_str(),
+                                 [place](benchmark::State& state) {
+                                     measureRow<T>(state, Form::shape, Layout::packed, columns, rows, place,
+                                                   std::span<const Contender<T>>(contenders));
+                                 })
+        ->Iterations(1)
+        ->UseManualTime()
+        ->Unit(benchmark::kNanosecond);
 }
 
 constexpr Place secondLevel{"1MiB", 1 << 20};

@@ -16,7 +16,7 @@ constexpr std::size_t roundUp(std::size_t value, std::size_t unit) { return (val
 
 // Memory that is kept from row to row: fresh pages for each would cost more time than the measuring.
 class Arena {
-  public:
+public:
     // Growing loses the contents.
     std::byte* take(std::size_t bytes, bool& grew) {
         grew = bytes > size_;
@@ -32,7 +32,7 @@ class Arena {
         return static_cast<std::byte*>(memory_);
     }
 
-  private:
+private:
     void* memory_ = nullptr;
     std::size_t size_ = 0;
 };
@@ -115,8 +115,7 @@ OperandOf<T> place(Role role, Operand::Kind kind, bool isArray, Layout layout, s
     std::vector<T*>& table = tables[role];
     table.clear();
     if (entryOf(layout) == Entry::list && isArray) {
-        for (std::size_t k = 0; k < objects; ++k)
-            table.push_back(reinterpret_cast<T*>(memory + k * distances.object));
+        for (std::size_t k = 0; k < objects; ++k) table.push_back(reinterpret_cast<T*>(memory + k * distances.object));
     } else if (entryOf(layout) == Entry::pointer) {
         for (std::size_t position = 0; position < positions; ++position)
             table.push_back(reinterpret_cast<T*>(memory + position * stream));
@@ -132,9 +131,7 @@ Workload<T> makeWorkload(const Shape& shape, Layout layout, int width, int heigh
     const auto rows = static_cast<std::size_t>(height);
     const auto columns = static_cast<std::size_t>(width);
     const std::size_t object = rows * columns * sizeof(T);
-    const auto objectBytes = [&](Operand::Kind kind) {
-        return kind == Operand::Kind::constant ? sizeof(T) : object;
-    };
+    const auto objectBytes = [&](Operand::Kind kind) { return kind == Operand::Kind::constant ? sizeof(T) : object; };
     Workload<T> work;
     std::size_t moved = 0;
     std::size_t count = 1;

@@ -25,8 +25,7 @@ inline constexpr Layout layouts[] = {Layout::packed,      Layout::padded,  Layou
                                      Layout::stridedList, Layout::streams, Layout::pointers};
 
 constexpr std::string_view nameOf(Layout layout) {
-    constexpr std::string_view names[] = {"packed",      "padded",  "strided", "list",
-                                          "stridedList", "streams", "pointers"};
+    constexpr std::string_view names[] = {"packed", "padded", "strided", "list", "stridedList", "streams", "pointers"};
     return names[static_cast<int>(layout)];
 }
 

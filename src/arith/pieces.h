@@ -106,12 +106,12 @@ struct Held {
     }
 };
 
-template <int width, int height, class T>
-[[gnu::always_inline]] inline Held<T, width, height> hold(Rows<T> rows) {
+template <class T, int width, int height, class Source>
+[[gnu::always_inline]] inline Held<T, width, height> hold(const Source& source) {
     Held<T, width, height> held;
     forRows<height>([&](auto i) __attribute__((always_inline)) {
         forPieces<T, width>([&](auto j, auto n) __attribute__((always_inline)) {
-            held.template set<i, j, n>(rows.template get<i, j, n>());
+            held.template set<i, j, n>(source.template get<i, j, n>());
         });
     });
     return held;
@@ -129,17 +129,22 @@ struct Repeated {
     }
 };
 
-// The results of an operation.
+// The results of an operation on two sources, which it refers to.
 template <class Op, class T, class A, class B>
 struct Combined {
-    A a;
-    B b;
+    const A& a;
+    const B& b;
 
     template <int i, int j, int n>
     [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
         return Op::apply(a.template get<i, j, n>(), b.template get<i, j, n>());
     }
 };
+
+template <class Op, class T, class A, class B>
+[[gnu::always_inline]] inline Combined<Op, T, A, B> combined(const A& a, const B& b) {
+    return {a, b};
+}
 
 template <class T, int width, int height, class Source>
 [[gnu::always_inline]] inline void storeObject(const Source& source, std::byte* to, std::ptrdiff_t rowStride) {

@@ -35,22 +35,22 @@ template <class T, int width, int height, bool keepTurned, class View>
 [[gnu::always_inline]] inline auto prepared(const View& view) {
     if constexpr (!isSingle<View>) return view;
     else if constexpr (isConstant<View>) return storedObject<T>(view, 0);
-    else if constexpr (!isTurned<View>) return hold<width, height>(storedObject<T>(view, 0));
-    else if constexpr (keepTurned) return hold<height, width>(storedObject<T>(view, 0));
+    else if constexpr (!isTurned<View>) return hold<T, width, height>(storedObject<T>(view, 0));
+    else if constexpr (keepTurned) return hold<T, height, width>(storedObject<T>(view, 0));
     else return holdTurned<T, width, height>(storedObject<T>(view, 0));
 }
 
 template <class T, class View, class Prepared>
-[[gnu::always_inline]] inline auto objectOf(const Prepared& prepared, std::ptrdiff_t k) {
-    if constexpr (isSingle<View>) return prepared;
+[[gnu::always_inline]] inline decltype(auto) objectOf(const Prepared& prepared, std::ptrdiff_t k) {
+    if constexpr (isSingle<View>) return (prepared);
     else return storedObject<T>(prepared, k);
 }
 
 // One object from its sources; turnA and turnB tell which are still to be turned.
 template <class Op, class T, int width, int height, bool turnA, bool turnB, class A, class B>
 [[gnu::always_inline]] inline void storeSized(const A& a, const B& b, std::byte* to, std::ptrdiff_t rowStride) {
-    constexpr bool anyA = std::is_same_v<A, Repeated<T>>;
-    constexpr bool anyB = std::is_same_v<B, Repeated<T>>;
+    constexpr bool anyA = constantFirst<T> && std::is_same_v<A, Repeated<T>>;
+    constexpr bool anyB = constantFirst<T> && std::is_same_v<B, Repeated<T>>;
     if constexpr ((turnA || anyA) && (turnB || anyB))
         storeTurned<T, width, height>(Combined<Op, T, A, B>{a, b}, AsIs{}, to, rowStride);
     else if constexpr (turnA) storeTurned<T, width, height>(a, WithSecond<Op, B>{b}, to, rowStride);
@@ -83,6 +83,7 @@ template <class Op, int width, int height, class A, class B, class D, class Coun
 template <class View>
 inline bool rowsTouch(const View& view, std::ptrdiff_t rowBytes) {
     if constexpr (isConstant<View>) return true;
+    else if constexpr (isTurned<View>) return view.elementStride == rowBytes;
     else return view.rowStride == rowBytes;
 }
 
@@ -139,13 +140,72 @@ template <class Op, int width, int height, class A, class B, class D>
     }
 }
 
+// The view with its row stride as a constant, for addresses without arithmetic.
+template <std::ptrdiff_t rowBytes, class View>
+[[gnu::always_inline]] inline View touching(View view) {
+    if constexpr (isTurned<View>) view.elementStride = rowBytes;
+    else if constexpr (!isConstant<View>) view.rowStride = rowBytes;
+    return view;
+}
+
+// As prepared(), of an object whose rows touch, as it is stored.
+template <class T, int elements, class View>
+[[gnu::always_inline]] inline auto preparedRun(const View& view) {
+    if constexpr (!isSingle<View>) return view;
+    else if constexpr (isConstant<View>) return storedObject<T>(view, 0);
+    else return hold<T, elements, 1>(storedObject<T>(view, 0));
+}
+
+// Objects of order 3 with a transposed source, all rows touching.
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void eachThree(const A& a, const B& b, const D& dst, std::int32_t count) {
+    using T = typename D::Element;
+    constexpr bool turnLast = (isTurned<A> || (isConstant<A> && constantFirst<T>)) &&
+                              (isTurned<B> || (isConstant<B> && constantFirst<T>));
+    const auto x = preparedRun<T, 9>(a);
+    const auto y = preparedRun<T, 9>(b);
+    for (std::int32_t k = 0; k < count; ++k) {
+        const auto& p = objectOf<T, A>(x, k);
+        const auto& q = objectOf<T, B>(y, k);
+        std::byte* const to = dst.at(k).origin;
+        if constexpr (turnLast)
+            storeObject<T, 9, 1>(turnedThree<T>(combined<Op, T>(p, q)), to, 0);
+        else if constexpr (isTurned<A>) {
+            const auto turned = turnedThree<T>(p);
+            storeObject<T, 9, 1>(combined<Op, T>(turned, q), to, 0);
+        } else {
+            const auto turned = turnedThree<T>(q);
+            storeObject<T, 9, 1>(combined<Op, T>(p, turned), to, 0);
+        }
+    }
+}
+
+template <class View, class Other>
+inline constexpr bool turnsOnce = isTurned<View> && isSingle<View> && !isTurned<Other>;
+
 template <class Op, int width, int height, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void plainSized(const A& a, const B& b, const D& dst, Count count) {
-    constexpr std::ptrdiff_t rowBytes = width * static_cast<std::ptrdiff_t>(sizeof(typename D::Element));
-    if constexpr (isOneObject<Count> || isTurned<A> || isTurned<B>) {
+    using T = typename D::Element;
+    constexpr std::ptrdiff_t rowBytes = width * static_cast<std::ptrdiff_t>(sizeof(T));
+    if constexpr (isOneObject<Count>) {
         eachSized<Op, width, height>(a, b, dst, count);
+    } else if constexpr (turnsOnce<A, B> || turnsOnce<B, A>) {
+        // A single transposed operand is turned before the loop; from there on it is like any other.
+        alignas(16) std::byte copy[height * rowBytes];
+        const auto turn = [&](const auto& view) __attribute__((always_inline)) {
+            storeTurned<T, width, height>(storedObject<T>(view, 0), AsIs{}, copy, rowBytes);
+            return plain(reinterpret_cast<const T*>(copy), rowBytes);
+        };
+        if constexpr (isTurned<A>) plainSized<Op, width, height>(turn(a), b, dst, count);
+        else plainSized<Op, width, height>(a, turn(b), dst, count);
     } else {
-        if (height == 1 || (rowsTouch(a, rowBytes) && rowsTouch(b, rowBytes) && rowsTouch(dst, rowBytes))) {
+        const bool rows = height == 1 || (rowsTouch(a, rowBytes) && rowsTouch(b, rowBytes) && rowsTouch(dst, rowBytes));
+        if (!rows) {
+            eachSized<Op, width, height>(a, b, dst, count);
+        } else if constexpr (isTurned<A> || isTurned<B>) {
+            if constexpr (width == 3) eachThree<Op>(a, b, dst, count);
+            else eachSized<Op, width, height>(touching<rowBytes>(a), touching<rowBytes>(b), touching<rowBytes>(dst), count);
+        } else {
             if constexpr (!isListed<D>)
                 if (objectsTouch(a, height * rowBytes) && objectsTouch(b, height * rowBytes) &&
                     objectsTouch(dst, height * rowBytes)) {
@@ -153,8 +213,6 @@ template <class Op, int width, int height, class A, class B, class D, class Coun
                     return;
                 }
             eachSized<Op, width * height, 1>(a, b, dst, count);
-        } else {
-            eachSized<Op, width, height>(a, b, dst, count);
         }
     }
 }
@@ -167,6 +225,22 @@ template <class Op, class A, class B, class D>
                                             std::ptrdiff_t count) {
     using T = typename D::Element;
     if constexpr (isTurned<A> || isTurned<B>) {
+        if constexpr ((turnsOnce<A, B> || turnsOnce<B, A>) && !isSingle<D>) {
+            constexpr std::ptrdiff_t room = 4096;
+            const std::ptrdiff_t rowBytes = width * static_cast<std::ptrdiff_t>(sizeof(T));
+            if (count >= 4 && height * rowBytes <= room) {
+                alignas(16) std::byte copy[room];
+                const auto turned = plain(reinterpret_cast<const T*>(copy), rowBytes);
+                if constexpr (isTurned<A>) {
+                    copyTurned<T>(a.at(0), copy, width, height);
+                    plainAny<Op>(turned, b, dst, width, height, count);
+                } else {
+                    copyTurned<T>(b.at(0), copy, width, height);
+                    plainAny<Op>(a, turned, dst, width, height, count);
+                }
+                return;
+            }
+        }
         turnedGrids<Op>(a, b, dst, width, height, count);
     } else {
         std::ptrdiff_t bytes = width * static_cast<std::ptrdiff_t>(sizeof(T));

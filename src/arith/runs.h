@@ -18,8 +18,8 @@ struct Adjacent {
     const std::byte* origin;
     [[gnu::always_inline]] Lanes<T> lanes(std::ptrdiff_t at) const { return loadLanes<T>(origin + at); }
     [[gnu::always_inline]] Lanes<T> pair(std::ptrdiff_t at) const { return loadPair(origin + at); }
+    [[gnu::always_inline]] Lanes<T> end(std::ptrdiff_t last) const { return lanes(last); }
     [[gnu::always_inline]] T one(std::ptrdiff_t at) const { return load<T>(origin + at); }
-    Adjacent from(std::ptrdiff_t at) const { return {origin + at}; }
 };
 
 template <class T>
@@ -27,8 +27,16 @@ struct Same {
     Lanes<T> all;
     [[gnu::always_inline]] Lanes<T> lanes(std::ptrdiff_t) const { return all; }
     [[gnu::always_inline]] Lanes<T> pair(std::ptrdiff_t) const { return all; }
+    [[gnu::always_inline]] Lanes<T> end(std::ptrdiff_t) const { return all; }
     [[gnu::always_inline]] T one(std::ptrdiff_t) const { return all[0]; }
-    Same from(std::ptrdiff_t) const { return *this; }
+};
+
+// A row of a single operand, kept in registers for all objects.
+template <class T, int whole>
+struct Kept {
+    Lanes<T> vector[whole + 1];
+    [[gnu::always_inline]] Lanes<T> lanes(std::ptrdiff_t at) const { return vector[at / 16]; }
+    [[gnu::always_inline]] Lanes<T> end(std::ptrdiff_t) const { return vector[whole]; }
 };
 
 // Less than a vector: a pair of floats, one element.
@@ -60,8 +68,8 @@ template <class Op, class T, class A, class B>
 // the one before it; it is computed first, so that the elements which it shares are still unchanged when
 // the row is done in place.
 template <class Op, class T, int whole, class A, class B>
-[[gnu::always_inline]] inline void shortRow(A a, B b, std::byte* to, std::ptrdiff_t last) {
-    const Lanes<T> end = Op::apply(a.lanes(last), b.lanes(last));
+[[gnu::always_inline]] inline void shortRow(const A& a, const B& b, std::byte* to, std::ptrdiff_t last) {
+    const Lanes<T> end = Op::apply(a.end(last), b.end(last));
     for (int v = 0; v < whole; ++v) storeLanes(to + 16 * v, Op::apply(a.lanes(16 * v), b.lanes(16 * v)));
     storeLanes(to + last, end);
 }
@@ -81,7 +89,12 @@ template <class Op, class T, class A, class B>
         for (int v = 0; v < 4; ++v) step(at + 16 * v);
         at += 64;
     }
-    for (; at < last; at += 16) step(at);
+    if (at + 16 < last) {
+        step(at);
+        step(at + 16);
+        at += 32;
+    }
+    if (at < last) step(at);
     storeLanes(to + last, end);
 }
 
@@ -104,7 +117,15 @@ template <class Op, class T, class A, class B>
         for (int v = 0; v < 4; ++v) step(at + 16 * v);
         at += 64;
     }
-    for (; at + 16 <= bytes; at += 16) step(at);
+    if (at + 32 <= bytes) {
+        step(at);
+        step(at + 16);
+        at += 32;
+    }
+    if (at + 16 <= bytes) {
+        step(at);
+        at += 16;
+    }
     few<Op, T>(a, b, to, at, bytes - at);
 }
 
@@ -135,30 +156,58 @@ template <class T, class A, class B, class D, class F>
     }
 }
 
+// The only row of an object: of a single operand, kept.
+template <class T, int whole, class View>
+[[gnu::always_inline]] inline auto prepareRow(const View& view, std::ptrdiff_t last) {
+    if constexpr (View::objects == Objects::single && View::spacing != Spacing::constant) {
+        const std::byte* const from = view.at(0).origin;
+        Kept<T, whole> kept;
+        for (int v = 0; v < whole; ++v) kept.vector[v] = loadLanes<T>(from + 16 * v);
+        kept.vector[whole] = loadLanes<T>(from + last);
+        return kept;
+    } else return view;
+}
+
+template <class T, class View, class Prepared>
+[[gnu::always_inline]] inline decltype(auto) onlyRow(const Prepared& prepared, std::ptrdiff_t k) {
+    if constexpr (std::is_same_v<Prepared, View>) return rowSource<T>(objectSource<T>(prepared, k), 0);
+    else return (prepared);
+}
+
+template <class Op, int whole, class A, class B, class D>
+[[gnu::always_inline]] inline void shortRows(const A& a, const B& b, const D& dst, std::ptrdiff_t last,
+                                             std::ptrdiff_t height, std::ptrdiff_t count) {
+    using T = typename D::Element;
+    if (height == 1) {
+        const auto x = prepareRow<T, whole>(a, last);
+        const auto y = prepareRow<T, whole>(b, last);
+        for (std::ptrdiff_t k = 0; k < count; ++k)
+            shortRow<Op, T, whole>(onlyRow<T, A>(x, k), onlyRow<T, B>(y, k), dst.at(k).origin, last);
+    } else {
+        eachRow<T>(a, b, dst, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
+            shortRow<Op, T, whole>(x, y, to, last);
+        });
+    }
+}
+
 // `bytes` is the length of a row. The choice by length is made once, not per row.
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] void grids(const A& a, const B& b, const D& dst, std::ptrdiff_t bytes, std::ptrdiff_t height,
                              std::ptrdiff_t count) {
     using T = typename D::Element;
     const std::ptrdiff_t last = bytes - 16;
-    const auto rowsOf = [&]<int whole>(std::integral_constant<int, whole>) {
-        eachRow<T>(A(a), B(b), D(dst), height, count,
-                   [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
-                       shortRow<Op, T, whole>(x, y, to, last);
-                   });
-    };
     switch (bytes < 16 ? -1 : (last + 15) / 16) {
         case -1:
             return eachRow<T>(A(a), B(b), D(dst), height, count,
                               [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
                                   few<Op, T>(x, y, to, 0, bytes);
                               });
-        case 0: return rowsOf(std::integral_constant<int, 0>{});
-        case 1: return rowsOf(std::integral_constant<int, 1>{});
-        case 2: return rowsOf(std::integral_constant<int, 2>{});
-        case 3: return rowsOf(std::integral_constant<int, 3>{});
-        case 4: return rowsOf(std::integral_constant<int, 4>{});
-        case 7: return rowsOf(std::integral_constant<int, 7>{});
+        case 0: return shortRows<Op, 0>(A(a), B(b), D(dst), last, height, count);
+        case 1: return shortRows<Op, 1>(A(a), B(b), D(dst), last, height, count);
+        case 2: return shortRows<Op, 2>(A(a), B(b), D(dst), last, height, count);
+        case 3: return shortRows<Op, 3>(A(a), B(b), D(dst), last, height, count);
+        case 4: return shortRows<Op, 4>(A(a), B(b), D(dst), last, height, count);
+        case 7: return shortRows<Op, 7>(A(a), B(b), D(dst), last, height, count);
         default:
             return eachRow<T>(A(a), B(b), D(dst), height, count,
                               [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {

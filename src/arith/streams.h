@@ -159,8 +159,8 @@ template <class Op, class A, class B, class D>
 template <class A, class B, class D>
 inline bool preferObjects(const A& a, const B& b, const D& dst, std::ptrdiff_t width, std::ptrdiff_t height,
                           std::ptrdiff_t count) {
-    return count >= 8 &&
-           ((width < 7 && height < 7) || (objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst))) &&
+    return count >= 16 &&
+           (width * height <= 36 || (objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst))) &&
            elementsApart(dst, width, height, count);
 }
 
@@ -182,7 +182,7 @@ template <class Op, class A, class B, class D>
                                     std::ptrdiff_t height, std::ptrdiff_t count) {
     using T = typename D::Element;
     if constexpr (D::objects != Objects::single)
-        if (count >= 4) return overObjects<Op>(A(a), B(b), D(dst), width, height, count);
+        if (count >= 16) return overObjects<Op>(A(a), B(b), D(dst), width, height, count);
     for (std::ptrdiff_t k = 0; k < count; ++k) {
         const auto x = a.at(k);
         const auto y = b.at(k);

@@ -18,7 +18,10 @@ constexpr int greatestCommonDivisor(int a, int b) { return b == 0 ? a : greatest
 template <class T, int elements, bool perVector>
 struct Tile {
     static constexpr int lanes = laneCount<T>;
-    static constexpr int objects = perVector ? lanes : lanes / greatestCommonDivisor(elements, lanes);
+    // At least four vectors, or the loop itself would cost as much as its work.
+    static constexpr int fewest = lanes / greatestCommonDivisor(elements, lanes);
+    static constexpr int repeated = elements * fewest / lanes;
+    static constexpr int objects = perVector ? lanes : fewest * (repeated >= 4 ? 1 : repeated >= 2 ? 2 : 4);
     static constexpr int vectors = elements * objects / lanes;
     static constexpr std::ptrdiff_t bytes = vectors * 16;
 };

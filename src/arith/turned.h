@@ -34,6 +34,11 @@ template <class T, int p, int q, int i, int j, class Stored>
         } else
             block.row[0] = Float4{stored.template get<j, i, 1>(), stored.template get<j + 1, i, 1>(),
                                   stored.template get<j + 2, i, 1>(), stored.template get<j + 3, i, 1>()};
+    } else if constexpr (lanes == 2 && std::is_same_v<Stored, Rows<T>>) {
+        // Doubles straight from memory: two half loads a vector, and no shuffle.
+        forRows<p>([&](auto r) __attribute__((always_inline)) {
+            block.row[r] = Double2{stored.template get<j, i + r, 1>(), stored.template get<j + 1, i + r, 1>()};
+        });
     } else if constexpr (p == lanes && q == lanes) {
         forRows<q>([&](auto c) __attribute__((always_inline)) {
             block.row[c] = stored.template get<j + c, i, p>();
@@ -81,6 +86,49 @@ template <class T, int width, int height, class Stored>
     return held;
 }
 
+// A 3 by 3 matrix whose rows touch, as one run of 9: four shuffles for 8 of its elements, where blocks of
+// 2 by 2 would need seven and twice the loads and stores.
+inline Held<float, 9, 1> turnThree(const Held<float, 9, 1>& m) {
+    const Float4 low = m.whole[0][0];
+    const Float4 high = m.whole[0][1];
+    const Float4 sixOne = __builtin_shufflevector(high, low, 2, 2, 5, 5);
+    const Float4 twoFive = __builtin_shufflevector(low, high, 2, 2, 5, 5);
+    Held<float, 9, 1> result;
+    result.whole[0][0] = __builtin_shufflevector(low, sixOne, 0, 3, 4, 6);
+    result.whole[0][1] = __builtin_shufflevector(high, twoFive, 0, 3, 4, 6);
+    result.one[0] = m.one[0];
+    return result;
+}
+
+inline Held<double, 9, 1> turnThree(const Held<double, 9, 1>& m) {
+    const auto& v = m.whole[0];
+    Held<double, 9, 1> result;
+    result.whole[0][0] = __builtin_shufflevector(v[0], v[1], 0, 3);
+    result.whole[0][1] = __builtin_shufflevector(v[3], v[0], 0, 3);
+    result.whole[0][2] = __builtin_shufflevector(v[2], v[3], 0, 3);
+    result.whole[0][3] = __builtin_shufflevector(v[1], v[2], 0, 3);
+    result.one[0] = m.one[0];
+    return result;
+}
+
+template <class T, class Source>
+[[gnu::always_inline]] inline Held<T, 9, 1> turnedThree(const Source& m) {
+    if constexpr (laneCount<T> == 2 && std::is_same_v<Source, Rows<T>>) {
+        const auto at = [&](auto e) __attribute__((always_inline)) { return m.template get<0, e, 1>(); };
+        Held<T, 9, 1> result;
+        result.whole[0][0] = Double2{at(Int<0>{}), at(Int<3>{})};
+        result.whole[0][1] = Double2{at(Int<6>{}), at(Int<1>{})};
+        result.whole[0][2] = Double2{at(Int<4>{}), at(Int<7>{})};
+        result.whole[0][3] = Double2{at(Int<2>{}), at(Int<5>{})};
+        result.one[0] = at(Int<8>{});
+        return result;
+    } else return turnThree(hold<T, 9, 1>(m));
+}
+
+// Whether a constant goes before the turn (one operation on what was loaded whole) or after it.
+template <class T>
+inline constexpr bool constantFirst = laneCount<T> == 4;
+
 // What becomes of a block before it is stored.
 struct AsIs {
     template <class T, int i, int j, int n, class V>
@@ -89,14 +137,14 @@ struct AsIs {
 
 template <class Op, class B>
 struct WithSecond {
-    B b;
+    const B& b;
     template <class T, int i, int j, int n, class V>
     [[gnu::always_inline]] V apply(V value) const { return Op::apply(value, b.template get<i, j, n>()); }
 };
 
 template <class Op, class A>
 struct WithFirst {
-    A a;
+    const A& a;
     template <class T, int i, int j, int n, class V>
     [[gnu::always_inline]] V apply(V value) const { return Op::apply(a.template get<i, j, n>(), value); }
 };
@@ -139,8 +187,9 @@ template <class Op, class T, int p, int q, class A, class B, class D>
     const auto x = blockSource<T>(a, i, j);
     const auto y = blockSource<T>(b, i, j);
     std::byte* const to = d.address(i, j);
+    constexpr bool afterB = plainB || (!constantFirst<T> && std::is_same_v<decltype(y), const Repeated<T>>);
     if constexpr (plainA) storeBlock<T, p, q, 0, 0>(y, WithFirst<Op, Rows<T>>{x}, to, d.rowStride);
-    else if constexpr (plainB) storeBlock<T, p, q, 0, 0>(x, WithSecond<Op, Rows<T>>{y}, to, d.rowStride);
+    else if constexpr (afterB) storeBlock<T, p, q, 0, 0>(x, WithSecond<Op, std::remove_const_t<decltype(y)>>{y}, to, d.rowStride);
     else storeBlock<T, p, q, 0, 0>(Combined<Op, T, decltype(x), decltype(y)>{x, y}, AsIs{}, to, d.rowStride);
 }
 
@@ -155,6 +204,38 @@ template <class Op, class T, int p, class A, class B, class D>
             j += 2;
         }
     if (width & 1) blockAt<Op, T, p, 1>(a, b, d, i, j);
+}
+
+// The transpose itself, for a single operand that many objects meet.
+template <class T, int p>
+[[gnu::always_inline]] inline void copyBlocksAt(const Grid<const T, Spacing::columnAdjacent>& from,
+                                                const Grid<T, Spacing::rowAdjacent>& to, std::ptrdiff_t i,
+                                                std::ptrdiff_t width) {
+    const auto copy = [&](std::ptrdiff_t j, auto q) __attribute__((always_inline)) {
+        storeBlock<T, p, q, 0, 0>(blockSource<T>(from, i, j), AsIs{}, to.address(i, j), to.rowStride);
+    };
+    std::ptrdiff_t j = 0;
+    for (; j + laneCount<T> <= width; j += laneCount<T>) copy(j, Int<laneCount<T>>{});
+    if constexpr (laneCount<T> == 4)
+        if (width & 2) {
+            copy(j, Int<2>{});
+            j += 2;
+        }
+    if (width & 1) copy(j, Int<1>{});
+}
+
+template <class T>
+[[gnu::noinline]] void copyTurned(Grid<const T, Spacing::columnAdjacent> from, std::byte* to, std::ptrdiff_t width,
+                                  std::ptrdiff_t height) {
+    const Grid<T, Spacing::rowAdjacent> rows{to, width * static_cast<std::ptrdiff_t>(sizeof(T)), sizeof(T)};
+    std::ptrdiff_t i = 0;
+    for (; i + laneCount<T> <= height; i += laneCount<T>) copyBlocksAt<T, laneCount<T>>(from, rows, i, width);
+    if constexpr (laneCount<T> == 4)
+        if (height & 2) {
+            copyBlocksAt<T, 2>(from, rows, i, width);
+            i += 2;
+        }
+    if (height & 1) copyBlocksAt<T, 1>(from, rows, i, width);
 }
 
 template <class Op, class A, class B, class D>

@@ -22,13 +22,15 @@ std::vector<std::int32_t> badValuesOf(const Form& form, Role role) {
         case 'C':
         case 'S': return {0, -1, -7, INT_MIN};
         case 'T': {
-            // 0x7fffffff has its low bits set, INT_MIN only its sign.
-            std::vector<std::int32_t> values{0, -4, -8, 1, 2, 3, 5, 6, 7, -1, INT_MAX, INT_MIN};
+            // INT_MAX has its low bits set, INT_MIN only its sign; near both ends sums of checks could wrap.
+            std::vector<std::int32_t> values{0, -4,      -8,      1,           2,           3,         5,        6,
+                                             7, -1,      INT_MAX, INT_MIN,     INT_MIN + 8, -(1 << 30)};
+            values.insert(values.end(), {(1 << 30) + 2, (1 << 30) + 1});
             if (form.type == Type::f64) values.insert(values.end(), {4, 12, INT_MAX - 3});
             return values;
         }
         case 'O': {
-            std::vector<std::int32_t> values{-4, -8, 1, 2, 3, 5, 6, 7, -1, INT_MAX, INT_MIN};
+            std::vector<std::int32_t> values{-4, -8, 1, 2, 3, 5, 6, 7, -1, INT_MAX, INT_MIN, INT_MIN + 8};
             if (form.type == Type::f64) values.insert(values.end(), {4, 12, INT_MAX - 3});
             return values;
         }
@@ -86,7 +88,11 @@ public:
                 case Role::objectStride:
                 case Role::rowStride:
                 case Role::elementStride:
-                    values_.push_back(CallValue::integer(random_.chance(50) ? size : size * random_.between(1, 99)));
+                    // Good ones at both ends: the element size, and close to 2^31.
+                    values_.push_back(CallValue::integer(random_.chance(50)   ? size
+                                                         : random_.chance(80) ? size * random_.between(1, 99)
+                                                                              : INT_MAX - size + 1 -
+                                                                                    size * random_.between(0, 1 << 20)));
                     break;
                 default: values_.push_back(CallValue::integer(random_.between(1, 100))); break;
             }
@@ -109,7 +115,9 @@ public:
             expected = statusOfLetter(letter);
             break;
         }
-        scriptThreadNumbers({4});
+        // A call that wrongly passes must not fork: a fault in a team couldn't be caught.
+        scriptThreadNumbers({1});
+        setFaultContext(form_.name.c_str());
         CallResult result;
         const Fault fault = guarded([&] { result = callFunction(function_, values_, 4 * (counter_++ % 4)); });
         const std::string where = form_.name + " with" + std::exchange(text_, {});
