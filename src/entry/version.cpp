@@ -35,6 +35,8 @@ void initializer() {
 }
 
 [[gnu::destructor]] void destructor();
-void destructor() {}
+void destructor() {
+    asm volatile("");  // an empty function would be dropped from the list of unload hooks
+}
 
 }  // extern "C"
