@@ -82,7 +82,7 @@ protected:
     static void SetUpTestSuite() {
 #ifdef KORM_SANITIZED
         static const int installed = __sanitizer_install_malloc_and_free_hooks(
-            [](const volatile void*, std::size_t) { note(); }, [](const volatile void*) {});
+            [](const volatile void*, std::size_t) { note(); }, [](const volatile void*){});
         ASSERT_GT(installed, 0);
 #endif
         // The counter itself: a test that counts nothing would pass always.

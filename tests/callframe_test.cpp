@@ -1,6 +1,6 @@
 // What a call must leave as it was: callee-saved registers, control words, the caller's stack.
-#include "support/each_form.h"
 #include "support/call.h"
+#include "support/each_form.h"
 
 namespace kormtest {
 namespace {

@@ -155,9 +155,8 @@ TEST_F(Binary, NeedsOneOpenMPRuntimeAndTheCoreLibrary) {
     const auto needed = file.needed();
     EXPECT_EQ(file.soname(), "libkorm.so.7");
     EXPECT_EQ(std::count(needed.begin(), needed.end(), "libkorcore.so.7"), 1);
-    const auto runtimes = std::count_if(needed.begin(), needed.end(), [](const std::string& name) {
-        return name.find("omp") != std::string::npos;
-    });
+    const auto runtimes = std::count_if(needed.begin(), needed.end(),
+                                        [](const std::string& name) { return name.find("omp") != std::string::npos; });
     EXPECT_EQ(runtimes, 1);
 }
 

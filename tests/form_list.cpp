@@ -33,9 +33,8 @@ void printPrototypes() {
 }
 
 void printStub(const std::string& name, std::size_t index) {
-    std::printf(
-        "    .globl %s\n    .type %s, @function\n%s:\n    push $%zu\n    jmp mutantEntry\n    .size %s, .-%s\n",
-        name.c_str(), name.c_str(), name.c_str(), index, name.c_str(), name.c_str());
+    std::printf("    .globl %s\n    .type %s, @function\n%s:\n    push $%zu\n    jmp mutantEntry\n    .size %s, .-%s\n",
+                name.c_str(), name.c_str(), name.c_str(), index, name.c_str(), name.c_str());
 }
 
 void printStubs() {

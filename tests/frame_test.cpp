@@ -202,7 +202,8 @@ TEST_F(Frame, RunsOnTheCallingThreadInsideARegion) {
     {
         scriptThreadNumbers({4});
         const auto notes = take(9);
-        const bool alone = notes.size() == 1 && notes[0].run.count == 9 && notes[0].thread == std::this_thread::get_id();
+        const bool alone =
+            notes.size() == 1 && notes[0].run.count == 9 && notes[0].thread == std::this_thread::get_id();
         right += alone && threadNumberQuestions() == 2 ? 1 : 0;
     }
     EXPECT_EQ(right, 3);

@@ -39,27 +39,26 @@ TEST_P(ThresholdExamples, AskForTheThreadNumber) {
     EXPECT_EQ(threadNumberQuestions(), example.driver ? 1 : 0) << scene.describe();
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, ThresholdExamples,
-    testing::Values(Example{"kormAdd_mam_32f", {10, 10, 1, 9}, true, false},
-                    Example{"kormAdd_mam_32f", {10, 10, 1, 9}, false, false},
-                    Example{"kormAdd_mam_64f", {10, 10, 1, 9}, true, false},
-                    Example{"kormAdd_mam_32f", {10, 10, 1, 10}, true, false},
-                    Example{"kormAdd_mam_32f", {10, 10, 1, 10}, false, true},
-                    Example{"kormAdd_mam_64f", {10, 10, 1, 10}, true, true},
-                    Example{"kormAdd_mam_32f", {10, 10, 1, 15}, true, true},
-                    Example{"kormAdd_mam_32f", {10, 10, 1, 15}, false, true},
-                    Example{"kormAdd_mam_64f", {10, 10, 1, 15}, true, true},
-                    Example{"kormAdd_vav_32f", {1, 1, 10, 239}, true, false},
-                    Example{"kormAdd_vav_32f", {1, 1, 10, 240}, true, true},
-                    Example{"kormSub_vva_64f_P", {1, 1, 1000, 50}, true, false},
-                    Example{"kormSub_vva_32f_P", {1, 1, 1000, 50}, true, true},
-                    Example{"kormSub_cva_32f", {1, 1, 1, 2400}, true, true},
-                    Example{"kormSub_cva_32f", {1, 1, 7, 2400}, false, true},
-                    Example{"kormSub_cva_32f", {1, 1, 1, 2399}, true, false},
-                    Example{"kormSub_cva_32f", {1, 1, 30000, 2399}, true, false},
-                    Example{"kormMul_mac_32f_L", {10, 10, 1, 10}, true, false},
-                    Example{"kormMul_mac_32f_L", {10, 10, 1, 10}, false, true}));
+INSTANTIATE_TEST_SUITE_P(Table, ThresholdExamples,
+                         testing::Values(Example{"kormAdd_mam_32f", {10, 10, 1, 9}, true, false},
+                                         Example{"kormAdd_mam_32f", {10, 10, 1, 9}, false, false},
+                                         Example{"kormAdd_mam_64f", {10, 10, 1, 9}, true, false},
+                                         Example{"kormAdd_mam_32f", {10, 10, 1, 10}, true, false},
+                                         Example{"kormAdd_mam_32f", {10, 10, 1, 10}, false, true},
+                                         Example{"kormAdd_mam_64f", {10, 10, 1, 10}, true, true},
+                                         Example{"kormAdd_mam_32f", {10, 10, 1, 15}, true, true},
+                                         Example{"kormAdd_mam_32f", {10, 10, 1, 15}, false, true},
+                                         Example{"kormAdd_mam_64f", {10, 10, 1, 15}, true, true},
+                                         Example{"kormAdd_vav_32f", {1, 1, 10, 239}, true, false},
+                                         Example{"kormAdd_vav_32f", {1, 1, 10, 240}, true, true},
+                                         Example{"kormSub_vva_64f_P", {1, 1, 1000, 50}, true, false},
+                                         Example{"kormSub_vva_32f_P", {1, 1, 1000, 50}, true, true},
+                                         Example{"kormSub_cva_32f", {1, 1, 1, 2400}, true, true},
+                                         Example{"kormSub_cva_32f", {1, 1, 7, 2400}, false, true},
+                                         Example{"kormSub_cva_32f", {1, 1, 1, 2399}, true, false},
+                                         Example{"kormSub_cva_32f", {1, 1, 30000, 2399}, true, false},
+                                         Example{"kormMul_mac_32f_L", {10, 10, 1, 10}, true, false},
+                                         Example{"kormMul_mac_32f_L", {10, 10, 1, 10}, false, true}));
 
 }  // namespace
 }  // namespace kormtest

@@ -29,7 +29,9 @@ struct StridedRows {
         else return row + j * elementStride;
     }
     template <int, int j>
-    [[gnu::always_inline]] T get() const { return load<T>(address<j>()); }
+    [[gnu::always_inline]] T get() const {
+        return load<T>(address<j>());
+    }
     [[gnu::always_inline]] void next() { row = opaque(row + rowStride); }
 };
 
@@ -37,7 +39,9 @@ template <class T>
 struct RestingObject {
     T value;
     template <int, int>
-    [[gnu::always_inline]] T get() const { return value; }
+    [[gnu::always_inline]] T get() const {
+        return value;
+    }
     void next() {}
 };
 
@@ -51,7 +55,9 @@ template <class T, int width, int height>
 struct CopiedRef {
     const CopiedObject<T, width, height>* copy;
     template <int i, int j>
-    [[gnu::always_inline]] T get() const { return copy->value[i][j]; }
+    [[gnu::always_inline]] T get() const {
+        return copy->value[i][j];
+    }
     void next() {}
 };
 
@@ -134,8 +140,7 @@ template <class Op, class A, class B, class D>
 [[gnu::always_inline]] inline void apartAny(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
                                             std::ptrdiff_t height, std::ptrdiff_t count) {
     if constexpr (D::spacing == Spacing::scattered) scatteredAny<Op>(A(a), B(b), D(dst), width, height, count);
-    else if constexpr (D::objects == Objects::stepped)
-        stridedArrays<Op>(A(a), B(b), D(dst), width, height, count);
+    else if constexpr (D::objects == Objects::stepped) stridedArrays<Op>(A(a), B(b), D(dst), width, height, count);
     else stridedNest<Op>(A(a), B(b), D(dst), width, height, count);
 }
 

@@ -5,17 +5,23 @@ namespace korm {
 
 struct Plus {
     template <class S>
-    static S apply(S a, S b) { return a + b; }
+    static S apply(S a, S b) {
+        return a + b;
+    }
 };
 
 struct Minus {
     template <class S>
-    static S apply(S a, S b) { return a - b; }
+    static S apply(S a, S b) {
+        return a - b;
+    }
 };
 
 struct Times {
     template <class S>
-    static S apply(S a, S b) { return a * b; }
+    static S apply(S a, S b) {
+        return a * b;
+    }
 };
 
 }  // namespace korm

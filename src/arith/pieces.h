@@ -137,7 +137,9 @@ struct Combined {
 
     template <int i, int j, int n>
     [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
-        return Op::apply(a.template get<i, j, n>(), b.template get<i, j, n>());
+        const auto result = Op::apply(a.template get<i, j, n>(), b.template get<i, j, n>());
+        if constexpr (n == 2 && laneCount<T> == 4) return settled(result);
+        else return result;
     }
 };
 

@@ -67,7 +67,7 @@ template <class Op, int width, int height, class A, class B, class D, class Coun
         storeSized<Op, T, width, height, isTurned<A>, isTurned<B>>(storedObject<T>(a, 0), storedObject<T>(b, 0),
                                                                    z.origin, z.rowStride);
     } else {
-        constexpr bool keepTurned = (isTurned<A> || isConstant<A>) && (isTurned<B> || isConstant<B>);
+        constexpr bool keepTurned = (isTurned<A> || isConstant<A>)&&(isTurned<B> || isConstant<B>);
         constexpr bool turnA = isTurned<A> && (keepTurned || !isSingle<A>);
         constexpr bool turnB = isTurned<B> && (keepTurned || !isSingle<B>);
         const auto x = prepared<T, width, height, keepTurned>(a);
@@ -133,8 +133,7 @@ template <class Op, int width, int height, class A, class B, class D>
     if constexpr (repeats || constants) {
         const std::int32_t done = storeTiles<Op, T, width * height, constants>(
             tileSource<T, width, height, constants>(a), tileSource<T, width, height, constants>(b), dst.origin, count);
-        if (done < count)
-            eachSized<Op, width, height>(after(a, done), after(b, done), after(dst, done), count - done);
+        if (done < count) eachSized<Op, width, height>(after(a, done), after(b, done), after(dst, done), count - done);
     } else {
         run<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, count * dst.objectStride);
     }
@@ -160,16 +159,15 @@ template <class T, int elements, class View>
 template <class Op, class A, class B, class D>
 [[gnu::always_inline]] inline void eachThree(const A& a, const B& b, const D& dst, std::int32_t count) {
     using T = typename D::Element;
-    constexpr bool turnLast = (isTurned<A> || (isConstant<A> && constantFirst<T>)) &&
-                              (isTurned<B> || (isConstant<B> && constantFirst<T>));
+    constexpr bool turnLast =
+        (isTurned<A> || (isConstant<A> && constantFirst<T>)) && (isTurned<B> || (isConstant<B> && constantFirst<T>));
     const auto x = preparedRun<T, 9>(a);
     const auto y = preparedRun<T, 9>(b);
     for (std::int32_t k = 0; k < count; ++k) {
         const auto& p = objectOf<T, A>(x, k);
         const auto& q = objectOf<T, B>(y, k);
         std::byte* const to = dst.at(k).origin;
-        if constexpr (turnLast)
-            storeObject<T, 9, 1>(turnedThree<T>(combined<Op, T>(p, q)), to, 0);
+        if constexpr (turnLast) storeObject<T, 9, 1>(turnedThree<T>(combined<Op, T>(p, q)), to, 0);
         else if constexpr (isTurned<A>) {
             const auto turned = turnedThree<T>(p);
             storeObject<T, 9, 1>(combined<Op, T>(turned, q), to, 0);
@@ -181,7 +179,7 @@ template <class Op, class A, class B, class D>
 }
 
 template <class View, class Other>
-inline constexpr bool turnsOnce = isTurned<View> && isSingle<View> && !isTurned<Other>;
+inline constexpr bool turnsOnce = isTurned<View>&& isSingle<View> && !isTurned<Other>;
 
 template <class Op, int width, int height, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void plainSized(const A& a, const B& b, const D& dst, Count count) {
@@ -204,7 +202,9 @@ template <class Op, int width, int height, class A, class B, class D, class Coun
             eachSized<Op, width, height>(a, b, dst, count);
         } else if constexpr (isTurned<A> || isTurned<B>) {
             if constexpr (width == 3) eachThree<Op>(a, b, dst, count);
-            else eachSized<Op, width, height>(touching<rowBytes>(a), touching<rowBytes>(b), touching<rowBytes>(dst), count);
+            else
+                eachSized<Op, width, height>(touching<rowBytes>(a), touching<rowBytes>(b), touching<rowBytes>(dst),
+                                             count);
         } else {
             if constexpr (!isListed<D>)
                 if (objectsTouch(a, height * rowBytes) && objectsTouch(b, height * rowBytes) &&
@@ -225,19 +225,17 @@ template <class Op, class A, class B, class D>
                                             std::ptrdiff_t count) {
     using T = typename D::Element;
     if constexpr (isTurned<A> || isTurned<B>) {
-        if constexpr ((turnsOnce<A, B> || turnsOnce<B, A>) && !isSingle<D>) {
+        if constexpr ((turnsOnce<A, B> || turnsOnce<B, A>)&&!isSingle<D>) {
             constexpr std::ptrdiff_t room = 4096;
             const std::ptrdiff_t rowBytes = width * static_cast<std::ptrdiff_t>(sizeof(T));
             if (count >= 4 && height * rowBytes <= room) {
                 alignas(16) std::byte copy[room];
-                const auto turned = plain(reinterpret_cast<const T*>(copy), rowBytes);
-                if constexpr (isTurned<A>) {
-                    copyTurned<T>(a.at(0), copy, width, height);
-                    plainAny<Op>(turned, b, dst, width, height, count);
-                } else {
-                    copyTurned<T>(b.at(0), copy, width, height);
-                    plainAny<Op>(a, turned, dst, width, height, count);
-                }
+                if constexpr (isTurned<A>) copyTurned<T>(a.at(0), copy, width, height);
+                else copyTurned<T>(b.at(0), copy, width, height);
+                const std::byte* const filled = copy;
+                const auto turned = plain(reinterpret_cast<const T*>(filled), rowBytes);
+                if constexpr (isTurned<A>) plainAny<Op>(turned, b, dst, width, height, count);
+                else plainAny<Op>(a, turned, dst, width, height, count);
                 return;
             }
         }

@@ -151,8 +151,7 @@ template <class T, class A, class B, class D, class F>
         const auto x = objectSource<T>(a, k);
         const auto y = objectSource<T>(b, k);
         const auto z = dst.at(k);
-        for (std::ptrdiff_t i = 0; i < height; ++i)
-            f(rowSource<T>(x, i), rowSource<T>(y, i), z.address(i, 0));
+        for (std::ptrdiff_t i = 0; i < height; ++i) f(rowSource<T>(x, i), rowSource<T>(y, i), z.address(i, 0));
     }
 }
 
@@ -184,9 +183,10 @@ template <class Op, int whole, class A, class B, class D>
         for (std::ptrdiff_t k = 0; k < count; ++k)
             shortRow<Op, T, whole>(onlyRow<T, A>(x, k), onlyRow<T, B>(y, k), dst.at(k).origin, last);
     } else {
-        eachRow<T>(a, b, dst, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
-            shortRow<Op, T, whole>(x, y, to, last);
-        });
+        eachRow<T>(
+            a, b, dst, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
+                shortRow<Op, T, whole>(x, y, to, last);
+            });
     }
 }
 
@@ -198,10 +198,10 @@ template <class Op, class A, class B, class D>
     const std::ptrdiff_t last = bytes - 16;
     switch (bytes < 16 ? -1 : (last + 15) / 16) {
         case -1:
-            return eachRow<T>(A(a), B(b), D(dst), height, count,
-                              [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
-                                  few<Op, T>(x, y, to, 0, bytes);
-                              });
+            return eachRow<T>(
+                A(a), B(b), D(dst), height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
+                    few<Op, T>(x, y, to, 0, bytes);
+                });
         case 0: return shortRows<Op, 0>(A(a), B(b), D(dst), last, height, count);
         case 1: return shortRows<Op, 1>(A(a), B(b), D(dst), last, height, count);
         case 2: return shortRows<Op, 2>(A(a), B(b), D(dst), last, height, count);
@@ -209,10 +209,10 @@ template <class Op, class A, class B, class D>
         case 4: return shortRows<Op, 4>(A(a), B(b), D(dst), last, height, count);
         case 7: return shortRows<Op, 7>(A(a), B(b), D(dst), last, height, count);
         default:
-            return eachRow<T>(A(a), B(b), D(dst), height, count,
-                              [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
-                                  longRow<Op, T>(x, y, to, last);
-                              });
+            return eachRow<T>(
+                A(a), B(b), D(dst), height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
+                    longRow<Op, T>(x, y, to, last);
+                });
     }
 }
 

@@ -36,7 +36,9 @@ struct Resting {
     T value;
 
     template <int>
-    [[gnu::always_inline]] T get() const { return value; }
+    [[gnu::always_inline]] T get() const {
+        return value;
+    }
     void next(int) {}
     Same<T> run() const { return {broadcast(value)}; }
 };
@@ -98,7 +100,7 @@ template <class Op, class A, class B, class D>
                 std::byte* const to = dst.at(first).address(i, j);
                 if (adjacent && length >= laneCount<T>)
                     longRow<Op, T>(x.run(), y.run(), to,
-                                   (length - laneCount<T>) * static_cast<std::ptrdiff_t>(sizeof(T)));
+                                   (length - laneCount<T>)*static_cast<std::ptrdiff_t>(sizeof(T)));
                 else streamApart<Op, T>(x, y, to, dst.objectStride, length);
             }
     }
@@ -137,8 +139,7 @@ inline bool elementsApart(const D& d, std::ptrdiff_t width, std::ptrdiff_t heigh
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void stridedNest(A a, B b, D dst, std::ptrdiff_t width, std::ptrdiff_t height,
-                                   std::ptrdiff_t count) {
+[[gnu::noinline]] void stridedNest(A a, B b, D dst, std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t count) {
     using T = typename D::Element;
     if (height > width && elementsApart(dst, width, height, 1)) {
         std::swap(width, height);
@@ -165,8 +166,8 @@ inline bool preferObjects(const A& a, const B& b, const D& dst, std::ptrdiff_t w
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void stridedArrays(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
-                                     std::ptrdiff_t height, std::ptrdiff_t count) {
+[[gnu::noinline]] void stridedArrays(const A& a, const B& b, const D& dst, std::ptrdiff_t width, std::ptrdiff_t height,
+                                     std::ptrdiff_t count) {
     if (preferObjects(a, b, dst, width, height, count)) overObjects<Op>(A(a), B(b), D(dst), width, height, count);
     else stridedNest<Op>(A(a), B(b), D(dst), width, height, count);
 }
@@ -178,8 +179,8 @@ template <class T, class X>
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void scatteredAny(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
-                                    std::ptrdiff_t height, std::ptrdiff_t count) {
+[[gnu::noinline]] void scatteredAny(const A& a, const B& b, const D& dst, std::ptrdiff_t width, std::ptrdiff_t height,
+                                    std::ptrdiff_t count) {
     using T = typename D::Element;
     if constexpr (D::objects != Objects::single)
         if (count >= 16) return overObjects<Op>(A(a), B(b), D(dst), width, height, count);

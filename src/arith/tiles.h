@@ -35,10 +35,14 @@ struct TileOfArray {
     struct Here {
         const std::byte* at;
         template <int v>
-        [[gnu::always_inline]] Lanes<T> get() const { return loadLanes<T>(at + 16 * v); }
+        [[gnu::always_inline]] Lanes<T> get() const {
+            return loadLanes<T>(at + 16 * v);
+        }
     };
     template <class T, int elements>
-    [[gnu::always_inline]] Here<T, elements> here() const { return {at}; }
+    [[gnu::always_inline]] Here<T, elements> here() const {
+        return {at};
+    }
     [[gnu::always_inline]] void next(std::ptrdiff_t bytes, int) { at += bytes; }
 };
 
@@ -47,9 +51,13 @@ struct TileHeld {
     Lanes<T> vector[vectors];
 
     template <int v>
-    [[gnu::always_inline]] Lanes<T> get() const { return vector[v]; }
+    [[gnu::always_inline]] Lanes<T> get() const {
+        return vector[v];
+    }
     template <class, int>
-    [[gnu::always_inline]] const TileHeld& here() const { return *this; }
+    [[gnu::always_inline]] const TileHeld& here() const {
+        return *this;
+    }
     [[gnu::always_inline]] void next(std::ptrdiff_t, int) {}
 };
 
@@ -66,8 +74,7 @@ struct TileConstants {
             if constexpr (laneCount<T> == 4)
                 return __builtin_shufflevector(constants, constants, first / elements, (first + 1) / elements,
                                                (first + 2) / elements, (first + 3) / elements);
-            else
-                return __builtin_shufflevector(constants, constants, first / elements, (first + 1) / elements);
+            else return __builtin_shufflevector(constants, constants, first / elements, (first + 1) / elements);
         }
     };
     template <class, int>
@@ -92,8 +99,7 @@ template <class Op, class T, int elements, bool perVector, class A, class B>
     using Shape = Tile<T, elements, perVector>;
     std::int32_t done = 0;
     for (; done + Shape::objects <= count; done += Shape::objects) {
-        storeTile<Op, T, elements, Shape::vectors>(a.template here<T, elements>(), b.template here<T, elements>(),
-                                                   to);
+        storeTile<Op, T, elements, Shape::vectors>(a.template here<T, elements>(), b.template here<T, elements>(), to);
         a.next(Shape::bytes, Shape::objects);
         b.next(Shape::bytes, Shape::objects);
         to += Shape::bytes;

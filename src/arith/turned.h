@@ -21,9 +21,7 @@ template <class T, int p, int q, int i, int j, class Stored>
     Block<T, p, q> block;
     if constexpr (q == 1) {
         // Single elements: a load for each is cheaper than taking a vector apart.
-        forRows<p>([&](auto r) __attribute__((always_inline)) {
-            block.row[r] = stored.template get<j, i + r, 1>();
-        });
+        forRows<p>([&](auto r) __attribute__((always_inline)) { block.row[r] = stored.template get<j, i + r, 1>(); });
     } else if constexpr (p == 1) {
         if constexpr (lanes == 2)
             block.row[0] = Double2{stored.template get<j, i, 1>(), stored.template get<j + 1, i, 1>()};
@@ -40,9 +38,7 @@ template <class T, int p, int q, int i, int j, class Stored>
             block.row[r] = Double2{stored.template get<j, i + r, 1>(), stored.template get<j + 1, i + r, 1>()};
         });
     } else if constexpr (p == lanes && q == lanes) {
-        forRows<q>([&](auto c) __attribute__((always_inline)) {
-            block.row[c] = stored.template get<j + c, i, p>();
-        });
+        forRows<q>([&](auto c) __attribute__((always_inline)) { block.row[c] = stored.template get<j + c, i, p>(); });
         transpose(block.row);
     } else if constexpr (q == 2) {
         const Float4 x = stored.template get<j, i, p>();
@@ -58,8 +54,7 @@ template <class T, int p, int q, int i, int j, class Stored>
     } else {
         static_assert(p == 2 && q == 4);
         const Float4 left = interleaveLow(stored.template get<j, i, p>(), stored.template get<j + 1, i, p>());
-        const Float4 right =
-            interleaveLow(stored.template get<j + 2, i, p>(), stored.template get<j + 3, i, p>());
+        const Float4 right = interleaveLow(stored.template get<j + 2, i, p>(), stored.template get<j + 3, i, p>());
         block.row[0] = __builtin_shufflevector(left, right, 0, 1, 4, 5);
         block.row[1] = __builtin_shufflevector(left, right, 2, 3, 6, 7);
     }
@@ -79,9 +74,7 @@ template <class T, int width, int height, class Stored>
     Held<T, width, height> held;
     forBlocks<T, width, height>([&](auto i, auto j, auto p, auto q) __attribute__((always_inline)) {
         const auto block = turnBlock<T, p, q, i, j>(stored);
-        forRows<p>([&](auto r) __attribute__((always_inline)) {
-            held.template set<i + r, j, q>(block.row[r]);
-        });
+        forRows<p>([&](auto r) __attribute__((always_inline)) { held.template set<i + r, j, q>(block.row[r]); });
     });
     return held;
 }
@@ -132,21 +125,27 @@ inline constexpr bool constantFirst = laneCount<T> == 4;
 // What becomes of a block before it is stored.
 struct AsIs {
     template <class T, int i, int j, int n, class V>
-    [[gnu::always_inline]] V apply(V value) const { return value; }
+    [[gnu::always_inline]] V apply(V value) const {
+        return value;
+    }
 };
 
 template <class Op, class B>
 struct WithSecond {
     const B& b;
     template <class T, int i, int j, int n, class V>
-    [[gnu::always_inline]] V apply(V value) const { return Op::apply(value, b.template get<i, j, n>()); }
+    [[gnu::always_inline]] V apply(V value) const {
+        return Op::apply(value, b.template get<i, j, n>());
+    }
 };
 
 template <class Op, class A>
 struct WithFirst {
     const A& a;
     template <class T, int i, int j, int n, class V>
-    [[gnu::always_inline]] V apply(V value) const { return Op::apply(a.template get<i, j, n>(), value); }
+    [[gnu::always_inline]] V apply(V value) const {
+        return Op::apply(a.template get<i, j, n>(), value);
+    }
 };
 
 template <class T, int p, int q, int i, int j, class Stored, class Last>
@@ -189,7 +188,8 @@ template <class Op, class T, int p, int q, class A, class B, class D>
     std::byte* const to = d.address(i, j);
     constexpr bool afterB = plainB || (!constantFirst<T> && std::is_same_v<decltype(y), const Repeated<T>>);
     if constexpr (plainA) storeBlock<T, p, q, 0, 0>(y, WithFirst<Op, Rows<T>>{x}, to, d.rowStride);
-    else if constexpr (afterB) storeBlock<T, p, q, 0, 0>(x, WithSecond<Op, std::remove_const_t<decltype(y)>>{y}, to, d.rowStride);
+    else if constexpr (afterB)
+        storeBlock<T, p, q, 0, 0>(x, WithSecond<Op, std::remove_const_t<decltype(y)>>{y}, to, d.rowStride);
     else storeBlock<T, p, q, 0, 0>(Combined<Op, T, decltype(x), decltype(y)>{x, y}, AsIs{}, to, d.rowStride);
 }
 
@@ -239,8 +239,8 @@ template <class T>
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void turnedGrids(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
-                                   std::ptrdiff_t height, std::ptrdiff_t count) {
+[[gnu::noinline]] void turnedGrids(const A& a, const B& b, const D& dst, std::ptrdiff_t width, std::ptrdiff_t height,
+                                   std::ptrdiff_t count) {
     using T = typename D::Element;
     for (std::ptrdiff_t k = 0; k < count; ++k) {
         const auto x = objectSource<T>(a, k);

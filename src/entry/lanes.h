@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 
@@ -69,22 +70,31 @@ template <class T>
 inline Lanes<T> gather(const std::byte* from, std::ptrdiff_t step) {
     if constexpr (laneCount<T> == 4)
         return Float4{load<T>(from), load<T>(from + step), load<T>(from + 2 * step), load<T>(from + 3 * step)};
-    else
-        return Double2{load<T>(from), load<T>(from + step)};
+    else return Double2{load<T>(from), load<T>(from + step)};
 }
 
 // --- Pairs of floats ---------------------------------------------------------------------------
 
+// Has all lanes computed as written. clang takes it that nobody looks at exception flags, and would let lanes
+// that are not stored hold anything: infinity times zero, say.
+inline Float4 settled(Float4 v) {
+    asm("" : "+x"(v));
+    return v;
+}
+
 // Two adjacent floats, twice: the spare lanes hold copies, so that arithmetic on them raises no
 // exception flag which the needed lanes don't raise too (zeros would, for 0 * infinity).
+// They are loaded as bits: a double would pass through an x87 register in unoptimised 32-bit code, which
+// turns what looks like a signalling NaN quiet.
 inline Float4 loadPair(const std::byte* from) {
-    const double both = load<double>(from);
-    const Double2 twice = {both, both};
+    std::int64_t both;
+    std::memcpy(&both, from, sizeof both);
+    using Bits2 = long long __attribute__((vector_size(16)));
+    const Bits2 twice = {both, both};
     return reinterpret_cast<Float4>(twice);
 }
 
-inline void storePair(std::byte* to, Float4 value) { store(to, reinterpret_cast<Double2>(value)[0]); }
-inline void storeHighPair(std::byte* to, Float4 value) { store(to, reinterpret_cast<Double2>(value)[1]); }
+inline void storePair(std::byte* to, Float4 value) { store(to, reinterpret_cast<Double2>(settled(value))[0]); }
 
 inline Float4 lowPairTwice(Float4 v) { return __builtin_shufflevector(v, v, 0, 1, 0, 1); }
 inline Float4 highPairTwice(Float4 v) { return __builtin_shufflevector(v, v, 2, 3, 2, 3); }

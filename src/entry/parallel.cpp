@@ -64,13 +64,10 @@ private:
     int callers_ = errno;
 };
 
-}  // namespace
-
-std::int32_t forEachRun(std::int32_t count, Statuses statuses, Scratch scratch, RunFunction function, const void* call) {
-    const ErrnoKept errnoKept;
-    const std::int32_t threads = ownGetNumThreads();
-    if (threads <= 1 || count < threads) return function(call, {0, count}, scratch.callers);
-
+// From here on the runtime is involved. A function of its own, since a compiler may ask the runtime for the
+// calling thread's number at the top of a function with a parallel region: a call that stays serial must not.
+[[gnu::noinline]] std::int32_t runTeam(std::int32_t count, Statuses statuses, Scratch scratch, std::int32_t threads,
+                                       RunFunction function, const void* call) {
     const ScratchBlock block(scratch.bytesPerThread, threads);
     if (!block.available()) return function(call, {0, count}, scratch.callers);
 
@@ -96,6 +93,16 @@ std::int32_t forEachRun(std::int32_t count, Statuses statuses, Scratch scratch, 
         }
     }
     return status;
+}
+
+}  // namespace
+
+std::int32_t forEachRun(std::int32_t count, Statuses statuses, Scratch scratch, RunFunction function,
+                        const void* call) {
+    const ErrnoKept errnoKept;
+    const std::int32_t threads = ownGetNumThreads();
+    if (threads <= 1 || count < threads) return function(call, {0, count}, scratch.callers);
+    return runTeam(count, statuses, scratch, threads, function, call);
 }
 
 }  // namespace korm

@@ -29,9 +29,7 @@ const Options options = Options::fromEnvironment();
 
 Verdict results(const Form& form, const Library& library) { return checkResults(form, library, options); }
 Verdict checks(const Form& form, const Library& library) { return checkBadArguments(form, library, options); }
-Verdict thresholds(const Form& form, const Library& library) {
-    return checkThresholds(form, library, options, false);
-}
+Verdict thresholds(const Form& form, const Library& library) { return checkThresholds(form, library, options, false); }
 
 // Is there an object size and a count with just this estimate?
 bool reachable(const Form& form, std::int32_t estimate) {

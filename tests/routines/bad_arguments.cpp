@@ -23,8 +23,8 @@ std::vector<std::int32_t> badValuesOf(const Form& form, Role role) {
         case 'S': return {0, -1, -7, INT_MIN};
         case 'T': {
             // INT_MAX has its low bits set, INT_MIN only its sign; near both ends sums of checks could wrap.
-            std::vector<std::int32_t> values{0, -4,      -8,      1,           2,           3,         5,        6,
-                                             7, -1,      INT_MAX, INT_MIN,     INT_MIN + 8, -(1 << 30)};
+            std::vector<std::int32_t> values{0, -4, -8, 1,       2,       3,           5,
+                                             6, 7,  -1, INT_MAX, INT_MIN, INT_MIN + 8, -(1 << 30)};
             values.insert(values.end(), {(1 << 30) + 2, (1 << 30) + 1});
             if (form.type == Type::f64) values.insert(values.end(), {4, 12, INT_MAX - 3});
             return values;
@@ -89,10 +89,10 @@ public:
                 case Role::rowStride:
                 case Role::elementStride:
                     // Good ones at both ends: the element size, and close to 2^31.
-                    values_.push_back(CallValue::integer(random_.chance(50)   ? size
-                                                         : random_.chance(80) ? size * random_.between(1, 99)
-                                                                              : INT_MAX - size + 1 -
-                                                                                    size * random_.between(0, 1 << 20)));
+                    values_.push_back(CallValue::integer(
+                        random_.chance(50)   ? size
+                        : random_.chance(80) ? size * random_.between(1, 99)
+                                             : INT_MAX - size + 1 - size * random_.between(0, 1 << 20)));
                     break;
                 default: values_.push_back(CallValue::integer(random_.between(1, 100))); break;
             }

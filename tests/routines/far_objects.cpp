@@ -37,9 +37,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t bytes() {
-        return static_cast<std::size_t>((spots - 1) * farStride) + spotBytes;
-    }
+    static constexpr std::size_t bytes() { return static_cast<std::size_t>((spots - 1) * farStride) + spotBytes; }
     std::byte* begin_ = nullptr;
 };
 
@@ -51,10 +49,9 @@ struct Strides {
 Strides stridesFor(const Form& form, const Operand& operand, const Sizes& sizes, Role farRole) {
     const std::int64_t size = form.elementSize();
     const bool far = operand.shape == Shape::matrix || farRole != Role::rowStride;
-    const std::int64_t columns =
-        operand.shape == Shape::constant ? 1
-        : form.matrices()                ? (operand.transposed ? sizes.height : sizes.width)
-                                         : sizes.length;
+    const std::int64_t columns = operand.shape == Shape::constant ? 1
+                                 : form.matrices()                ? (operand.transposed ? sizes.height : sizes.width)
+                                                                  : sizes.length;
     const std::int64_t rows = form.matrices() ? (operand.transposed ? sizes.width : sizes.height) : 1;
     Strides strides{size * columns * rows, size * columns, size};
     if (!far) return strides;
@@ -80,11 +77,10 @@ Placed placeFar(Arena& arena, const FarRoom& room, const Form& form, std::size_t
         for (std::int32_t i = 0; i < entries; ++i) placed.entries.push_back(begin + i * form.elementSize());
     } else if (form.layout == Layout::list && operand.array) {
         for (std::int32_t k = 0; k < sizes.count; ++k)
-            placed.entries.push_back(begin + (constant ? k * form.elementSize()
-                                                       : static_cast<std::ptrdiff_t>(k * strides.object)));
+            placed.entries.push_back(
+                begin + (constant ? k * form.elementSize() : static_cast<std::ptrdiff_t>(k * strides.object)));
     }
-    placed.values.base =
-        placed.entries.empty() ? begin : placeTable(arena, index, placed.entries.size(), random);
+    placed.values.base = placed.entries.empty() ? begin : placeTable(arena, index, placed.entries.size(), random);
     return placed;
 }
 

@@ -4,9 +4,7 @@
 
 namespace kormtest {
 
-bool hasOverlapRule(const Form& form) {
-    return form.layout == Layout::standard && !form.array && !form.matrices();
-}
+bool hasOverlapRule(const Form& form) { return form.layout == Layout::standard && !form.array && !form.matrices(); }
 
 Verdict checkOverlap(const Form& form, const Library& library, const Options& options) {
     Arena& arena = threadArena();

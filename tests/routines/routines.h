@@ -12,8 +12,8 @@
 namespace kormtest {
 
 struct Options {
-    std::uint64_t seed = 1;   // KORM_TEST_SEED
-    int cases = 0;            // KORM_TEST_CASES: random cases of each form, 0 for each routine's usual number
+    std::uint64_t seed = 1;  // KORM_TEST_SEED
+    int cases = 0;           // KORM_TEST_CASES: random cases of each form, 0 for each routine's usual number
     static Options fromEnvironment();
     int casesOr(int usual) const { return cases > 0 ? cases : usual; }
     Random random(const Form& form, int caseNumber, std::uint64_t routine) const {

@@ -9,8 +9,8 @@ namespace kormtest {
 namespace {
 
 // One call with two answers; they need not agree.
-Verdict runTeam(const Form& form, const Library& library, const Sizes& sizes, std::int32_t decision,
-                std::int32_t team, unsigned stackShift, Random& random) {
+Verdict runTeam(const Form& form, const Library& library, const Sizes& sizes, std::int32_t decision, std::int32_t team,
+                unsigned stackShift, Random& random) {
     SceneOptions options;
     options.sizes = sizes;
     options.plain = random.chance(50);
@@ -70,7 +70,8 @@ Verdict checkCallFrame(const Form& form, const Library& library, const Options& 
                 if (!large && threads > 1) continue;
                 for (int repeat = 0; repeat < (large ? 2 : 12); ++repeat) {
                     Random random = options.random(form, number++, 7);
-                    const Sizes sizes = large && form.driver ? sizesBeyondLimit(form, 3, random) : randomSizes(form, random);
+                    const Sizes sizes =
+                        large && form.driver ? sizesBeyondLimit(form, 3, random) : randomSizes(form, random);
                     if (Verdict verdict = runTeam(form, library, sizes, threads, threads, shift, random); !verdict.ok)
                         return verdict;
                 }

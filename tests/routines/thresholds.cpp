@@ -55,10 +55,11 @@ Verdict runIntoFault(const Form& form, const Library& library, const Sizes& size
     std::byte* nowhere = threadArena().nowhere();
     const std::int32_t size = form.elementSize();
     // Any one element stride makes a call a general one.
-    int general = plain ? -1 : random.between(0, static_cast<std::int32_t>(std::count_if(
-                                                     form.arguments.begin(), form.arguments.end(),
-                                                     [](const Argument& a) { return a.role == Role::elementStride; })) -
-                                                     1);
+    int general = plain ? -1
+                        : random.between(0, static_cast<std::int32_t>(std::count_if(
+                                                form.arguments.begin(), form.arguments.end(),
+                                                [](const Argument& a) { return a.role == Role::elementStride; })) -
+                                                1);
     for (const Argument& argument : form.arguments) {
         switch (argument.role) {
             case Role::pointer: values.push_back(CallValue::pointer(nowhere)); break;
@@ -149,7 +150,8 @@ Sizes anySizes(const Form& form, Random& random) {
     // Around the limit, and around where the product passes 2^31 and 2^32.
     sizes = shaped(form, random.between(1, 40), random);
     const std::int64_t target = random.pick<std::int64_t>({1500, 2500, 5000, 1ll << 31, 1ll << 32, 3ll << 31});
-    const std::int64_t count = target / random.pick({2, 3}) / (form.matrices() ? sizes.width * sizes.height : sizes.length);
+    const std::int64_t count =
+        target / random.pick({2, 3}) / (form.matrices() ? sizes.width * sizes.height : sizes.length);
     sizes.count = static_cast<std::int32_t>(std::clamp<std::int64_t>(count + random.between(-3, 3), 1, 0x7fffffff));
     return sizes;
 }

@@ -71,9 +71,8 @@ void Arena::fillWindows(Random& random) {
 }
 
 bool Arena::insideWindows(const std::byte* address, std::size_t size) const {
-    return std::any_of(windows_.begin(), windows_.end(), [&](const Stretch& window) {
-        return address >= window.begin && address + size <= window.end;
-    });
+    return std::any_of(windows_.begin(), windows_.end(),
+                       [&](const Stretch& window) { return address >= window.begin && address + size <= window.end; });
 }
 
 std::vector<std::byte> Arena::snapshot() const {
@@ -93,8 +92,7 @@ void Arena::restore(const std::vector<std::byte>& image) const {
 const std::byte* Arena::firstDifference(const std::vector<std::byte>& image) const {
     const std::byte* at = image.data();
     for (const Stretch& window : windows_) {
-        if (std::memcmp(window.begin, at, window.size()) != 0)
-            return std::mismatch(window.begin, window.end, at).first;
+        if (std::memcmp(window.begin, at, window.size()) != 0) return std::mismatch(window.begin, window.end, at).first;
         at += window.size();
     }
     return nullptr;

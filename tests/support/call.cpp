@@ -59,9 +59,17 @@ std::uint16_t half(const unsigned char* bytes) {
 std::string damageOf(const CallFrame& frame, std::size_t used) {
     static constexpr const char* names[] = {
 #if defined(__x86_64__)
-        "rbx", "rbp", "r12", "r13", "r14", "r15"
+        "rbx",
+        "rbp",
+        "r12",
+        "r13",
+        "r14",
+        "r15"
 #else
-        "ebx", "ebp", "esi", "edi"
+        "ebx",
+        "ebp",
+        "esi",
+        "edi"
 #endif
     };
     std::string damage;

@@ -21,7 +21,7 @@ std::uint64_t ordinary(const Format& format, Random& random) {
     const std::uint64_t bits = random.next();
     // Every fourth is a short number, so that exact sums and cancellation occur too.
     const std::uint64_t mantissa = (bits & 3) == 0 ? (bits & format.mantissaMask()) >> (format.mantissaBits - 3)
-                                                         << (format.mantissaBits - 3)
+                                                                                           << (format.mantissaBits - 3)
                                                    : bits & format.mantissaMask();
     return format.make((bits >> 63) != 0, exponent, mantissa);
 }

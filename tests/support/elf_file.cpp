@@ -48,8 +48,8 @@ void ElfFile::readSymbols(const ElfW(Shdr) & header, bool dynamicTable) {
     for (std::size_t at = 0; at < header.sh_size; at += sizeof(ElfW(Sym))) {
         const auto raw = read<ElfW(Sym)>(header.sh_offset + at);
         if (raw.st_shndx == SHN_UNDEF) continue;
-        ElfSymbol symbol{text(header.sh_link, raw.st_name), raw.st_value,       raw.st_size,
-                         ELF64_ST_TYPE(raw.st_info),        ELF64_ST_BIND(raw.st_info), raw.st_shndx};
+        ElfSymbol symbol{text(header.sh_link, raw.st_name), raw.st_value, raw.st_size, ELF64_ST_TYPE(raw.st_info),
+                         ELF64_ST_BIND(raw.st_info),        raw.st_shndx};
         if (dynamicTable) exports_.push_back(symbol);
         else symbols_[symbol.name] = symbol;
     }

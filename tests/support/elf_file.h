@@ -16,8 +16,8 @@ struct ElfSymbol {
     std::string name;
     std::uintptr_t address = 0;
     std::size_t size = 0;
-    int type = 0;        // STT_FUNC, STT_OBJECT
-    int binding = 0;     // STB_LOCAL, STB_GLOBAL
+    int type = 0;     // STT_FUNC, STT_OBJECT
+    int binding = 0;  // STB_LOCAL, STB_GLOBAL
     std::size_t section = 0;
 };
 

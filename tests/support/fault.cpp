@@ -28,8 +28,8 @@ void handle(int signal, siginfo_t* info, void*) {
         siglongjmp(frame->place, 1);
     }
     char line[400];
-    const int size = std::snprintf(line, sizeof line, "fatal: signal %d at %p outside of a guarded call: %s\n",
-                                   signal, info->si_addr, context.load());
+    const int size = std::snprintf(line, sizeof line, "fatal: signal %d at %p outside of a guarded call: %s\n", signal,
+                                   info->si_addr, context.load());
     if (write(STDERR_FILENO, line, static_cast<std::size_t>(size)) < 0) _exit(4);
     _exit(3);
 }
@@ -38,8 +38,7 @@ void handle(int signal, siginfo_t* info, void*) {
 
 std::string Fault::text() const {
     char line[80];
-    std::snprintf(line, sizeof line, "signal %d at address 0x%llx", signal,
-                  static_cast<unsigned long long>(address));
+    std::snprintf(line, sizeof line, "signal %d at address 0x%llx", signal, static_cast<unsigned long long>(address));
     return line;
 }
 

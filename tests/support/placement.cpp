@@ -50,8 +50,13 @@ class Placer {
 public:
     Placer(Arena& arena, const Form& form, std::size_t index, const Sizes& sizes, const PlacementOptions& options,
            Random& random)
-        : arena_(arena), index_(index), options_(options), random_(random), size_(form.elementSize()),
-          table_(form.layout == Layout::pointer), makeUp_(makeUpOf(form, form.operands[index], sizes)) {}
+        : arena_(arena),
+          index_(index),
+          options_(options),
+          random_(random),
+          size_(form.elementSize()),
+          table_(form.layout == Layout::pointer),
+          makeUp_(makeUpOf(form, form.operands[index], sizes)) {}
 
     Placed place() {
         if (options_.thin) placeThin();
@@ -189,8 +194,8 @@ private:
             extent = size_ + (makeUp_.lattice[0].n - 1) * makeUp_.lattice[0].stride;
         } else if (loose && random_.chance(60)) {
             // Objects of a list may lie anywhere, at any byte.
-            pitch += random_.chance(70) ? static_cast<std::int64_t>(size_) * random_.between(0, 4)
-                                        : random_.between(0, 15);
+            pitch +=
+                random_.chance(70) ? static_cast<std::int64_t>(size_) * random_.between(0, 4) : random_.between(0, 15);
         }
         const std::int64_t total = extent + (items - 1) * pitch;
         const Stretch room = arena_.field(index_);

@@ -10,11 +10,11 @@
 namespace kormtest {
 
 struct PlacementOptions {
-    bool plain = true;             // all element strides equal the element size
-    bool mayCollide = false;       // elements of a source may share memory
-    bool anyOffset = false;        // the form takes negative and misaligned offsets too
+    bool plain = true;        // all element strides equal the element size
+    bool mayCollide = false;  // elements of a source may share memory
+    bool anyOffset = false;   // the form takes negative and misaligned offsets too
     bool mayComb = true;
-    bool thin = false;             // the least memory: every stride is the element size, all entries are one
+    bool thin = false;  // the least memory: every stride is the element size, all entries are one
 };
 
 struct Placed {

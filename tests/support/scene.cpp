@@ -177,8 +177,7 @@ Verdict Scene::run(const Library& library, unsigned stackShift, bool mayFork) co
     if (mayFork) {
         result = callFunction(library.function(form_), values, stackShift);
     } else {
-        const Fault fault =
-            guarded([&] { result = callFunction(library.function(form_), values, stackShift); });
+        const Fault fault = guarded([&] { result = callFunction(library.function(form_), values, stackShift); });
         if (fault.happened) return Verdict::fail(fault.text() + ", " + describe());
     }
     if (result.status() != status::ok)
@@ -199,9 +198,8 @@ Verdict Scene::run(const Library& library, unsigned stackShift, bool mayFork) co
 
 std::vector<std::byte> Scene::resultBytes() const {
     std::vector<std::byte> bytes;
-    visitElements(form_.result(), [&](const std::byte* address) {
-        bytes.insert(bytes.end(), address, address + form_.elementSize());
-    });
+    visitElements(form_.result(),
+                  [&](const std::byte* address) { bytes.insert(bytes.end(), address, address + form_.elementSize()); });
     return bytes;
 }
 
@@ -212,8 +210,7 @@ std::string Scene::describe() const {
         text += argument.name + "=";
         if (argument.role == Role::pointer || argument.role == Role::value) {
             const OperandValues& values = operands_[static_cast<std::size_t>(argument.operand)];
-            text += argument.role == Role::pointer ? hex(values.base)
-                                                   : "bits " + std::to_string(values.constantBits);
+            text += argument.role == Role::pointer ? hex(values.base) : "bits " + std::to_string(values.constantBits);
         } else {
             text += std::to_string(argumentValue(argument));
         }
