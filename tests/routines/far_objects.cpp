@@ -61,7 +61,7 @@ Strides stridesFor(const Form& form, const Operand& operand, const Sizes& sizes,
     return strides;
 }
 
-Placed placeFar(Arena& arena, const FarRoom& room, const Form& form, std::size_t index, const Sizes& sizes,
+[[maybe_unused]] Placed placeFar(Arena& arena, const FarRoom& room, const Form& form, std::size_t index, const Sizes& sizes,
                 Role farRole, Random& random) {
     const Operand& operand = form.operands[index];
     const Strides strides = stridesFor(form, operand, sizes, farRole);
