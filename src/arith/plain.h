@@ -274,8 +274,10 @@ template <class Op, class A, class B, class D>
     else singles<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, bytes);
 }
 
-template <class Op, class A, class B, class D, class Count>
-[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, MatrixShape shape, Count count) {
+// Arrays; single objects come in by single.h.
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, MatrixShape shape,
+                                                std::int32_t count) {
     if (shape.width == shape.height) {
         if (shape.width == 3) return plainSized<Op, 3, 3>(a, b, dst, count);
         if (shape.width == 4) return plainSized<Op, 4, 4>(a, b, dst, count);
@@ -285,14 +287,14 @@ template <class Op, class A, class B, class D, class Count>
     plainAny<Op>(a, b, dst, shape.width, shape.height, count);
 }
 
-template <class Op, class A, class B, class D, class Count>
-[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, VectorShape shape, Count count) {
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, VectorShape shape,
+                                                std::int32_t count) {
     if (shape.length == 3) return plainSized<Op, 3, 1>(a, b, dst, count);
     if (shape.length == 4) return plainSized<Op, 4, 1>(a, b, dst, count);
     if (shape.length == 5) return plainSized<Op, 5, 1>(a, b, dst, count);
     if (shape.length == 6) return plainSized<Op, 6, 1>(a, b, dst, count);
-    if constexpr (isOneObject<Count>) plainVector<Op>(a, b, dst, shape.length);
-    else plainAny<Op>(a, b, dst, shape.length, 1, count);
+    plainAny<Op>(a, b, dst, shape.length, 1, count);
 }
 
 }  // namespace korm
