@@ -3,12 +3,13 @@
 from itertools import groupby
 import re
 
+from fixed import FixedForm
 from grammar import CHECKS
 
 NOTICE = "Written by tools/formgen from the tables of forms; edit those instead."
 WIDTH = 110
 
-SHAPES = {("width", "height"): "MatrixShape{{{}}}", ("length",): "VectorShape{{{}}}"}
+SHAPES = {("width", "height"): "MatrixShape{{{}}}", ("length",): "VectorShape{{{}}}"}  # others as they are
 
 TESTS = {  # letter of a check to the function that makes it
     "N": "anyNull",
@@ -143,10 +144,10 @@ def kernel_function(form, kernel):
     """The arguments as views, extras as they are, sizes as a shape, in a call of the family's template."""
     plain = form.layout != "pointer" and kernel == form.kernels[0]
     sizes = form.named("size")
-    shape = SHAPES.get(tuple(sizes), "{}").format(", ".join(sizes))
+    shape = [SHAPES.get(tuple(sizes), "{}").format(", ".join(sizes))] if sizes else []
     parts = [view(form, operand, plain) for operand in form.operands.values()]
     parts += [argument.name for argument in form.extras]
-    parts.append(f"{shape}, {'count' if form.is_array else 'oneObject'}")
+    parts.append(", ".join([*shape, "count" if form.is_array else "oneObject"]))
     call = f"{form.family.kernel}(\n        " + ",\n        ".join(parts) + ");"
     body = f"    return {call}" if form.family.merges_status else f"    {call}\n    return korStatusOk;"
     return function(kernel, list(unused_marked(form, plain)), [body])
@@ -179,7 +180,8 @@ def region(form):
         return ["[=](Run run)"]
     elements = full_width(family.scratch)
     scratch = f"Scratch{{{elements} * sizeof({form.scalar}), buffer}}" if family.scratch else "Scratch{}"
-    return [f"Statuses::{'merged' if family.merges_status else 'none'}", scratch, "[=](Run run, void* piece)"]
+    piece = "void* piece" if family.scratch else "void*"
+    return [f"Statuses::{'merged' if family.merges_status else 'none'}", scratch, f"[=](Run run, {piece})"]
 
 
 def full_width(formula):
@@ -210,18 +212,31 @@ def shifted(form, argument):
     return f"shifted({argument.name}, run.first, {operand.name}ObjectStride)"
 
 
+def fixed_function(form):
+    """A function of fixed size: its checks, if it has any, and the arithmetic."""
+    call = returns_call(form.kernel, names(form), 1)
+    if not form.family.fails:
+        call = call.replace("return ", "", 1) + "\n    return korStatusOk;"
+    return function(form.entry, c_declarations(form), [*check_lines(form), call])
+
+
+def functions(form):
+    """All functions of one form, those first that are called by others."""
+    if isinstance(form, FixedForm):
+        return [fixed_function(form)]
+    driver = [] if form.limit is None else [driver_function(form)]
+    return [kernel_function(form, kernel) for kernel in form.kernels] + driver + entry_functions(form)
+
+
 def source(family_forms):
     """One .cpp: the forms of one documentation group and element type, each with all its functions."""
-    first = family_forms[0]
-    headers = sorted({"entry/checks.h", "entry/parallel.h", "entry/views.h", first.family.source})
-    includes = "\n".join(f'#include "{name}"' for name in [*headers, "declarations.h"])
+    headers = {"entry/checks.h", *(form.family.source for form in family_forms)}
+    if not all(isinstance(form, FixedForm) for form in family_forms):
+        headers |= {"entry/parallel.h", "entry/views.h"}
+    includes = "\n".join(f'#include "{name}"' for name in [*sorted(headers), "declarations.h"])
     parts = [f"// {NOTICE}", includes, "using namespace korm;"]
     for form in family_forms:
-        parts.append(f"// --- {form.name}: {form.formula}")
-        parts += [kernel_function(form, kernel) for kernel in form.kernels]
-        if form.limit is not None:
-            parts.append(driver_function(form))
-        parts += entry_functions(form)
+        parts += [f"// --- {form.name}: {form.formula}", *functions(form)]
     return "\n\n".join(parts) + "\n"
 
 
