@@ -1,4 +1,4 @@
-# libkorm.so, from generated sources and those of src/.
+# libkorm.so, from generated sources and the few that are written by hand.
 #
 # The objects are a target of their own, so that a test can link them and reach what the library hides.
 

@@ -21,7 +21,7 @@ inline float reciprocal(float d) {
 // Below this a determinant counts as zero.
 inline constexpr float leastDeterminant = 0x1p-119F;
 
-inline std::int32_t invertByAdjugate(const Unaligned* src, std::int32_t srcRowStride, Unaligned* det, Unaligned* dst,
+inline std::int32_t invertAdjugate4(const Unaligned* src, std::int32_t srcRowStride, Unaligned* det, Unaligned* dst,
                                      std::int32_t dstRowStride) {
     float m[16];
     for (int r = 0; r < 4; ++r)

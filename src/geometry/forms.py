@@ -70,7 +70,9 @@ at any distances in bytes, zero, negative and odd ones too. A `count` below 1 do
 Overlap: dst may be the source vector, in a batch the source vectors if the strides agree. In any other overlap of the
 two the vectors of a batch are done one by one, in ascending order. dst must not overlap a matrix.
 
-Status: ::korStatusOk, with no checks; a fourth element of zero gives infinities or NaNs.
+Status: ::korStatusOk, with no checks; a fourth element of zero gives infinities or NaNs. Unproject gives
+::korStatusSingular if the product of the matrices has no inverse: dst of the single form then holds the point in
+normalised coordinates, the batch leaves dst as it was.
 """,
     "curves": """Curves and interpolation
 A point between given points, for vectors of 2, 3 or 4 `float` one behind the other. Parameters outside 0 to 1
@@ -188,6 +190,8 @@ FAMILIES = [
 
     fixed("projection", "projection", "Project", "m4v3", "projection view world src " + VIEWPORT, "projectOne", "dst = src on the viewport"),
     fixed("projection", "projection", "Project", "m4v3a", "projection view world src srcStride " + VIEWPORT + " dstStride count", "projectAll", "dst(k) = src(k) on the viewport"),
+    fixed("projection", "unproject", "Unproject", "m4v3", "projection view world src " + VIEWPORT, "unprojectOne", "dst = the point that Project puts to src", fails=True),
+    fixed("projection", "unproject", "Unproject", "m4v3a", "projection view world src srcStride " + VIEWPORT + " dstStride count", "unprojectAll", "dst(k) = the point that Project puts to src(k)", fails=True),
 
     curve("BaryCentric", ALL, "src1 src2 src3 f g dst", "baryCentric<{n}>", "dst = src1 + f*(src2 - src1) + g*(src3 - src1)"),
     curve("InterpolationLinear", ALL, "src1 src2 t dst", "linear<{n}>", "dst = src1 + (src2 - src1)*t"),

@@ -10,7 +10,7 @@ using namespace korm;
 
 std::int32_t v8_own3dkormInvert_m_32f_4x4(const float* src, std::int32_t srcRowStride, float* det, float* dst,
                                           std::int32_t dstRowStride) {
-    return invertByAdjugate(src, srcRowStride, det, dst, dstRowStride);
+    return invertAdjugate4(src, srcRowStride, det, dst, dstRowStride);
 }
 
 void v8_ownMulMat_32f(const float* a, const float* b, float* dst) { multiply4(a, b, dst); }
