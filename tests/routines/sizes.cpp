@@ -32,6 +32,8 @@ Sizes randomSizes(const Form& form, Random& random) {
         sizes.length = random.chance(90) ? random.between(7, 70) : random.between(70, 700);
     }
     if (form.array) sizes.count = random.chance(85) ? random.between(1, 9) : random.between(10, 40);
+    // Where each object is dear, the orders just above the sized ones must do.
+    if (form.has(Extent::order) && form.family->work(sizes) > 200000) sizes.order = random.between(7, 10);
     // Large objects in large numbers show nothing that either doesn't show alone.
     if (workOf(form, sizes) > 4000) sizes.count = random.between(1, 3);
     return sizes;
@@ -47,11 +49,15 @@ std::int64_t workOf(const Form& form, const Sizes& sizes) {
 Sizes sizesBeyondLimit(const Form& form, std::int32_t count, Random& random) {
     const std::int32_t limit = std::max(form.limit.plain, form.limit.general);
     Sizes sizes;
+    for (int tries = 0;; ++tries) {
+        const bool square = random.chance(40);
+        const std::int32_t edge = random.between(3, 6);
+        for (const Extent extent : form.extents)
+            sizes.set(extent, square && extent != Extent::length ? edge : random.between(1, 12));
+        sizes.count = lastSerialCount(form, sizes, limit) + 1;
+        if (workOf(form, sizes) <= 3 * longestWork || tries == 30) break;
+    }
     sizes.count = count;
-    const bool square = random.chance(40);
-    const std::int32_t edge = random.between(3, 6);
-    for (const Extent extent : form.extents)
-        sizes.set(extent, square && extent != Extent::length ? edge : random.between(1, 12));
     // Either the objects grow or their number does, whichever the form's estimate heeds and the time allows.
     const bool growCount = random.chance(30);
     for (std::size_t step = 0; form.estimate(sizes) <= limit; ++step) {
@@ -59,10 +65,11 @@ Sizes sizesBeyondLimit(const Form& form, std::int32_t count, Random& random) {
         const Extent extent = form.extents[step % form.extents.size()];
         sizes.set(extent, sizes.of(extent) + 1);
         const bool heeded = form.estimate(sizes) != form.estimate(before);
-        if (growCount || !heeded || workOf(form, sizes) > longestWork) {
-            sizes = before;
-            ++sizes.count;
-        }
+        Sizes more = before;
+        ++more.count;
+        // An order that has no driver at all must give way whatever was wanted.
+        const bool countHeeded = form.estimate(more) != form.estimate(before);
+        if (countHeeded && (growCount || !heeded || workOf(form, sizes) > longestWork)) sizes = more;
     }
     return sizes;
 }

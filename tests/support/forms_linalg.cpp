@@ -31,7 +31,7 @@ void squareSource(Form& form) {
 void shapeDet(Form& form) {
     squareSource(form);
     addDense(form, "buffer", Shape::vector, Extent::squareAndRow, Use::scratch, false);
-    addDense(form, "dst", Shape::constant, Extent::one, Use::output, form.array);
+    addDense(form, "dst", Shape::vector, Extent::one, Use::output, form.array);
 }
 
 void shapeLUDecomp(Form& form) {
@@ -247,13 +247,26 @@ void fillSolve(const Form& form, std::vector<OperandValues>& operands, const Siz
 
 // --- Work, places, bits ---
 
-std::int64_t cube(const Sizes& s) { return std::int64_t{s.order} * s.order * s.order * s.count; }
-std::int64_t square(const Sizes& s) { return std::int64_t{s.order} * s.order * s.count; }
+std::int64_t cube(const Sizes& s) { return std::int64_t{s.order} * s.order * s.order; }
+std::int64_t square(const Sizes& s) { return std::int64_t{s.order} * s.order; }
 // The cofactor core eliminates once for each element.
 std::int64_t fifthPower(const Sizes& s) {
     const std::int64_t n = s.order;
-    return n >= 7 ? n * n * n * n * n / 3 * s.count : n * n * n * s.count;
+    return n >= 7 ? n * n * n * n * n / 3 : n * n * n;
 }
+
+bool sized(const Sizes& s) { return s.order >= 3 && s.order <= 6; }
+bool sizedOrOne(const Sizes& s) { return s.order == 1 || sized(s); }
+
+// Pairs of aligned matrices are done in another format than a single one.
+bool detFixed(const Form& form, const Sizes& s, bool plain) {
+    return !(form.name == "kormDet_ma_32f" && s.order == 4 && plain);
+}
+// A sum of 8 terms is parted by the address of the solution.
+bool solveFixed(const Form& form, const Sizes& s, bool plain) {
+    return s.order <= 8 || !plain || form.layout == Layout::pointer;
+}
+bool invertFixed(const Form& form, const Sizes& s, bool plain) { return !invertApproximates(form, plain, s.order); }
 
 constexpr Family family(const char* signature, void (*shape)(Form&), Reference reference, Filler fill,
                         std::int64_t (*work)(const Sizes&)) {
@@ -263,7 +276,11 @@ constexpr Family family(const char* signature, void (*shape)(Form&), Reference r
     return result;
 }
 
-constexpr Family det = family("src order buffer dst count", shapeDet, referenceDet, fillSquare, cube);
+constexpr Family det = [] {
+    Family result = family("src order buffer dst count", shapeDet, referenceDet, fillSquare, cube);
+    result.fixedBits = detFixed;
+    return result;
+}();
 
 constexpr Family luDecomp = [] {
     Family result = family("src pivots dst order count", shapeLUDecomp, referenceLUDecomp, fillSquare, cube);
@@ -272,12 +289,24 @@ constexpr Family luDecomp = [] {
     return result;
 }();
 
-constexpr Family luBackSubst =
-    family("src1 pivots src2 dst order count", shapeLUBackSubst, referenceLUBackSubst, fillSolve, square);
+constexpr Family luBackSubst = [] {
+    Family result = family("src1 pivots src2 dst order count", shapeLUBackSubst, referenceLUBackSubst, fillSolve, square);
+    // The general path reads the right-hand side while it writes the solution.
+    result.inPlace = true;
+    result.inPlaceFor = sized;
+    result.fixedBits = solveFixed;
+    return result;
+}();
 
 constexpr Family invert = [] {
     Family result = family("src buffer dst order count", shapeInvert, referenceInvert, fillSquare, fifthPower);
     result.mayFail = true;
+    // The cofactor core reads the source again for each element.
+    result.inPlace = true;
+    result.inPlaceFor = sizedOrOne;
+    // Whether closed forms find a matrix singular is certain only for chosen ones.
+    result.mayCollide = false;
+    result.fixedBits = invertFixed;
     return result;
 }();
 
