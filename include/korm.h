@@ -3230,6 +3230,559 @@ int32_t kormMul_tac_64f_P(
     int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height, int32_t count);
 
 /** @} */
+
+
+/**
+ * @defgroup determinant Determinants
+ * dst(k) = determinant of the square matrix src(k). A single matrix writes one element, an array one element for each
+ * object, in a row: dst has no strides in any layout.
+ *
+ * `buffer` is scratch of order*order + order elements of the call's type, whatever its content. It must not be null,
+ * though orders 3 to 6 leave it alone. A call that is spread over threads doesn't touch it.
+ *
+ * Orders 3 to 6 are closed forms without any test: a singular matrix gives what rounding leaves. All other orders are
+ * eliminations with row pivoting; a pivot below, or a last one not above, 2*order^3 times the smallest normal number of
+ * the type makes the result exactly zero. A singular matrix is no failure.
+ *
+ * Overlap: dst, buffer and src must not overlap.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+ * ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst = det(src)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormDet_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, int32_t order, float *buffer,
+    float *dst);
+
+/**
+ * dst = det(src)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormDet_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, int32_t order, double *buffer,
+    double *dst);
+
+/**
+ * dst = det(src)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormDet_m_32f_P(const float *const *src, int32_t srcOffset, int32_t order, float *buffer, float *dst);
+
+/**
+ * dst = det(src)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormDet_m_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t order, double *buffer, double *dst);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, int32_t order,
+    float *buffer, float *dst, int32_t count);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, int32_t order,
+    double *buffer, double *dst, int32_t count);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, int32_t order,
+    float *buffer, float *dst, int32_t count);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t order, double *buffer, double *dst, int32_t count);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t order, float *buffer,
+    float *dst, int32_t count);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t order, double *buffer,
+    double *dst, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup lu_decomposition LU decomposition
+ * P A = L U with row pivoting. Rows are not moved: row `pivots[k]` of dst holds row k of U from column k on, and left of
+ * it the multipliers of L, whose diagonal of ones is not stored. `pivots` are `order` indices from 0, for each object
+ * of an array those behind the other's; what they hold before the call doesn't matter. dst and `pivots` together are
+ * what `kormLUBackSubst` solves with.
+ *
+ * Singular: orders 3 to 6 when a pivot is below twice the smallest normal number of the type; all other orders when a
+ * pivot is not above 2^-23 (`32f`) or 2^-52 (`64f`). An array call on one thread stops at the first singular object and
+ * leaves later ones untouched; spread over threads, each run of objects stops for itself. Of the singular object, orders 3
+ * to 6 have written the rows of dst that were finished (in the pointer layout none) and `pivots`; other orders have
+ * written the matrix as far as it was eliminated.
+ *
+ * Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusSingular, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array
+ * forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check nothing is written.
+ * @{
+ */
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormLUDecomp_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, int32_t *pivots, float *dst,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t order);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormLUDecomp_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, int32_t *pivots, double *dst,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t order);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormLUDecomp_m_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t *pivots, float *const *dst, int32_t dstOffset,
+    int32_t order);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormLUDecomp_m_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t *pivots, double *const *dst, int32_t dstOffset,
+    int32_t order);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t *pivots, float *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t *pivots, double *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t *pivots, float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t *pivots, double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t *pivots, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t *pivots, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup lu_solve Solving with an LU decomposition
+ * Solves A x = b: src1 and `pivots` are dst and `pivots` of a `kormLUDecomp` call of the same order, src2 is b, dst is x.
+ * One matrix may serve an array of vectors (`mva`).
+ *
+ * No value is tested: a zero pivot gives infinities or NaN, and `pivots` that are no permutation read what they name.
+ *
+ * Overlap: at orders 3 to 6 dst may be src2, at the same place with the same strides. Any other overlap, and any at all at
+ * other orders, leaves dst undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+ * ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormLUBackSubst_mv_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const float *src2, int32_t src2ElementStride, float *dst, int32_t dstElementStride, int32_t order);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormLUBackSubst_mv_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const double *src2, int32_t src2ElementStride, double *dst, int32_t dstElementStride, int32_t order);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormLUBackSubst_mv_32f_P(
+    const float *const *src1, int32_t src1Offset, const int32_t *pivots, const float *const *src2,
+    int32_t src2Offset, float *const *dst, int32_t dstOffset, int32_t order);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormLUBackSubst_mv_64f_P(
+    const double *const *src1, int32_t src1Offset, const int32_t *pivots, const double *const *src2,
+    int32_t src2Offset, double *const *dst, int32_t dstOffset, int32_t order);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride, float *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride, double *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const float *const *src2, int32_t src2Offset, int32_t src2ElementStride, float *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const double *const *src2, int32_t src2Offset, int32_t src2ElementStride, double *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_32f_P(
+    const float *const *src1, int32_t src1Offset, const int32_t *pivots, const float *const *src2,
+    int32_t src2Offset, int32_t src2ObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_64f_P(
+    const double *const *src1, int32_t src1Offset, const int32_t *pivots, const double *const *src2,
+    int32_t src2Offset, int32_t src2ObjectStride, double *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    const int32_t *pivots, const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride, float *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    const int32_t *pivots, const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    const int32_t *pivots, const float *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    const int32_t *pivots, const double *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const int32_t *pivots,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const int32_t *pivots,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup inverse Inverses
+ * dst(k) = inverse of the square matrix src(k).
+ *
+ * `buffer` is scratch of order*order + order elements of the call's type, whatever its content. It must not be null,
+ * though orders 1 and 3 to 6 leave it alone. A call that is spread over threads doesn't touch it.
+ *
+ * Orders 2, 7 and above compute each element as a cofactor of its own, which costs in proportion to order^5: from order 7
+ * on prefer `kormLUDecomp` and `kormLUBackSubst`. There a cofactor that is not above 2*order^3 times the smallest normal
+ * number of the type counts as that number, so an element that should be zero comes out as a tiny one.
+ *
+ * Singular: when the determinant (orders 5 and 6 of plain `32f` matrices: a pivot, or the determinant of what is left
+ * after the pivots) is below 2*order^3 times the smallest normal number of the type, in plain `64f` matrices of orders
+ * 3 and 4 twice that. The object is then untouched, but for its first row (order 6: two rows) in plain `32f` matrices of
+ * orders 5 and 6. An array call on one thread stops at the first singular object and leaves later ones untouched;
+ * spread over threads, each run of objects stops for itself. `kormInvert_ma_32f` takes matrices of order 4 that are
+ * packed and aligned to 16 bytes in pairs, and writes neither of a pair if one is singular.
+ *
+ * Overlap: at orders 1 and 3 to 6 dst may be src, at the same place with the same strides. Any other overlap, and any at
+ * all at other orders, leaves dst undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusSingular, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array
+ * forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check nothing is written.
+ * @{
+ */
+
+/**
+ * dst = inverse of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormInvert_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *buffer, float *dst,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t order);
+
+/**
+ * dst = inverse of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormInvert_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *buffer, double *dst,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t order);
+
+/**
+ * dst = inverse of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormInvert_m_32f_P(
+    const float *const *src, int32_t srcOffset, float *buffer, float *const *dst, int32_t dstOffset,
+    int32_t order);
+
+/**
+ * dst = inverse of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormInvert_m_64f_P(
+    const double *const *src, int32_t srcOffset, double *buffer, double *const *dst, int32_t dstOffset,
+    int32_t order);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3601 (2501 if an element stride is not 4) by order*2*count.
+ */
+int32_t kormInvert_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, float *buffer,
+    float *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t order,
+    int32_t count);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 2501 by order*2*count.
+ */
+int32_t kormInvert_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    double *buffer, double *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2501 by order*2*count.
+ */
+int32_t kormInvert_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, float *buffer,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t order,
+    int32_t count);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2501 by order*2*count.
+ */
+int32_t kormInvert_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *buffer, double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2501 by order*2*count.
+ */
+int32_t kormInvert_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *buffer, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2501 by order*2*count.
+ */
+int32_t kormInvert_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *buffer, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/** @} */
 #ifdef __cplusplus
 }
 #endif

@@ -10,7 +10,7 @@ import unittest
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 import emit
-from grammar import Departure, Family, below
+from grammar import Departure, Family, Shortcut, below
 
 PRODUCT = "src1 src1Width src1Height src2 src2Width src2Height dst count"
 
@@ -157,6 +157,11 @@ class Drivers(unittest.TestCase):
                       "[=](Run run, void* piece) {", text)
         self.assertIn("static_cast<float*>(piece)", text)
 
+    def test_a_merged_status_without_scratch_names_no_piece(self):
+        limits = {(layout, "32f"): below(100) for layout in ("standard", "list", "pointer")}
+        lu = family("LUDecomp", "ma", "src dst order count", merges_status=True, limits=limits)
+        self.assertIn("forEachRun(count, Statuses::merged, Scratch{}, [=](Run run, void*) {", self.driver(lu, "kormLUDecomp_ma_32f"))
+
     def test_shifts(self):
         limits = {(layout, "64f"): below(100) for layout in ("standard", "list", "pointer")}
         lu = family("LUDecomp", "ma", "src pivots dst order count", extras={"pivots": "int32_t *"},
@@ -166,7 +171,38 @@ class Drivers(unittest.TestCase):
         self.assertIn("shiftedList(dst, run.first), dstOffset", self.driver(lu, "kormLUDecomp_ma_64f_L"))
         self.assertIn("src, shiftedOffset(srcOffset, run.first, srcObjectStride)", self.driver(lu, "kormLUDecomp_ma_64f_P"))
         trace = family("Trace", "ma", "src order dst count", result="scalars", limits=limits)
-        self.assertIn("shiftedElements(dst, run.first)", self.driver(trace, "kormTrace_ma_64f"))
+        for name in ("kormTrace_ma_64f", "kormTrace_ma_64f_L", "kormTrace_ma_64f_P"):
+            self.assertIn("shiftedElements(dst, run.first)", self.driver(trace, name))
+
+
+class Kernels(unittest.TestCase):
+    def form(self, source, name):
+        return next(form for form in source.forms() if form.name == name)
+
+    def test_a_square_operand_has_as_many_table_entries_a_row_as_its_order(self):
+        solve = family("LUBackSubst", "mava", "src1 pivots src2 dst order count", result="v", extras={"pivots": "const int32_t *"})
+        form = self.form(solve, "kormLUBackSubst_mava_32f_P")
+        text = emit.kernel_function(form, form.kernels[0])
+        self.assertIn("scatteredArray(src1, src1Offset, src1ObjectStride, order)", text)
+        self.assertIn("scatteredArray(dst, dstOffset, dstObjectStride, order),\n        pivots,\n        order, count)", text)
+
+    def test_a_bare_result_is_handed_on_as_it_is(self):
+        det = family("Det", "ma", "src order buffer dst count", result="scalars", extras={"buffer": "element *"})
+        form = self.form(det, "kormDet_ma_64f_L")
+        text = emit.kernel_function(form, form.kernels[0])
+        self.assertIn("plainList(src, srcOffset, srcRowStride),\n        dst,\n        buffer,\n        order, count)", text)
+
+    def test_a_shortcut_stands_between_checks_and_estimate(self):
+        limits = {("standard", "32f"): below(100)}
+        invert = family("Invert", "ma m", "src dst order count", estimate="order * count", limits=limits,
+                        shortcut=Shortcut("order == 1", "numbers"))
+        array = "\n".join(emit.entry_functions(self.form(invert, "kormInvert_ma_32f")))
+        places = [array.index(text) for text in ("korStatusBadStride", "if (order == 1)", "numbers(", "const Estimate", "v8_ownOMP")]
+        self.assertEqual(places, sorted(places))
+        strided, plain = emit.entry_functions(self.form(invert, "kormInvert_m_32f"))
+        for text in (strided, plain):
+            self.assertLess(text.index("korStatusBadStride"), text.index("if (order == 1)"))
+            self.assertLess(text.index("if (order == 1)"), text.index("return v8_ownkormInvert_m_32f"))
 
 
 if __name__ == "__main__":
