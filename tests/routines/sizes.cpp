@@ -13,6 +13,15 @@ std::int32_t randomEdge(Random& random) {
     return random.pick({10, 11, 12, 13, 15, 16, 17, 18, 31, 33});
 }
 
+std::int64_t largestOperand(const Form& form, const Sizes& sizes) {
+    std::int64_t largest = 0;
+    for (const Operand& operand : form.operands) {
+        const std::int64_t objects = operand.array ? sizes.count : 1;
+        largest = std::max(largest, objects * sizes.of(operand.rows) * sizes.of(operand.columns));
+    }
+    return largest;
+}
+
 }  // namespace
 
 Sizes randomSizes(const Form& form, Random& random) {
@@ -48,28 +57,27 @@ std::int64_t workOf(const Form& form, const Sizes& sizes) {
 
 Sizes sizesBeyondLimit(const Form& form, std::int32_t count, Random& random) {
     const std::int32_t limit = std::max(form.limit.plain, form.limit.general);
+    // Either the objects grow or their number does, whichever the form's estimate heeds and time and memory allow.
+    bool growCount = random.chance(30);
     Sizes sizes;
-    for (int tries = 0;; ++tries) {
+    for (int tries = 0; tries < 30; ++tries) {
+        sizes.count = count;
         const bool square = random.chance(40);
         const std::int32_t edge = random.between(3, 6);
         for (const Extent extent : form.extents)
             sizes.set(extent, square && extent != Extent::length ? edge : random.between(1, 12));
-        sizes.count = lastSerialCount(form, sizes, limit) + 1;
-        if (workOf(form, sizes) <= 3 * longestWork || tries == 30) break;
-    }
-    sizes.count = count;
-    // Either the objects grow or their number does, whichever the form's estimate heeds and the time allows.
-    const bool growCount = random.chance(30);
-    for (std::size_t step = 0; form.estimate(sizes) <= limit; ++step) {
-        const Sizes before = sizes;
-        const Extent extent = form.extents[step % form.extents.size()];
-        sizes.set(extent, sizes.of(extent) + 1);
-        const bool heeded = form.estimate(sizes) != form.estimate(before);
-        Sizes more = before;
-        ++more.count;
-        // An order that has no driver at all must give way whatever was wanted.
-        const bool countHeeded = form.estimate(more) != form.estimate(before);
-        if (countHeeded && (growCount || !heeded || workOf(form, sizes) > longestWork)) sizes = more;
+        for (std::size_t step = 0; form.estimate(sizes) <= limit; ++step) {
+            Sizes larger = sizes, more = sizes;
+            const Extent extent = form.extents[step % form.extents.size()];
+            larger.set(extent, larger.of(extent) + 1);
+            ++more.count;
+            const bool heeded = form.estimate(larger) != form.estimate(sizes);
+            const bool countHeeded = form.estimate(more) != form.estimate(sizes);
+            const bool byCount = growCount || !heeded || workOf(form, larger) > longestWork;
+            sizes = byCount && countHeeded ? more : larger;
+        }
+        if (workOf(form, sizes) <= 3 * longestWork && largestOperand(form, sizes) <= 64 * 1024) break;
+        growCount = true;
     }
     return sizes;
 }
