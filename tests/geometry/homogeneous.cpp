@@ -167,14 +167,16 @@ std::vector<std::byte> HomogeneousScene::resultBytes() const {
 
 std::string HomogeneousScene::describe() const {
     const auto values = arguments();
-    std::string text = std::string(homogeneousName) + "(";
+    std::string text = homogeneousName;
+    text += "(";
     for (std::size_t i = 0; i < values.size(); ++i) {
         char one[64];
         if (homogeneousArguments[i].check == 'N')
             std::snprintf(one, sizeof one, "%s=0x%llx", homogeneousArguments[i].name,
                           static_cast<unsigned long long>(values[i].bits));
         else std::snprintf(one, sizeof one, "%s=%d", homogeneousArguments[i].name, number(values[i]));
-        text += (i == 0 ? "" : ", ") + std::string(one);
+        if (i != 0) text += ", ";
+        text += one;
     }
     return text + ")";
 }
@@ -248,7 +250,9 @@ Verdict callBadly(const Library& library, const std::vector<BadValue>& bad, Rand
         values[one.argument] =
             argument.check == 'N' ? CallValue::pointer(nullptr) : CallValue::integer(one.value);
         failed += argument.check;
-        text += std::string(" ") + argument.name + "=" + std::to_string(one.value);
+        text += " ";
+        text += argument.name;
+        text += "=" + std::to_string(one.value);
     }
     std::int32_t expected = status::ok;
     for (const char* letter = homogeneousOrder; expected == status::ok && *letter != 0; ++letter)
@@ -258,7 +262,8 @@ Verdict callBadly(const Library& library, const std::vector<BadValue>& bad, Rand
     void* const code = library.find(homogeneousName);
     const auto shift = 4u * static_cast<unsigned>(random.between(0, 3));
     const Fault fault = guarded([&] { result = callFunction(code, values, shift); });
-    const std::string where = homogeneousName + std::string(" with") + text;
+    std::string where = homogeneousName;
+    where += " with" + text;
     if (fault.happened) return Verdict::fail(fault.text() + " in " + where);
     if (result.status() != expected)
         return Verdict::fail(where + ": status " + std::to_string(result.status()) + ", not " + std::to_string(expected));
@@ -323,7 +328,8 @@ Verdict checkHomogeneousThreshold(const Library& library, const Options& options
             void* const code = library.find(homogeneousName);
             CallResult result;
             const Fault fault = guarded([&] { result = callFunction(code, values); });
-            const std::string where = std::string(homogeneousName) + " with count " + std::to_string(count);
+            std::string where = homogeneousName;
+            where += " with count " + std::to_string(count);
             if (!fault.happened) return Verdict::fail(where + " returned " + std::to_string(result.status()));
             if (threadNumberQuestions() != (homogeneousReachesDriver(count) ? 1 : 0))
                 return Verdict::fail(where + " asked for the thread number " + std::to_string(threadNumberQuestions()) +

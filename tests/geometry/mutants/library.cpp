@@ -2,6 +2,7 @@
 //
 // Each name is a generated stub that pushes its function's index and enters mutantEntry (../../mutants/entry_*.S).
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 #include "../functions.h"
@@ -154,8 +155,27 @@ std::int32_t runHomogeneous(const std::vector<std::uint64_t>& bits, Mistake mist
 }  // namespace
 }  // namespace kormtest
 
+namespace kormtest {
+namespace {
+
+// The references' own use of the mathematics library isn't the mistake that is to be seen.
+class KeptErrno {
+public:
+    KeptErrno() = default;
+    KeptErrno(const KeptErrno&) = delete;
+    KeptErrno& operator=(const KeptErrno&) = delete;
+    ~KeptErrno() { errno = before_; }
+
+private:
+    const int before_ = errno;
+};
+
+}  // namespace
+}  // namespace kormtest
+
 extern "C" std::int32_t mutantCall(std::size_t index, const unsigned char* registers, const unsigned char* stack) {
     using namespace kormtest;
+    const KeptErrno kept;
     const auto mistake = static_cast<Mistake>(mutantVariant);
     std::vector<Where> kinds;
     std::vector<bool> pointers;
