@@ -149,7 +149,7 @@ Verdict HomogeneousScene::run(void* code, unsigned stackShift, bool mayFork) con
         for (std::int32_t k = 0; k < options_.count; ++k)
             for (std::int32_t i = 0; i < 3; ++i)
                 if (at >= resultElement(k, i) && at < resultElement(k, i) + 4)
-                    text += " in element " + std::to_string(i) + " of vector " + std::to_string(k);
+                    text.append(" in element ").append(std::to_string(i)).append(" of vector ").append(std::to_string(k));
         return Verdict::fail(text + ", " + describe());
     }
     if (!result.frameDamage.empty()) return Verdict::fail("call frame:" + result.frameDamage + ", " + describe());
@@ -250,9 +250,7 @@ Verdict callBadly(const Library& library, const std::vector<BadValue>& bad, Rand
         values[one.argument] =
             argument.check == 'N' ? CallValue::pointer(nullptr) : CallValue::integer(one.value);
         failed += argument.check;
-        text += " ";
-        text += argument.name;
-        text += "=" + std::to_string(one.value);
+        text.append(" ").append(argument.name).append("=").append(std::to_string(one.value));
     }
     std::int32_t expected = status::ok;
     for (const char* letter = homogeneousOrder; expected == status::ok && *letter != 0; ++letter)
@@ -263,7 +261,7 @@ Verdict callBadly(const Library& library, const std::vector<BadValue>& bad, Rand
     const auto shift = 4u * static_cast<unsigned>(random.between(0, 3));
     const Fault fault = guarded([&] { result = callFunction(code, values, shift); });
     std::string where = homogeneousName;
-    where += " with" + text;
+    where.append(" with").append(text);
     if (fault.happened) return Verdict::fail(fault.text() + " in " + where);
     if (result.status() != expected)
         return Verdict::fail(where + ": status " + std::to_string(result.status()) + ", not " + std::to_string(expected));
@@ -329,7 +327,7 @@ Verdict checkHomogeneousThreshold(const Library& library, const Options& options
             CallResult result;
             const Fault fault = guarded([&] { result = callFunction(code, values); });
             std::string where = homogeneousName;
-            where += " with count " + std::to_string(count);
+            where.append(" with count ").append(std::to_string(count));
             if (!fault.happened) return Verdict::fail(where + " returned " + std::to_string(result.status()));
             if (threadNumberQuestions() != (homogeneousReachesDriver(count) ? 1 : 0))
                 return Verdict::fail(where + " asked for the thread number " + std::to_string(threadNumberQuestions()) +
