@@ -11,10 +11,10 @@
 
 namespace korm {
 
-struct Rows {
+struct Matrix4 {
     Float4 row[4];
 
-    explicit Rows(const Unaligned* matrix)
+    explicit Matrix4(const Unaligned* matrix)
         : row{loadRow(matrix, 0), loadRow(matrix, 1), loadRow(matrix, 2), loadRow(matrix, 3)} {}
 
     void store(Unaligned* matrix) const {
@@ -23,27 +23,27 @@ struct Rows {
 };
 
 // a * b: each element is the sum over the columns of a, from the left.
-inline void product(Rows& a, const Rows& b) {
+inline void multiply(Matrix4& a, const Matrix4& b) {
     for (Float4& row : a.row)
         row = ((broadcast(row[0]) * b.row[0] + broadcast(row[1]) * b.row[1]) + broadcast(row[2]) * b.row[2]) +
               broadcast(row[3]) * b.row[3];
 }
 
 inline void multiply4(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    Rows rows(a);
-    product(rows, Rows(b));
+    Matrix4 rows(a);
+    multiply(rows, Matrix4(b));
     rows.store(d);
 }
 
 inline void multiplyTransposed4(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    Rows rows(a);
-    product(rows, Rows(b));
+    Matrix4 rows(a);
+    multiply(rows, Matrix4(b));
     transpose(rows.row);
     rows.store(d);
 }
 
 inline void transpose4(const Unaligned* s, Unaligned* d) {
-    Rows rows(s);
+    Matrix4 rows(s);
     transpose(rows.row);
     rows.store(d);
 }

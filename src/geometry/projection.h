@@ -33,7 +33,7 @@ inline void projectOne(const Unaligned* projection, const Unaligned* view, const
     const Float4 placed = toWorld.product(v);
     const Float4 seen = toView({{placed[0], placed[1], placed[2], placed[3]}});
     const Float4 clip = toClip({{seen[0], seen[1], seen[2], seen[3]}});
-    storeFirst<3>(dst, Viewport(viewportWidth, viewportHeight, minZ, maxZ)(dividedByFourth(clip)));
+    storeElements<3>(dst, Viewport(viewportWidth, viewportHeight, minZ, maxZ)(dividedByFourth(clip)));
 }
 
 struct Project {

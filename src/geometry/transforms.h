@@ -84,7 +84,7 @@ struct Normal {
 };
 
 template <int outputs>
-inline void storeFirst(Unaligned* to, Float4 v) {
+inline void storeElements(Unaligned* to, Float4 v) {
     if constexpr (outputs == 4) storeLanes(bytes(to), v);
     else storePair(bytes(to), v);
     if constexpr (outputs == 3) to[2] = v[2];
@@ -92,7 +92,7 @@ inline void storeFirst(Unaligned* to, Float4 v) {
 
 template <class Transform>
 inline void transformOne(const Unaligned* matrix, const Unaligned* src, Unaligned* dst) {
-    storeFirst<Transform::outputs>(dst, Transform(matrix)(loadVector<Transform::inputs>(src)));
+    storeElements<Transform::outputs>(dst, Transform(matrix)(loadVector<Transform::inputs>(src)));
 }
 
 inline const Unaligned* moved(const Unaligned* from, std::ptrdiff_t distance) {
@@ -106,7 +106,7 @@ template <class Transform>
 inline void batch(const Transform& transform, const Unaligned* src, std::ptrdiff_t srcStride, Unaligned* dst,
                   std::ptrdiff_t dstStride, std::int32_t count) {
     for (std::ptrdiff_t k = 0; k < count; ++k)
-        storeFirst<Transform::outputs>(moved(dst, k * dstStride),
+        storeElements<Transform::outputs>(moved(dst, k * dstStride),
                                        transform(loadVector<Transform::inputs>(moved(src, k * srcStride))));
 }
 
