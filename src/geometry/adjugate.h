@@ -22,7 +22,7 @@ inline float reciprocal(float d) {
 inline constexpr float leastDeterminant = 0x1p-119F;
 
 inline std::int32_t invertAdjugate4(const Unaligned* src, std::int32_t srcRowStride, Unaligned* det, Unaligned* dst,
-                                     std::int32_t dstRowStride) {
+                                    std::int32_t dstRowStride) {
     float m[16];
     for (int r = 0; r < 4; ++r)
         storeLanes(reinterpret_cast<std::byte*>(m + 4 * r),
