@@ -53,29 +53,29 @@ inline void oneByOne(const One& one, const Vectors& v, std::ptrdiff_t first) {
 }
 
 // Results of two or four elements, two vectors a round.
-template <class Transform, std::ptrdiff_t srcDistance, std::ptrdiff_t dstDistance, class Two>
-inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v) {
-    const std::ptrdiff_t srcStride = srcDistance == anyDistance ? v.srcStride : srcDistance;
-    const std::ptrdiff_t dstStride = dstDistance == anyDistance ? v.dstStride : dstDistance;
-    const std::byte* from = v.src;
-    std::byte* to = v.dst;
-    std::ptrdiff_t k = 0;
+template <class Transform, Source source, bool resultPacked, class Two>
+inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v, std::ptrdiff_t first) {
+    constexpr std::ptrdiff_t half = 2 * sizeof(float);
+    const std::ptrdiff_t srcStride = source == Source::any ? v.srcStride : Transform::inputs * sizeof(float);
+    const std::ptrdiff_t dstStride = resultPacked ? Transform::outputs * sizeof(float) : v.dstStride;
+    const std::byte* from = v.from(first);
+    std::byte* to = v.to(first);
+    std::ptrdiff_t k = first;
+#pragma GCC unroll 2
     for (; k + 2 <= v.count; k += 2, from += 2 * srcStride, to += 2 * dstStride) {
-        const TwoVectors both = loadTwo<Transform::inputs, srcDistance>(from, srcStride);
+        const TwoVectors both = loadTwo<Transform::inputs, source>(from, srcStride);
         if constexpr (Transform::outputs == 4) {
             const Float4 low = two(both, 0), high = two(both, 1);
             storeLowPair(to, low);
-            storeLowPair(to + 8, high);
+            storeLowPair(to + half, high);
             storeHighPair(to + dstStride, low);
-            storeHighPair(to + dstStride + 8, high);
+            storeHighPair(to + dstStride + half, high);
+        } else if constexpr (resultPacked) {
+            storeLanes(to, two(both));
         } else {
             const Float4 results = two(both);
-            if constexpr (dstDistance == 8) {
-                storeLanes(to, results);
-            } else {
-                storeLowPair(to, results);
-                storeHighPair(to + dstStride, results);
-            }
+            storeLowPair(to, results);
+            storeHighPair(to + dstStride, results);
         }
     }
     return k;
@@ -93,24 +93,35 @@ inline std::ptrdiff_t fourByFour(const Four& four, const Vectors& v) {
     return k;
 }
 
+inline bool isAligned(const std::byte* address) { return reinterpret_cast<std::uintptr_t>(address) % 16 == 0; }
+
+// Returns how many are done.
+template <class Transform, class Two>
+inline std::ptrdiff_t severalByTwo(const Two& two, const Vectors& v) {
+    constexpr std::ptrdiff_t packedSource = Transform::inputs * sizeof(float);
+    constexpr std::ptrdiff_t packedResult = Transform::outputs * sizeof(float);
+    if (v.srcStride != packedSource || v.dstStride != packedResult)
+        return twoByTwo<Transform, Source::any, false>(two, v, 0);
+    if constexpr (Transform::inputs == 2)
+        if (isAligned(v.src)) return twoByTwo<Transform, Source::aligned, true>(two, v, 0);
+    return twoByTwo<Transform, Source::packed, true>(two, v, 0);
+}
+
+template <class Four>
+inline std::ptrdiff_t severalByFour(const Four& four, const Vectors& v) {
+    constexpr std::ptrdiff_t packed = 3 * sizeof(float);
+    if (v.srcStride == packed && v.dstStride == packed) return fourByFour<true, true>(four, v);
+    return fourByFour<false, false>(four, v);
+}
+
 template <class Transform, class... Arguments>
 inline void batch(const Unaligned* src, std::int32_t srcStride, Unaligned* dst, std::int32_t dstStride,
                   std::int32_t count, const Arguments&... arguments) {
-    constexpr std::ptrdiff_t packedSource = Transform::inputs * sizeof(float);
-    constexpr std::ptrdiff_t packedResult = Transform::outputs * sizeof(float);
     const Vectors v{bytes(src), srcStride, bytes(dst), dstStride, count};
     std::ptrdiff_t done = 0;
     if (mayReadAhead<Transform>(v)) {
-        const bool packedFrom = srcStride == packedSource, packedTo = dstStride == packedResult;
-        if constexpr (Transform::outputs == 3) {
-            const typename Transform::Four four(arguments...);
-            if (packedFrom && packedTo) done = fourByFour<true, true>(four, v);
-            else done = fourByFour<false, false>(four, v);
-        } else {
-            const typename Transform::Two two(arguments...);
-            if (packedFrom && packedTo) done = twoByTwo<Transform, packedSource, packedResult>(two, v);
-            else done = twoByTwo<Transform, anyDistance, anyDistance>(two, v);
-        }
+        if constexpr (Transform::outputs == 3) done = severalByFour(typename Transform::Four(arguments...), v);
+        else done = severalByTwo<Transform>(typename Transform::Two(arguments...), v);
     }
     oneByOne<Transform>(typename Transform::One(arguments...), v, done);
 }

@@ -5,6 +5,8 @@
 // Packed vectors are read whole; others by pairs and single elements, so that no gap is touched.
 #pragma once
 
+#include <xmmintrin.h>
+
 #include "geometry/elements.h"
 
 namespace korm {
@@ -16,8 +18,10 @@ inline Float4 loadPairs(const std::byte* first, const std::byte* second) {
     return reinterpret_cast<Float4>(pairs);
 }
 
-inline void storeLowPair(std::byte* to, Float4 v) { store(to, reinterpret_cast<Double2>(v)[0]); }
-inline void storeHighPair(std::byte* to, Float4 v) { store(to, reinterpret_cast<Double2>(v)[1]); }
+// By their instructions: stores of plain halves would be put together again, by shuffles that take the very units
+// which are short here.
+inline void storeLowPair(std::byte* to, Float4 v) { _mm_storel_pi(reinterpret_cast<__m64*>(to), v); }
+inline void storeHighPair(std::byte* to, Float4 v) { _mm_storeh_pi(reinterpret_cast<__m64*>(to), v); }
 
 // --- Two side by side --------------------------------------------------------------------------
 
@@ -25,34 +29,55 @@ struct TwoVectors {
     Float4 x, y, z, w;
 };
 
-inline constexpr std::ptrdiff_t anyDistance = 0;
+// Where vectors of n lie: `aligned` are packed from a multiple of 16 bytes on.
+enum class Source { any, packed, aligned };
 
-// `distance` is `step` where the compiler shall know it.
-template <int n, std::ptrdiff_t distance>
+inline Float4 loadAligned(const std::byte* from) { return loadLanes<float>(std::assume_aligned<16>(from)); }
+
+// An element in lane 0, by itself: put together with another in a constructor it would cost two more shuffles.
+inline Float4 loadFirst(const std::byte* from) { return settled(Float4{load<float>(from)}); }
+
+// Without copies for all lanes: the spare lanes are never computed with.
+inline Float4 loadFirstPair(const std::byte* from) {
+    using Bits2 = long long __attribute__((vector_size(16)));
+    return settled(reinterpret_cast<Float4>(Bits2{load<long long>(from)}));
+}
+
+inline Float4 evenTwice(Float4 v) { return __builtin_shufflevector(v, v, 0, 0, 2, 2); }
+inline Float4 oddTwice(Float4 v) { return __builtin_shufflevector(v, v, 1, 1, 3, 3); }
+inline Float4 endsTwice(Float4 v) { return __builtin_shufflevector(v, v, 0, 0, 3, 3); }
+template <int i>
+inline Float4 eachTwice(Float4 a, Float4 b) {
+    return __builtin_shufflevector(a, b, i, i, i + 4, i + 4);
+}
+
+template <int n, Source source>
 inline TwoVectors loadTwo(const std::byte* from, std::ptrdiff_t step) {
-    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(float));
     TwoVectors v;
     if constexpr (n == 4) {
         const Float4 a = loadLanes<float>(from), b = loadLanes<float>(from + step);
-        v.x = __builtin_shufflevector(a, b, 0, 0, 4, 4);
-        v.y = __builtin_shufflevector(a, b, 1, 1, 5, 5);
-        v.z = __builtin_shufflevector(a, b, 2, 2, 6, 6);
-        v.w = __builtin_shufflevector(a, b, 3, 3, 7, 7);
-    } else if constexpr (n == 3 && distance == 3 * size) {
+        v.x = eachTwice<0>(a, b);
+        v.y = eachTwice<1>(a, b);
+        v.z = eachTwice<2>(a, b);
+        v.w = eachTwice<3>(a, b);
+    } else if constexpr (n == 3 && source != Source::any) {
         // Each element starts a load that ends with the same element of the second vector.
-        const Float4 x = loadLanes<float>(from), y = loadLanes<float>(from + size),
-                     z = loadLanes<float>(from + 2 * size);
-        v.x = __builtin_shufflevector(x, x, 0, 0, 3, 3);
-        v.y = __builtin_shufflevector(y, y, 0, 0, 3, 3);
-        v.z = __builtin_shufflevector(z, z, 0, 0, 3, 3);
+        v.x = endsTwice(loadLanes<float>(from));
+        v.y = endsTwice(loadLanes<float>(from + 4));
+        v.z = endsTwice(loadLanes<float>(from + 8));
+    } else if constexpr (source == Source::aligned) {
+        // The processor repeats elements as it loads them, if the address is a multiple of 16.
+        v.x = evenTwice(loadAligned(from));
+        v.y = oddTwice(loadAligned(from));
+    } else if constexpr (source == Source::packed) {
+        const Float4 both = loadLanes<float>(from);
+        v.x = evenTwice(both);
+        v.y = oddTwice(both);
     } else {
-        const Float4 xy = distance == 2 * size ? loadLanes<float>(from) : loadPairs(from, from + step);
-        v.x = __builtin_shufflevector(xy, xy, 0, 0, 2, 2);
-        v.y = __builtin_shufflevector(xy, xy, 1, 1, 3, 3);
-        if constexpr (n == 3) {
-            const float first = load<float>(from + 2 * size), second = load<float>(from + step + 2 * size);
-            v.z = Float4{first, first, second, second};
-        }
+        const Float4 a = loadFirstPair(from), b = loadFirstPair(from + step);
+        v.x = eachTwice<0>(a, b);
+        v.y = eachTwice<1>(a, b);
+        if constexpr (n == 3) v.z = eachTwice<0>(loadFirst(from + 8), loadFirst(from + step + 8));
     }
     return v;
 }
