@@ -107,11 +107,20 @@ inline std::ptrdiff_t severalByTwo(const Two& two, const Vectors& v) {
     return twoByTwo<Transform, Source::packed, true>(two, v, 0);
 }
 
-template <class Four>
-inline std::ptrdiff_t severalByFour(const Four& four, const Vectors& v) {
+template <class Transform, class... Arguments>
+inline std::ptrdiff_t severalByFour(const Vectors& v, const Arguments&... arguments) {
     constexpr std::ptrdiff_t packed = 3 * sizeof(float);
-    if (v.srcStride == packed && v.dstStride == packed) return fourByFour<true, true>(four, v);
-    return fourByFour<false, false>(four, v);
+    const bool allPacked = v.srcStride == packed && v.dstStride == packed;
+    if constexpr (requires { typename Transform::Packed; }) {
+        if (allPacked) {
+            const typename Transform::Packed four(arguments...);
+            std::ptrdiff_t k = 0;
+            for (; k + 4 <= v.count; k += 4) four(v.src + k * packed, v.dst + k * packed);
+            return k;
+        }
+    }
+    const typename Transform::Four four(arguments...);
+    return allPacked ? fourByFour<true, true>(four, v) : fourByFour<false, false>(four, v);
 }
 
 template <class Transform, class... Arguments>
@@ -120,7 +129,7 @@ inline void batch(const Unaligned* src, std::int32_t srcStride, Unaligned* dst, 
     const Vectors v{bytes(src), srcStride, bytes(dst), dstStride, count};
     std::ptrdiff_t done = 0;
     if (mayReadAhead<Transform>(v)) {
-        if constexpr (Transform::outputs == 3) done = severalByFour(typename Transform::Four(arguments...), v);
+        if constexpr (Transform::outputs == 3) done = severalByFour<Transform>(v, arguments...);
         else done = severalByTwo<Transform>(typename Transform::Two(arguments...), v);
     }
     oneByOne<Transform>(typename Transform::One(arguments...), v, done);

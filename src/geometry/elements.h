@@ -38,6 +38,11 @@ inline void storeVector(Unaligned* to, const Vector<n>& v) {
 inline const Unaligned* elementsAt(const std::byte* from) { return reinterpret_cast<const Unaligned*>(from); }
 inline Unaligned* elementsAt(std::byte* to) { return reinterpret_cast<Unaligned*>(to); }
 
+template <int i>
+inline Float4 everyLane(Float4 v) {
+    return __builtin_shufflevector(v, v, i, i, i, i);
+}
+
 // Each element of a vector in all lanes.
 struct Repeated {
     Float4 x, y, z, w;

@@ -104,9 +104,17 @@ inline std::int32_t transform3DH(const Matrix& matrix, const Source& src, const 
     for (int r = 0; r < 4; ++r)
         for (int c = 0; c < 4; ++c) held.a[r][c] = load<float>(matrix.at(0).address(r, c));
     constexpr std::ptrdiff_t packed = 3 * sizeof(float);
-    if constexpr (Source::spacing == Spacing::rowAdjacent)
+    if constexpr (Source::spacing == Spacing::rowAdjacent) {
         if (src.objectStride == packed && dst.objectStride == packed)
             return transformObjects<true>(held, src, dst, count);
+    } else if (src.elementStride == sizeof(float) && dst.elementStride == sizeof(float)) {
+        // It was the matrix alone whose elements lie apart: one stored by columns.
+        const auto touching = [](const auto& view, auto* origin) {
+            return plainArray(origin, view.objectStride, noRows);
+        };
+        return transform3DH(matrix, touching(src, reinterpret_cast<const float*>(src.origin)),
+                            touching(dst, reinterpret_cast<float*>(dst.origin)), count);
+    }
     return transformObjects<false>(held, src, dst, count);
 }
 
