@@ -41,7 +41,7 @@ void addGlmCalls(std::vector<CallRow>& rows) {
     add("PerspectiveLH_m4", each<glmCalls::frustumLH>);
     add("PerspectiveFovLH_m4", each<glmCalls::perspectiveLH>);
     add("PerspectiveFovRH_m4", each<glmCalls::perspectiveRH>);
-    add("PerspectiveOffCenterLH_m4", each<glmCalls::frustumOffCenterLH>);
+    add("PerspectiveOffCenterRH_m4", each<glmCalls::frustumOffCenterRH>);
     add("Det_m4", each<glmCalls::det>);
     add("Invert_m4", each<glmCalls::invert>);
     add("Transpose_m4", each<glmCalls::transpose>);

@@ -59,7 +59,7 @@ std::vector<CallRow> callRows() {
         CALL(PerspectiveLH_m4, 16),
         CALL(PerspectiveFovLH_m4, 16),
         CALL(PerspectiveFovRH_m4, 16),
-        CALL(PerspectiveOffCenterLH_m4, 16),
+        CALL(PerspectiveOffCenterRH_m4, 16),
         CALL(Det_m4, 1),
         {"Invert_m4", 16, 0, 0, {{"korm", invertEach}}},
         CALL(Transpose_m4, 16),

@@ -73,7 +73,7 @@ void addCglmCalls(std::vector<CallRow>& rows) {
     add("OrthoOffCenterRH_m4", each<glmc_ortho_rh_zo>);
     add("PerspectiveFovLH_m4", each<glmc_perspective_lh_zo>);
     add("PerspectiveFovRH_m4", each<glmc_perspective_rh_zo>);
-    add("PerspectiveOffCenterLH_m4", each<glmc_frustum_lh_zo>);
+    add("PerspectiveOffCenterRH_m4", each<glmc_frustum_rh_zo>);
     add("Det_m4", each<glmc_mat4_det>);
     add("Invert_m4", each<glmc_mat4_inv>);
     add("Transpose_m4", each<glmc_mat4_transpose_to>);

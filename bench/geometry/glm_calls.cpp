@@ -87,8 +87,8 @@ void perspectiveLH(float fovY, float aspect, float zNear, float zFar, float* d) 
 void perspectiveRH(float fovY, float aspect, float zNear, float zFar, float* d) {
     put(d, glm::perspectiveRH_ZO(fovY, aspect, zNear, zFar));
 }
-void frustumOffCenterLH(float left, float right, float bottom, float top, float zNear, float zFar, float* d) {
-    put(d, glm::frustumLH_ZO(left, right, bottom, top, zNear, zFar));
+void frustumOffCenterRH(float left, float right, float bottom, float top, float zNear, float zFar, float* d) {
+    put(d, glm::frustumRH_ZO(left, right, bottom, top, zNear, zFar));
 }
 void det(const float* m, float* d) { *d = glm::determinant(get<mat4>(m)); }
 void invert(const float* m, float* d) { put(d, glm::inverse(get<mat4>(m))); }

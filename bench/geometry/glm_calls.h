@@ -39,7 +39,7 @@ void orthoRH(float left, float right, float bottom, float top, float zNear, floa
 void frustumLH(float width, float height, float zNear, float zFar, float* d);
 void perspectiveLH(float fovY, float aspect, float zNear, float zFar, float* d);
 void perspectiveRH(float fovY, float aspect, float zNear, float zFar, float* d);
-void frustumOffCenterLH(float left, float right, float bottom, float top, float zNear, float zFar, float* d);
+void frustumOffCenterRH(float left, float right, float bottom, float top, float zNear, float zFar, float* d);
 void det(const float* m, float* d);
 void invert(const float* m, float* d);
 void transpose(const float* m, float* d);

@@ -10,11 +10,13 @@
 
 namespace korm {
 
+// Rows are stored whole, constants too: a caller who reads a row back at once would have to wait for one that was
+// put together in memory.
 inline void storeRows(Unaligned* d, Float4 row0, Float4 row1, Float4 row2, Float4 row3) {
-    storeRow(d, 0, row0);
-    storeRow(d, 1, row1);
-    storeRow(d, 2, row2);
-    storeRow(d, 3, row3);
+    storeRow(d, 0, settled(row0));
+    storeRow(d, 1, settled(row1));
+    storeRow(d, 2, settled(row2));
+    storeRow(d, 3, settled(row3));
 }
 
 inline constexpr Float4 unitX = {1, 0, 0, 0}, unitY = {0, 1, 0, 0}, unitZ = {0, 0, 1, 0}, unitW = {0, 0, 0, 1};
@@ -68,7 +70,8 @@ inline void rotationYawPitchRoll(float yaw, float pitch, float roll, Unaligned* 
 inline void rotationAxis(const Unaligned* axis, float angle, Unaligned* d) {
     const float x = axis[0], y = axis[1], z = axis[2];
     const float length = std::sqrt(x * x + y * y + z * z);
-    const float ux = x / length, uy = y / length, uz = z / length;
+    const Float4 unit = Float4{x, y, z, z} / broadcast(length);
+    const float ux = unit[0], uy = unit[1], uz = unit[2];
     const Turn turn(angle);
     const float w = 1.0F - turn.c, c = turn.c;
     const float a = w * ux, b = w * uy, e = w * uz;
