@@ -5,6 +5,7 @@ namespace bench {
 
 void addGlmCalls(std::vector<CallRow>& rows) {
     const auto add = [&](const char* name, void (*run)(const Calls&)) { compete(rows, name, "glm", run); };
+    add("empty", each<glmCalls::empty>);
     add("Add_v2", each<glmCalls::addV2>);
     add("Add_v3", each<glmCalls::addV3>);
     add("Add_v4", each<glmCalls::addV4>);

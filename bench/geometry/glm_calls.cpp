@@ -36,6 +36,8 @@ V bary(const float* a, const float* b, const float* c, float f, float g) {
 
 }  // namespace
 
+void empty() {}
+
 void addV2(const float* a, const float* b, float* d) { put(d, get<vec2>(a) + get<vec2>(b)); }
 void addV3(const float* a, const float* b, float* d) { put(d, get<vec3>(a) + get<vec3>(b)); }
 void addV4(const float* a, const float* b, float* d) { put(d, get<vec4>(a) + get<vec4>(b)); }

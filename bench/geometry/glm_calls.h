@@ -3,6 +3,8 @@
 
 namespace glmCalls {
 
+void empty();
+
 void addV2(const float* a, const float* b, float* d);
 void addV3(const float* a, const float* b, float* d);
 void addV4(const float* a, const float* b, float* d);
