@@ -25,7 +25,7 @@ inline bool underValgrind() {
 
 // Does a touch of an inaccessible page count as an error, also one that a test provokes and catches?
 inline bool faultsAreErrors() {
-#ifdef KORM_ADDRESS_SANITIZER
+#if defined(KORM_ADDRESS_SANITIZER) || defined(KORM_THREAD_SANITIZER)
     return true;
 #else
     return underValgrind();
