@@ -63,6 +63,14 @@ class Departure:
         return any(fnmatchcase(form.stem_and_suffix, pattern) for pattern in self.forms.split())
 
 
+@dataclass(frozen=True)
+class Shortcut:
+    """What an entry function answers itself after its checks, before any estimate: no kernel and no driver sees it."""
+
+    condition: str
+    template: str
+
+
 @dataclass
 class Family:
     operation: str
@@ -86,6 +94,7 @@ class Family:
     serial_departures: list = field(default_factory=list)  # forms without estimate and driver
     merges_status: bool = False
     scratch: str = ""  # elements of a thread's piece of scratch
+    shortcut: object = None  # a Shortcut; its template takes the kernel template's arguments
 
     def forms(self):
         for word in self.operands.split():

@@ -117,7 +117,7 @@ def limits_text(form):
 
 def function(form):
     checks = ", ".join(f"{CHECKS[letter][0]}" for letter, _ in form.checks)
-    lines = [f"{form.formula}", "", f"Checks: {checks}."] + limits_text(form)
+    lines = [f"{form.formula}"] + (["", f"Checks: {checks}."] if checks else []) + limits_text(form)
     return comment(lines) + "\n" + emit.wrapped(f"int32_t {form.name}(", emit.c_declarations(form), ");")
 
 

@@ -41,6 +41,7 @@ def show(name, exports, root):
         print(f"  driver     {form.driver}")
     template = form.family.kernel
     print(f"  entry      {form.entry}")
-    print(f"  kernels    {' '.join(form.kernels)}")
+    if form.kernels:
+        print(f"  kernels    {' '.join(form.kernels)}")
     print(f"  template   {template}  {definition(root, form.family.source, template.partition('<')[0])}")
     return 0
