@@ -81,6 +81,7 @@ struct Table {
 };
 
 Table arithForms();
+Table productForms();
 
 // --- Helpers of the tables ---
 
