@@ -39,8 +39,8 @@ def show(name, exports, root):
         print(f"  estimate   {form.family.estimate}")
         print(f"  serial     while estimate {limit.comparison} {limit.plain}{general}")
         print(f"  driver     {form.driver}")
-    template = form.family.kernel
     print(f"  entry      {form.entry}")
     print(f"  kernels    {' '.join(form.kernels)}")
-    print(f"  template   {template}  {definition(root, form.family.source, template.partition('<')[0])}")
+    for template in dict.fromkeys(form.template(kernel) for kernel in form.kernels):
+        print(f"  template   {template}  {definition(root, form.family.source, template.partition('<')[0])}")
     return 0
