@@ -3233,6 +3233,1679 @@ int32_t kormMul_tac_64f_P(
 
 
 /**
+ * @defgroup matrix_products Products of matrices
+ * dst = first * second, where `t` reads an operand as its transpose. One product, an array with one matrix, one matrix
+ * with an array, or two arrays object by object.
+ *
+ * Shapes: the sizes of an operand are those in which it is stored, also where it is read transposed. dst has M rows and
+ * N columns, each element is a sum of K products; dst has no sizes of its own.
+ *
+ * | operands | M | K | N |
+ * |---|---|---|---|
+ * | `m` by `m` | `src1Height` | `src1Width` | `src2Width` |
+ * | `m` by `t` | `src1Height` | `src1Width` | `src2Height` |
+ * | `t` by `m` | `src1Width` | `src1Height` | `src2Width` |
+ * | `t` by `t` | `src1Width` | `src1Height` | `src2Height` |
+ *
+ * In the pointer layout the table of dst has M*N entries, row by row.
+ *
+ * Sums: every product and every addition is rounded to the element type. For one form, sizes, layout and choice of
+ * strides the order of additions is fixed, so results are the same on every machine and for any number of threads. It
+ * differs between forms and layouts: docs/numerics.md shows which element gets which sum.
+ *
+ * Overlap: dst must not overlap a source.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusSizeMismatch, ::korStatusBadStride; array
+ * forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * Infinities and NaN take part as they are; nothing is scaled or tested for overflow.
+ * @{
+ */
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(l,j)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ */
+int32_t kormMul_mm_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, float *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(l,j)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ */
+int32_t kormMul_mm_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, double *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(l,j)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Height.
+ */
+int32_t kormMul_mm_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, float *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(l,j)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Height.
+ */
+int32_t kormMul_mm_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, double *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(j,l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ */
+int32_t kormMul_mt_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, float *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(j,l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ */
+int32_t kormMul_mt_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, double *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(j,l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Width.
+ */
+int32_t kormMul_mt_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, float *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(j,l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Width.
+ */
+int32_t kormMul_mt_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, double *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(l,j)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ */
+int32_t kormMul_tm_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, float *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(l,j)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ */
+int32_t kormMul_tm_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, double *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(l,j)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Height.
+ */
+int32_t kormMul_tm_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, float *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(l,j)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Height.
+ */
+int32_t kormMul_tm_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, double *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(j,l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ */
+int32_t kormMul_tt_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, float *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(j,l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ */
+int32_t kormMul_tt_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, double *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(j,l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Width.
+ */
+int32_t kormMul_tt_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, float *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(j,l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Width.
+ */
+int32_t kormMul_tt_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, double *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup vector_products Products of matrices and vectors
+ * dst = matrix * vector, where `t` reads the matrix as its transpose: one of each, one matrix with many vectors (`mva`), many
+ * matrices with one vector (`mav`), or both, object by object (`mava`).
+ *
+ * Shapes: the sizes of the matrix are those in which it is stored. dst has M elements, each a sum of K products: of `m`, M is
+ * `src1Height` and K `src1Width`; of `t`, M is `src1Width` and K `src1Height`. dst has no length of its own.
+ *
+ * Sums: every product and every addition is rounded to the element type, in an order that is fixed for a form, its sizes,
+ * layout and choice of strides: see docs/numerics.md. An array form gives each object what its kernel for one object would.
+ *
+ * Overlap: dst must not overlap a source.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusSizeMismatch, ::korStatusBadStride; array
+ * forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst(i) = sum over l of src1(i,l) * src2(l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ */
+int32_t kormMul_mv_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length, float *dst,
+    int32_t dstElementStride);
+
+/**
+ * dst(i) = sum over l of src1(i,l) * src2(l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ */
+int32_t kormMul_mv_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length, double *dst,
+    int32_t dstElementStride);
+
+/**
+ * dst(i) = sum over l of src1(i,l) * src2(l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Length.
+ */
+int32_t kormMul_mv_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Length, float *const *dst, int32_t dstOffset);
+
+/**
+ * dst(i) = sum over l of src1(i,l) * src2(l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Length.
+ */
+int32_t kormMul_mv_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Length, double *const *dst, int32_t dstOffset);
+
+/**
+ * dst(i) = sum over l of src1(l,i) * src2(l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ */
+int32_t kormMul_tv_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length, float *dst,
+    int32_t dstElementStride);
+
+/**
+ * dst(i) = sum over l of src1(l,i) * src2(l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ */
+int32_t kormMul_tv_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length, double *dst,
+    int32_t dstElementStride);
+
+/**
+ * dst(i) = sum over l of src1(l,i) * src2(l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Length.
+ */
+int32_t kormMul_tv_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Length, float *const *dst, int32_t dstOffset);
+
+/**
+ * dst(i) = sum over l of src1(l,i) * src2(l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Length.
+ */
+int32_t kormMul_tv_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Length, double *const *dst, int32_t dstOffset);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length,
+    float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length,
+    double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length,
+    float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length,
+    double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Length, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Length, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length,
+    float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length,
+    double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length,
+    float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length,
+    double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Length, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Length, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, int32_t src2Length, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, int32_t src2Length, double *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, int32_t src2Length, float *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, int32_t src2Length, double *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Length, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Length, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, int32_t src2Length, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, int32_t src2Length, double *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, int32_t src2Length, float *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, int32_t src2Length, double *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Length, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Length, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/** @} */
+
+
+/**
  * @defgroup determinant Determinants
  * dst(k) = determinant of the square matrix src(k). A single matrix writes one element, an array one element for each
  * object, in a row: dst has no strides in any layout.

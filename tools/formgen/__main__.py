@@ -20,7 +20,7 @@ import where
 ROOT = Path(__file__).resolve().parents[2]
 
 
-SUBSYSTEMS = ["entry", "arith", "linalg", "geometry"]  # in the order of the public header
+SUBSYSTEMS = ["entry", "arith", "products", "linalg", "geometry"]  # in the order of the public header
 
 
 class Tables:

@@ -24,6 +24,7 @@ class Fixed:
     arguments: dict  # name to C type, of all arguments that a signature may name
     checks: str = ""  # their letters, in order
     fails: bool = False  # the kernel returns a status of its own
+    match = ""  # no sizes that could differ
 
     def forms(self):
         for word in self.operands.split():
