@@ -37,44 +37,55 @@ struct Homogeneous {
 };
 
 template <class From, class To>
-inline void transformObject(Homogeneous& matrix, const From& from, const To& to) {
+[[gnu::noinline]] void transformObject(Homogeneous& matrix, const From& from, const To& to) {
     const Float4 result = matrix.transform(load<float>(from.address(0, 0)), load<float>(from.address(0, 1)),
                                            load<float>(from.address(0, 2)));
     for (int i = 0; i < 3; ++i) store(to.address(0, i), result[i]);
 }
 
-// Two vectors a round, whose elements touch; a degenerate one and its neighbour go one by one.
-template <Source source, class From, class To>
-inline std::ptrdiff_t transformPairs(Homogeneous& matrix, const From& src, const To& dst, std::ptrdiff_t count) {
+inline void storeTwoOfThree(std::byte* to, std::ptrdiff_t step, Float4 front, Float4 back) {
     constexpr std::ptrdiff_t third = 2 * sizeof(float);
-    const Float4 least = broadcast(FLT_MIN);
+    storeLowPair(to, front);
+    store(to + third, back[0]);
+    storeHighPair(to + step, front);
+    store(to + step + third, back[2]);
+}
+
+// Four vectors a round, whose elements touch, as two times two with one division for all; four with a degenerate one
+// among them go one by one.
+template <Source source, class From, class To>
+inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From src, const To dst, std::ptrdiff_t count) {
+    const Affine<3>::Two two = matrix.two;
+    const Float4 least = broadcast(FLT_MIN), one = broadcast(1.0F), sign = broadcast(-0.0F);
+    const std::ptrdiff_t srcStride = source == Source::packed ? 3 * sizeof(float) : src.objectStride;
+    const std::ptrdiff_t dstStride = dst.objectStride;
+    const std::byte* from = src.at(0).address(0, 0);
+    std::byte* to = dst.at(0).address(0, 0);
     std::ptrdiff_t k = 0;
-    for (; k + 2 <= count; k += 2) {
-        const TwoVectors v = loadTwo<3, source>(src.at(k).address(0, 0), src.objectStride);
-        const Float4 low = matrix.two(v, 0), high = matrix.two(v, 1), divisor = oddTwice(high);
-        const Float4 magnitude = _mm_andnot_ps(broadcast(-0.0F), divisor);
-        if (_mm_movemask_ps(_mm_cmpgt_ps(magnitude, least)) == 0xf) [[likely]] {
-            const Float4 reciprocal = broadcast(1.0F) / divisor;
-            const Float4 front = low * reciprocal, back = high * reciprocal;
-            std::byte *const first = dst.at(k).address(0, 0), *const second = first + dst.objectStride;
-            storeLowPair(first, front);
-            store(first + third, back[0]);
-            storeHighPair(second, front);
-            store(second + third, back[2]);
+    for (; k + 4 <= count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
+        const TwoVectors a = loadTwo<3, source>(from, srcStride),
+                         b = loadTwo<3, source>(from + 2 * srcStride, srcStride);
+        const Float4 backA = two(a, 1), backB = two(b, 1);
+        const Float4 divisors = __builtin_shufflevector(backA, backB, 1, 3, 5, 7);
+        if (_mm_movemask_ps(_mm_cmpgt_ps(_mm_andnot_ps(sign, divisors), least)) == 0xf) [[likely]] {
+            const Float4 reciprocals = one / divisors;
+            const Float4 forA = interleaveLow(reciprocals, reciprocals);
+            const Float4 forB = interleaveHigh(reciprocals, reciprocals);
+            storeTwoOfThree(to, dstStride, two(a, 0) * forA, backA * forA);
+            storeTwoOfThree(to + 2 * dstStride, dstStride, two(b, 0) * forB, backB * forB);
         } else {
-            transformObject(matrix, src.at(k), dst.at(k));
-            transformObject(matrix, src.at(k + 1), dst.at(k + 1));
+            for (std::ptrdiff_t i = k; i < k + 4; ++i) transformObject(matrix, src.at(i), dst.at(i));
         }
     }
     return k;
 }
 
 template <class From, class To>
-inline std::int32_t transformObjects(Homogeneous matrix, const From& src, const To& dst, std::ptrdiff_t count) {
+inline std::int32_t transformObjects(Homogeneous matrix, const From src, const To dst, std::ptrdiff_t count) {
     std::ptrdiff_t k = 0;
     if constexpr (From::spacing == Spacing::rowAdjacent) {
-        if (src.objectStride == 3 * sizeof(float)) k = transformPairs<Source::packed>(matrix, src, dst, count);
-        else k = transformPairs<Source::any>(matrix, src, dst, count);
+        if (src.objectStride == 3 * sizeof(float)) k = transformFours<Source::packed>(matrix, src, dst, count);
+        else k = transformFours<Source::any>(matrix, src, dst, count);
     }
     for (; k < count; ++k) transformObject(matrix, src.at(k), dst.at(k));
     return matrix.status;
