@@ -78,19 +78,30 @@ inline void rotationYawPitchRoll(float yaw, float pitch, float roll, Unaligned* 
               Float4{y.s * p.c, 0.0F - p.s, y.c * p.c, 0}, unitRow(3));
 }
 
-// The axis is divided by its length, a root in single precision unlike that of a normalised vector.
+// The axis is divided by its length, a root in single precision unlike that of a normalised vector. With u the unit
+// axis, s and c the sine and cosine, row i is (1 - c)*u * u[i] plus c in the diagonal and plus or minus an element of
+// s*u elsewhere. x - y is x + (-y) to the bit, so a row is one product and one sum.
 inline void rotationAxis(const Unaligned* axis, float angle, Unaligned* d) {
     const float x = axis[0], y = axis[1], z = axis[2];
     const float length = std::sqrt(x * x + y * y + z * z);
-    const Float4 unit = Float4{x, y, z, z} / broadcast(length);
-    const float ux = unit[0], uy = unit[1], uz = unit[2];
+    const Float4 unit = Float4{x, y, z, 1} / Float4{length, length, length, 1};
     const Turn turn(angle);
-    const float w = 1.0F - turn.c, c = turn.c;
-    const float a = w * ux, b = w * uy, e = w * uz;
-    const float sx = turn.s * ux, sy = turn.s * uy, sz = turn.s * uz;
-    storeRows(d, Float4{a * ux + c, b * ux + sz, e * ux - sy, 0},  //
-              Float4{a * uy - sz, b * uy + c, uy * e + sx, 0},     //
-              Float4{sy + a * uz, b * uz - sx, c + uz * e, 0}, unitRow(3));
+    const Float4 across = broadcast(1.0F - turn.c) * __builtin_shufflevector(unit, unit, 0, 1, 2, 2);
+    const Float4 turned = Float4{turn.s, turn.s, turn.s, turn.c} * unit;  // s*u and c
+
+    using Bits4 = int __attribute__((vector_size(16)));
+    constexpr int negative = INT32_MIN;
+    const auto row = [&](Float4 along, Float4 beside, Bits4 signs) {
+        const Bits4 firstThree = {-1, -1, -1, 0};
+        const Float4 signedBeside = reinterpret_cast<Float4>(reinterpret_cast<Bits4>(beside) ^ signs);
+        return reinterpret_cast<Float4>(reinterpret_cast<Bits4>(across * along + signedBeside) & firstThree);
+    };
+    storeRows(
+        d,
+        row(everyLane<0>(unit), __builtin_shufflevector(turned, turned, 3, 2, 1, 1), Bits4{0, 0, negative, negative}),
+        row(everyLane<1>(unit), __builtin_shufflevector(turned, turned, 2, 3, 0, 0), Bits4{negative, 0, 0, 0}),
+        row(everyLane<2>(unit), __builtin_shufflevector(turned, turned, 1, 0, 3, 3), Bits4{0, negative, 0, 0}),
+        unitRow(3));
 }
 
 }  // namespace korm
