@@ -26,9 +26,9 @@ enum class Slot : std::uint8_t {
 struct Slotted {
     std::string name;
     Slot slot = Slot::input;
-    int elements = 0;           // of a pointer
-    int stride = -1;            // of an array: the argument that holds its stride
-    bool mayEqualDst = false;   // in place: this input may lie where the result goes
+    int elements = 0;          // of a pointer
+    int stride = -1;           // of an array: the argument that holds its stride
+    bool mayEqualDst = false;  // in place: this input may lie where the result goes
     bool pointer() const { return slot <= Slot::optional; }
 };
 

@@ -26,24 +26,37 @@ struct Outcome {
 using Reference = void (*)(const Inputs& in, Outcome& out);
 
 // --- Vectors (n = 2, 3, 4) ---
-template <int n> void vectorSum(const Inputs& in, Outcome& out);
-template <int n> void vectorDifference(const Inputs& in, Outcome& out);
-template <int n> void vectorMinimum(const Inputs& in, Outcome& out);
-template <int n> void vectorMaximum(const Inputs& in, Outcome& out);
-template <int n> void vectorScaled(const Inputs& in, Outcome& out);
-template <int n> void dotProduct(const Inputs& in, Outcome& out);
-template <int n> void squaredLength(const Inputs& in, Outcome& out);
-template <int n> void length(const Inputs& in, Outcome& out);
-template <int n> void normalized(const Inputs& in, Outcome& out);
+template <int n>
+void vectorSum(const Inputs& in, Outcome& out);
+template <int n>
+void vectorDifference(const Inputs& in, Outcome& out);
+template <int n>
+void vectorMinimum(const Inputs& in, Outcome& out);
+template <int n>
+void vectorMaximum(const Inputs& in, Outcome& out);
+template <int n>
+void vectorScaled(const Inputs& in, Outcome& out);
+template <int n>
+void dotProduct(const Inputs& in, Outcome& out);
+template <int n>
+void squaredLength(const Inputs& in, Outcome& out);
+template <int n>
+void length(const Inputs& in, Outcome& out);
+template <int n>
+void normalized(const Inputs& in, Outcome& out);
 void crossProduct2(const Inputs& in, Outcome& out);
 void crossProduct3(const Inputs& in, Outcome& out);
 void crossProduct4(const Inputs& in, Outcome& out);
 
 // --- Curves (n = 2, 3, 4) ---
-template <int n> void baryCentric(const Inputs& in, Outcome& out);
-template <int n> void linear(const Inputs& in, Outcome& out);
-template <int n> void hermite(const Inputs& in, Outcome& out);
-template <int n> void catmullRom(const Inputs& in, Outcome& out);
+template <int n>
+void baryCentric(const Inputs& in, Outcome& out);
+template <int n>
+void linear(const Inputs& in, Outcome& out);
+template <int n>
+void hermite(const Inputs& in, Outcome& out);
+template <int n>
+void catmullRom(const Inputs& in, Outcome& out);
 
 // --- Constructors of 4x4 matrices ---
 void identity(const Inputs& in, Outcome& out);
