@@ -10,7 +10,7 @@ import unittest
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 import emit
-from grammar import Departure, Family, below
+from grammar import Departure, Family, Variant, below
 
 PRODUCT = "src1 src1Width src1Height src2 src2Width src2Height dst count"
 
@@ -167,6 +167,54 @@ class Drivers(unittest.TestCase):
         self.assertIn("src, shiftedOffset(srcOffset, run.first, srcObjectStride)", self.driver(lu, "kormLUDecomp_ma_64f_P"))
         trace = family("Trace", "ma", "src order dst count", result="scalars", limits=limits)
         self.assertIn("shiftedElements(dst, run.first)", self.driver(trace, "kormTrace_ma_64f"))
+
+
+class Products(unittest.TestCase):
+    """Sizes beside operands: matches, letters for sizes, a kernel template with arguments of a kernel's own."""
+
+    def form(self, name, **rest):
+        rows = [Variant("tam_32f_L* tam_32f_S2", "first"), Variant("*", "second")]
+        limits = {("standard", "32f"): below(100), ("pointer", "32f"): below(100)}
+        source = family("Mul", "tam mv", PRODUCT, letters={"M": "src1Width", "K": "src1Height", "N": "src2Width"},
+                        shape="Shape{M, K, N}", result_width="N", match="src1Height == src2Height", variants=rows,
+                        estimate="K * N + M * count", limits=limits, formula="{dst[i,j]} = {src1[i,l]} * {src2[l,j]}",
+                        general_order={"standard": "N C S M T", "pointer": "N C S M T O"}, **rest)
+        source.kernel = "product<{}>"
+        return next(form for form in source.forms() if form.name == name)
+
+    def test_formula(self):
+        self.assertEqual(self.form("kormMul_tam_32f").formula, "dst(k,i,j) = src1(k,l,i) * src2(l,j)")
+
+    def test_match_comes_where_the_order_says(self):
+        lines = list(emit.check_lines(self.form("kormMul_tam_32f")))
+        self.assertIn("if (!(src1Height == src2Height)) return korStatusSizeMismatch;", lines[3])
+        self.assertIn("korStatusBadStride", lines[4])
+
+    def test_estimate(self):
+        self.assertEqual(emit.estimate(self.form("kormMul_tam_32f")),
+                         "const Estimate estimate = Estimate(src1Height) * Estimate(src2Width) + "
+                         "Estimate(src1Width) * Estimate(count);")
+
+    def test_kernels(self):
+        form = self.form("kormMul_tam_32f")
+        self.assertEqual([form.template(kernel) for kernel in form.kernels], ["product<second>", "product<first>"])
+        text = emit.kernel_function(form, form.kernels[0])
+        self.assertIn("product<second>(\n        transposed(plainArray(src1, src1ObjectStride, src1RowStride)),", text)
+        self.assertIn("Shape{src1Width, src1Height, src2Width}, count);", text)
+        self.assertIn("int32_t /*src2Height*/", text)
+        self.assertNotIn("/*src1Height*/", text)
+
+    def test_pitches_of_tables_are_stored_widths(self):
+        text = emit.kernel_function(self.form("kormMul_tam_32f_P"), "v8_ownkormMul_tam_32f_P")
+        self.assertIn("transposed(scatteredArray(src1, src1Offset, src1ObjectStride, src1Width))", text)
+        self.assertIn("scattered(src2, src2Offset, src2Width)", text)
+        self.assertIn("scatteredArray(dst, dstOffset, dstObjectStride, src2Width)", text)
+
+    def test_every_kernel_has_a_row(self):
+        form = self.form("kormMul_tam_32f")
+        form.family.variants = [Variant("mam_32f", "other")]
+        with self.assertRaisesRegex(ValueError, "no row of variants covers it"):
+            form.template(form.kernels[0])
 
 
 if __name__ == "__main__":
