@@ -67,15 +67,21 @@ template <class T>
     }
 }
 
-// Calls f(first row, their number, shape of their sums as a type) for rows of one shape.
+// Calls f(first row, their number, shape of their sums as a type) for rows of one shape. Rows with fewer products
+// than their blocks have are all the same.
 template <RowSums rows, class F>
-[[gnu::always_inline]] inline void forRowGroups(std::ptrdiff_t height, const F& f) {
+[[gnu::always_inline]] inline void forRowGroups(std::ptrdiff_t height, std::ptrdiff_t products, const F& f) {
     if constexpr (rows.uniform()) {
         f(0, height, std::integral_constant<Sum, rows.blocks>{});
     } else {
         const std::ptrdiff_t left = height % 4;
         const std::ptrdiff_t i = height - left;
         if (i > 0) f(0, i, std::integral_constant<Sum, rows.blocks>{});
+        if constexpr (rows.lastThree.block == 8)
+            if (products < 8) {
+                if (left > 0) f(i, left, std::integral_constant<Sum, zeroStart>{});
+                return;
+            }
         if (left == 3) f(i, 3, std::integral_constant<Sum, rows.lastThree>{});
         else if (left == 1) f(i, 1, std::integral_constant<Sum, rows.lastOfOne>{});
         else if (left == 2) {
@@ -114,7 +120,7 @@ template <class T, RowSums rows, class Operand>
 void gatheredProduct(const Operand& a, const Operand& b, const Operand& dst, ProductShape shape) {
     for (std::ptrdiff_t j = 0; j < shape.columns; j += laneCount<T>) {
         const auto width = std::min<std::ptrdiff_t>(laneCount<T>, shape.columns - j);
-        forRowGroups<rows>(shape.rows, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
+        forRowGroups<rows>(shape.rows, shape.products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
             forTiles<rowsAtOnce(sum.value)>(first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) {
                 for (; count > 0; --count, i += tall.value) {
                     Lanes<T> result[tall.value];
@@ -174,7 +180,7 @@ void columnProduct(const Operand& a, const Operand& b, const Operand& dst, Produ
         Panel panel{copies, vectors * 16, (vectors - 1) * 16};
         if (copied) copyPanel<T>(b, j, width, products, copies);
         else if constexpr (!isTable) panel = {b.origin + j * size, b.rowStep, last};
-        forRowGroups<rows>(shape.rows, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
+        forRowGroups<rows>(shape.rows, shape.products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
             forTiles<rowsAtOnce(sum.value)>(first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) {
                 if constexpr (!isTable) {
                     if (direct) {
@@ -202,12 +208,13 @@ void dotProduct(const GridOperand& a, const GridOperand& b, const GridOperand& d
         const auto width = std::min<std::ptrdiff_t>(laneCount<T>, shape.columns - j);
         DotColumns<T> columns;
         dotColumns<T>(b, j, width, columns);
-        forRowGroups<rows>(shape.rows, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
-            forTiles<dotRowsAtOnce<T>(sum.value)>(
-                first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) {
-                    dotTiles<T, sum.value, tall.value>(a.origin + i * a.rowStep, a.rowStep, columns, shape.products,
-                                                       target(dst, i, j), dst.rowStep, width, count);
-                });
+        forRowGroups<rows>(shape.rows, shape.products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
+            // Too few products for a block come to the same with any block.
+            constexpr Sum dots = sum.value == zeroStart ? Sum{laneCount<T>, 8} : sum.value;
+            forTiles<dotRowsAtOnce<T>(dots)>(first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) {
+                dotTiles<T, dots, tall.value>(a.origin + i * a.rowStep, a.rowStep, columns, shape.products,
+                                              target(dst, i, j), dst.rowStep, width, count);
+            });
         });
     }
 }
