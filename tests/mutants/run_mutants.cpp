@@ -5,8 +5,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <iterator>
 
+#include "../reference/products.h"
 #include "../routines/routines.h"
+#include "../routines/sizes.h"
 #include "../support/fault.h"
 #include "../support/verdict.h"
 
@@ -31,16 +34,30 @@ Verdict results(const Form& form, const Library& library) { return checkResults(
 Verdict checks(const Form& form, const Library& library) { return checkBadArguments(form, library, options); }
 Verdict thresholds(const Form& form, const Library& library) { return checkThresholds(form, library, options, false); }
 
-// Is there an object size and a count with just this estimate?
-bool reachable(const Form& form, std::int32_t estimate) {
-    for (std::int32_t area = 1; area <= estimate; ++area) {
-        for (std::int32_t count = 1; count <= estimate; ++count) {
+Verdict everySize(const Form& form, const Library& library) { return checkEverySize(form, library, options); }
+
+constexpr auto orders = static_cast<int>(std::size(allSums));
+constexpr int sumVariants = orders * orders;
+
+// Is there a size at which the form adds in the one order and the other gives something else?
+bool sumsDiffer(const Form& form, int variant) {
+    const Sum right = allSums[variant / orders], wrong = allSums[variant % orders];
+    const bool wide = form.type == Type::f64;
+    for (std::int32_t height = 1; height <= 11; ++height) {
+        for (std::int32_t inner = 1; inner <= 17; ++inner) {
+            const auto products = static_cast<std::size_t>(inner);
+            if (!sumExists(wrong, products) || !sumExists(right, products)) continue;
+            if (sumText(right, wide, products) == sumText(wrong, wide, products)) continue;
             Sizes sizes;
-            (form.matrices() ? sizes.width : sizes.length) = area;
-            sizes.count = count;
-            const std::int32_t found = form.estimate(sizes);
-            if (found == estimate) return true;
-            if (found > estimate) break;
+            sizes.height = height;
+            sizes.inner = inner;
+            for (const std::int32_t width : {inner, inner + 1}) {
+                sizes.width = width;
+                for (std::int32_t i = 0; i < height; ++i)
+                    for (const bool plain : {true, false})
+                        if ((plain || form.hasRole(Role::elementStride)) && productSum(form, plain, sizes, i) == right)
+                            return true;
+            }
         }
     }
     return false;
@@ -49,14 +66,15 @@ bool reachable(const Form& form, std::int32_t estimate) {
 const Mutant mutants[] = {
     {"does_nothing", results, [](const Form&) { return 1; }, [](const Form&, int) { return true; }},
     // A sum or product is the same either way round.
-    {"swaps_operands", results, [](const Form& form) { return form.operation == Operation::sub ? 1 : 0; },
+    {"swaps_operands", results, [](const Form& form) { return form.operationWord == "Sub" ? 1 : 0; },
      [](const Form&, int) { return true; }},
     {"writes_beyond", results, [](const Form&) { return 1; }, [](const Form&, int) { return true; }},
     {"reorders_checks", checks, [](const Form& form) { return static_cast<int>(form.checks.size()) - 1; },
      [](const Form&, int) { return true; }},
+    {"adds_otherwise", everySize, [](const Form& form) { return hasEverySize(form) ? sumVariants : 0; }, sumsDiffer},
     {"misses_limit", thresholds, [](const Form& form) { return form.driver ? 2 : 0; },
      [](const Form& form, int variant) {
-         return reachable(form, form.limit.plain + variant) || reachable(form, form.limit.general + variant);
+         return estimateOccurs(form, form.limit.plain + variant) || estimateOccurs(form, form.limit.general + variant);
      }},
 };
 
