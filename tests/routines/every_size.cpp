@@ -15,6 +15,15 @@ bool hasEverySize(const Form& form) { return form.has(Extent::inner); }
 
 namespace {
 
+// A vector has few elements to tell one order of additions from another. Squares have orders of their own, some of
+// which differ from others in the sign of a zero only.
+int repeatsOf(const Form& form, const Sizes& sizes) {
+    const bool vector = !form.has(Extent::width);
+    const bool square = sizes.height == sizes.inner && (vector || sizes.width == sizes.inner);
+    if (square && sizes.inner >= 3 && sizes.inner <= 6) return 60;
+    return vector ? 15 : 1;
+}
+
 Verdict checkSizes(const Form& form, const Library& library, const Options& options, Sizes sizes, bool plain,
                    int number) {
     Random random = options.random(form, number, 8);
@@ -34,8 +43,6 @@ Verdict checkSizes(const Form& form, const Library& library, const Options& opti
 }  // namespace
 
 Verdict checkEverySize(const Form& form, const Library& library, const Options& options) {
-    // A vector has few elements to tell one order of additions from another.
-    const int repeats = form.has(Extent::width) ? 1 : 15;
     int number = 0;
     for (const std::int32_t height : edges) {
         for (const std::int32_t inner : edges) {
@@ -45,7 +52,7 @@ Verdict checkEverySize(const Form& form, const Library& library, const Options& 
                 sizes.height = height;
                 sizes.inner = inner;
                 sizes.width = width;
-                for (int repeat = 0; repeat < repeats; ++repeat) {
+                for (int repeat = 0; repeat < repeatsOf(form, sizes); ++repeat) {
                     for (const bool plain : {true, false}) {
                         if (!plain && !form.hasRole(Role::elementStride)) continue;
                         Verdict verdict = checkSizes(form, library, options, sizes, plain, number++);

@@ -105,7 +105,7 @@ Sizes smallObjects(const Form& form, Random& random) {
 Verdict checkBothSides(const Form& form, const Library& library, bool plain, Random& random) {
     const std::int32_t limit = limitOf(form, plain);
     const bool byArea = !form.has(Extent::inner);
-    int exact = 0, tried = 0;
+    int below = 0, above = 0, tried = 0;
     for (Sizes row : shapesUpTo(form, limit + 1)) {
         ++tried;
         const std::int32_t serial = lastSerialCount(form, row, limit);
@@ -116,8 +116,7 @@ Verdict checkBothSides(const Form& form, const Library& library, bool plain, Ran
             // One form's estimate takes no notice of the length: not every length needs so many objects.
             if (workOf(form, row) > longestWork) continue;
             // All sizes that meet the limit or pass it by one, up to a few; of the others a sample.
-            const bool edge = (estimate == limit || estimate == limit + 1) && exact < 12;
-            if (edge) ++exact;
+            const bool edge = (estimate == limit && below++ < 10) || (estimate == limit + 1 && above++ < 10);
             if (!edge && tried > 9 && !random.chance(byArea ? 1 : 3)) continue;
             Sizes sizes = byArea ? shaped(form, row.of(form.extents[0]), random) : row;
             sizes.count = count;
