@@ -42,7 +42,10 @@ protected:
 
 TEST_F(Binary, ExportsExactlyTheNames) {
     const std::vector<std::string> expected = allNames();
-    ASSERT_EQ(expected.size(), 289u);
+    const std::size_t count = 1       // the version query
+                              + 288   // element-wise arithmetic
+                              + 132;  // products
+    ASSERT_EQ(expected.size(), count);
     std::vector<std::string> names;
     for (const ElfSymbol& one : file.exports()) {
         names.push_back(one.name);

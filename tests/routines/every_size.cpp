@@ -1,3 +1,5 @@
+#include <vector>
+
 #include "../support/scene.h"
 #include "../support/thread_number.h"
 #include "routines.h"
@@ -43,7 +45,11 @@ Verdict checkSizes(const Form& form, const Library& library, const Options& opti
 }  // namespace
 
 Verdict checkEverySize(const Form& form, const Library& library, const Options& options) {
-    int number = 0;
+    struct Case {
+        Sizes sizes;
+        bool plain;
+    };
+    std::vector<Case> cases;
     for (const std::int32_t height : edges) {
         for (const std::int32_t inner : edges) {
             for (const std::int32_t width : edges) {
@@ -53,14 +59,18 @@ Verdict checkEverySize(const Form& form, const Library& library, const Options& 
                 sizes.inner = inner;
                 sizes.width = width;
                 for (int repeat = 0; repeat < repeatsOf(form, sizes); ++repeat) {
-                    for (const bool plain : {true, false}) {
-                        if (!plain && !form.hasRole(Role::elementStride)) continue;
-                        Verdict verdict = checkSizes(form, library, options, sizes, plain, number++);
-                        if (!verdict.ok) return verdict;
-                    }
+                    cases.push_back({sizes, true});
+                    if (form.hasRole(Role::elementStride)) cases.push_back({sizes, false});
                 }
             }
         }
+    }
+    // A mistake at some size is found sooner.
+    options.random(form, 0, 9).shuffle(cases);
+    for (std::size_t number = 0; number < cases.size(); ++number) {
+        const Case& one = cases[number];
+        Verdict verdict = checkSizes(form, library, options, one.sizes, one.plain, static_cast<int>(number));
+        if (!verdict.ok) return verdict;
     }
     return Verdict::pass();
 }
