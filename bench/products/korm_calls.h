@@ -34,9 +34,8 @@ auto packedArguments(const Problem<T>& p) {
                               vector.template operator()<shape.isArray()>(p.result, p.resultStep), count);
     } else {
         return std::tuple_cat(first, std::tuple(n, n),
-                              matrix.template operator()<shape.secondIsArray>(p.second, p.secondStep),
-                              std::tuple(n, n), matrix.template operator()<shape.isArray()>(p.result, p.resultStep),
-                              count);
+                              matrix.template operator()<shape.secondIsArray>(p.second, p.secondStep), std::tuple(n, n),
+                              matrix.template operator()<shape.isArray()>(p.result, p.resultStep), count);
     }
 }
 
@@ -63,19 +62,18 @@ auto streamArguments(const Problem<T>& p) {
 #define PRODUCT_FORM_PICK(NAME, SUFFIX)                                 \
     if constexpr (std::is_same_v<T, float>) return &NAME##_32f##SUFFIX; \
     else return &NAME##_64f##SUFFIX;
-#define PRODUCT_FORM(OPERANDS)                                                        \
-    struct OPERANDS {                                                                 \
-        static constexpr std::string_view name = #OPERANDS;                           \
-        static constexpr ::bench::products::Shape shape =                             \
-            ::bench::products::shapeOf(#OPERANDS);                                    \
-        template <class T>                                                            \
-        static constexpr auto packed() {                                              \
-            PRODUCT_FORM_PICK(kormMul_##OPERANDS, )                                   \
-        }                                                                             \
-        template <class T>                                                            \
-        static constexpr auto streams() {                                             \
-            PRODUCT_FORM_PICK(kormMul_##OPERANDS, _P)                                 \
-        }                                                                             \
+#define PRODUCT_FORM(OPERANDS)                                                                   \
+    struct OPERANDS {                                                                            \
+        static constexpr std::string_view name = #OPERANDS;                                      \
+        static constexpr ::bench::products::Shape shape = ::bench::products::shapeOf(#OPERANDS); \
+        template <class T>                                                                       \
+        static constexpr auto packed() {                                                         \
+            PRODUCT_FORM_PICK(kormMul_##OPERANDS, )                                              \
+        }                                                                                        \
+        template <class T>                                                                       \
+        static constexpr auto streams() {                                                        \
+            PRODUCT_FORM_PICK(kormMul_##OPERANDS, _P)                                            \
+        }                                                                                        \
     };
 
 template <class Form, class T>

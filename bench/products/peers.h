@@ -19,6 +19,8 @@
 #include <cblas.h>
 #endif
 
+#include <cstring>
+
 #include "problem.h"
 
 namespace bench::products {
@@ -161,7 +163,7 @@ template <Shape shape, int n, class T>
     using Matrix = glm::mat<n, n, T>;
     using Vector = glm::vec<n, T>;
     static_assert(sizeof(Matrix) == n * n * sizeof(T) && sizeof(Vector) == n * sizeof(T));
-    const auto load = []<class V>(const T* from, V& value) { std::memcpy(&value, from, sizeof value); };
+    const auto load = []<class V>(const T* from, V& value) { std::memcpy(static_cast<void*>(&value), from, sizeof value); };
     for (std::ptrdiff_t k = 0; k < objectsOf(p); ++k) {
         Matrix left;
         load(p.a(k), left);
@@ -185,8 +187,8 @@ template <Shape shape, int n, class T>
 #ifdef KORM_BENCH_CGLM
 // Only what it has functions for: float, untransposed matrices, and the transpose of a matrix times a vector.
 template <Shape shape, int n>
-inline constexpr bool hasCglm = shape.isVector ? shape.firstTransposed
-                                               : !shape.firstTransposed && !shape.secondTransposed;
+inline constexpr bool hasCglm =
+    shape.isVector ? shape.firstTransposed : !shape.firstTransposed && !shape.secondTransposed;
 
 template <Shape shape, int n>
 [[gnu::noinline]] void cglmProduct(const Problem<float>& p) {
@@ -195,13 +197,17 @@ template <Shape shape, int n>
         float* const a = const_cast<float*>(p.a(k));
         float* const b = const_cast<float*>(p.b(k));
         if constexpr (n == 3) {
-            using Matrix = float (*)[3];
+            using Matrix = float(*)[3];
             if constexpr (shape.isVector) glm_mat3_mulv(reinterpret_cast<Matrix>(a), b, p.c(k));
-            else glm_mat3_mul(reinterpret_cast<Matrix>(b), reinterpret_cast<Matrix>(a), reinterpret_cast<Matrix>(p.c(k)));
+            else
+                glm_mat3_mul(reinterpret_cast<Matrix>(b), reinterpret_cast<Matrix>(a),
+                             reinterpret_cast<Matrix>(p.c(k)));
         } else {
-            using Matrix = float (*)[4];
+            using Matrix = float(*)[4];
             if constexpr (shape.isVector) glm_mat4_mulv(reinterpret_cast<Matrix>(a), b, p.c(k));
-            else glm_mat4_mul(reinterpret_cast<Matrix>(b), reinterpret_cast<Matrix>(a), reinterpret_cast<Matrix>(p.c(k)));
+            else
+                glm_mat4_mul(reinterpret_cast<Matrix>(b), reinterpret_cast<Matrix>(a),
+                             reinterpret_cast<Matrix>(p.c(k)));
         }
     }
 }
@@ -217,8 +223,7 @@ template <Shape shape, class T>
     for (std::ptrdiff_t k = 0; k < objectsOf(p); ++k) {
         const auto a = transposed(shape.firstTransposed), b = transposed(shape.secondTransposed);
         if constexpr (shape.isVector) {
-            if constexpr (sizeof(T) == 4)
-                cblas_sgemv(CblasRowMajor, a, n, n, 1, p.a(k), n, p.b(k), 1, 0, p.c(k), 1);
+            if constexpr (sizeof(T) == 4) cblas_sgemv(CblasRowMajor, a, n, n, 1, p.a(k), n, p.b(k), 1, 0, p.c(k), 1);
             else cblas_dgemv(CblasRowMajor, a, n, n, 1, p.a(k), n, p.b(k), 1, 0, p.c(k), 1);
         } else {
             if constexpr (sizeof(T) == 4)

@@ -46,6 +46,13 @@ Verdict runThin(const Form& form, const Library& library, const Sizes& sizes, bo
     return judge(form, sizes, plain);
 }
 
+// Nothing is promised of a call whose objects can't exist.
+bool fitsAddressSpace(const Form& form, const Sizes& sizes) {
+    double bytes = static_cast<double>(form.elementSize()) * sizes.count;
+    for (const Extent extent : form.extents) bytes *= sizes.of(extent);
+    return sizeof(void*) > 4 || bytes < 2147483648.0;
+}
+
 // A call of any size: the first touch of its memory faults, by then the decision has been taken.
 Verdict runIntoFault(const Form& form, const Library& library, const Sizes& sizes, bool plain, Random& random) {
     std::vector<CallValue> values;
@@ -74,7 +81,7 @@ Verdict runIntoFault(const Form& form, const Library& library, const Sizes& size
     scriptThreadNumbers({1});
     CallResult result;
     const Fault fault = guarded([&] { result = callFunction(library.function(form), values); });
-    if (!fault.happened)
+    if (!fault.happened && fitsAddressSpace(form, sizes))
         return Verdict::fail(form.name + ", " + text(sizes) + ": returned " + std::to_string(result.status()) +
                              " without touching its operands");
     return judge(form, sizes, plain);
