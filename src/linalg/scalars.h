@@ -18,8 +18,9 @@
 
 namespace korm {
 
-using Int4 = int __attribute__((vector_size(16)));
-using Long2 = long long __attribute__((vector_size(16)));
+// What a comparison of lanes gives; which integer type has 64 bits differs between targets.
+using Int4 = decltype(Float4{} < Float4{});
+using Long2 = decltype(Double2{} < Double2{});
 
 // Element: what is in memory. Mask: the type of a comparison. Index: a small integer that masks can move.
 template <class S>
