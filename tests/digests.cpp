@@ -10,6 +10,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "support/family.h"
 #include "support/fault.h"
 #include "support/scene.h"
 #include "support/thread_number.h"
@@ -33,16 +34,18 @@ private:
 };
 
 // Square orders 1 to 9 first, then other shapes.
-Sizes sizesOf(int number, Random& random) {
+Sizes sizesOf(const Form& form, int number, Random& random) {
     Sizes sizes;
     if (number < 18) {
-        sizes.width = sizes.height = sizes.length = number / 2 + 1;
+        sizes.width = sizes.height = sizes.length = sizes.inner = sizes.order = number / 2 + 1;
     } else {
         sizes.width = random.between(1, 17);
         sizes.height = random.between(1, 17);
         sizes.length = random.between(1, 150);
     }
     sizes.count = random.between(1, 11);
+    if (number >= 18 && form.has(Extent::inner)) sizes.inner = random.between(1, 40);
+    if (number >= 18 && form.has(Extent::order)) sizes.order = random.between(1, 17);
     return sizes;
 }
 
@@ -53,15 +56,18 @@ std::uint64_t digestOf(const Form& form) {
     for (int number = 0; number < cases; ++number) {
         Random random(mixSeed(name.value(), static_cast<std::uint64_t>(number)));
         SceneOptions options;
-        options.sizes = sizesOf(number, random);
+        options.sizes = sizesOf(form, number, random);
         options.plain = number % 2 == 0;
         Random places(random.next()), values(random.next());
         const Scene scene(threadArena(), form, options, places, values);
+        const auto fixedBits = form.family->fixedBits;
+        if (fixedBits != nullptr && !fixedBits(form, options.sizes, scene.plain())) continue;
+        scene.clearOutputs();
         scriptThreadNumbers({1});
         const CallResult result = callFunction(Library::linked().function(form), scene.arguments());
         const std::uint32_t status = static_cast<std::uint32_t>(result.status());
         digest.add(reinterpret_cast<const std::byte*>(&status), sizeof status);
-        const std::vector<std::byte> bytes = scene.resultBytes();
+        const std::vector<std::byte> bytes = scene.comparableResult();
         digest.add(bytes.data(), bytes.size());
     }
     return digest.value();

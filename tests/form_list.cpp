@@ -12,10 +12,12 @@ namespace {
 
 std::string pointerType(const Form& form, const Argument& argument) {
     const Operand& operand = form.operands[static_cast<std::size_t>(argument.operand)];
-    const std::string element = form.type == Type::f32 ? "float" : "double";
+    std::string element = form.type == Type::f32 ? "float" : "double";
+    if (operand.kind == Operand::Kind::index) element = "int32_t";
     const bool constant = operand.shape == Shape::constant;
     const bool table = form.layout == Layout::pointer ? !constant : form.layout == Layout::list && operand.array;
-    return (operand.output ? "" : "const ") + element + (table ? " *const *" : " *");
+    const bool input = operand.use == Operand::Use::input;
+    return (input ? "const " : "") + element + (table && !operand.dense ? " *const *" : " *");
 }
 
 void printPrototypes() {

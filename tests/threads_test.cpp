@@ -18,15 +18,15 @@ TEST_P(Threads, TeamsGiveTheSameBits) { expectPass(checkTeams(form(), library(),
 
 INSTANTIATE_TEST_SUITE_P(Forms, Threads, testing::Range(std::size_t{0}, allForms().size()), formName);
 
-// A call that forks, on this thread's own arena.
-Verdict forkedCall(const Form& form, std::int32_t threads, Random& random) {
+// A call that forks, on this thread's own arena. Inside of another region the team is one thread.
+Verdict forkedCall(const Form& form, std::int32_t threads, std::int32_t team, Random& random) {
     SceneOptions options;
     options.sizes = sizesBeyondLimit(form, threads + 1, random);
     options.plain = random.chance(50);
     Random values(random.next());
     const Scene scene(threadArena(), form, options, random, values);
     scriptThreadNumbers({threads});
-    Verdict verdict = scene.run(Library::linked(), 0, true);
+    Verdict verdict = scene.run(Library::linked(), 0, true, team);
     if (verdict.ok && threadNumberQuestions() != 2) verdict = Verdict::fail("did not fork: " + scene.describe());
     return verdict;
 }
@@ -49,7 +49,8 @@ TEST(ThreadsTogether, ManyCallersAtOnce) {
             for (int i = 0; i < options.casesOr(150) && messages[caller].empty(); ++i) {
                 const Form& form =
                     *forms[static_cast<std::size_t>(random.between(0, static_cast<std::int32_t>(forms.size()) - 1))];
-                messages[caller] = forkedCall(form, random.between(2, 4), random).message;
+                const std::int32_t threads = random.between(2, 4);
+                messages[caller] = forkedCall(form, threads, threads, random).message;
             }
         });
     }
@@ -69,7 +70,7 @@ TEST(ThreadsTogether, InsideARegionOfTheCaller) {
             const std::size_t self = member++ % messages.size();
             Random random(mixSeed(77, self));
             for (std::size_t i = self; i < forms.size() && messages[self].empty(); i += messages.size())
-                messages[self] = forkedCall(*forms[i], 4, random).message;
+                messages[self] = forkedCall(*forms[i], 4, 1, random).message;
         }
     }
     for (const std::string& message : messages) EXPECT_EQ(message, "");
@@ -89,20 +90,20 @@ TEST(ThreadsTogether, InAChildProcess) {
 #endif
     Random random(5);
     const Form& form = formNamed("kormAdd_mam_32f");
-    expectPass(forkedCall(form, 4, random));
+    expectPass(forkedCall(form, 4, 4, random));
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
         alarm(60);
         for (int i = 0; i < 10; ++i)
-            if (!forkedCall(form, 4, random).ok) _exit(1);
+            if (!forkedCall(form, 4, 4, random).ok) _exit(1);
         _exit(0);
     }
     int state = 0;
     ASSERT_EQ(waitpid(child, &state, 0), child);
     EXPECT_TRUE(WIFEXITED(state)) << "ended by signal " << WTERMSIG(state);
     EXPECT_EQ(WEXITSTATUS(state), 0);
-    expectPass(forkedCall(form, 4, random));
+    expectPass(forkedCall(form, 4, 4, random));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "../routines/routines.h"
+#include "../routines/sizes.h"
 #include "../support/fault.h"
 #include "../support/verdict.h"
 
@@ -31,32 +32,17 @@ Verdict results(const Form& form, const Library& library) { return checkResults(
 Verdict checks(const Form& form, const Library& library) { return checkBadArguments(form, library, options); }
 Verdict thresholds(const Form& form, const Library& library) { return checkThresholds(form, library, options, false); }
 
-// Is there an object size and a count with just this estimate?
-bool reachable(const Form& form, std::int32_t estimate) {
-    for (std::int32_t area = 1; area <= estimate; ++area) {
-        for (std::int32_t count = 1; count <= estimate; ++count) {
-            Sizes sizes;
-            (form.matrices() ? sizes.width : sizes.length) = area;
-            sizes.count = count;
-            const std::int32_t found = form.estimate(sizes);
-            if (found == estimate) return true;
-            if (found > estimate) break;
-        }
-    }
-    return false;
-}
-
 const Mutant mutants[] = {
     {"does_nothing", results, [](const Form&) { return 1; }, [](const Form&, int) { return true; }},
     // A sum or product is the same either way round.
-    {"swaps_operands", results, [](const Form& form) { return form.operation == Operation::sub ? 1 : 0; },
+    {"swaps_operands", results, [](const Form& form) { return form.operationWord == "Sub" ? 1 : 0; },
      [](const Form&, int) { return true; }},
     {"writes_beyond", results, [](const Form&) { return 1; }, [](const Form&, int) { return true; }},
     {"reorders_checks", checks, [](const Form& form) { return static_cast<int>(form.checks.size()) - 1; },
      [](const Form&, int) { return true; }},
     {"misses_limit", thresholds, [](const Form& form) { return form.driver ? 2 : 0; },
      [](const Form& form, int variant) {
-         return reachable(form, form.limit.plain + variant) || reachable(form, form.limit.general + variant);
+         return estimateOccurs(form, form.limit.plain + variant) || estimateOccurs(form, form.limit.general + variant);
      }},
 };
 

@@ -19,7 +19,7 @@ struct OperandValues {
     std::uint64_t constantBits = 0;  // of a constant by value
 };
 
-// (i, j) are the logical row and column; width and height are the result's. A vector has row 0 only.
+// (i, j) are the logical row and column. A vector has row 0 only.
 inline std::byte* elementAddress(const Form& form, std::size_t operandIndex, const OperandValues& values,
                                  const Sizes& sizes, std::int32_t k, std::int32_t i, std::int32_t j) {
     const Operand& operand = form.operands[operandIndex];
@@ -35,16 +35,18 @@ inline std::byte* elementAddress(const Form& form, std::size_t operandIndex, con
     // The stored place of a transposed operand's logical element (i, j) is (j, i).
     const std::int32_t row = operand.transposed ? j : i;
     const std::int32_t column = operand.transposed ? i : j;
-    const std::int32_t storedWidth = operand.transposed ? sizes.height : sizes.width;
+    const auto storedWidth = static_cast<std::ptrdiff_t>(sizes.of(operand.storedColumns()));
 
+    if (operand.dense) {
+        const std::ptrdiff_t rows = sizes.of(operand.storedRows());
+        return values.base + ((object * rows + row) * storedWidth + column) * form.sizeOf(operand);
+    }
     std::uintptr_t address = 0;
     if (operand.shape == Shape::constant) {
         if (form.layout == Layout::list) address = entry(object) + static_cast<std::uintptr_t>(values.offset);
         else address = reinterpret_cast<std::uintptr_t>(values.base) + times(object, values.objectStride);
     } else if (form.layout == Layout::pointer) {
-        const std::ptrdiff_t index =
-            operand.shape == Shape::matrix ? static_cast<std::ptrdiff_t>(row) * storedWidth + column : j;
-        address = entry(index) + static_cast<std::uintptr_t>(values.offset);
+        address = entry(row * storedWidth + column) + static_cast<std::uintptr_t>(values.offset);
         if (operand.array) address += times(k, values.objectStride);
     } else {
         if (form.layout == Layout::list && operand.array)
@@ -54,6 +56,32 @@ inline std::byte* elementAddress(const Form& form, std::size_t operandIndex, con
         address += times(column, values.elementStride);
     }
     return reinterpret_cast<std::byte*>(address);
+}
+
+template <class T>
+T readElement(const Form& form, std::size_t operandIndex, const OperandValues& values, const Sizes& sizes,
+              std::int32_t k, std::int32_t i, std::int32_t j) {
+    const void* const from = form.operands[operandIndex].byValue()
+                                 ? static_cast<const void*>(&values.constantBits)
+                                 : elementAddress(form, operandIndex, values, sizes, k, i, j);
+    T value;
+    std::memcpy(&value, from, sizeof value);
+    return value;
+}
+
+template <class T>
+void writeElement(const Form& form, std::size_t operandIndex, const OperandValues& values, const Sizes& sizes,
+                  std::int32_t k, std::int32_t i, std::int32_t j, T value) {
+    std::memcpy(elementAddress(form, operandIndex, values, sizes, k, i, j), &value, sizeof value);
+}
+
+// All element strides equal the element size: the plain kernel's case.
+inline bool plainStrides(const Form& form, const std::vector<OperandValues>& operands) {
+    for (const Argument& argument : form.arguments) {
+        if (argument.role != Role::elementStride) continue;
+        if (operands[static_cast<std::size_t>(argument.operand)].elementStride != form.elementSize()) return false;
+    }
+    return true;
 }
 
 }  // namespace kormtest

@@ -7,7 +7,8 @@
 
 namespace kormtest {
 
-// Does what the form should do on real memory: objects, rows and columns in ascending order.
-void referenceElementwise(const Form& form, const std::vector<OperandValues>& operands, const Sizes& sizes);
+// Objects, rows and columns in ascending order; always succeeds.
+std::int32_t referenceElementwise(const Form& form, const std::vector<OperandValues>& operands, const Sizes& sizes,
+                                  std::int32_t first, std::int32_t runCount);
 
 }  // namespace kormtest

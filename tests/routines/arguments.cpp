@@ -20,10 +20,8 @@ DecodedCall decode(const Form& form, const std::vector<CallValue>& arguments) {
             case Role::rowStride: operand.rowStride = number; break;
             case Role::elementStride: operand.elementStride = number; break;
             case Role::offset: operand.offset = number; break;
-            case Role::width: call.sizes.width = number; break;
-            case Role::height: call.sizes.height = number; break;
-            case Role::length: call.sizes.length = number; break;
-            case Role::count: call.sizes.count = number; break;
+            case Role::size:
+            case Role::count: call.sizes.set(argument.extent, number); break;
         }
     }
     return call;

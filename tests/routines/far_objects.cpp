@@ -1,6 +1,5 @@
 #include <sys/mman.h>
 
-#include <algorithm>
 #include <stdexcept>
 
 #include "../support/scene.h"
@@ -49,10 +48,8 @@ struct Strides {
 Strides stridesFor(const Form& form, const Operand& operand, const Sizes& sizes, Role farRole) {
     const std::int64_t size = form.elementSize();
     const bool far = operand.shape == Shape::matrix || farRole != Role::rowStride;
-    const std::int64_t columns = operand.shape == Shape::constant ? 1
-                                 : form.matrices()                ? (operand.transposed ? sizes.height : sizes.width)
-                                                                  : sizes.length;
-    const std::int64_t rows = form.matrices() ? (operand.transposed ? sizes.width : sizes.height) : 1;
+    const std::int64_t columns = sizes.of(operand.storedColumns());
+    const std::int64_t rows = sizes.of(operand.storedRows());
     Strides strides{size * columns * rows, size * columns, size};
     if (!far) return strides;
     if (farRole == Role::objectStride) strides.object = farStride;
@@ -61,8 +58,8 @@ Strides stridesFor(const Form& form, const Operand& operand, const Sizes& sizes,
     return strides;
 }
 
-[[maybe_unused]] Placed placeFar(Arena& arena, const FarRoom& room, const Form& form, std::size_t index, const Sizes& sizes,
-                Role farRole, Random& random) {
+[[maybe_unused]] Placed placeFar(Arena& arena, const FarRoom& room, const Form& form, std::size_t index,
+                                 const Sizes& sizes, Role farRole, Random& random) {
     const Operand& operand = form.operands[index];
     const Strides strides = stridesFor(form, operand, sizes, farRole);
     Placed placed;
@@ -73,7 +70,7 @@ Strides stridesFor(const Form& form, const Operand& operand, const Sizes& sizes,
     std::byte* const begin = room.spot(0).begin;
     const bool constant = operand.shape == Shape::constant;
     if (form.layout == Layout::pointer && !constant) {
-        const std::int32_t entries = form.matrices() ? sizes.width * sizes.height : sizes.length;
+        const std::int32_t entries = sizes.of(operand.rows) * sizes.of(operand.columns);
         for (std::int32_t i = 0; i < entries; ++i) placed.entries.push_back(begin + i * form.elementSize());
     } else if (form.layout == Layout::list && operand.array) {
         for (std::int32_t k = 0; k < sizes.count; ++k)
@@ -89,29 +86,30 @@ Strides stridesFor(const Form& form, const Operand& operand, const Sizes& sizes,
 Verdict checkFarObjects(const Form& form, const Library& library, const Options& options) {
     static_assert(sizeof(void*) >= 4);
     if constexpr (sizeof(void*) == 8) {
-        static const FarRoom rooms[3];
+        static const FarRoom rooms[Arena::operandCount];
         Arena& arena = threadArena();
         Random random = options.random(form, 0, 4);
         for (const Role role : {Role::objectStride, Role::rowStride, Role::elementStride}) {
-            const bool has = std::any_of(form.arguments.begin(), form.arguments.end(),
-                                         [&](const Argument& argument) { return argument.role == role; });
-            if (!has) continue;
+            if (!form.hasRole(role)) continue;
             for (const bool large : {false, true}) {
                 SceneOptions scene;
-                scene.sizes = {3, 3, 3, 3};
+                scene.sizes = {3, 3, 3, 3, 3, 3};
                 // Beyond every limit the driver shifts the arguments itself.
-                if (large && role == Role::objectStride) scene.sizes = {20, 30, 900, 3};
+                if (large && role == Role::objectStride) scene.sizes = {20, 30, 900, 3, 10, 24};
                 arena.clearWindows();
                 std::vector<Placed> placed(form.operands.size());
                 for (std::size_t index = 0; index < placed.size(); ++index) {
                     const Operand& operand = form.operands[index];
-                    if (operand.shape == Shape::constant && !operand.array) continue;
-                    placed[index] = placeFar(arena, rooms[index], form, index, scene.sizes, role, random);
+                    if (operand.byValue()) continue;
+                    placed[index] = operand.dense
+                                        ? placeOperand(arena, form, index, scene.sizes, {}, random)
+                                        : placeFar(arena, rooms[index], form, index, scene.sizes, role, random);
                 }
                 Random values(random.next());
                 const Scene made(arena, form, scene, placed, random, values);
                 scriptThreadNumbers({large ? 3 : 1});
-                Verdict verdict = made.run(library, 0, large && made.reachesDriver());
+                const bool forks = large && made.reachesDriver();
+                Verdict verdict = made.run(library, 0, forks, forks ? 3 : 1);
                 if (!verdict.ok) {
                     verdict.message = "far objects: " + verdict.message;
                     return verdict;

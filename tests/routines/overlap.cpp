@@ -1,10 +1,14 @@
+#include "../support/family.h"
 #include "../support/scene.h"
 #include "../support/thread_number.h"
 #include "routines.h"
 
 namespace kormtest {
 
-bool hasOverlapRule(const Form& form) { return form.layout == Layout::standard && !form.array && !form.matrices(); }
+bool hasOverlapRule(const Form& form) {
+    return form.family->stepwise && form.layout == Layout::standard && !form.array &&
+           form.operands[form.result()].shape == Shape::vector;
+}
 
 Verdict checkOverlap(const Form& form, const Library& library, const Options& options) {
     Arena& arena = threadArena();

@@ -1,5 +1,7 @@
-// Random sizes, mostly where kernels have paths of their own.
+// Sizes of calls: random ones, mostly where kernels have paths of their own, and ones at a limit.
 #pragma once
+
+#include <vector>
 
 #include "../support/forms.h"
 #include "../support/random.h"
@@ -12,7 +14,19 @@ Sizes randomSizes(const Form& form, Random& random);
 // Sizes with an estimate just above the larger of the form's limits, the count at least `count`.
 Sizes sizesBeyondLimit(const Form& form, std::int32_t count, Random& random);
 
-// The kernel loop works through at most this many elements.
-std::int64_t elementsOf(const Form& form, const Sizes& sizes);
+// About what a kernel has to do for such a call.
+std::int64_t workOf(const Form& form, const Sizes& sizes);
+
+// Objects that can be brought close to an estimate by their number, the same list at each call.
+std::vector<Sizes> shapesUpTo(const Form& form, std::int32_t estimate);
+
+// The largest count whose estimate stays at or below the limit, 0 if there is none.
+std::int32_t lastSerialCount(const Form& form, Sizes sizes, std::int32_t limit);
+
+// Is there a call, not too long, with just this estimate?
+bool estimateOccurs(const Form& form, std::int32_t estimate);
+
+// Longer calls show nothing at a limit that shorter ones don't.
+inline constexpr std::int64_t longestWork = 100000;
 
 }  // namespace kormtest

@@ -21,7 +21,9 @@ Verdict runTeam(const Form& form, const Library& library, const Sizes& sizes, st
     scriptThreadNumbers({decision, team});
     const bool forks = scene.reachesDriver() && decision > 1 && sizes.count >= decision;
     const int questions = forks ? 2 : scene.reachesDriver() ? 1 : 0;
-    Verdict verdict = scene.run(library, stackShift, forks);
+    // Each thread needs a piece of scratch, and there are as many as the first answer says.
+    const std::int32_t members = form.uses(Operand::Use::scratch) ? std::min(decision, team) : team;
+    Verdict verdict = scene.run(library, stackShift, forks, forks ? std::max(members, 1) : 1);
     if (verdict.ok && threadNumberQuestions() != questions) {
         verdict = Verdict::fail("asked for the thread number " + std::to_string(threadNumberQuestions()) +
                                 " times, not " + std::to_string(questions) + ", " + scene.describe());
@@ -43,7 +45,7 @@ Verdict checkTeams(const Form& form, const Library& library, const Options& opti
             if (count < 1) continue;
             Random random = options.random(form, number++, 6);
             // A form without a driver must serve the same sizes.
-            Sizes sizes{5, 4, 30, count};
+            Sizes sizes{5, 4, 30, count, 5, 5};
             if (form.driver) sizes = sizesBeyondLimit(form, count, random);
             std::int32_t team = threads;
             if (random.chance(40)) team = random.pick({1, 2, 3, 5, threads + 1, std::min(2 * count, 20)});
@@ -55,7 +57,7 @@ Verdict checkTeams(const Form& form, const Library& library, const Options& opti
     // No threading at all, and answers that make no sense.
     for (const std::int32_t answer : {0, -1, -2147483647 - 1, 2147483647}) {
         Random random = options.random(form, number++, 6);
-        Sizes sizes{5, 4, 30, 6};
+        Sizes sizes{5, 4, 30, 6, 5, 5};
         if (form.driver) sizes = sizesBeyondLimit(form, 6, random);
         if (Verdict verdict = runTeam(form, library, sizes, answer, answer, 0, random); !verdict.ok) return verdict;
     }

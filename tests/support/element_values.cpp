@@ -1,5 +1,7 @@
 #include "element_values.h"
 
+#include <cstring>
+
 namespace kormtest {
 namespace {
 
@@ -53,6 +55,14 @@ std::uint64_t special(const Format& format, bool mayBeNan, Random& random) {
 }
 
 }  // namespace
+
+bool isNan(Type type, const std::byte* element) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, element, type == Type::f32 ? 4 : 8);
+    const Format format = formatOf(type);
+    return (bits >> format.mantissaBits & format.exponentMask()) == format.exponentMask() &&
+           (bits & format.mantissaMask()) != 0;
+}
 
 std::uint64_t randomElement(Type type, Mood mood, bool mayBeNan, Random& random) {
     const Format format = formatOf(type);

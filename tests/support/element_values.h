@@ -1,6 +1,7 @@
 // Bit patterns of elements: ordinary numbers, wide ones, and everything that is special.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "forms.h"
@@ -13,6 +14,8 @@ enum class Mood : std::uint8_t {
     wide,      // any finite bits
     mixed,     // ordinary, wide and special ones side by side
 };
+
+bool isNan(Type type, const std::byte* element);
 
 // NaN is drawn only where allowed: which of two NaN payloads a sum keeps is the processor's choice by
 // operand position, which a compiler may swap.

@@ -4,16 +4,29 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "forms_table.h"
+#include "family.h"
 
 namespace kormtest {
 namespace {
+
+// In the order of subsystems; a form's place in it takes part in the seeds of its random cases.
+std::vector<Table> allTables() {
+    return {
+        arithForms(),
+        linalgForms(),
+    };
+}
 
 std::vector<std::string> words(const char* text) {
     std::istringstream stream(text);
     std::vector<std::string> result;
     for (std::string word; stream >> word;) result.push_back(word);
     return result;
+}
+
+bool contains(const char* list, const std::string& word) {
+    const auto names = words(list);
+    return std::find(names.begin(), names.end(), word) != names.end();
 }
 
 Operand parseToken(const std::string& tokens, std::size_t& at) {
@@ -35,46 +48,17 @@ Operand parseToken(const std::string& tokens, std::size_t& at) {
     return operand;
 }
 
-void addOperands(Form& form) {
-    std::size_t at = 0;
-    while (at < form.tokens.size()) form.operands.push_back(parseToken(form.tokens, at));
-    // A name may begin with the constant; its arguments still follow the vector's.
-    if (form.operands[0].shape == Shape::constant) {
-        std::swap(form.operands[0], form.operands[1]);
-        std::swap(form.first, form.second);
-    }
-    if (form.operands[1].shape == Shape::constant) {
-        form.operands[0].name = "src";
-        form.operands[1].name = "val";
-    } else {
-        form.operands[0].name = "src1";
-        form.operands[1].name = "src2";
-    }
-    Operand result;
-    result.name = "dst";
-    result.shape = form.operands[0].shape;
-    for (const Operand& operand : form.operands) result.array = result.array || operand.array;
-    result.output = true;
-    form.array = result.array;
-    form.operands.push_back(result);
-}
-
 void addArgument(Form& form, int operand, Role role, const char* suffix) {
-    const std::string stem = operand < 0 ? "" : form.operands[static_cast<std::size_t>(operand)].name;
-    form.arguments.push_back({stem + suffix, role, operand});
+    const std::string& stem = form.operands[static_cast<std::size_t>(operand)].name;
+    form.arguments.push_back({stem + suffix, role, operand, Extent::one});
 }
 
 void addDescriptor(Form& form, int index) {
     const Operand& operand = form.operands[static_cast<std::size_t>(index)];
-    if (operand.shape == Shape::constant) {
-        addArgument(form, index, operand.array ? Role::pointer : Role::value, "");
-        if (!operand.array) return;
-        if (form.layout == Layout::list) addArgument(form, index, Role::offset, "Offset");
-        else addArgument(form, index, Role::objectStride, "ObjectStride");
-        return;
-    }
-    addArgument(form, index, Role::pointer, "");
-    if (form.layout == Layout::pointer) {
+    addArgument(form, index, operand.byValue() ? Role::value : Role::pointer, "");
+    if (operand.byValue() || operand.dense) return;
+    const bool constant = operand.shape == Shape::constant;
+    if (form.layout == Layout::pointer && !constant) {
         addArgument(form, index, Role::offset, "Offset");
         if (operand.array) addArgument(form, index, Role::objectStride, "ObjectStride");
         return;
@@ -84,18 +68,29 @@ void addDescriptor(Form& form, int index) {
         else addArgument(form, index, Role::objectStride, "ObjectStride");
     }
     if (operand.shape == Shape::matrix) addArgument(form, index, Role::rowStride, "RowStride");
-    addArgument(form, index, Role::elementStride, "ElementStride");
+    if (!constant) addArgument(form, index, Role::elementStride, "ElementStride");
 }
 
-void addArguments(Form& form) {
-    for (std::size_t i = 0; i < form.operands.size(); ++i) addDescriptor(form, static_cast<int>(i));
-    if (form.matrices()) {
-        addArgument(form, -1, Role::width, "width");
-        addArgument(form, -1, Role::height, "height");
-    } else {
-        addArgument(form, -1, Role::length, "length");
+void addSize(Form& form, const std::string& name, Extent extent) {
+    form.arguments.push_back({name, Role::size, -1, extent});
+    if (!form.has(extent)) form.extents.push_back(extent);
+}
+
+// A word of a signature: an operand, a size of the form, or a size of an operand as it is stored.
+void addWord(Form& form, const std::string& word) {
+    for (std::size_t i = 0; i < form.operands.size(); ++i) {
+        const Operand& operand = form.operands[i];
+        if (word == operand.name) return addDescriptor(form, static_cast<int>(i));
+        if (word == operand.name + "Width") return addSize(form, word, operand.storedColumns());
+        if (word == operand.name + "Height") return addSize(form, word, operand.storedRows());
+        if (word == operand.name + "Length") return addSize(form, word, operand.columns);
     }
-    if (form.array) addArgument(form, -1, Role::count, "count");
+    if (word == "width") return addSize(form, word, Extent::width);
+    if (word == "height") return addSize(form, word, Extent::height);
+    if (word == "length") return addSize(form, word, Extent::length);
+    if (word == "order") return addSize(form, word, Extent::order);
+    if (word != "count") throw std::logic_error("unknown word in a signature: " + word);
+    if (form.array) form.arguments.push_back({word, Role::count, -1, Extent::count});
 }
 
 Limit limitOf(const LimitRow& row, Layout layout, Type type) {
@@ -113,37 +108,32 @@ Limit limitOf(const LimitRow& row, Layout layout, Type type) {
     return limit;
 }
 
-std::string orderOf(const Form& form) {
-    for (const OrderRow& row : orderRows()) {
+std::string orderOf(const Form& form, const Table& table) {
+    for (const OrderRow& row : table.orders) {
         if (row.operation != form.operationWord || row.layout != form.layout) continue;
         if (row.type != 0 && (row.type == 32) != (form.type == Type::f32)) continue;
-        const auto names = words(row.tokens);
-        if (std::find(names.begin(), names.end(), form.tokens) != names.end()) return row.checks;
+        if (contains(row.tokens, form.tokens)) return row.checks;
     }
-    return usualOrder(form.layout, form.array);
+    return form.family->usualChecks(form.layout, form.array);
 }
 
-Operation operationNamed(const std::string& word) {
-    if (word == "Add") return Operation::add;
-    if (word == "Sub") return Operation::sub;
-    if (word == "Mul") return Operation::mul;
-    throw std::logic_error("unknown operation " + word);
-}
-
-Form makeForm(const GroupRow& row, const std::string& tokens, Type type, Layout layout) {
+Form makeForm(const Table& table, const GroupRow& row, const std::string& tokens, Type type, Layout layout) {
     Form form;
     form.operationWord = row.operation;
-    form.operation = operationNamed(row.operation);
     form.tokens = tokens;
     form.type = type;
     form.layout = layout;
+    form.family = row.family;
     form.name = "korm" + form.operationWord + "_" + tokens + (type == Type::f32 ? "_32f" : "_64f");
     if (layout == Layout::list) form.name += "_L";
     if (layout == Layout::pointer) form.name += "_P";
-    addOperands(form);
-    addArguments(form);
-    form.checks = orderOf(form);
-    form.driver = row.estimate != nullptr && !lacksDriver(form.name);
+    for (std::size_t at = 0; at < tokens.size();) form.operands.push_back(parseToken(tokens, at));
+    for (const Operand& operand : form.operands) form.array = form.array || operand.array;
+    row.family->shape(form);
+    for (const std::string& word : words(row.family->signature)) addWord(form, word);
+    form.checks = orderOf(form, table);
+    const auto& without = table.withoutDriver;
+    form.driver = row.estimate != nullptr && std::find(without.begin(), without.end(), form.name) == without.end();
     if (form.driver) {
         form.estimate = row.estimate;
         form.limit = limitOf(*row.limits, layout, type);
@@ -153,15 +143,17 @@ Form makeForm(const GroupRow& row, const std::string& tokens, Type type, Layout 
 
 std::vector<Form> makeForms() {
     std::vector<Form> forms;
-    for (const GroupRow& row : groupRows()) {
-        for (const std::string& tokens : words(row.tokens)) {
-            const bool array = tokens.find('a') != std::string::npos;
-            for (const Type type : {Type::f32, Type::f64}) {
-                for (const Layout layout : {Layout::standard, Layout::list, Layout::pointer}) {
-                    // A list of objects needs an array among the operands.
-                    if (layout == Layout::list && !array) continue;
-                    forms.push_back(makeForm(row, tokens, type, layout));
-                    forms.back().index = forms.size() - 1;
+    for (const Table& table : allTables()) {
+        for (const GroupRow& row : table.groups) {
+            for (const std::string& tokens : words(row.tokens)) {
+                const bool array = tokens.find('a') != std::string::npos;
+                for (const Type type : {Type::f32, Type::f64}) {
+                    for (const Layout layout : {Layout::standard, Layout::list, Layout::pointer}) {
+                        // A list of objects needs an array among the operands.
+                        if (layout == Layout::list && !array) continue;
+                        forms.push_back(makeForm(table, row, tokens, type, layout));
+                        forms.back().index = forms.size() - 1;
+                    }
                 }
             }
         }
@@ -170,6 +162,55 @@ std::vector<Form> makeForms() {
 }
 
 }  // namespace
+
+std::int32_t Sizes::of(Extent extent) const {
+    switch (extent) {
+        case Extent::one: return 1;
+        case Extent::width: return width;
+        case Extent::height: return height;
+        case Extent::length: return length;
+        case Extent::inner: return inner;
+        case Extent::order: return order;
+        case Extent::count: return count;
+        case Extent::squareAndRow: return order * order + order;
+    }
+    return 0;
+}
+
+void Sizes::set(Extent extent, std::int32_t value) {
+    switch (extent) {
+        case Extent::width: width = value; return;
+        case Extent::height: height = value; return;
+        case Extent::length: length = value; return;
+        case Extent::inner: inner = value; return;
+        case Extent::order: order = value; return;
+        case Extent::count: count = value; return;
+        case Extent::one:
+        case Extent::squareAndRow: throw std::logic_error("not a size of its own");
+    }
+}
+
+bool Form::has(Extent extent) const { return std::find(extents.begin(), extents.end(), extent) != extents.end(); }
+
+bool Form::hasRole(Role role) const {
+    return std::any_of(arguments.begin(), arguments.end(),
+                       [&](const Argument& argument) { return argument.role == role; });
+}
+
+bool Form::uses(Operand::Use use) const {
+    return std::any_of(operands.begin(), operands.end(), [&](const Operand& operand) { return operand.use == use; });
+}
+
+Operand& addOperand(Form& form, const char* name, Shape shape, Extent rows, Extent columns, Operand::Use use) {
+    Operand operand;
+    operand.name = name;
+    operand.shape = shape;
+    operand.rows = rows;
+    operand.columns = columns;
+    operand.use = use;
+    form.operands.push_back(operand);
+    return form.operands.back();
+}
 
 const std::vector<Form>& allForms() {
     static const std::vector<Form> forms = makeForms();
@@ -193,9 +234,7 @@ char checkLetter(Role role) {
     switch (role) {
         case Role::pointer: return 'N';
         case Role::count: return 'C';
-        case Role::width:
-        case Role::height:
-        case Role::length: return 'S';
+        case Role::size: return 'S';
         case Role::objectStride:
         case Role::rowStride:
         case Role::elementStride: return 'T';

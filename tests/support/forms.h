@@ -1,7 +1,7 @@
 // The tests' own model of the exported functions.
 //
 // A form is one exported function. Everything the tests expect of it (argument list, order of checks,
-// work estimate, limits) is typed in forms_table.cpp by hand, on purpose a second time beside the
+// work estimate, limits) is typed in the tables forms_*.cpp by hand, on purpose a second time beside the
 // library's tables: a slip in either shows as a difference.
 #pragma once
 
@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kormtest {
@@ -17,7 +18,6 @@ namespace kormtest {
 enum class Layout : std::uint8_t { standard, list, pointer };
 enum class Type : std::uint8_t { f32, f64 };
 enum class Shape : std::uint8_t { matrix, vector, constant };
-enum class Operation : std::uint8_t { add, sub, mul };
 
 enum class Role : std::uint8_t {
     pointer,
@@ -25,11 +25,21 @@ enum class Role : std::uint8_t {
     rowStride,
     elementStride,
     offset,
-    width,
-    height,
-    length,
+    size,
     count,
     value,  // a constant of the element type, by value
+};
+
+// The sizes of a form. Operands are as large as these say, so sizes that must match are one extent.
+enum class Extent : std::uint8_t {
+    one,
+    width,   // of the result
+    height,  // of the result
+    length,
+    inner,  // the length of each sum of a product
+    order,
+    count,
+    squareAndRow,  // order * order + order: a scratch area
 };
 
 struct Sizes {
@@ -37,20 +47,40 @@ struct Sizes {
     std::int32_t height = 1;
     std::int32_t length = 1;
     std::int32_t count = 1;
+    std::int32_t inner = 1;
+    std::int32_t order = 1;
+
+    std::int32_t of(Extent extent) const;
+    void set(Extent extent, std::int32_t value);
 };
 
 struct Operand {
+    enum class Use : std::uint8_t { input, output, scratch };
+    enum class Kind : std::uint8_t { element, index };  // index: int32_t whatever the form's type
+
     std::string name;  // the stem of its arguments: src, src1, val, dst
     Shape shape = Shape::vector;
+    // As it is read: a transposed operand is stored with `columns` rows and `rows` columns.
+    Extent rows = Extent::one;
+    Extent columns = Extent::one;
     bool transposed = false;
     bool array = false;
-    bool output = false;
+    // A bare pointer in every layout: rows, columns and objects follow each other without gaps.
+    bool dense = false;
+    Use use = Use::input;
+    Kind kind = Kind::element;
+
+    bool output() const { return use == Use::output; }
+    bool byValue() const { return shape == Shape::constant && !array && !dense; }
+    Extent storedRows() const { return transposed ? columns : rows; }
+    Extent storedColumns() const { return transposed ? rows : columns; }
 };
 
 struct Argument {
     std::string name;
     Role role = Role::pointer;
-    int operand = -1;  // index into Form::operands, -1 for sizes and count
+    int operand = -1;             // index into Form::operands, -1 for sizes and count
+    Extent extent = Extent::one;  // of a size or the count
 };
 
 // Work estimates wrap at 32 bits, hence the unsigned arithmetic behind a signed result.
@@ -62,30 +92,38 @@ struct Limit {
     std::int32_t general = 0;
 };
 
+struct Family;
+
 struct Form {
     std::size_t index = 0;
     std::string name;
     std::string operationWord;
     std::string tokens;
-    Operation operation = Operation::add;
     Type type = Type::f32;
     Layout layout = Layout::standard;
-    std::vector<Operand> operands;  // in the order of the argument list, the result last
+    const Family* family = nullptr;
+    std::vector<Operand> operands;  // the main result last
     std::size_t first = 0;          // the operand that stands left of the operator
     std::size_t second = 1;
     std::vector<Argument> arguments;
-    std::string checks;  // N null, C count, S size, T stride, O offset, in order
+    std::vector<Extent> extents;  // without the count, each once
+    std::string checks;           // N null, C count, S size, M match, T stride, O offset, in order
     bool array = false;
     bool driver = false;
     Estimate estimate = nullptr;
     Limit limit;
 
     std::int32_t elementSize() const { return type == Type::f32 ? 4 : 8; }
-    bool matrices() const { return operands.back().shape == Shape::matrix; }
+    std::int32_t sizeOf(const Operand& operand) const {
+        return operand.kind == Operand::Kind::index ? 4 : elementSize();
+    }
     std::size_t result() const { return operands.size() - 1; }
+    bool has(Extent extent) const;
+    bool hasRole(Role role) const;
+    bool uses(Operand::Use use) const;
 };
 
-// All forms with operands (288 of the 289 exports), in a fixed order.
+// All forms with operands, in a fixed order.
 const std::vector<Form>& allForms();
 
 // Every exported name, sorted.

@@ -27,11 +27,15 @@ MakeUp makeUpOf(const Form& form, const Operand& operand, const Sizes& sizes) {
     const Dimension objects{Role::objectStride, sizes.count};
     const bool constant = operand.shape == Shape::constant;
     const bool matrix = operand.shape == Shape::matrix;
-    const std::int64_t rows = operand.transposed ? sizes.width : sizes.height;
-    const std::int64_t columns = matrix ? (operand.transposed ? sizes.height : sizes.width) : sizes.length;
+    const std::int64_t rows = sizes.of(operand.storedRows());
+    const std::int64_t columns = sizes.of(operand.storedColumns());
+    if (operand.dense) {
+        result.lattice.push_back({Role::elementStride, rows * columns * (operand.array ? sizes.count : 1)});
+        return result;
+    }
     if (form.layout == Layout::pointer && !constant) {
         result.table = true;
-        result.items = matrix ? rows * columns : columns;
+        result.items = rows * columns;
         if (operand.array) result.lattice.push_back(objects);
         return result;
     }
@@ -54,7 +58,8 @@ public:
           index_(index),
           options_(options),
           random_(random),
-          size_(form.elementSize()),
+          size_(form.sizeOf(form.operands[index])),
+          dense_(form.operands[index].dense),
           table_(form.layout == Layout::pointer),
           makeUp_(makeUpOf(form, form.operands[index], sizes)) {}
 
@@ -79,7 +84,7 @@ public:
 
 private:
     bool fixedToElement(const Dimension& dimension) const {
-        return dimension.role == Role::elementStride && options_.plain;
+        return dimension.role == Role::elementStride && (options_.plain || dense_);
     }
 
     // A stride that is never multiplied by more than 0 may be anything.
@@ -106,7 +111,7 @@ private:
         const bool collide = loose && options_.mayCollide && random_.chance(10);
         if (loose && random_.chance(20)) {
             // Contiguous elements must stay the fastest dimension of a plain operand.
-            const bool pinned = options_.plain && !order.empty() && fixedToElement(lattice[order[0]]);
+            const bool pinned = !order.empty() && fixedToElement(lattice[order[0]]);
             std::vector<std::size_t> rest(order.begin() + (pinned ? 1 : 0), order.end());
             random_.shuffle(rest);
             std::copy(rest.begin(), rest.end(), order.begin() + (pinned ? 1 : 0));
@@ -215,7 +220,7 @@ private:
         std::int64_t extent = size_;
         for (Dimension& dimension : makeUp_.lattice) {
             // Twice the element size where the general kernel is wanted.
-            dimension.stride = dimension.role == Role::elementStride && !options_.plain ? 2 * size_ : size_;
+            dimension.stride = dimension.role == Role::elementStride && !fixedToElement(dimension) ? 2 * size_ : size_;
             extent += (dimension.n - 1) * dimension.stride;
         }
         const Stretch room = arena_.field(index_);
@@ -229,6 +234,7 @@ private:
     const PlacementOptions& options_;
     Random& random_;
     std::int32_t size_;
+    bool dense_;
     bool table_;
     MakeUp makeUp_;
     bool aligned_ = false;

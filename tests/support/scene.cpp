@@ -1,10 +1,11 @@
 #include "scene.h"
 
+#include <cmath>
 #include <cstdio>
 #include <stdexcept>
 
-#include "../reference/elementwise.h"
 #include "element_values.h"
+#include "family.h"
 #include "fault.h"
 #include "status.h"
 
@@ -34,7 +35,7 @@ std::vector<Placed> Scene::place(Arena& arena, const Form& form, const SceneOpti
     const std::size_t result = form.result();
     for (std::size_t index = form.operands.size(); index-- > 0;) {
         const Operand& operand = form.operands[index];
-        if (operand.shape == Shape::constant && !operand.array) continue;
+        if (operand.byValue()) continue;
         if (static_cast<int>(index) == options.alias) {
             placed[index] = placed[result];
             if (!operand.array && form.layout == Layout::list) {
@@ -49,7 +50,7 @@ std::vector<Placed> Scene::place(Arena& arena, const Form& form, const SceneOpti
         }
         PlacementOptions one;
         one.plain = options.plain || (!options.thin && places.chance(25));
-        one.mayCollide = options.mayCollide && !operand.output;
+        one.mayCollide = options.mayCollide && form.family->mayCollide && operand.use == Operand::Use::input;
         one.anyOffset = uncheckedOffset(form);
         one.mayComb = options.mayComb;
         one.thin = options.thin;
@@ -61,7 +62,6 @@ std::vector<Placed> Scene::place(Arena& arena, const Form& form, const SceneOpti
 Scene::Scene(Arena& arena, const Form& form, const SceneOptions& options, const std::vector<Placed>& placed,
              Random& places, Random& values)
     : arena_(arena), form_(form), options_(options), operands_(form.operands.size()) {
-    const std::size_t result = form.result();
     arena.fillWindows(places);
     for (std::size_t index = 0; index < placed.size(); ++index) {
         operands_[index] = placed[index].values;
@@ -73,23 +73,29 @@ Scene::Scene(Arena& arena, const Form& form, const SceneOptions& options, const 
             at += sizeof stored;
         }
     }
+    for (std::size_t index = 0; index < operands_.size(); ++index) {
+        const auto size = static_cast<std::size_t>(form_.sizeOf(form.operands[index]));
+        visitElements(index, [&](std::byte* address) {
+            if (!arena_.insideWindows(address, size))
+                throw std::logic_error("element outside of its windows: " + describe());
+        });
+    }
     const int nanOperand = values.between(0, 2);
-    for (std::size_t index = 0; index < result; ++index)
-        fillValues(index, values, static_cast<int>(index) == nanOperand);
-    visitElements(result, [&](std::byte* address) {
-        if (!arena_.insideWindows(address, static_cast<std::size_t>(form_.elementSize())))
-            throw std::logic_error("result element outside of its windows: " + describe());
-    });
+    for (std::size_t index = 0; index < operands_.size(); ++index) {
+        if (form.operands[index].use == Operand::Use::input)
+            fillValues(index, values, static_cast<int>(index) == nanOperand || !form.family->nanBits);
+    }
+    if (form.family->fill != nullptr) form.family->fill(form, operands_, options.sizes, options.special, values);
 }
 
 template <class Visit>
 void Scene::visitElements(std::size_t operand, Visit&& visit) const {
     const Sizes& sizes = options_.sizes;
-    const bool constant = form_.operands[operand].shape == Shape::constant;
-    if (constant && !form_.operands[operand].array) return;  // by value: nothing in memory
-    const std::int32_t rows = form_.matrices() && !constant ? sizes.height : 1;
-    const std::int32_t columns = constant ? 1 : form_.matrices() ? sizes.width : sizes.length;
-    const std::int32_t objects = form_.operands[operand].array ? sizes.count : 1;
+    const Operand& description = form_.operands[operand];
+    if (description.byValue()) return;  // nothing in memory
+    const std::int32_t rows = sizes.of(description.rows);
+    const std::int32_t columns = sizes.of(description.columns);
+    const std::int32_t objects = description.array ? sizes.count : 1;
     for (std::int32_t k = 0; k < objects; ++k)
         for (std::int32_t i = 0; i < rows; ++i)
             for (std::int32_t j = 0; j < columns; ++j)
@@ -100,14 +106,12 @@ void Scene::fillValues(std::size_t operand, Random& values, bool mayBeNan) {
     Mood mood = Mood::ordinary;
     if (options_.special) mood = values.pick({Mood::ordinary, Mood::wide, Mood::mixed, Mood::mixed});
     const Operand& description = form_.operands[operand];
-    if (description.shape == Shape::constant && !description.array) {
+    if (description.byValue()) {
         operands_[operand].constantBits = randomElement(form_.type, mood, mayBeNan, values);
         return;
     }
-    const auto size = static_cast<std::size_t>(form_.elementSize());
+    const auto size = static_cast<std::size_t>(form_.sizeOf(description));
     visitElements(operand, [&](std::byte* address) {
-        if (!arena_.insideWindows(address, size))
-            throw std::logic_error("element outside of its windows: " + describe());
         const std::uint64_t bits = randomElement(form_.type, mood, mayBeNan, values);
         std::memcpy(address, &bits, size);
     });
@@ -115,17 +119,18 @@ void Scene::fillValues(std::size_t operand, Random& values, bool mayBeNan) {
 
 bool Scene::mayAlias(const Form& form, std::size_t operand, const Sizes& sizes) {
     const Operand& description = form.operands[operand];
-    if (description.shape == Shape::constant || description.transposed) return false;
+    const Family& family = *form.family;
+    if (!family.inPlace || (family.inPlaceFor != nullptr && !family.inPlaceFor(sizes))) return false;
+    if (description.use != Operand::Use::input || description.kind != Operand::Kind::element) return false;
+    const Operand& result = form.operands[form.result()];
+    if (description.shape != result.shape || description.transposed) return false;
     return description.array == form.array || sizes.count == 1;
 }
 
 std::int64_t Scene::argumentValue(const Argument& argument) const {
-    const Sizes& sizes = options_.sizes;
     switch (argument.role) {
-        case Role::width: return sizes.width;
-        case Role::height: return sizes.height;
-        case Role::length: return sizes.length;
-        case Role::count: return sizes.count;
+        case Role::size:
+        case Role::count: return options_.sizes.of(argument.extent);
         case Role::pointer:
         case Role::value: return 0;
         default: break;
@@ -154,20 +159,80 @@ std::vector<CallValue> Scene::arguments() const {
     return result;
 }
 
-bool Scene::plain() const {
-    for (const Argument& argument : form_.arguments)
-        if (argument.role == Role::elementStride && argumentValue(argument) != form_.elementSize()) return false;
-    return true;
-}
+bool Scene::plain() const { return plainStrides(form_, operands_); }
 
 bool Scene::reachesDriver() const {
     if (!form_.driver) return false;
     return form_.estimate(options_.sizes) > (plain() ? form_.limit.plain : form_.limit.general);
 }
 
-Verdict Scene::run(const Library& library, unsigned stackShift, bool mayFork) const {
+// The driver's division of the objects: the first runs get one more. A run that fails stops, the others don't.
+std::int32_t Scene::reference(std::int32_t team) const {
+    const std::int32_t count = form_.array ? options_.sizes.count : 1;
+    std::int32_t status = status::ok;
+    for (std::int32_t member = 0, first = 0; member < team && first < count; ++member) {
+        const std::int32_t share = count / team + (member < count % team ? 1 : 0);
+        const std::int32_t found = form_.family->reference(form_, operands_, options_.sizes, first, share);
+        if (status == status::ok) status = found;
+        first += share;
+    }
+    return status;
+}
+
+// A value that lies where an open one may lie gets the expected bits.
+void Scene::acceptOpen(const std::vector<OpenElement>& elements) const {
+    for (const OpenElement& element : elements) {
+        const auto far = [&](auto zero) {
+            decltype(zero) value;
+            std::memcpy(&value, element.at, sizeof value);
+            const long double distance = std::fabs(static_cast<long double>(value) - element.middle);
+            return std::isfinite(element.radius) && !(distance <= element.radius);
+        };
+        if (!(form_.type == Type::f32 ? far(float{}) : far(double{}))) std::memcpy(element.at, &element.bits, element.size);
+    }
+}
+
+// A NaN where a NaN is expected gets the expected bits.
+void Scene::acceptNans(const std::vector<std::byte>& expected) const {
+    const std::byte* at = expected.data();
+    for (std::size_t index = 0; index < operands_.size(); ++index) {
+        const Operand& operand = form_.operands[index];
+        if (!operand.output()) continue;
+        const bool real = operand.kind == Operand::Kind::element;
+        const auto size = static_cast<std::size_t>(form_.sizeOf(operand));
+        visitElements(index, [&](std::byte* address) {
+            if (real && isNan(form_.type, address) && isNan(form_.type, at)) std::memcpy(address, at, size);
+            at += size;
+        });
+    }
+}
+
+std::string Scene::placeOf(const std::byte* address) const {
+    std::string text;
+    for (std::size_t index = 0; index < operands_.size(); ++index) {
+        const Operand& operand = form_.operands[index];
+        const std::int32_t columns = options_.sizes.of(operand.columns);
+        const std::int32_t rows = options_.sizes.of(operand.rows);
+        std::int32_t number = 0;
+        visitElements(index, [&](const std::byte* begin) {
+            if (address >= begin && address < begin + form_.sizeOf(operand)) {
+                text += " (in " + operand.name + ", object " + std::to_string(number / columns / rows) + ", element " +
+                        std::to_string(number / columns % rows) + ", " + std::to_string(number % columns) + ")";
+            }
+            ++number;
+        });
+    }
+    return text;
+}
+
+Verdict Scene::run(const Library& library, unsigned stackShift, bool mayFork, std::int32_t team) const {
     const std::vector<std::byte> before = arena_.snapshot();
-    referenceElementwise(form_, operands_, options_.sizes);
+    // What is left in scratch means nothing: it is put back, by the reference untouched.
+    const std::vector<std::byte> scratch = bytesOf(Operand::Use::scratch);
+    openElements().clear();
+    const std::int32_t expectedStatus = reference(team);
+    const std::vector<OpenElement> open = openElements();
+    const std::vector<std::byte> elements = resultBytes();
     const std::vector<std::byte> expected = arena_.snapshot();
     arena_.restore(before);
 
@@ -180,27 +245,55 @@ Verdict Scene::run(const Library& library, unsigned stackShift, bool mayFork) co
         const Fault fault = guarded([&] { result = callFunction(library.function(form_), values, stackShift); });
         if (fault.happened) return Verdict::fail(fault.text() + ", " + describe());
     }
-    if (result.status() != status::ok)
-        return Verdict::fail("status " + std::to_string(result.status()) + ", " + describe());
-    if (const std::byte* at = arena_.firstDifference(expected); at != nullptr) {
-        std::string text = "wrong byte at " + hex(at) + ", " + describe();
-        for (std::size_t index = 0; index < operands_.size(); ++index) {
-            visitElements(index, [&](std::byte* address) {
-                if (at >= address && at < address + form_.elementSize())
-                    text += " (in " + form_.operands[index].name + ")";
-            });
-        }
-        return Verdict::fail(text);
+    if (result.status() != expectedStatus) {
+        return Verdict::fail("status " + std::to_string(result.status()) + ", expected " +
+                             std::to_string(expectedStatus) + ", " + describe());
     }
+    putBack(Operand::Use::scratch, scratch);
+    if (!form_.family->nanBits) acceptNans(elements);
+    acceptOpen(open);
+    if (const std::byte* at = arena_.firstDifference(expected); at != nullptr)
+        return Verdict::fail("wrong byte at " + hex(at) + ", " + describe() + placeOf(at));
     if (!result.frameDamage.empty()) return Verdict::fail("call frame:" + result.frameDamage + ", " + describe());
     return Verdict::pass();
 }
 
-std::vector<std::byte> Scene::resultBytes() const {
+std::vector<std::byte> Scene::bytesOf(Operand::Use use) const {
     std::vector<std::byte> bytes;
-    visitElements(form_.result(),
-                  [&](const std::byte* address) { bytes.insert(bytes.end(), address, address + form_.elementSize()); });
+    for (std::size_t index = 0; index < operands_.size(); ++index) {
+        if (form_.operands[index].use != use) continue;
+        const std::int32_t size = form_.sizeOf(form_.operands[index]);
+        visitElements(index, [&](const std::byte* address) { bytes.insert(bytes.end(), address, address + size); });
+    }
     return bytes;
+}
+
+void Scene::putBack(Operand::Use use, const std::vector<std::byte>& bytes) const {
+    const std::byte* at = bytes.data();
+    for (std::size_t index = 0; index < operands_.size(); ++index) {
+        if (form_.operands[index].use != use) continue;
+        const auto size = static_cast<std::size_t>(form_.sizeOf(form_.operands[index]));
+        visitElements(index, [&](std::byte* address) {
+            std::memcpy(address, at, size);
+            at += size;
+        });
+    }
+}
+
+void Scene::clearOutputs() const { putBack(Operand::Use::output, std::vector<std::byte>(resultBytes().size())); }
+
+std::vector<std::byte> Scene::comparableResult() const {
+    if (!form_.family->nanBits) {
+        for (std::size_t index = 0; index < operands_.size(); ++index) {
+            const Operand& operand = form_.operands[index];
+            if (!operand.output() || operand.kind != Operand::Kind::element) continue;
+            visitElements(index, [&](std::byte* address) {
+                const auto size = static_cast<std::size_t>(form_.elementSize());
+                if (isNan(form_.type, address)) std::memset(address, 0xff, size);
+            });
+        }
+    }
+    return resultBytes();
 }
 
 std::string Scene::describe() const {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "../reference/address.h"
+#include "../reference/open_elements.h"
 #include "arena.h"
 #include "call.h"
 #include "forms.h"
@@ -43,12 +44,17 @@ public:
     // Does the work estimate send the call to the driver?
     bool reachesDriver() const;
 
-    // Calls the library and the reference from the same state and compares every byte of all windows.
-    // With `mayFork` a fault can't be caught, as it may arise in a team.
-    Verdict run(const Library& library, unsigned stackShift, bool mayFork) const;
+    // Calls the library and the reference from the same state and compares the status and every byte of all
+    // windows but those of scratch. With `mayFork` a fault can't be caught, as it may arise in a team; `team` is
+    // the size of that team, whose members each do a run of the objects.
+    Verdict run(const Library& library, unsigned stackShift, bool mayFork, std::int32_t team = 1) const;
 
-    // The result's elements in the order of objects, rows, columns.
-    std::vector<std::byte> resultBytes() const;
+    // All outputs' elements in the order of operands, objects, rows, columns.
+    std::vector<std::byte> resultBytes() const { return bytesOf(Operand::Use::output); }
+
+    // The same for every target and place: outputs may be left unwritten, and the bits of a NaN may be free.
+    void clearOutputs() const;
+    std::vector<std::byte> comparableResult() const;
 
     std::string describe() const;
 
@@ -58,6 +64,12 @@ public:
 private:
     static std::vector<Placed> place(Arena& arena, const Form& form, const SceneOptions& options, Random& places);
     void fillValues(std::size_t operand, Random& values, bool mayBeNan);
+    std::int32_t reference(std::int32_t team) const;
+    std::vector<std::byte> bytesOf(Operand::Use use) const;
+    void putBack(Operand::Use use, const std::vector<std::byte>& bytes) const;
+    void acceptOpen(const std::vector<OpenElement>& elements) const;
+    void acceptNans(const std::vector<std::byte>& expected) const;
+    std::string placeOf(const std::byte* address) const;
     std::int64_t argumentValue(const Argument& argument) const;
     template <class Visit>
     void visitElements(std::size_t operand, Visit&& visit) const;

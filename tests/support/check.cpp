@@ -1,0 +1,67 @@
+#include "check.h"
+
+#include "status.h"
+
+namespace kormtest {
+namespace {
+
+// Sizes of one extent that differ.
+bool mismatch(const Form& form, std::span<const CallValue> arguments) {
+    for (std::size_t a = 0; a < arguments.size(); ++a) {
+        if (form.arguments[a].role != Role::size) continue;
+        for (std::size_t b = a + 1; b < arguments.size(); ++b) {
+            const bool same =
+                form.arguments[b].role == Role::size && form.arguments[a].extent == form.arguments[b].extent;
+            if (same && arguments[a].bits != arguments[b].bits) return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+bool checkFails(const Form& form, std::span<const CallValue> arguments, char letter) {
+    if (letter == 'M') return mismatch(form, arguments);
+    const auto mask = static_cast<std::uint32_t>(form.elementSize() - 1);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (checkLetter(form.arguments[i].role) != letter) continue;
+        const auto bits = static_cast<std::uint32_t>(arguments[i].bits);
+        const auto number = static_cast<std::int32_t>(bits);
+        switch (letter) {
+            case 'N':
+                if (arguments[i].bits == 0) return true;
+                break;
+            case 'C':
+            case 'S':
+                if (number < 1) return true;
+                break;
+            case 'T':
+                if (number < 1 || (bits & mask) != 0) return true;
+                break;
+            default:
+                if (number < 0 || (bits & mask) != 0) return true;
+                break;
+        }
+    }
+    return false;
+}
+
+std::int32_t statusOfCheck(char letter) {
+    switch (letter) {
+        case 'N': return status::nullPointer;
+        case 'C': return status::badCount;
+        case 'S': return status::badSize;
+        case 'M': return status::sizeMismatch;
+        case 'T': return status::badStride;
+        case 'O': return status::badOffset;
+        default: return status::ok;
+    }
+}
+
+std::int32_t firstFailure(const Form& form, std::span<const CallValue> arguments, std::string_view order) {
+    for (const char letter : order)
+        if (checkFails(form, arguments, letter)) return statusOfCheck(letter);
+    return status::ok;
+}
+
+}  // namespace kormtest
