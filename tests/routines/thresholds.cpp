@@ -163,6 +163,7 @@ Sizes anySizes(const Form& form, Random& random) {
 
 Verdict checkThresholds(const Form& form, const Library& library, const Options& options, bool mayFault) {
     Random random = options.random(form, 0, 5);
+    const bool scratch = form.uses(Operand::Use::scratch);
     for (const bool plain : {true, false}) {
         if (!plain && !form.hasRole(Role::elementStride)) continue;
         if (form.driver) {
@@ -170,7 +171,9 @@ Verdict checkThresholds(const Form& form, const Library& library, const Options&
         }
         if (!mayFault) continue;
         for (int i = 0; i < options.casesOr(150); ++i) {
-            const Sizes sizes = anySizes(form, random);
+            Sizes sizes = anySizes(form, random);
+            // All of the scratch area must be inaccessible, or its far end could be anyone's memory.
+            if (scratch) sizes.order = std::min(sizes.order, 80);
             if (Verdict verdict = runIntoFault(form, library, sizes, plain, random); !verdict.ok) return verdict;
         }
     }
