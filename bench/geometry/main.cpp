@@ -28,6 +28,7 @@ struct Settings {
 };
 Settings settings;
 int failures = 0;
+bool isFirst = true;  // of the rows that go into the file
 
 double nanosecondsNow() {
     timespec now;
@@ -106,7 +107,6 @@ bool agree(const Row<Work>& row, const Work& work, std::ptrdiff_t objects, std::
 
 template <class Work>
 void report(const Row<Work>& row, const std::string& name, const std::vector<double>& nanoseconds) {
-    static bool isFirst = true;
     const double best = nanoseconds.size() < 2 ? 0 : *std::min_element(nanoseconds.begin() + 1, nanoseconds.end());
     std::printf("%-44s", name.c_str());
     for (std::size_t i = 0; i < nanoseconds.size(); ++i)
