@@ -63,6 +63,7 @@ inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v, std::ptrdiff_t 
     std::ptrdiff_t k = first;
 #pragma GCC unroll 2
     for (; k + 2 <= v.count; k += 2, from += 2 * srcStride, to += 2 * dstStride) {
+        fetchAhead(from, to);
         const TwoVectors both = loadTwo<Transform::inputs, source>(from, srcStride);
         if constexpr (Transform::outputs == 4) {
             const Float4 low = two(both, 0), high = two(both, 1);
@@ -88,8 +89,10 @@ inline std::ptrdiff_t fourByFour(const Four& four, const Vectors& v) {
     const std::byte* from = v.src;
     std::byte* to = v.dst;
     std::ptrdiff_t k = 0;
-    for (; k + 4 <= v.count; k += 4, from += 4 * srcStride, to += 4 * dstStride)
+    for (; k + 4 <= v.count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
+        fetchAhead(from, to);
         storeFour<dstPacked>(to, dstStride, four(loadFour<srcPacked>(from, srcStride)));
+    }
     return k;
 }
 
@@ -115,7 +118,12 @@ inline std::ptrdiff_t severalByFour(const Vectors& v, const Arguments&... argume
         if (allPacked) {
             const typename Transform::Packed four(arguments...);
             std::ptrdiff_t k = 0;
-            for (; k + 4 <= v.count; k += 4) four(v.src + k * packed, v.dst + k * packed);
+            for (; k + 4 <= v.count; k += 4) {
+                const std::byte* const from = v.src + k * packed;
+                std::byte* const to = v.dst + k * packed;
+                fetchAhead(from, to);
+                four(from, to);
+            }
             return k;
         }
     }

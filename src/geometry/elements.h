@@ -38,6 +38,8 @@ inline void storeVector(Unaligned* to, const Vector<n>& v) {
 inline const Unaligned* elementsAt(const std::byte* from) { return reinterpret_cast<const Unaligned*>(from); }
 inline Unaligned* elementsAt(std::byte* to) { return reinterpret_cast<Unaligned*>(to); }
 
+inline Float4 lanes(const Vector<4>& v) { return Float4{v[0], v[1], v[2], v[3]}; }
+
 template <int i>
 inline Float4 everyLane(Float4 v) {
     return __builtin_shufflevector(v, v, i, i, i, i);

@@ -63,6 +63,7 @@ inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From src, const 
     std::byte* to = dst.at(0).address(0, 0);
     std::ptrdiff_t k = 0;
     for (; k + 4 <= count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
+        fetchAhead(from, to);
         const TwoVectors a = loadTwo<3, source>(from, srcStride),
                          b = loadTwo<3, source>(from + 2 * srcStride, srcStride);
         const Float4 backA = two(a, 1), backB = two(b, 1);

@@ -52,6 +52,13 @@ inline float dot(const Vector<n>& a, const Vector<n>& b) {
     return sum;
 }
 
+// The products of four elements at once; their sum as ever.
+template <>
+inline float dot(const Vector<4>& a, const Vector<4>& b) {
+    const Float4 products = lanes(a) * lanes(b);
+    return ((products[0] + products[1]) + products[2]) + products[3];
+}
+
 template <int n>
 inline void dotProduct(const Unaligned* a, const Unaligned* b, Unaligned* d) {
     *d = dot(loadVector<n>(a), loadVector<n>(b));
