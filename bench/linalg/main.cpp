@@ -1,0 +1,43 @@
+// korm_linalg_bench [--quick] [--filter TEXT]: LU, solve, inverse and determinant beside what one would use otherwise.
+//
+// Peers that the build didn't find are named and left out.
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "rows.h"
+#include "side_by_side.h"
+
+// Taken by the library instead of the core library's: everything is measured on one thread.
+extern "C" __attribute__((visibility("default"))) std::int32_t ownGetNumThreads();
+extern "C" std::int32_t ownGetNumThreads() { return 1; }
+
+int main(int argc, char** argv) {
+    // OpenBLAS looks at these before main: one thread, and kernels for the same instruction set as everybody's.
+    if (std::getenv("OPENBLAS_CORETYPE") == nullptr) {
+        setenv("OPENBLAS_CORETYPE", "Core2", 1);
+        setenv("OPENBLAS_NUM_THREADS", "1", 1);
+        execv("/proc/self/exe", argv);
+    }
+    for (int i = 1; i < argc; ++i) {
+        if (!std::strcmp(argv[i], "--quick")) linalgbench::options.quick = true;
+        else if (!std::strcmp(argv[i], "--filter") && i + 1 < argc) linalgbench::options.filter = argv[++i];
+        else return std::fprintf(stderr, "usage: korm_linalg_bench [--quick] [--filter TEXT]\n"), 2;
+    }
+#ifndef LINALG_BENCH_LAPACK
+    std::printf("Without LAPACK: the build found none (Debian: libopenblas-pthread-dev, liblapacke-dev).\n\n");
+#endif
+#ifndef LINALG_BENCH_GLM
+    std::printf("Without GLM: the build found none (Debian: libglm-dev).\n\n");
+#endif
+#ifndef LINALG_BENCH_CGLM
+    std::printf("Without cglm: the build found none (Debian: libcglm-dev).\n\n");
+#endif
+    linalgbench::measureDecompositions();
+    linalgbench::measureSolutions();
+    linalgbench::measureInverses();
+    linalgbench::measureDeterminants();
+    return linalgbench::resultsDiffered() ? 1 : 0;
+}
