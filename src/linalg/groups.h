@@ -9,6 +9,7 @@
 
 #include "entry/lanes.h"
 #include "entry/views.h"
+#include "korm.h"
 #include "linalg/rows.h"
 #include "linalg/scalars.h"
 
