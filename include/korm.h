@@ -3233,6 +3233,1679 @@ int32_t kormMul_tac_64f_P(
 
 
 /**
+ * @defgroup matrix_products Products of matrices
+ * dst = first * second, where `t` reads an operand as its transpose. One product, an array with one matrix, one matrix
+ * with an array, or two arrays object by object.
+ *
+ * Shapes: the sizes of an operand are those in which it is stored, also where it is read transposed. dst has M rows and
+ * N columns, each element is a sum of K products; dst has no sizes of its own.
+ *
+ * | operands | M | K | N |
+ * |---|---|---|---|
+ * | `m` by `m` | `src1Height` | `src1Width` | `src2Width` |
+ * | `m` by `t` | `src1Height` | `src1Width` | `src2Height` |
+ * | `t` by `m` | `src1Width` | `src1Height` | `src2Width` |
+ * | `t` by `t` | `src1Width` | `src1Height` | `src2Height` |
+ *
+ * In the pointer layout the table of dst has M*N entries, row by row.
+ *
+ * Sums: every product and every addition is rounded to the element type. For one form, sizes, layout and choice of
+ * strides the order of additions is fixed, so results are the same on every machine and for any number of threads. It
+ * differs between forms and layouts: docs/numerics.md shows which element gets which sum.
+ *
+ * Overlap: dst must not overlap a source.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusSizeMismatch, ::korStatusBadStride; array
+ * forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * Infinities and NaN take part as they are; nothing is scaled or tested for overflow.
+ * @{
+ */
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(l,j)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ */
+int32_t kormMul_mm_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, float *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(l,j)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ */
+int32_t kormMul_mm_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, double *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(l,j)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Height.
+ */
+int32_t kormMul_mm_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, float *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(l,j)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Height.
+ */
+int32_t kormMul_mm_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, double *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(j,l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ */
+int32_t kormMul_mt_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, float *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(j,l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ */
+int32_t kormMul_mt_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, double *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(j,l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Width.
+ */
+int32_t kormMul_mt_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, float *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(i,l) * src2(j,l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Width.
+ */
+int32_t kormMul_mt_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, double *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(l,j)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ */
+int32_t kormMul_tm_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, float *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(l,j)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ */
+int32_t kormMul_tm_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, double *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(l,j)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Height.
+ */
+int32_t kormMul_tm_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, float *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(l,j)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Height.
+ */
+int32_t kormMul_tm_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, double *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(j,l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ */
+int32_t kormMul_tt_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, float *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(j,l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ */
+int32_t kormMul_tt_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2RowStride, int32_t src2ElementStride,
+    int32_t src2Width, int32_t src2Height, double *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(j,l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Width.
+ */
+int32_t kormMul_tt_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, float *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(i,j) = sum over l of src1(l,i) * src2(j,l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Width.
+ */
+int32_t kormMul_tt_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height, double *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mam_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_mat_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tam_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by K*N + (K + N)*M*count.
+ */
+int32_t kormMul_tat_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mma_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_mta_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tma_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by M*K + (M + K)*N*count.
+ */
+int32_t kormMul_tta_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Width,
+    int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Height.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mama_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,i,l) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Width.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_mata_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 2501 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,l,j)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Height.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tama_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 2501 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2RowStride,
+    int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 4) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 3601 (1441 if an element stride is not 8) by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2RowStride, int32_t src2ElementStride, int32_t src2Width, int32_t src2Height,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, float *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = sum over l of src1(k,l,i) * src2(k,j,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Width.
+ * Serial below 1441 by (K*N + (K + N)*M)*count.
+ */
+int32_t kormMul_tata_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Width, int32_t src2Height, double *const *dst, int32_t dstOffset, int32_t dstObjectStride,
+    int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup vector_products Products of matrices and vectors
+ * dst = matrix * vector, where `t` reads the matrix as its transpose: one of each, one matrix with many vectors (`mva`), many
+ * matrices with one vector (`mav`), or both, object by object (`mava`).
+ *
+ * Shapes: the sizes of the matrix are those in which it is stored. dst has M elements, each a sum of K products: of `m`, M is
+ * `src1Height` and K `src1Width`; of `t`, M is `src1Width` and K `src1Height`. dst has no length of its own.
+ *
+ * Sums: every product and every addition is rounded to the element type, in an order that is fixed for a form, its sizes,
+ * layout and choice of strides: see docs/numerics.md. An array form gives each object what its kernel for one object would.
+ *
+ * Overlap: dst must not overlap a source.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusSizeMismatch, ::korStatusBadStride; array
+ * forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst(i) = sum over l of src1(i,l) * src2(l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ */
+int32_t kormMul_mv_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length, float *dst,
+    int32_t dstElementStride);
+
+/**
+ * dst(i) = sum over l of src1(i,l) * src2(l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ */
+int32_t kormMul_mv_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length, double *dst,
+    int32_t dstElementStride);
+
+/**
+ * dst(i) = sum over l of src1(i,l) * src2(l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Length.
+ */
+int32_t kormMul_mv_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Length, float *const *dst, int32_t dstOffset);
+
+/**
+ * dst(i) = sum over l of src1(i,l) * src2(l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Length.
+ */
+int32_t kormMul_mv_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Length, double *const *dst, int32_t dstOffset);
+
+/**
+ * dst(i) = sum over l of src1(l,i) * src2(l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ */
+int32_t kormMul_tv_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length, float *dst,
+    int32_t dstElementStride);
+
+/**
+ * dst(i) = sum over l of src1(l,i) * src2(l)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ */
+int32_t kormMul_tv_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length, double *dst,
+    int32_t dstElementStride);
+
+/**
+ * dst(i) = sum over l of src1(l,i) * src2(l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Length.
+ */
+int32_t kormMul_tv_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Length, float *const *dst, int32_t dstOffset);
+
+/**
+ * dst(i) = sum over l of src1(l,i) * src2(l)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Height == src2Length.
+ */
+int32_t kormMul_tv_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Length, double *const *dst, int32_t dstOffset);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by M*K + (M + K)*count.
+ */
+int32_t kormMul_mva_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by M*K + (M + K)*count.
+ */
+int32_t kormMul_tva_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length,
+    float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length,
+    double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length,
+    float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length,
+    double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Length, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by (M*K + M)*count + K.
+ */
+int32_t kormMul_mav_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Length, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length,
+    float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length,
+    double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length,
+    float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length,
+    double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2Length, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by (M*K + M)*count + K.
+ */
+int32_t kormMul_tav_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2Length, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, int32_t src2Length, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, int32_t src2Length, double *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, int32_t src2Length, float *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, int32_t src2Length, double *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Length, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,i,l) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length.
+ * Serial below 1441 by (M*K + M + K)*count.
+ */
+int32_t kormMul_mava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Length, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 2501 (1441 if an element stride is not 4) by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, int32_t src2Length, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, int32_t src2Length, double *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 4) by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const float *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, int32_t src2Length, float *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 3601 (1441 if an element stride is not 8) by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    int32_t src1Width, int32_t src1Height, const double *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, int32_t src2Length, double *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Length, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = sum over l of src1(k,l,i) * src2(k,l)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Height == src2Length.
+ * Serial below 1441 by (M*K + M + K)*count.
+ */
+int32_t kormMul_tava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride,
+    int32_t src2Length, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/** @} */
+
+
+/**
  * @defgroup determinant Determinants
  * dst(k) = determinant of the square matrix src(k). A single matrix writes one element, an array one element for each
  * object, in a row: dst has no strides in any layout.
@@ -3781,6 +5454,589 @@ int32_t kormInvert_ma_32f_P(
 int32_t kormInvert_ma_64f_P(
     const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *buffer, double *const *dst,
     int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup fixed_vectors Vectors of 2, 3 or 4 elements
+ * A `v2`, `v3` or `v4` vector is that many `float` one behind the other, at any address. Nothing is read or written
+ * beyond them: a `v3` function touches no fourth element.
+ *
+ * Sums of products run from element 0 upwards, each product and each sum rounded to `float`. A length is the square
+ * root, in double precision, of such a sum, rounded to `float`; the sum may overflow where the length would not.
+ *
+ * Overlap: dst may be a source, but for the cross products, whose dst must not overlap a source.
+ *
+ * Status: ::korStatusOk, always. There are no checks: a null pointer is a fault, and a vector of zeros normalises to NaNs.
+ * @{
+ */
+
+/**
+ * dst[i] = src1[i] + src2[i]
+ */
+int32_t kormAdd_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] + src2[i]
+ */
+int32_t kormAdd_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] + src2[i]
+ */
+int32_t kormAdd_v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] - src2[i]
+ */
+int32_t kormSub_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] - src2[i]
+ */
+int32_t kormSub_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] - src2[i]
+ */
+int32_t kormSub_v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is below src2[i], else src2[i]
+ */
+int32_t kormMin_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is below src2[i], else src2[i]
+ */
+int32_t kormMin_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is below src2[i], else src2[i]
+ */
+int32_t kormMin_v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is above src2[i], else src2[i]
+ */
+int32_t kormMax_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is above src2[i], else src2[i]
+ */
+int32_t kormMax_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is above src2[i], else src2[i]
+ */
+int32_t kormMax_v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src[i] * val
+ */
+int32_t kormMulC_v2_32f(const float *src, float val, float *dst);
+
+/**
+ * dst[i] = src[i] * val
+ */
+int32_t kormMulC_v3_32f(const float *src, float val, float *dst);
+
+/**
+ * dst[i] = src[i] * val
+ */
+int32_t kormMulC_v4_32f(const float *src, float val, float *dst);
+
+/**
+ * dst[0] = src1[0]*src2[0] + src1[1]*src2[1] + ...
+ */
+int32_t kormDotProduct_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[0] = src1[0]*src2[0] + src1[1]*src2[1] + ...
+ */
+int32_t kormDotProduct_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[0] = src1[0]*src2[0] + src1[1]*src2[1] + ...
+ */
+int32_t kormDotProduct_v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[0] = src[0]*src[0] + src[1]*src[1] + ...
+ */
+int32_t kormLenSqr_v2_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = src[0]*src[0] + src[1]*src[1] + ...
+ */
+int32_t kormLenSqr_v3_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = src[0]*src[0] + src[1]*src[1] + ...
+ */
+int32_t kormLenSqr_v4_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = the length of src
+ */
+int32_t kormLen_v2_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = the length of src
+ */
+int32_t kormLen_v3_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = the length of src
+ */
+int32_t kormLen_v4_32f(const float *src, float *dst);
+
+/**
+ * dst[i] = src[i] / the length of src
+ */
+int32_t kormNormalize_v2_32f(const float *src, float *dst);
+
+/**
+ * dst[i] = src[i] / the length of src
+ */
+int32_t kormNormalize_v3_32f(const float *src, float *dst);
+
+/**
+ * dst[i] = src[i] / the length of src
+ */
+int32_t kormNormalize_v4_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = src1[0]*src2[1] - src1[1]*src2[0]; a single value
+ */
+int32_t kormCrossProduct_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = src1 x src2
+ */
+int32_t kormCrossProduct_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = a vector orthogonal to src1, src2 and src3
+ */
+int32_t kormCrossProduct_v4_32f(const float *src1, const float *src2, const float *src3, float *dst);
+
+/** @} */
+
+
+/**
+ * @defgroup fixed_constructors Constructors of 4 by 4 matrices
+ * A matrix is 16 `float` one behind the other, row by row: m[4*r + c] is row r, column c. Vectors are rows and stand on
+ * the left: a point p goes to p*M, so that A*B means first A, then B; a translation stands in the last row. LH and RH
+ * name the hand of the coordinates in front of the viewer: he looks along +z in LH, along -z in RH. Both map the depth
+ * from 0 at `zNear` to 1 at `zFar`.
+ *
+ * Angles are in radians. dst is always written in full, elements not named here with 0. dst may overlap `axis`, `eye`,
+ * `at` or `up`.
+ *
+ * Status: ::korStatusOk, always. There are no checks: planes at the same depth, a width of 0 or an axis of zeros
+ * give infinities or NaNs, as the divisions do.
+ * @{
+ */
+
+/**
+ * the identity
+ */
+int32_t kormIdentity_m4_32f(float *dst);
+
+/**
+ * moves by (x, y, z)
+ */
+int32_t kormTranslation_m4_32f(float x, float y, float z, float *dst);
+
+/**
+ * stretches by x, y and z along the axes
+ */
+int32_t kormScaling_m4_32f(float x, float y, float z, float *dst);
+
+/**
+ * turns about x, from y to z
+ */
+int32_t kormRotationX_m4_32f(float angle, float *dst);
+
+/**
+ * turns about y, from z to x
+ */
+int32_t kormRotationY_m4_32f(float angle, float *dst);
+
+/**
+ * turns about z, from x to y
+ */
+int32_t kormRotationZ_m4_32f(float angle, float *dst);
+
+/**
+ * turns about z by roll, then about x by pitch, then about y by yaw
+ */
+int32_t kormRotationYawPitchRoll_m4_32f(float yaw, float pitch, float roll, float *dst);
+
+/**
+ * turns about an axis of any length but 0
+ */
+int32_t kormRotationAxis_v3m4_32f(const float *axis, float angle, float *dst);
+
+/**
+ * from the world to a viewer at eye who looks to at, along +z
+ */
+int32_t kormLookAtLH_m4_32f(const float *eye, const float *at, const float *up, float *dst);
+
+/**
+ * from the world to a viewer at eye who looks to at, along -z
+ */
+int32_t kormLookAtRH_m4_32f(const float *eye, const float *at, const float *up, float *dst);
+
+/**
+ * parallel projection of a box about the z axis
+ */
+int32_t kormOrthoLH_m4_32f(float viewWidth, float viewHeight, float zNear, float zFar, float *dst);
+
+/**
+ * parallel projection of a box about the z axis
+ */
+int32_t kormOrthoRH_m4_32f(float viewWidth, float viewHeight, float zNear, float zFar, float *dst);
+
+/**
+ * parallel projection of any box
+ */
+int32_t kormOrthoOffCenterLH_m4_32f(
+    float left, float right, float bottom, float top, float zNear, float zFar, float *dst);
+
+/**
+ * parallel projection of any box
+ */
+int32_t kormOrthoOffCenterRH_m4_32f(
+    float left, float right, float bottom, float top, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; the size is that of the view at zNear
+ */
+int32_t kormPerspectiveLH_m4_32f(float viewWidth, float viewHeight, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; the size is that of the view at zNear
+ */
+int32_t kormPerspectiveRH_m4_32f(float viewWidth, float viewHeight, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; aspect is width over height
+ */
+int32_t kormPerspectiveFovLH_m4_32f(float fovY, float aspect, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; aspect is width over height
+ */
+int32_t kormPerspectiveFovRH_m4_32f(float fovY, float aspect, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; the borders are those of the view at zNear
+ */
+int32_t kormPerspectiveOffCenterLH_m4_32f(
+    float left, float right, float bottom, float top, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; the borders are those of the view at zNear
+ */
+int32_t kormPerspectiveOffCenterRH_m4_32f(
+    float left, float right, float bottom, float top, float zNear, float zFar, float *dst);
+
+/** @} */
+
+
+/**
+ * @defgroup fixed_matrices Algebra of 4 by 4 matrices
+ * A matrix is 16 `float` one behind the other, row by row, at any address.
+ *
+ * Overlap: dst may be a source; all is read before the first element is written.
+ *
+ * Status: ::korStatusOk. `kormMul_mm4x4_32f` alone looks for null pointers and gives ::korStatusNullPointer.
+ * `kormInvert_m4_32f` gives ::korStatusSingular for a determinant below 2^-119 (1.5046e-36) in magnitude: `det`, if it
+ * isn't null, is then 0 and dst is left as it was.
+ * @{
+ */
+
+/**
+ * dst[0] = the determinant of src
+ */
+int32_t kormDet_m4_32f(const float *src, float *dst);
+
+/**
+ * dst = the inverse of src; det may be null, else receives the determinant
+ */
+int32_t kormInvert_m4_32f(const float *src, float *det, float *dst);
+
+/**
+ * dst = the transpose of src
+ */
+int32_t kormTranspose_m4_32f(const float *src, float *dst);
+
+/**
+ * dst = src1 * src2
+ *
+ * Checks: null.
+ */
+int32_t kormMul_mm4x4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = the transpose of src1 * src2
+ */
+int32_t kormMulTranspose_m4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[0] = 1 if src[0] is 1 and a column of src is that of the identity, else 0
+ */
+int32_t kormIsIdentity_m4_32f(const float *src, int32_t *dst);
+
+/** @} */
+
+
+/**
+ * @defgroup transforms Transforms of points and directions
+ * A matrix m is 16 `float`, row by row; vectors are rows and stand on its left. The plain forms give all four elements of
+ * the product, of points too (w is 1, z of a `v2` is 0): dst has room for four. Coord forms divide by the fourth and
+ * lose it, Normal forms leave the translation out and lose it as well.
+ *
+ * Batches (`m4v2a`, `m4v3a`, `m4v4a`) take vectors at any distances in bytes, zero, negative and odd ones too; nothing
+ * between the vectors is touched. A `count` below 1 does nothing. Results are those of the single form, to the bit.
+ *
+ * Overlap: dst may be the source vector, in a batch the source vectors if the strides agree. In any other overlap of the
+ * two the vectors of a batch are done one by one, in ascending order. dst must not overlap the matrix.
+ *
+ * Status: ::korStatusOk, always, with no checks; a fourth element of zero gives infinities or NaNs.
+ *
+ * `kormAffineTransform3DH_mva_32f` alone is a form of the general grammar: vectors are columns and stand on the right of
+ * a matrix with strides, arguments are checked, long calls are spread over threads. A vector whose fourth element is not
+ * above the smallest normal number (1.1754944e-38) in magnitude, or is NaN, gives three times the largest number
+ * (3.4028235e38); all others are still done, and the call then returns ::korStatusDivideByZero. dst may be src2 with the
+ * same strides.
+ * @{
+ */
+
+/**
+ * dst = src2 * src1, four elements
+ */
+int32_t kormAffineTransform_m4v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = src2 * src1, four elements
+ */
+int32_t kormAffineTransform_m4v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = src2 * src1, four elements
+ */
+int32_t kormAffineTransform_m4v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst(k) = src2(k) * src1, four elements
+ */
+int32_t kormAffineTransform_m4v2a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst(k) = src2(k) * src1, four elements
+ */
+int32_t kormAffineTransform_m4v3a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst(k) = src2(k) * src1, four elements
+ */
+int32_t kormAffineTransform_m4v4a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst = src2 * src1, divided by the fourth element
+ */
+int32_t kormAffineTransformCoord_m4v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = src2 * src1, divided by the fourth element
+ */
+int32_t kormAffineTransformCoord_m4v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst(k) = src2(k) * src1, divided by the fourth element
+ */
+int32_t kormAffineTransformCoord_m4v2a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst(k) = src2(k) * src1, divided by the fourth element
+ */
+int32_t kormAffineTransformCoord_m4v3a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst = src2 * src1 without the translation
+ */
+int32_t kormAffineTransformNormal_m4v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = src2 * src1 without the translation
+ */
+int32_t kormAffineTransformNormal_m4v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst(k) = src2(k) * src1 without the translation
+ */
+int32_t kormAffineTransformNormal_m4v2a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst(k) = src2(k) * src1 without the translation
+ */
+int32_t kormAffineTransformNormal_m4v3a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst(k) = src1 * (src2(k), 1) with vectors as columns, divided by the fourth element
+ *
+ * Checks: null, count, stride.
+ * Serial up to 784 by 6*count.
+ */
+int32_t kormAffineTransform3DH_mva_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, const float *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup projection Points to a viewport and back
+ * A point goes through `world`, `view` and `projection`, is divided by its fourth element, and the square from -1 to 1 is
+ * stretched over a viewport with its origin at 0, 0. There y runs downwards: (-1, 1) goes to (0, 0) and (1, -1) to
+ * (`viewportWidth`, `viewportHeight`). A depth of 0 goes to `minZ`, of 1 to `maxZ`.
+ *
+ * The batches multiply the three matrices first and so may differ from the single forms in the last bits. Vectors lie
+ * at any distances in bytes, zero, negative and odd ones too. A `count` below 1 does nothing.
+ *
+ * Overlap: dst may be the source vector, in a batch the source vectors if the strides agree. In any other overlap of the
+ * two the vectors of a batch are done one by one, in ascending order. dst must not overlap a matrix.
+ *
+ * Status: ::korStatusOk, with no checks; a fourth element of zero gives infinities or NaNs. Unproject gives
+ * ::korStatusSingular if the product of the matrices has no inverse: dst of the single form then holds the point in
+ * normalised coordinates, the batch leaves dst as it was.
+ * @{
+ */
+
+/**
+ * dst = src on the viewport
+ */
+int32_t kormProject_m4v3_32f(
+    const float *projection, const float *view, const float *world, const float *src, float viewportWidth,
+    float viewportHeight, float minZ, float maxZ, float *dst);
+
+/**
+ * dst(k) = src(k) on the viewport
+ */
+int32_t kormProject_m4v3a_32f(
+    const float *projection, const float *view, const float *world, const float *src, int32_t srcStride,
+    float viewportWidth, float viewportHeight, float minZ, float maxZ, float *dst, int32_t dstStride,
+    int32_t count);
+
+/**
+ * dst = the point that Project puts to src
+ */
+int32_t kormUnproject_m4v3_32f(
+    const float *projection, const float *view, const float *world, const float *src, float viewportWidth,
+    float viewportHeight, float minZ, float maxZ, float *dst);
+
+/**
+ * dst(k) = the point that Project puts to src(k)
+ */
+int32_t kormUnproject_m4v3a_32f(
+    const float *projection, const float *view, const float *world, const float *src, int32_t srcStride,
+    float viewportWidth, float viewportHeight, float minZ, float maxZ, float *dst, int32_t dstStride,
+    int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup curves Curves and interpolation
+ * A point between given points, for vectors of 2, 3 or 4 `float` one behind the other. Parameters outside 0 to 1
+ * extrapolate.
+ *
+ * Overlap: dst may be a source.
+ *
+ * Status: ::korStatusOk, always, with no checks.
+ * @{
+ */
+
+/**
+ * dst = src1 + f*(src2 - src1) + g*(src3 - src1)
+ */
+int32_t kormBaryCentric_v2_32f(
+    const float *src1, const float *src2, const float *src3, float f, float g, float *dst);
+
+/**
+ * dst = src1 + f*(src2 - src1) + g*(src3 - src1)
+ */
+int32_t kormBaryCentric_v3_32f(
+    const float *src1, const float *src2, const float *src3, float f, float g, float *dst);
+
+/**
+ * dst = src1 + f*(src2 - src1) + g*(src3 - src1)
+ */
+int32_t kormBaryCentric_v4_32f(
+    const float *src1, const float *src2, const float *src3, float f, float g, float *dst);
+
+/**
+ * dst = src1 + (src2 - src1)*t
+ */
+int32_t kormInterpolationLinear_v2_32f(const float *src1, const float *src2, float t, float *dst);
+
+/**
+ * dst = src1 + (src2 - src1)*t
+ */
+int32_t kormInterpolationLinear_v3_32f(const float *src1, const float *src2, float t, float *dst);
+
+/**
+ * dst = src1 + (src2 - src1)*t
+ */
+int32_t kormInterpolationLinear_v4_32f(const float *src1, const float *src2, float t, float *dst);
+
+/**
+ * dst = the cubic from src1 to src3 with the tangents src2 and src4
+ */
+int32_t kormHermite_v2_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
+
+/**
+ * dst = the cubic from src1 to src3 with the tangents src2 and src4
+ */
+int32_t kormHermite_v3_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
+
+/**
+ * dst = the cubic from src1 to src3 with the tangents src2 and src4
+ */
+int32_t kormHermite_v4_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
+
+/**
+ * dst = the cubic from src2 to src3 with tangents from the neighbours src1 and src4
+ */
+int32_t kormInterpolationCatmullRom_v2_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
+
+/**
+ * dst = the cubic from src2 to src3 with tangents from the neighbours src1 and src4
+ */
+int32_t kormInterpolationCatmullRom_v3_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
+
+/**
+ * dst = the cubic from src2 to src3 with tangents from the neighbours src1 and src4
+ */
+int32_t kormInterpolationCatmullRom_v4_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
 
 /** @} */
 #ifdef __cplusplus

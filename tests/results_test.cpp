@@ -8,6 +8,10 @@ class Results : public EachForm {};
 
 TEST_P(Results, EqualTheReference) { expectPass(checkResults(form(), library(), options)); }
 
+TEST_P(Results, EverySize) {
+    if (hasEverySize(form())) expectPass(checkEverySize(form(), library(), options));
+}
+
 TEST_P(Results, FarObjects) { expectPass(checkFarObjects(form(), library(), options)); }
 
 TEST_P(Results, OverlapGoesStepByStep) {

@@ -5,7 +5,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <iterator>
 
+#include "../reference/products.h"
 #include "../routines/routines.h"
 #include "../routines/sizes.h"
 #include "../support/fault.h"
@@ -32,6 +34,35 @@ Verdict results(const Form& form, const Library& library) { return checkResults(
 Verdict checks(const Form& form, const Library& library) { return checkBadArguments(form, library, options); }
 Verdict thresholds(const Form& form, const Library& library) { return checkThresholds(form, library, options, false); }
 
+Verdict everySize(const Form& form, const Library& library) { return checkEverySize(form, library, options); }
+
+constexpr auto orders = static_cast<int>(std::size(allSums));
+constexpr int sumVariants = orders * orders;
+
+// Is there a size at which the form adds in the one order and the other gives something else?
+bool sumsDiffer(const Form& form, int variant) {
+    const Sum right = allSums[variant / orders], wrong = allSums[variant % orders];
+    const bool wide = form.type == Type::f64;
+    for (std::int32_t height = 1; height <= 11; ++height) {
+        for (std::int32_t inner = 1; inner <= 17; ++inner) {
+            const auto products = static_cast<std::size_t>(inner);
+            if (!sumExists(wrong, products) || !sumExists(right, products)) continue;
+            if (sumText(right, wide, products) == sumText(wrong, wide, products)) continue;
+            Sizes sizes;
+            sizes.height = height;
+            sizes.inner = inner;
+            for (const std::int32_t width : {inner, inner + 1}) {
+                sizes.width = width;
+                for (std::int32_t i = 0; i < height; ++i)
+                    for (const bool plain : {true, false})
+                        if ((plain || form.hasRole(Role::elementStride)) && productSum(form, plain, sizes, i) == right)
+                            return true;
+            }
+        }
+    }
+    return false;
+}
+
 const Mutant mutants[] = {
     {"does_nothing", results, [](const Form&) { return 1; }, [](const Form&, int) { return true; }},
     // A sum or product is the same either way round.
@@ -40,6 +71,7 @@ const Mutant mutants[] = {
     {"writes_beyond", results, [](const Form&) { return 1; }, [](const Form&, int) { return true; }},
     {"reorders_checks", checks, [](const Form& form) { return static_cast<int>(form.checks.size()) - 1; },
      [](const Form&, int) { return true; }},
+    {"adds_otherwise", everySize, [](const Form& form) { return hasEverySize(form) ? sumVariants : 0; }, sumsDiffer},
     {"misses_limit", thresholds, [](const Form& form) { return form.driver ? 2 : 0; },
      [](const Form& form, int variant) {
          return estimateOccurs(form, form.limit.plain + variant) || estimateOccurs(form, form.limit.general + variant);

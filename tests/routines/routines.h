@@ -27,6 +27,10 @@ Verdict checkBadArguments(const Form& form, const Library& library, const Option
 // Results to the bit, and not one byte beside them, at random places.
 Verdict checkResults(const Form& form, const Library& library, const Options& options);
 
+// Products: every combination of sizes around the kernels' own, contiguous elements and others.
+bool hasEverySize(const Form& form);
+Verdict checkEverySize(const Form& form, const Library& library, const Options& options);
+
 // Long runs whose result overlaps a source: the effect of single steps in ascending order.
 bool hasOverlapRule(const Form& form);
 Verdict checkOverlap(const Form& form, const Library& library, const Options& options);

@@ -86,6 +86,7 @@ struct Table {
 };
 
 Table arithForms();
+Table productForms();
 Table linalgForms();
 
 // --- Helpers of the tables ---

@@ -13,6 +13,7 @@ namespace {
 std::vector<Table> allTables() {
     return {
         arithForms(),
+        productForms(),
         linalgForms(),
     };
 }

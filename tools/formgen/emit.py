@@ -3,12 +3,13 @@
 from itertools import groupby
 import re
 
+from fixed import FixedForm
 from grammar import CHECKS
 
 NOTICE = "Written by tools/formgen from the tables of forms; edit those instead."
 WIDTH = 110
 
-SHAPES = {("width", "height"): "MatrixShape{{{}}}", ("length",): "VectorShape{{{}}}"}
+SHAPES = {("width", "height"): "MatrixShape{{{}}}", ("length",): "VectorShape{{{}}}"}  # others as they are
 
 TESTS = {  # letter of a check to the function that makes it
     "N": "anyNull",
@@ -58,7 +59,9 @@ def check_lines(form, without=()):
     """The checks in the form's order, but for arguments that are known to be right."""
     for letter, checked in form.checks:
         checked = [name for name in checked if name not in without]
-        if checked:
+        if letter == "M":
+            yield f"    if (!({form.family.match})) return {CHECKS[letter][1]};"
+        elif checked:
             test = TESTS[letter].format(scalar=form.scalar)
             yield wrapped(f"    if ({test}(", checked, f")) return {CHECKS[letter][1]};", 8)
 
@@ -121,8 +124,22 @@ def dispatch(form):
 
 def estimate(form):
     """The estimate's formula; every operand of it is an Estimate, so that all arithmetic wraps."""
-    formula = re.sub(r"\b(width|height|length|order|count)\b", r"Estimate(\1)", form.family.estimate)
+    numbers = {*form.named("size"), "count"}
+    formula = re.sub(r"\w+", lambda word: f"Estimate({word[0]})" if word[0] in numbers else word[0],
+                     form.spelled(form.family.estimate))
     return f"const Estimate estimate = {formula};"
+
+
+def pitch_of(form, operand):
+    """How many entries of a table make a stored row."""
+    own = f"{operand.name}Width"
+    if own in names(form):
+        return own
+    if operand.output and form.family.result_width:
+        return form.spelled(form.family.result_width)
+    if "order" in form.named("size"):
+        return "order"
+    return {"m": "width", "t": "height", "v": "length" if "length" in names(form) else "noRows"}[operand.kind]
 
 
 def view(form, operand, plain):
@@ -137,8 +154,7 @@ def view(form, operand, plain):
         maker, last = ("List", "Offset") if operand.listed else ("Array", "ObjectStride")
         return f"constant{maker}({operand.name}, {arguments[last]})"
     if operand.tabled:
-        square = "order" in form.named("size")
-        pitch = "order" if square else {"m": "width", "t": "height", "v": "length"}[operand.kind]
+        pitch = pitch_of(form, operand)
         order = [operand.name, arguments["Offset"]] + ([arguments["ObjectStride"]] if operand.array else []) + [pitch]
         text = f"scattered{array}({', '.join(order)})"
     else:
@@ -155,26 +171,27 @@ def view(form, operand, plain):
 def kernel_function(form, kernel):
     """The arguments as views, extras as they are, sizes as a shape, in a call of the family's template."""
     plain = form.layout != "pointer" and kernel == form.kernels[0]
-    call = template_call(form, form.family.kernel, plain)
+    call = template_call(form, form.template(kernel), plain)
     body = f"    return {call}" if form.family.merges_status else f"    {call}\n    return korStatusOk;"
-    return function(kernel, list(unused_marked(form, plain)), [body])
+    return function(kernel, list(unused_marked(form, call)), [body])
 
 
 def template_call(form, template, plain, level=1):
     sizes = form.named("size")
-    shape = SHAPES.get(tuple(sizes), "{}").format(", ".join(sizes))
+    shape = form.spelled(form.family.shape) or SHAPES.get(tuple(sizes), "{}").format(", ".join(sizes))
     parts = [view(form, operand, plain) for operand in form.operands.values()]
     parts += [argument.name for argument in form.extras]
-    parts.append(f"{shape}, {'count' if form.is_array else 'oneObject'}")
+    parts.append(", ".join([*filter(None, [shape]), "count" if form.is_array else "oneObject"]))
     indent = "\n" + "    " * (level + 1)
     return f"{template}({indent}" + f",{indent}".join(parts) + ");"
 
 
-def unused_marked(form, plain):
-    """Plain kernels take the element strides like all others, so that a call passes through untouched."""
-    for text in kernel_declarations(form):
-        unused = plain and text.endswith("ElementStride")
-        yield text.replace("int32_t ", "int32_t /*") + "*/" if unused else text
+def unused_marked(form, call):
+    """A kernel takes the arguments of its entry function, also those it has no use for (element strides in plain
+    layouts, sizes that are those of another operand), so that a call passes through untouched."""
+    used = set(re.findall(r"\w+", call))
+    for name, text in zip(names(form), kernel_declarations(form)):
+        yield text if name in used else f"{text[: -len(name)]}/*{name}*/"
 
 
 def driver_function(form):
@@ -229,18 +246,31 @@ def shifted(form, argument):
     return f"shifted({argument.name}, run.first, {operand.name}ObjectStride)"
 
 
+def fixed_function(form):
+    """A function of fixed size: its checks, if it has any, and the arithmetic."""
+    call = returns_call(form.kernel, names(form), 1)
+    if not form.family.fails:
+        call = call.replace("return ", "", 1) + "\n    return korStatusOk;"
+    return function(form.entry, c_declarations(form), [*check_lines(form), call])
+
+
+def functions(form):
+    """All functions of one form, those first that are called by others."""
+    if isinstance(form, FixedForm):
+        return [fixed_function(form)]
+    driver = [] if form.limit is None else [driver_function(form)]
+    return [kernel_function(form, kernel) for kernel in form.kernels] + driver + entry_functions(form)
+
+
 def source(family_forms):
     """One .cpp: the forms of one documentation group and element type, each with all its functions."""
-    first = family_forms[0]
-    headers = sorted({"entry/checks.h", "entry/parallel.h", "entry/views.h", first.family.source})
-    includes = "\n".join(f'#include "{name}"' for name in [*headers, "declarations.h"])
+    headers = {"entry/checks.h", *(form.family.source for form in family_forms)}
+    if not all(isinstance(form, FixedForm) for form in family_forms):
+        headers |= {"entry/parallel.h", "entry/views.h"}
+    includes = "\n".join(f'#include "{name}"' for name in [*sorted(headers), "declarations.h"])
     parts = [f"// {NOTICE}", includes, "using namespace korm;"]
     for form in family_forms:
-        parts.append(f"// --- {form.name}: {form.formula}")
-        parts += [kernel_function(form, kernel) for kernel in form.kernels]
-        if form.limit is not None:
-            parts.append(driver_function(form))
-        parts += entry_functions(form)
+        parts += [f"// --- {form.name}: {form.formula}", *functions(form)]
     return "\n\n".join(parts) + "\n"
 
 

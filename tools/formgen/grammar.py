@@ -71,16 +71,27 @@ class Shortcut:
     template: str
 
 
+@dataclass(frozen=True)
+class Variant:
+    """Kernels, by operands and suffix (mam_32f_LS2), and the template arguments that are theirs."""
+
+    kernels: str
+    arguments: str
+
+    def covers(self, kernel):
+        return any(fnmatchcase(kernel, pattern) for pattern in self.kernels.split())
+
+
 @dataclass
 class Family:
     operation: str
     operands: str  # operand words, such as "mam mat tam"
     layouts: str  # layout suffixes; "-" stands for none, two letters are a source and a result layout
     signature: str  # words in argument order: operands, sizes, extras, count
-    kernel: str  # the kernel template that serves all of these forms
+    kernel: str  # the kernel template that serves all of these forms; {} in it is filled in from `variants`
     source: str  # the header that holds it
     group: str  # the documentation group of include/korm.h
-    formula: str = ""  # left empty where the operands tell it
+    formula: str = ""  # left empty where the operands tell it; {src1[i,l]} is an element, transposed where src1 is
     estimate: str = ""
     limits: dict = field(default_factory=dict)  # (layout, type) to Limit; none: always serial
     types: str = "32f 64f"
@@ -92,6 +103,13 @@ class Family:
     general_order: dict = field(default_factory=dict)  # in the place of GENERAL_ORDER's entries
     order_departures: list = field(default_factory=list)
     serial_departures: list = field(default_factory=list)  # forms without estimate and driver
+    variants: list = field(default_factory=list)  # the first row that covers a kernel holds
+    # Of operands with sizes beside them. Letters stand for sizes in `estimate`, in `shape`, which is what the kernel
+    # is given, and in `result_width`. `match` is a C++ condition on sizes.
+    letters: dict = field(default_factory=dict)
+    shape: str = ""
+    result_width: str = ""
+    match: str = ""
     merges_status: bool = False
     scratch: str = ""  # elements of a thread's piece of scratch
     shortcut: object = None  # a Shortcut; its template takes the kernel template's arguments
@@ -154,6 +172,11 @@ class Operand:
         inner = {"m": "i,j", "t": "j,i", "v": "j", "c": ""}.get(self.kind, "")
         text = ",".join(filter(None, ["k" if self.array else "", inner]))
         return f"{self.name}({text})" if text else self.name
+
+    def __getitem__(self, indices):
+        """An element in a formula by its logical indices, as "i,j"."""
+        stored = reversed(indices.split(",")) if self.kind == "t" else indices.split(",")
+        return f"{self.name}({','.join([*(['k'] if self.array else []), *stored])})"
 
 
 @dataclass(frozen=True)
@@ -233,7 +256,9 @@ class Form:
 
     @property
     def formula(self):
-        return self.family.formula or "{} = {} {} {}".format(
+        if self.family.formula:
+            return self.family.formula.format(**self.operands)
+        return "{} = {} {} {}".format(
             self.operands["dst"].indices(),
             self.inputs[0].indices(),
             {"Add": "+", "Sub": "-", "Mul": "*"}[self.family.operation],
@@ -250,14 +275,30 @@ class Form:
     @property
     def checks(self):
         """The checks in order as (letter, names of the arguments); a check of nothing is left out."""
-        roles = {"N": "pointer", "C": "count", "S": "size", "T": "stride", "O": "offset"}
+        roles = {"N": "pointer", "C": "count", "S": "size", "T": "stride", "O": "offset", "M": ""}
         for word in self.check_order.split():
             letter, _, operand = word.partition(":")
             names = self.named(roles[letter])
             if operand:
                 names = [name for name in names if name.startswith(operand)]
+            if letter == "M":
+                names = [name for name in self.named("size") if name in self.family.match.split()]
             if names:
                 yield letter, names
+
+    def spelled(self, formula):
+        """A formula with the sizes in the place of their letters."""
+        return re.sub(r"\w+", lambda word: self.family.letters.get(word[0], word[0]), formula)
+
+    def template(self, kernel):
+        """The template behind a kernel, with its arguments."""
+        name = kernel.partition(f"{self.family.operation}_")[2]
+        for variant in self.family.variants:
+            if variant.covers(name):
+                return self.family.kernel.format(variant.arguments)
+        if self.family.variants:
+            raise ValueError(f"{kernel}: no row of variants covers it")
+        return self.family.kernel
 
     @property
     def limit(self):
