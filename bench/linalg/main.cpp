@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <string>
 
 #include "rows.h"
 #include "side_by_side.h"
@@ -13,6 +15,19 @@
 // Taken by the library instead of the core library's: everything is measured on one thread.
 extern "C" __attribute__((visibility("default"))) std::int32_t ownGetNumThreads();
 extern "C" std::int32_t ownGetNumThreads() { return 1; }
+
+namespace {
+
+std::string processorName() {
+    std::ifstream info("/proc/cpuinfo");
+    for (std::string line; std::getline(info, line);) {
+        const std::size_t colon = line.find(": ");
+        if (line.compare(0, 10, "model name") == 0 && colon != std::string::npos) return line.substr(colon + 2);
+    }
+    return "an unknown processor";
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     // OpenBLAS looks at these before main: one thread, and kernels for the same instruction set as everybody's.
@@ -26,6 +41,12 @@ int main(int argc, char** argv) {
         else if (!std::strcmp(argv[i], "--filter") && i + 1 < argc) linalgbench::options.filter = argv[++i];
         else return std::fprintf(stderr, "usage: korm_linalg_bench [--quick] [--filter TEXT]\n"), 2;
     }
+    std::printf("# LU, solve, inverse, determinant: measured\n\n"
+                "Written by `scripts/bench-linalg`. Packed arrays on one thread of %s; contenders take turns in one run and\n"
+                "medians are compared; all are compiled with %s, and OpenBLAS uses its %s kernels.\n"
+                "`cache`: 24 KiB of matrices. `shuffled`: up to a hundred thousand objects with their rows in random order, so\n"
+                "that no branch on a pivot can be learnt. Results are compared before anything is timed.\n\n",
+                processorName().c_str(), LINALG_BENCH_FLAGS, std::getenv("OPENBLAS_CORETYPE"));
 #ifndef LINALG_BENCH_LAPACK
     std::printf("Without LAPACK: the build found none (Debian: libopenblas-pthread-dev, liblapacke-dev).\n\n");
 #endif
