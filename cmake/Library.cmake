@@ -1,10 +1,10 @@
-# libkorm.so, from generated sources and src/entry.
+# libkorm.so, from generated sources and the few that are written by hand.
 #
 # The objects are a target of their own, so that a test can link them and reach what the library hides.
 
-file(GLOB entrySources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/entry/*.cpp)
+file(GLOB handWritten CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*/*.cpp)
 
-add_library(kormObjects OBJECT ${kormGenerated} ${kormGeneratedStamp} ${entrySources})
+add_library(kormObjects OBJECT ${kormGenerated} ${kormGeneratedStamp} ${handWritten})
 target_link_libraries(kormObjects PRIVATE kormFlags)
 target_include_directories(kormObjects PRIVATE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src
                                                ${PROJECT_SOURCE_DIR}/core ${kormGeneratedFolder})

@@ -4903,6 +4903,1142 @@ int32_t kormMul_tava_64f_P(
     int32_t src2Length, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
 
 /** @} */
+
+
+/**
+ * @defgroup determinant Determinants
+ * dst(k) = determinant of the square matrix src(k). A single matrix writes one element, an array one element for each
+ * object, in a row: dst has no strides in any layout.
+ *
+ * `buffer` is scratch of order*order + order elements of the call's type, whatever its content. It must not be null,
+ * though orders 3 to 6 leave it alone. A call that is spread over threads doesn't touch it.
+ *
+ * Orders 3 to 6 are closed forms without any test: a singular matrix gives what rounding leaves. All other orders are
+ * eliminations with row pivoting; a pivot below, or a last one not above, 2*order^3 times the smallest normal number of
+ * the type makes the result exactly zero. A singular matrix is no failure.
+ *
+ * Overlap: dst, buffer and src must not overlap.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+ * ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst = det(src)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormDet_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, int32_t order, float *buffer,
+    float *dst);
+
+/**
+ * dst = det(src)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormDet_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, int32_t order, double *buffer,
+    double *dst);
+
+/**
+ * dst = det(src)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormDet_m_32f_P(const float *const *src, int32_t srcOffset, int32_t order, float *buffer, float *dst);
+
+/**
+ * dst = det(src)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormDet_m_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t order, double *buffer, double *dst);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, int32_t order,
+    float *buffer, float *dst, int32_t count);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, int32_t order,
+    double *buffer, double *dst, int32_t count);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, int32_t order,
+    float *buffer, float *dst, int32_t count);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t order, double *buffer, double *dst, int32_t count);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t order, float *buffer,
+    float *dst, int32_t count);
+
+/**
+ * dst(k) = det(src(k))
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial up to 14400 by order*count.
+ */
+int32_t kormDet_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t order, double *buffer,
+    double *dst, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup lu_decomposition LU decomposition
+ * P A = L U with row pivoting. Rows are not moved: row `pivots[k]` of dst holds row k of U from column k on, and left of
+ * it the multipliers of L, whose diagonal of ones is not stored. `pivots` are `order` indices from 0, for each object
+ * of an array those behind the other's; what they hold before the call doesn't matter. dst and `pivots` together are
+ * what `kormLUBackSubst` solves with.
+ *
+ * Singular: orders 3 to 6 when a pivot is below twice the smallest normal number of the type; all other orders when a
+ * pivot is not above 2^-23 (`32f`) or 2^-52 (`64f`). An array call on one thread stops at the first singular object and
+ * leaves later ones untouched; spread over threads, each run of objects stops for itself. Of the singular object, orders 3
+ * to 6 have written the rows of dst that were finished (in the pointer layout none) and `pivots`; other orders have
+ * written the matrix as far as it was eliminated.
+ *
+ * Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusSingular, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array
+ * forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check nothing is written.
+ * @{
+ */
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormLUDecomp_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, int32_t *pivots, float *dst,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t order);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormLUDecomp_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, int32_t *pivots, double *dst,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t order);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormLUDecomp_m_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t *pivots, float *const *dst, int32_t dstOffset,
+    int32_t order);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormLUDecomp_m_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t *pivots, double *const *dst, int32_t dstOffset,
+    int32_t order);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t *pivots, float *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t *pivots, double *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t *pivots, float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t *pivots, double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t *pivots, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * dst, pivots = L U of src with row pivoting
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1001 by order*order*count.
+ */
+int32_t kormLUDecomp_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t *pivots, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup lu_solve Solving with an LU decomposition
+ * Solves A x = b: src1 and `pivots` are dst and `pivots` of a `kormLUDecomp` call of the same order, src2 is b, dst is x.
+ * One matrix may serve an array of vectors (`mva`).
+ *
+ * No value is tested: a zero pivot gives infinities or NaN, and `pivots` that are no permutation read what they name.
+ *
+ * Overlap: at orders 3 to 6 dst may be src2, at the same place with the same strides. Any other overlap, and any at all at
+ * other orders, leaves dst undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+ * ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormLUBackSubst_mv_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const float *src2, int32_t src2ElementStride, float *dst, int32_t dstElementStride, int32_t order);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormLUBackSubst_mv_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const double *src2, int32_t src2ElementStride, double *dst, int32_t dstElementStride, int32_t order);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormLUBackSubst_mv_32f_P(
+    const float *const *src1, int32_t src1Offset, const int32_t *pivots, const float *const *src2,
+    int32_t src2Offset, float *const *dst, int32_t dstOffset, int32_t order);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormLUBackSubst_mv_64f_P(
+    const double *const *src1, int32_t src1Offset, const int32_t *pivots, const double *const *src2,
+    int32_t src2Offset, double *const *dst, int32_t dstOffset, int32_t order);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride, float *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride, double *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const float *const *src2, int32_t src2Offset, int32_t src2ElementStride, float *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, const int32_t *pivots,
+    const double *const *src2, int32_t src2Offset, int32_t src2ElementStride, double *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_32f_P(
+    const float *const *src1, int32_t src1Offset, const int32_t *pivots, const float *const *src2,
+    int32_t src2Offset, int32_t src2ObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 701 by (order + 2*count)*order.
+ */
+int32_t kormLUBackSubst_mva_64f_P(
+    const double *const *src1, int32_t src1Offset, const int32_t *pivots, const double *const *src2,
+    int32_t src2Offset, int32_t src2ObjectStride, double *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    const int32_t *pivots, const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride, float *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    const int32_t *pivots, const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    const int32_t *pivots, const float *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    const int32_t *pivots, const double *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const int32_t *pivots,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (order + 2)*order*count.
+ */
+int32_t kormLUBackSubst_mava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const int32_t *pivots,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup inverse Inverses
+ * dst(k) = inverse of the square matrix src(k).
+ *
+ * `buffer` is scratch of order*order + order elements of the call's type, whatever its content. It must not be null,
+ * though orders 1 and 3 to 6 leave it alone. A call that is spread over threads doesn't touch it.
+ *
+ * Orders 2, 7 and above compute each element as a cofactor of its own, which costs in proportion to order^5: from order 7
+ * on prefer `kormLUDecomp` and `kormLUBackSubst`. There a cofactor that is not above 2*order^3 times the smallest normal
+ * number of the type counts as that number, so an element that should be zero comes out as a tiny one.
+ *
+ * Singular: when the determinant (orders 5 and 6 of plain `32f` matrices: a pivot, or the determinant of what is left
+ * after the pivots) is below 2*order^3 times the smallest normal number of the type, in plain `64f` matrices of orders
+ * 3 and 4 twice that. The object is then untouched, but for its first row (order 6: two rows) in plain `32f` matrices of
+ * orders 5 and 6. An array call on one thread stops at the first singular object and leaves later ones untouched;
+ * spread over threads, each run of objects stops for itself. `kormInvert_ma_32f` takes matrices of order 4 that are
+ * packed and aligned to 16 bytes in pairs, and writes neither of a pair if one is singular.
+ *
+ * Overlap: at orders 1 and 3 to 6 dst may be src, at the same place with the same strides. Any other overlap, and any at
+ * all at other orders, leaves dst undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusSingular, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array
+ * forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check nothing is written.
+ * @{
+ */
+
+/**
+ * dst = inverse of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormInvert_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *buffer, float *dst,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t order);
+
+/**
+ * dst = inverse of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormInvert_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *buffer, double *dst,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t order);
+
+/**
+ * dst = inverse of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormInvert_m_32f_P(
+    const float *const *src, int32_t srcOffset, float *buffer, float *const *dst, int32_t dstOffset,
+    int32_t order);
+
+/**
+ * dst = inverse of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormInvert_m_64f_P(
+    const double *const *src, int32_t srcOffset, double *buffer, double *const *dst, int32_t dstOffset,
+    int32_t order);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3601 (2501 if an element stride is not 4) by order*2*count.
+ */
+int32_t kormInvert_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, float *buffer,
+    float *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t order,
+    int32_t count);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 2501 by order*2*count.
+ */
+int32_t kormInvert_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    double *buffer, double *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2501 by order*2*count.
+ */
+int32_t kormInvert_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, float *buffer,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t order,
+    int32_t count);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2501 by order*2*count.
+ */
+int32_t kormInvert_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *buffer, double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t order, int32_t count);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2501 by order*2*count.
+ */
+int32_t kormInvert_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *buffer, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * dst(k) = inverse of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2501 by order*2*count.
+ */
+int32_t kormInvert_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *buffer, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup fixed_vectors Vectors of 2, 3 or 4 elements
+ * A `v2`, `v3` or `v4` vector is that many `float` one behind the other, at any address. Nothing is read or written
+ * beyond them: a `v3` function touches no fourth element.
+ *
+ * Sums of products run from element 0 upwards, each product and each sum rounded to `float`. A length is the square
+ * root, in double precision, of such a sum, rounded to `float`; the sum may overflow where the length would not.
+ *
+ * Overlap: dst may be a source, but for the cross products, whose dst must not overlap a source.
+ *
+ * Status: ::korStatusOk, always. There are no checks: a null pointer is a fault, and a vector of zeros normalises to NaNs.
+ * @{
+ */
+
+/**
+ * dst[i] = src1[i] + src2[i]
+ */
+int32_t kormAdd_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] + src2[i]
+ */
+int32_t kormAdd_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] + src2[i]
+ */
+int32_t kormAdd_v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] - src2[i]
+ */
+int32_t kormSub_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] - src2[i]
+ */
+int32_t kormSub_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] - src2[i]
+ */
+int32_t kormSub_v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is below src2[i], else src2[i]
+ */
+int32_t kormMin_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is below src2[i], else src2[i]
+ */
+int32_t kormMin_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is below src2[i], else src2[i]
+ */
+int32_t kormMin_v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is above src2[i], else src2[i]
+ */
+int32_t kormMax_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is above src2[i], else src2[i]
+ */
+int32_t kormMax_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src1[i] if that is above src2[i], else src2[i]
+ */
+int32_t kormMax_v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[i] = src[i] * val
+ */
+int32_t kormMulC_v2_32f(const float *src, float val, float *dst);
+
+/**
+ * dst[i] = src[i] * val
+ */
+int32_t kormMulC_v3_32f(const float *src, float val, float *dst);
+
+/**
+ * dst[i] = src[i] * val
+ */
+int32_t kormMulC_v4_32f(const float *src, float val, float *dst);
+
+/**
+ * dst[0] = src1[0]*src2[0] + src1[1]*src2[1] + ...
+ */
+int32_t kormDotProduct_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[0] = src1[0]*src2[0] + src1[1]*src2[1] + ...
+ */
+int32_t kormDotProduct_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[0] = src1[0]*src2[0] + src1[1]*src2[1] + ...
+ */
+int32_t kormDotProduct_v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[0] = src[0]*src[0] + src[1]*src[1] + ...
+ */
+int32_t kormLenSqr_v2_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = src[0]*src[0] + src[1]*src[1] + ...
+ */
+int32_t kormLenSqr_v3_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = src[0]*src[0] + src[1]*src[1] + ...
+ */
+int32_t kormLenSqr_v4_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = the length of src
+ */
+int32_t kormLen_v2_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = the length of src
+ */
+int32_t kormLen_v3_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = the length of src
+ */
+int32_t kormLen_v4_32f(const float *src, float *dst);
+
+/**
+ * dst[i] = src[i] / the length of src
+ */
+int32_t kormNormalize_v2_32f(const float *src, float *dst);
+
+/**
+ * dst[i] = src[i] / the length of src
+ */
+int32_t kormNormalize_v3_32f(const float *src, float *dst);
+
+/**
+ * dst[i] = src[i] / the length of src
+ */
+int32_t kormNormalize_v4_32f(const float *src, float *dst);
+
+/**
+ * dst[0] = src1[0]*src2[1] - src1[1]*src2[0]; a single value
+ */
+int32_t kormCrossProduct_v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = src1 x src2
+ */
+int32_t kormCrossProduct_v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = a vector orthogonal to src1, src2 and src3
+ */
+int32_t kormCrossProduct_v4_32f(const float *src1, const float *src2, const float *src3, float *dst);
+
+/** @} */
+
+
+/**
+ * @defgroup fixed_constructors Constructors of 4 by 4 matrices
+ * A matrix is 16 `float` one behind the other, row by row: m[4*r + c] is row r, column c. Vectors are rows and stand on
+ * the left: a point p goes to p*M, so that A*B means first A, then B; a translation stands in the last row. LH and RH
+ * name the hand of the coordinates in front of the viewer: he looks along +z in LH, along -z in RH. Both map the depth
+ * from 0 at `zNear` to 1 at `zFar`.
+ *
+ * Angles are in radians. dst is always written in full, elements not named here with 0. dst may overlap `axis`, `eye`,
+ * `at` or `up`.
+ *
+ * Status: ::korStatusOk, always. There are no checks: planes at the same depth, a width of 0 or an axis of zeros
+ * give infinities or NaNs, as the divisions do.
+ * @{
+ */
+
+/**
+ * the identity
+ */
+int32_t kormIdentity_m4_32f(float *dst);
+
+/**
+ * moves by (x, y, z)
+ */
+int32_t kormTranslation_m4_32f(float x, float y, float z, float *dst);
+
+/**
+ * stretches by x, y and z along the axes
+ */
+int32_t kormScaling_m4_32f(float x, float y, float z, float *dst);
+
+/**
+ * turns about x, from y to z
+ */
+int32_t kormRotationX_m4_32f(float angle, float *dst);
+
+/**
+ * turns about y, from z to x
+ */
+int32_t kormRotationY_m4_32f(float angle, float *dst);
+
+/**
+ * turns about z, from x to y
+ */
+int32_t kormRotationZ_m4_32f(float angle, float *dst);
+
+/**
+ * turns about z by roll, then about x by pitch, then about y by yaw
+ */
+int32_t kormRotationYawPitchRoll_m4_32f(float yaw, float pitch, float roll, float *dst);
+
+/**
+ * turns about an axis of any length but 0
+ */
+int32_t kormRotationAxis_v3m4_32f(const float *axis, float angle, float *dst);
+
+/**
+ * from the world to a viewer at eye who looks to at, along +z
+ */
+int32_t kormLookAtLH_m4_32f(const float *eye, const float *at, const float *up, float *dst);
+
+/**
+ * from the world to a viewer at eye who looks to at, along -z
+ */
+int32_t kormLookAtRH_m4_32f(const float *eye, const float *at, const float *up, float *dst);
+
+/**
+ * parallel projection of a box about the z axis
+ */
+int32_t kormOrthoLH_m4_32f(float viewWidth, float viewHeight, float zNear, float zFar, float *dst);
+
+/**
+ * parallel projection of a box about the z axis
+ */
+int32_t kormOrthoRH_m4_32f(float viewWidth, float viewHeight, float zNear, float zFar, float *dst);
+
+/**
+ * parallel projection of any box
+ */
+int32_t kormOrthoOffCenterLH_m4_32f(
+    float left, float right, float bottom, float top, float zNear, float zFar, float *dst);
+
+/**
+ * parallel projection of any box
+ */
+int32_t kormOrthoOffCenterRH_m4_32f(
+    float left, float right, float bottom, float top, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; the size is that of the view at zNear
+ */
+int32_t kormPerspectiveLH_m4_32f(float viewWidth, float viewHeight, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; the size is that of the view at zNear
+ */
+int32_t kormPerspectiveRH_m4_32f(float viewWidth, float viewHeight, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; aspect is width over height
+ */
+int32_t kormPerspectiveFovLH_m4_32f(float fovY, float aspect, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; aspect is width over height
+ */
+int32_t kormPerspectiveFovRH_m4_32f(float fovY, float aspect, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; the borders are those of the view at zNear
+ */
+int32_t kormPerspectiveOffCenterLH_m4_32f(
+    float left, float right, float bottom, float top, float zNear, float zFar, float *dst);
+
+/**
+ * central projection; the borders are those of the view at zNear
+ */
+int32_t kormPerspectiveOffCenterRH_m4_32f(
+    float left, float right, float bottom, float top, float zNear, float zFar, float *dst);
+
+/** @} */
+
+
+/**
+ * @defgroup fixed_matrices Algebra of 4 by 4 matrices
+ * A matrix is 16 `float` one behind the other, row by row, at any address.
+ *
+ * Overlap: dst may be a source; all is read before the first element is written.
+ *
+ * Status: ::korStatusOk. `kormMul_mm4x4_32f` alone looks for null pointers and gives ::korStatusNullPointer.
+ * `kormInvert_m4_32f` gives ::korStatusSingular for a determinant below 2^-119 (1.5046e-36) in magnitude: `det`, if it
+ * isn't null, is then 0 and dst is left as it was.
+ * @{
+ */
+
+/**
+ * dst[0] = the determinant of src
+ */
+int32_t kormDet_m4_32f(const float *src, float *dst);
+
+/**
+ * dst = the inverse of src; det may be null, else receives the determinant
+ */
+int32_t kormInvert_m4_32f(const float *src, float *det, float *dst);
+
+/**
+ * dst = the transpose of src
+ */
+int32_t kormTranspose_m4_32f(const float *src, float *dst);
+
+/**
+ * dst = src1 * src2
+ *
+ * Checks: null.
+ */
+int32_t kormMul_mm4x4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = the transpose of src1 * src2
+ */
+int32_t kormMulTranspose_m4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst[0] = 1 if src[0] is 1 and a column of src is that of the identity, else 0
+ */
+int32_t kormIsIdentity_m4_32f(const float *src, int32_t *dst);
+
+/** @} */
+
+
+/**
+ * @defgroup transforms Transforms of points and directions
+ * A matrix m is 16 `float`, row by row; vectors are rows and stand on its left. The plain forms give all four elements of
+ * the product, of points too (w is 1, z of a `v2` is 0): dst has room for four. Coord forms divide by the fourth and
+ * lose it, Normal forms leave the translation out and lose it as well.
+ *
+ * Batches (`m4v2a`, `m4v3a`, `m4v4a`) take vectors at any distances in bytes, zero, negative and odd ones too; nothing
+ * between the vectors is touched. A `count` below 1 does nothing. Results are those of the single form, to the bit.
+ *
+ * Overlap: dst may be the source vector, in a batch the source vectors if the strides agree. In any other overlap of the
+ * two the vectors of a batch are done one by one, in ascending order. dst must not overlap the matrix.
+ *
+ * Status: ::korStatusOk, always, with no checks; a fourth element of zero gives infinities or NaNs.
+ *
+ * `kormAffineTransform3DH_mva_32f` alone is a form of the general grammar: vectors are columns and stand on the right of
+ * a matrix with strides, arguments are checked, long calls are spread over threads. A vector whose fourth element is not
+ * above the smallest normal number (1.1754944e-38) in magnitude, or is NaN, gives three times the largest number
+ * (3.4028235e38); all others are still done, and the call then returns ::korStatusDivideByZero. dst may be src2 with the
+ * same strides.
+ * @{
+ */
+
+/**
+ * dst = src2 * src1, four elements
+ */
+int32_t kormAffineTransform_m4v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = src2 * src1, four elements
+ */
+int32_t kormAffineTransform_m4v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = src2 * src1, four elements
+ */
+int32_t kormAffineTransform_m4v4_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst(k) = src2(k) * src1, four elements
+ */
+int32_t kormAffineTransform_m4v2a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst(k) = src2(k) * src1, four elements
+ */
+int32_t kormAffineTransform_m4v3a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst(k) = src2(k) * src1, four elements
+ */
+int32_t kormAffineTransform_m4v4a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst = src2 * src1, divided by the fourth element
+ */
+int32_t kormAffineTransformCoord_m4v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = src2 * src1, divided by the fourth element
+ */
+int32_t kormAffineTransformCoord_m4v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst(k) = src2(k) * src1, divided by the fourth element
+ */
+int32_t kormAffineTransformCoord_m4v2a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst(k) = src2(k) * src1, divided by the fourth element
+ */
+int32_t kormAffineTransformCoord_m4v3a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst = src2 * src1 without the translation
+ */
+int32_t kormAffineTransformNormal_m4v2_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst = src2 * src1 without the translation
+ */
+int32_t kormAffineTransformNormal_m4v3_32f(const float *src1, const float *src2, float *dst);
+
+/**
+ * dst(k) = src2(k) * src1 without the translation
+ */
+int32_t kormAffineTransformNormal_m4v2a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst(k) = src2(k) * src1 without the translation
+ */
+int32_t kormAffineTransformNormal_m4v3a_32f(
+    const float *src1, const float *src2, int32_t src2Stride, float *dst, int32_t dstStride, int32_t count);
+
+/**
+ * dst(k) = src1 * (src2(k), 1) with vectors as columns, divided by the fourth element
+ *
+ * Checks: null, count, stride.
+ * Serial up to 784 by 6*count.
+ */
+int32_t kormAffineTransform3DH_mva_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, const float *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup projection Points to a viewport and back
+ * A point goes through `world`, `view` and `projection`, is divided by its fourth element, and the square from -1 to 1 is
+ * stretched over a viewport with its origin at 0, 0. There y runs downwards: (-1, 1) goes to (0, 0) and (1, -1) to
+ * (`viewportWidth`, `viewportHeight`). A depth of 0 goes to `minZ`, of 1 to `maxZ`.
+ *
+ * The batches multiply the three matrices first and so may differ from the single forms in the last bits. Vectors lie
+ * at any distances in bytes, zero, negative and odd ones too. A `count` below 1 does nothing.
+ *
+ * Overlap: dst may be the source vector, in a batch the source vectors if the strides agree. In any other overlap of the
+ * two the vectors of a batch are done one by one, in ascending order. dst must not overlap a matrix.
+ *
+ * Status: ::korStatusOk, with no checks; a fourth element of zero gives infinities or NaNs. Unproject gives
+ * ::korStatusSingular if the product of the matrices has no inverse: dst of the single form then holds the point in
+ * normalised coordinates, the batch leaves dst as it was.
+ * @{
+ */
+
+/**
+ * dst = src on the viewport
+ */
+int32_t kormProject_m4v3_32f(
+    const float *projection, const float *view, const float *world, const float *src, float viewportWidth,
+    float viewportHeight, float minZ, float maxZ, float *dst);
+
+/**
+ * dst(k) = src(k) on the viewport
+ */
+int32_t kormProject_m4v3a_32f(
+    const float *projection, const float *view, const float *world, const float *src, int32_t srcStride,
+    float viewportWidth, float viewportHeight, float minZ, float maxZ, float *dst, int32_t dstStride,
+    int32_t count);
+
+/**
+ * dst = the point that Project puts to src
+ */
+int32_t kormUnproject_m4v3_32f(
+    const float *projection, const float *view, const float *world, const float *src, float viewportWidth,
+    float viewportHeight, float minZ, float maxZ, float *dst);
+
+/**
+ * dst(k) = the point that Project puts to src(k)
+ */
+int32_t kormUnproject_m4v3a_32f(
+    const float *projection, const float *view, const float *world, const float *src, int32_t srcStride,
+    float viewportWidth, float viewportHeight, float minZ, float maxZ, float *dst, int32_t dstStride,
+    int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup curves Curves and interpolation
+ * A point between given points, for vectors of 2, 3 or 4 `float` one behind the other. Parameters outside 0 to 1
+ * extrapolate.
+ *
+ * Overlap: dst may be a source.
+ *
+ * Status: ::korStatusOk, always, with no checks.
+ * @{
+ */
+
+/**
+ * dst = src1 + f*(src2 - src1) + g*(src3 - src1)
+ */
+int32_t kormBaryCentric_v2_32f(
+    const float *src1, const float *src2, const float *src3, float f, float g, float *dst);
+
+/**
+ * dst = src1 + f*(src2 - src1) + g*(src3 - src1)
+ */
+int32_t kormBaryCentric_v3_32f(
+    const float *src1, const float *src2, const float *src3, float f, float g, float *dst);
+
+/**
+ * dst = src1 + f*(src2 - src1) + g*(src3 - src1)
+ */
+int32_t kormBaryCentric_v4_32f(
+    const float *src1, const float *src2, const float *src3, float f, float g, float *dst);
+
+/**
+ * dst = src1 + (src2 - src1)*t
+ */
+int32_t kormInterpolationLinear_v2_32f(const float *src1, const float *src2, float t, float *dst);
+
+/**
+ * dst = src1 + (src2 - src1)*t
+ */
+int32_t kormInterpolationLinear_v3_32f(const float *src1, const float *src2, float t, float *dst);
+
+/**
+ * dst = src1 + (src2 - src1)*t
+ */
+int32_t kormInterpolationLinear_v4_32f(const float *src1, const float *src2, float t, float *dst);
+
+/**
+ * dst = the cubic from src1 to src3 with the tangents src2 and src4
+ */
+int32_t kormHermite_v2_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
+
+/**
+ * dst = the cubic from src1 to src3 with the tangents src2 and src4
+ */
+int32_t kormHermite_v3_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
+
+/**
+ * dst = the cubic from src1 to src3 with the tangents src2 and src4
+ */
+int32_t kormHermite_v4_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
+
+/**
+ * dst = the cubic from src2 to src3 with tangents from the neighbours src1 and src4
+ */
+int32_t kormInterpolationCatmullRom_v2_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
+
+/**
+ * dst = the cubic from src2 to src3 with tangents from the neighbours src1 and src4
+ */
+int32_t kormInterpolationCatmullRom_v3_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
+
+/**
+ * dst = the cubic from src2 to src3 with tangents from the neighbours src1 and src4
+ */
+int32_t kormInterpolationCatmullRom_v4_32f(
+    const float *src1, const float *src2, const float *src3, const float *src4, float t, float *dst);
+
+/** @} */
 #ifdef __cplusplus
 }
 #endif

@@ -8,17 +8,14 @@
 #include <cstddef>
 
 #include "routines/sizes.h"
+#include "support/checker.h"
 #include "support/each_form.h"
 #include "support/family.h"
 #include "support/scene.h"
 #include "support/thread_number.h"
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(KORM_ADDRESS_SANITIZER) || defined(KORM_THREAD_SANITIZER)
 #define KORM_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define KORM_SANITIZED 1
-#endif
 #endif
 
 namespace {

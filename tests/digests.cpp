@@ -10,6 +10,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "support/family.h"
 #include "support/fault.h"
 #include "support/scene.h"
 #include "support/thread_number.h"
@@ -59,6 +60,8 @@ std::uint64_t digestOf(const Form& form) {
         options.plain = number % 2 == 0;
         Random places(random.next()), values(random.next());
         const Scene scene(threadArena(), form, options, places, values);
+        const auto fixedBits = form.family->fixedBits;
+        if (fixedBits != nullptr && !fixedBits(form, options.sizes, scene.plain())) continue;
         scene.clearOutputs();
         scriptThreadNumbers({1});
         const CallResult result = callFunction(Library::linked().function(form), scene.arguments());

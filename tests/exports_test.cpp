@@ -7,11 +7,21 @@
 #include <cstring>
 #include <set>
 
+#include "geometry/functions.h"
+#include "geometry/homogeneous.h"
 #include "support/forms.h"
 #include "support/library.h"
 
 namespace kormtest {
 namespace {
+
+// The forms of the grammar and the functions of fixed size, sorted.
+std::vector<std::string> everyName() {
+    std::vector<std::string> names = allNames();
+    for (const std::string& name : geometryNames()) names.push_back(name);
+    std::sort(names.begin(), names.end());
+    return names;
+}
 
 class Binary : public testing::Test {
 protected:
@@ -41,10 +51,12 @@ protected:
 };
 
 TEST_F(Binary, ExportsExactlyTheNames) {
-    const std::vector<std::string> expected = allNames();
+    const std::vector<std::string> expected = everyName();
     const std::size_t count = 1       // the version query
                               + 288   // element-wise arithmetic
-                              + 132;  // products
+                              + 132   // products
+                              + 46    // linear algebra
+                              + 87;   // geometry
     ASSERT_EQ(expected.size(), count);
     std::vector<std::string> names;
     for (const ElfSymbol& one : file.exports()) {
@@ -57,7 +69,7 @@ TEST_F(Binary, ExportsExactlyTheNames) {
 }
 
 TEST_F(Binary, StubsAreOneIndirectJumpThroughTheirRecord) {
-    for (const std::string& name : allNames()) {
+    for (const std::string& name : everyName()) {
         const ElfSymbol& stub = symbol(name);
         const std::uintptr_t at = stub.address;
         const unsigned char* const code = inMemory(at);
@@ -89,7 +101,7 @@ TEST_F(Binary, StubsAreOneIndirectJumpThroughTheirRecord) {
 }
 
 TEST_F(Binary, RecordsStandInOneRunOfWritableData) {
-    const std::vector<std::string> names = allNames();
+    const std::vector<std::string> names = everyName();
     std::vector<std::uintptr_t> addresses;
     for (const std::string& name : names) {
         const ElfSymbol& record = symbol(name + "_arraddr");
@@ -132,6 +144,14 @@ TEST_F(Binary, HasTheInternalNames) {
         for (const std::string& kernel : kernels) EXPECT_EQ(symbol(kernel).type, STT_FUNC) << kernel;
         EXPECT_EQ(file.symbols().count("v8_ownOMP_" + form.name), form.driver ? 1u : 0u) << form.name;
     }
+    // Functions of fixed size have entry functions only, but for the one with strides; and some are made of parts with names.
+    for (const GeometryFunction& function : geometryFunctions())
+        EXPECT_EQ(file.symbols().count("v8_own" + function.name), 0u) << function.name;
+    const std::string strided = std::string(homogeneousName);
+    for (const std::string& name : {"v8_own" + strided, "v8_own" + strided + "_S2", "v8_ownOMP_" + strided,
+                                    std::string("v8_own3dkormInvert_m_32f_4x4"), std::string("v8_own3dConvert64f32f_16"),
+                                    std::string("v8_ownMulMat_32f"), std::string("v8_ownkormInvert_m_64f_4x4")})
+        EXPECT_EQ(symbol(name).type, STT_FUNC) << name;
 }
 
 TEST_F(Binary, RunsItsHooksAtLoadAndUnload) {

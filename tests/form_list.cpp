@@ -2,9 +2,12 @@
 //   korm_forms names       one name a line
 //   korm_forms prototypes  a C file that assigns each function to a pointer of the expected type
 //   korm_forms stubs       assembly with one stub for each function, for the libraries in mutants/
+//   korm_forms geometry-stubs  the same for those in geometry/mutants/
 #include <cstdio>
 #include <cstring>
 
+#include "geometry/functions.h"
+#include "geometry/prototypes.h"
 #include "support/forms.h"
 
 namespace kormtest {
@@ -54,12 +57,16 @@ int main(int argc, char** argv) {
     const std::string verb = argc == 2 ? argv[1] : "";
     if (verb == "names") {
         for (const std::string& name : allNames()) std::puts(name.c_str());
+        for (const std::string& name : geometryNames()) std::puts(name.c_str());
     } else if (verb == "prototypes") {
         printPrototypes();
+        printGeometryPrototypes();
     } else if (verb == "stubs") {
         printStubs();
+    } else if (verb == "geometry-stubs") {
+        printGeometryStubs();
     } else {
-        std::fprintf(stderr, "usage: korm_forms names|prototypes|stubs\n");
+        std::fprintf(stderr, "usage: korm_forms names|prototypes|stubs|geometry-stubs\n");
         return 2;
     }
     return 0;

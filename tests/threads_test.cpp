@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "routines/sizes.h"
+#include "support/checker.h"
 #include "support/each_form.h"
 #include "support/scene.h"
 #include "support/thread_number.h"
@@ -76,16 +77,8 @@ TEST(ThreadsTogether, InsideARegionOfTheCaller) {
     for (const std::string& message : messages) EXPECT_EQ(message, "");
 }
 
-#if defined(__SANITIZE_THREAD__)
-#define KORM_TSAN 1
-#elif defined(__has_feature)
-#if __has_feature(thread_sanitizer)
-#define KORM_TSAN 1
-#endif
-#endif
-
 TEST(ThreadsTogether, InAChildProcess) {
-#ifdef KORM_TSAN
+#ifdef KORM_THREAD_SANITIZER
     GTEST_SKIP() << "ThreadSanitizer allows no threads in a child of a process with threads";
 #endif
     Random random(5);

@@ -1,4 +1,5 @@
 // When a call goes to the parallel driver, told by whether it asks for the number of threads.
+#include "support/checker.h"
 #include "support/each_form.h"
 #include "support/scene.h"
 #include "support/thread_number.h"
@@ -8,7 +9,7 @@ namespace {
 
 class Thresholds : public EachForm {};
 
-TEST_P(Thresholds, BothSides) { expectPass(checkThresholds(form(), library(), options, !underValgrind())); }
+TEST_P(Thresholds, BothSides) { expectPass(checkThresholds(form(), library(), options, !faultsAreErrors())); }
 
 INSTANTIATE_TEST_SUITE_P(Forms, Thresholds, testing::Range(std::size_t{0}, allForms().size()), formName);
 

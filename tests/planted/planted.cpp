@@ -1,7 +1,9 @@
 // Mistakes on purpose, for the sanitizers to find in the library's own code: planted NAME
 
 #include <omp.h>
+#include <sched.h>
 
+#include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -23,8 +25,12 @@ std::int32_t callFromTwoThreads(bool shareResult) {
     const std::vector<float> vectors(size * count, 1.5F);
     std::vector<float> results[2] = {std::vector<float>(size * count), std::vector<float>(size * count)};
     std::int32_t sum = 0;
-#pragma omp parallel num_threads(2) default(none) shared(vectors, results, shareResult, sum)
+    std::atomic<int> arrived{0};
+#pragma omp parallel num_threads(2) default(none) shared(vectors, results, shareResult, sum, arrived)
     {
+        // Both are at work before either writes, in no order that a checker could see.
+        arrived.fetch_add(1, std::memory_order_relaxed);
+        while (arrived.load(std::memory_order_relaxed) < 2) sched_yield();
         const std::int32_t status = scale(vectors, results[shareResult ? 0 : omp_get_thread_num()]);
 #pragma omp critical
         sum += status;

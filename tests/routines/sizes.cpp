@@ -13,6 +13,15 @@ std::int32_t randomEdge(Random& random) {
     return random.pick({10, 11, 12, 13, 15, 16, 17, 18, 31, 33});
 }
 
+std::int64_t largestOperand(const Form& form, const Sizes& sizes) {
+    std::int64_t largest = 0;
+    for (const Operand& operand : form.operands) {
+        const std::int64_t objects = operand.array ? sizes.count : 1;
+        largest = std::max(largest, objects * sizes.of(operand.rows) * sizes.of(operand.columns));
+    }
+    return largest;
+}
+
 }  // namespace
 
 Sizes randomSizes(const Form& form, Random& random) {
@@ -32,6 +41,8 @@ Sizes randomSizes(const Form& form, Random& random) {
         sizes.length = random.chance(90) ? random.between(7, 70) : random.between(70, 700);
     }
     if (form.array) sizes.count = random.chance(85) ? random.between(1, 9) : random.between(10, 40);
+    // Where each object is dear, the orders just above the sized ones must do.
+    if (form.has(Extent::order) && form.family->work(sizes) > 200000) sizes.order = random.between(7, 10);
     // Large objects in large numbers show nothing that either doesn't show alone.
     if (workOf(form, sizes) > 4000) sizes.count = random.between(1, 3);
     return sizes;
@@ -46,23 +57,27 @@ std::int64_t workOf(const Form& form, const Sizes& sizes) {
 
 Sizes sizesBeyondLimit(const Form& form, std::int32_t count, Random& random) {
     const std::int32_t limit = std::max(form.limit.plain, form.limit.general);
+    // Either the objects grow or their number does, whichever the form's estimate heeds and time and memory allow.
+    bool growCount = random.chance(30);
     Sizes sizes;
-    sizes.count = count;
-    const bool square = random.chance(40);
-    const std::int32_t edge = random.between(3, 6);
-    for (const Extent extent : form.extents)
-        sizes.set(extent, square && extent != Extent::length ? edge : random.between(1, 12));
-    // Either the objects grow or their number does, whichever the form's estimate heeds and the time allows.
-    const bool growCount = random.chance(30);
-    for (std::size_t step = 0; form.estimate(sizes) <= limit; ++step) {
-        const Sizes before = sizes;
-        const Extent extent = form.extents[step % form.extents.size()];
-        sizes.set(extent, sizes.of(extent) + 1);
-        const bool heeded = form.estimate(sizes) != form.estimate(before);
-        if (growCount || !heeded || workOf(form, sizes) > longestWork) {
-            sizes = before;
-            ++sizes.count;
+    for (int tries = 0; tries < 30; ++tries) {
+        sizes.count = count;
+        const bool square = random.chance(40);
+        const std::int32_t edge = random.between(3, 6);
+        for (const Extent extent : form.extents)
+            sizes.set(extent, square && extent != Extent::length ? edge : random.between(1, 12));
+        for (std::size_t step = 0; form.estimate(sizes) <= limit; ++step) {
+            Sizes larger = sizes, more = sizes;
+            const Extent extent = form.extents[step % form.extents.size()];
+            larger.set(extent, larger.of(extent) + 1);
+            ++more.count;
+            const bool heeded = form.estimate(larger) != form.estimate(sizes);
+            const bool countHeeded = form.estimate(more) != form.estimate(sizes);
+            const bool byCount = growCount || !heeded || workOf(form, larger) > longestWork;
+            sizes = byCount && countHeeded ? more : larger;
         }
+        if (workOf(form, sizes) <= 3 * longestWork && largestOperand(form, sizes) <= 64 * 1024) break;
+        growCount = true;
     }
     return sizes;
 }

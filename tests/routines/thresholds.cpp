@@ -154,7 +154,7 @@ Sizes anySizes(const Form& form, Random& random) {
         next.count = 2;
         slope = form.estimate(next) - form.estimate(sizes);
     }
-    const std::int64_t count = target / slope;
+    const std::int64_t count = target / std::max<std::int64_t>(slope, 1);
     sizes.count = static_cast<std::int32_t>(std::clamp<std::int64_t>(count + random.between(-3, 3), 1, 0x7fffffff));
     return sizes;
 }

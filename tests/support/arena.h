@@ -29,7 +29,7 @@ class Arena {
 public:
     static constexpr std::size_t operandCount = 6;
     static constexpr std::size_t fieldBytes = 1024 * 1024;
-    static constexpr std::size_t tableBytes = 64 * 1024;
+    static constexpr std::size_t tableBytes = 1024 * 1024;
     static constexpr std::size_t toothCount = 100;
     static constexpr std::size_t toothPitch = 2 * pageSize;
 

@@ -4,7 +4,6 @@
 
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "library.h"
@@ -24,9 +23,11 @@ std::string ElfFile::text(std::size_t table, std::size_t offset) const {
 }
 
 ElfFile::ElfFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    bytes_.assign(std::istreambuf_iterator<char>(file), {});
-    bytes_.push_back('\0');
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    const auto size = static_cast<std::size_t>(file.tellg());
+    bytes_.resize(size + 1);  // a zero behind it ends a cut string
+    file.seekg(0).read(bytes_.data(), static_cast<std::streamsize>(size));
+    if (!file) throw std::runtime_error("can't read " + path);
     const auto header = read<ElfW(Ehdr)>(0);
     if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) throw std::runtime_error("not an object file: " + path);
     for (std::size_t i = 0; i < header.e_shnum; ++i)

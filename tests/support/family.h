@@ -32,14 +32,19 @@ struct Family {
     Filler fill = nullptr;
     // The operations of a call, about, so that tests keep calls short. None: the elements of the result.
     std::int64_t (*work)(const Sizes& sizes) = nullptr;
-    // The result may take the place of an untransposed source.
+    // The result may take the place of an untransposed source; of some sizes only, where there is a function.
     bool inPlace = false;
+    bool (*inPlaceFor)(const Sizes& sizes) = nullptr;
+    // Elements of a source may share memory.
+    bool mayCollide = true;
     // A NaN keeps its bits; without it a NaN is a NaN.
     bool nanBits = false;
     // Contiguous single vectors that overlap in any way are done in ascending order, element by element.
     bool stepwise = false;
     // Statuses that depend on the data.
     bool mayFail = false;
+    // Results that depend on where operands lie or on the processor: they have no digest. None: all are fixed.
+    bool (*fixedBits)(const Form& form, const Sizes& sizes, bool plain) = nullptr;
 };
 
 enum class Compare : std::uint8_t {
@@ -82,6 +87,7 @@ struct Table {
 
 Table arithForms();
 Table productForms();
+Table linalgForms();
 
 // --- Helpers of the tables ---
 

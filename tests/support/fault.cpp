@@ -3,9 +3,10 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
+#include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 
 namespace kormtest {
 namespace detail {
@@ -44,10 +45,10 @@ std::string Fault::text() const {
 
 void installFaultHandlers() {
     static const bool installed = [] {
-        constexpr std::size_t stackSize = 64 * 1024;
+        static std::array<std::byte, 64 * 1024> memory;
         stack_t stack{};
-        stack.ss_sp = std::malloc(stackSize);
-        stack.ss_size = stackSize;
+        stack.ss_sp = memory.data();
+        stack.ss_size = memory.size();
         sigaltstack(&stack, nullptr);
         struct sigaction action {};
         action.sa_sigaction = handle;

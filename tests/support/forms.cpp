@@ -14,6 +14,7 @@ std::vector<Table> allTables() {
     return {
         arithForms(),
         productForms(),
+        linalgForms(),
     };
 }
 

@@ -7,7 +7,7 @@
 namespace kormtest {
 
 Library::Library(void* handle) : handle_(handle) {
-    for (const Form& form : allForms()) functions_.push_back(find(form.name));
+    for (const Form& form : allForms()) functions_.push_back(dlsym(handle_, form.name.c_str()));
 }
 
 const Library& Library::linked() {

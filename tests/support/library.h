@@ -17,6 +17,7 @@ public:
     static Library open(const std::string& file);
 
     void* find(const std::string& name) const;
+    // Null if it isn't there: a library that is wrong on purpose may have some of the functions only.
     void* function(const Form& form) const { return functions_[form.index]; }
     void* handle() const { return handle_; }
 

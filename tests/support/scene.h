@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "../reference/address.h"
+#include "../reference/open_elements.h"
 #include "arena.h"
 #include "call.h"
 #include "forms.h"
@@ -66,6 +67,7 @@ private:
     std::int32_t reference(std::int32_t team) const;
     std::vector<std::byte> bytesOf(Operand::Use use) const;
     void putBack(Operand::Use use, const std::vector<std::byte>& bytes) const;
+    void acceptOpen(const std::vector<OpenElement>& elements) const;
     void acceptNans(const std::vector<std::byte>& expected) const;
     std::string placeOf(const std::byte* address) const;
     std::int64_t argumentValue(const Argument& argument) const;

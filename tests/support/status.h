@@ -9,6 +9,7 @@ inline constexpr std::int32_t ok = 0;
 inline constexpr std::int32_t badSize = -6;
 inline constexpr std::int32_t nullPointer = -8;
 inline constexpr std::int32_t badStride = -182;
+inline constexpr std::int32_t singular = -195;
 inline constexpr std::int32_t badOffset = -202;
 inline constexpr std::int32_t badCount = -203;
 inline constexpr std::int32_t sizeMismatch = -204;

@@ -20,7 +20,7 @@ import where
 ROOT = Path(__file__).resolve().parents[2]
 
 
-SUBSYSTEMS = ["entry", "arith", "products"]  # in the order of the public header
+SUBSYSTEMS = ["entry", "arith", "products", "linalg", "geometry"]  # in the order of the public header
 
 
 class Tables:
@@ -31,7 +31,7 @@ class Tables:
         rows = [row for module in modules for row in module["FAMILIES"]]
         self.groups = {name: about for module in modules for name, about in module["GROUPS"].items()}
         self.queries = [row for row in rows if isinstance(row, grammar.Query)]
-        self.families = [row for row in rows if isinstance(row, grammar.Family)]
+        self.families = [row for row in rows if not isinstance(row, grammar.Query)]
         self.forms = [form for family in self.families for form in family.forms()]
         self.exports = sorted(self.queries + self.forms, key=lambda form: form.name)
 

@@ -3,12 +3,13 @@
 from itertools import groupby
 import re
 
+from fixed import FixedForm
 from grammar import CHECKS
 
 NOTICE = "Written by tools/formgen from the tables of forms; edit those instead."
 WIDTH = 110
 
-SHAPES = {("width", "height"): "MatrixShape{{{}}}", ("length",): "VectorShape{{{}}}"}
+SHAPES = {("width", "height"): "MatrixShape{{{}}}", ("length",): "VectorShape{{{}}}"}  # others as they are
 
 TESTS = {  # letter of a check to the function that makes it
     "N": "anyNull",
@@ -77,18 +78,28 @@ def entry_functions(form):
     """Single objects with strides choose first and check then: element strides that equal the element size
     are right, and the short road is the one that most calls take."""
     if form.is_array or len(form.kernels) == 1:
-        return [function(form.entry, c_declarations(form), [*check_lines(form), *dispatch(form)])]
+        return [function(form.entry, c_declarations(form), [*check_lines(form), *shortcut(form), *dispatch(form)])]
     plain, general = [returns_call(kernel, names(form), 1) for kernel in form.kernels]
     elsewhere = wrapped(f"        return {strided_entry(form)}(", names(form), ");")
-    short = [f"    if (!{adjacent(form)}) {{", elsewhere, "    }", *check_lines(form, form.element_strides), plain]
+    checked = [*check_lines(form, form.element_strides), *shortcut(form)]
+    short = [f"    if (!{adjacent(form)}) {{", elsewhere, "    }", *checked, plain]
     return [
-        function(strided_entry(form), c_declarations(form), [*check_lines(form), general]),
+        function(strided_entry(form), c_declarations(form), [*check_lines(form), *shortcut(form), general]),
         function(form.entry, c_declarations(form), short),
     ]
 
 
 def strided_entry(form):
     return f"{form.entry}_strided"
+
+
+def shortcut(form):
+    """A shortcut's views are plain or of tables: it is taken before element strides are looked at."""
+    taken = form.family.shortcut
+    if taken is None:
+        return []
+    call = template_call(form, taken.template, plain=form.layout != "pointer", level=2)
+    return [f"    if ({taken.condition}) {{", f"        return {call}", "    }"]
 
 
 def dispatch(form):
@@ -126,6 +137,8 @@ def pitch_of(form, operand):
         return own
     if operand.output and form.family.result_width:
         return form.spelled(form.family.result_width)
+    if "order" in form.named("size"):
+        return "order"
     return {"m": "width", "t": "height", "v": "length" if "length" in names(form) else "noRows"}[operand.kind]
 
 
@@ -133,6 +146,8 @@ def view(form, operand, plain):
     """The maker call of views.h for one operand."""
     arguments = {name[len(operand.name) :]: name for name in names(form) if name.startswith(operand.name)}
     array = "Array" if operand.array else ""
+    if operand.bare:
+        return operand.name
     if operand.kind == "c":
         if not operand.array:
             return f"constant({operand.name})"
@@ -156,14 +171,19 @@ def view(form, operand, plain):
 def kernel_function(form, kernel):
     """The arguments as views, extras as they are, sizes as a shape, in a call of the family's template."""
     plain = form.layout != "pointer" and kernel == form.kernels[0]
+    call = template_call(form, form.template(kernel), plain)
+    body = f"    return {call}" if form.family.merges_status else f"    {call}\n    return korStatusOk;"
+    return function(kernel, list(unused_marked(form, call)), [body])
+
+
+def template_call(form, template, plain, level=1):
     sizes = form.named("size")
     shape = form.spelled(form.family.shape) or SHAPES.get(tuple(sizes), "{}").format(", ".join(sizes))
     parts = [view(form, operand, plain) for operand in form.operands.values()]
     parts += [argument.name for argument in form.extras]
-    parts.append(f"{shape}, {'count' if form.is_array else 'oneObject'}")
-    call = f"{form.template(kernel)}(\n        " + ",\n        ".join(parts) + ");"
-    body = f"    return {call}" if form.family.merges_status else f"    {call}\n    return korStatusOk;"
-    return function(kernel, list(unused_marked(form, call)), [body])
+    parts.append(", ".join([*filter(None, [shape]), "count" if form.is_array else "oneObject"]))
+    indent = "\n" + "    " * (level + 1)
+    return f"{template}({indent}" + f",{indent}".join(parts) + ");"
 
 
 def unused_marked(form, call):
@@ -194,7 +214,8 @@ def region(form):
         return ["[=](Run run)"]
     elements = full_width(family.scratch)
     scratch = f"Scratch{{{elements} * sizeof({form.scalar}), buffer}}" if family.scratch else "Scratch{}"
-    return [f"Statuses::{'merged' if family.merges_status else 'none'}", scratch, "[=](Run run, void* piece)"]
+    piece = "void* piece" if family.scratch else "void*"
+    return [f"Statuses::{'merged' if family.merges_status else 'none'}", scratch, f"[=](Run run, {piece})"]
 
 
 def full_width(formula):
@@ -213,6 +234,8 @@ def shifted(form, argument):
         return f"static_cast<{form.scalar}*>(piece)"
     if operand is None or not operand.array:
         return argument.name
+    if operand.bare:
+        return f"shiftedElements({argument.name}, run.first)"
     if operand.tabled:
         stride = f"{operand.name}ObjectStride"
         return f"shiftedOffset({argument.name}, run.first, {stride})" if argument.role == "offset" else argument.name
@@ -220,23 +243,34 @@ def shifted(form, argument):
         return argument.name
     if operand.listed:
         return f"shiftedList({argument.name}, run.first)"
-    if operand.bare:
-        return f"shiftedElements({argument.name}, run.first)"
     return f"shifted({argument.name}, run.first, {operand.name}ObjectStride)"
+
+
+def fixed_function(form):
+    """A function of fixed size: its checks, if it has any, and the arithmetic."""
+    call = returns_call(form.kernel, names(form), 1)
+    if not form.family.fails:
+        call = call.replace("return ", "", 1) + "\n    return korStatusOk;"
+    return function(form.entry, c_declarations(form), [*check_lines(form), call])
+
+
+def functions(form):
+    """All functions of one form, those first that are called by others."""
+    if isinstance(form, FixedForm):
+        return [fixed_function(form)]
+    driver = [] if form.limit is None else [driver_function(form)]
+    return [kernel_function(form, kernel) for kernel in form.kernels] + driver + entry_functions(form)
 
 
 def source(family_forms):
     """One .cpp: the forms of one documentation group and element type, each with all its functions."""
-    first = family_forms[0]
-    headers = sorted({"entry/checks.h", "entry/parallel.h", "entry/views.h", first.family.source})
-    includes = "\n".join(f'#include "{name}"' for name in [*headers, "declarations.h"])
+    headers = {"entry/checks.h", *(form.family.source for form in family_forms)}
+    if not all(isinstance(form, FixedForm) for form in family_forms):
+        headers |= {"entry/parallel.h", "entry/views.h"}
+    includes = "\n".join(f'#include "{name}"' for name in [*sorted(headers), "declarations.h"])
     parts = [f"// {NOTICE}", includes, "using namespace korm;"]
     for form in family_forms:
-        parts.append(f"// --- {form.name}: {form.formula}")
-        parts += [kernel_function(form, kernel) for kernel in form.kernels]
-        if form.limit is not None:
-            parts.append(driver_function(form))
-        parts += entry_functions(form)
+        parts += [f"// --- {form.name}: {form.formula}", *functions(form)]
     return "\n\n".join(parts) + "\n"
 
 

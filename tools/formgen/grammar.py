@@ -64,6 +64,14 @@ class Departure:
 
 
 @dataclass(frozen=True)
+class Shortcut:
+    """What an entry function answers itself after its checks, before any estimate: no kernel and no driver sees it."""
+
+    condition: str
+    template: str
+
+
+@dataclass(frozen=True)
 class Variant:
     """Kernels, by operands and suffix (mam_32f_LS2), and the template arguments that are theirs."""
 
@@ -104,6 +112,7 @@ class Family:
     match: str = ""
     merges_status: bool = False
     scratch: str = ""  # elements of a thread's piece of scratch
+    shortcut: object = None  # a Shortcut; its template takes the kernel template's arguments
 
     def forms(self):
         for word in self.operands.split():

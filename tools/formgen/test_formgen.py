@@ -10,7 +10,8 @@ import unittest
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 import emit
-from grammar import Departure, Family, below
+from fixed import Fixed
+from grammar import Departure, Family, Shortcut, below
 
 PRODUCT = "src1 src1Width src1Height src2 src2Width src2Height dst count"
 
@@ -110,11 +111,6 @@ class Arguments(unittest.TestCase):
         self.expect(copy, "kormCopy_ma_32f_SL", """src srcObjectStride srcRowStride srcElementStride
             dst dstOffset dstRowStride dstElementStride width height count""")
 
-    def test_fixed_sizes(self):
-        transform = Family("AffineTransform", "m4v3a m4v3", "-", "src1 src2 src2Stride dst dstStride count", "k", "", "",
-                           types="32f", result="block", extras={"src2Stride": "int32_t", "dstStride": "int32_t"})
-        self.expect(transform, "kormAffineTransform_m4v3a_32f", "src1 src2 src2Stride dst dstStride count")
-
     def test_a_word_that_names_nothing_is_refused(self):
         with self.assertRaisesRegex(ValueError, "kormAdd_mm_32f: the signature's word 'lenght' names nothing"):
             list(family("Add", "mm", "src1 src2 dst lenght").forms())
@@ -157,6 +153,11 @@ class Drivers(unittest.TestCase):
                       "[=](Run run, void* piece) {", text)
         self.assertIn("static_cast<float*>(piece)", text)
 
+    def test_a_merged_status_without_scratch_names_no_piece(self):
+        limits = {(layout, "32f"): below(100) for layout in ("standard", "list", "pointer")}
+        lu = family("LUDecomp", "ma", "src dst order count", merges_status=True, limits=limits)
+        self.assertIn("forEachRun(count, Statuses::merged, Scratch{}, [=](Run run, void*) {", self.driver(lu, "kormLUDecomp_ma_32f"))
+
     def test_shifts(self):
         limits = {(layout, "64f"): below(100) for layout in ("standard", "list", "pointer")}
         lu = family("LUDecomp", "ma", "src pivots dst order count", extras={"pivots": "int32_t *"},
@@ -166,7 +167,90 @@ class Drivers(unittest.TestCase):
         self.assertIn("shiftedList(dst, run.first), dstOffset", self.driver(lu, "kormLUDecomp_ma_64f_L"))
         self.assertIn("src, shiftedOffset(srcOffset, run.first, srcObjectStride)", self.driver(lu, "kormLUDecomp_ma_64f_P"))
         trace = family("Trace", "ma", "src order dst count", result="scalars", limits=limits)
-        self.assertIn("shiftedElements(dst, run.first)", self.driver(trace, "kormTrace_ma_64f"))
+        for name in ("kormTrace_ma_64f", "kormTrace_ma_64f_L", "kormTrace_ma_64f_P"):
+            self.assertIn("shiftedElements(dst, run.first)", self.driver(trace, name))
+
+
+class Kernels(unittest.TestCase):
+    def form(self, source, name):
+        return next(form for form in source.forms() if form.name == name)
+
+    def test_a_square_operand_has_as_many_table_entries_a_row_as_its_order(self):
+        solve = family("LUBackSubst", "mava", "src1 pivots src2 dst order count", result="v", extras={"pivots": "const int32_t *"})
+        form = self.form(solve, "kormLUBackSubst_mava_32f_P")
+        text = emit.kernel_function(form, form.kernels[0])
+        self.assertIn("scatteredArray(src1, src1Offset, src1ObjectStride, order)", text)
+        self.assertIn("scatteredArray(dst, dstOffset, dstObjectStride, order),\n        pivots,\n        order, count)", text)
+
+    def test_a_bare_result_is_handed_on_as_it_is(self):
+        det = family("Det", "ma", "src order buffer dst count", result="scalars", extras={"buffer": "element *"})
+        form = self.form(det, "kormDet_ma_64f_L")
+        text = emit.kernel_function(form, form.kernels[0])
+        self.assertIn("plainList(src, srcOffset, srcRowStride),\n        dst,\n        buffer,\n        order, count)", text)
+
+    def test_a_shortcut_stands_between_checks_and_estimate(self):
+        limits = {("standard", "32f"): below(100)}
+        invert = family("Invert", "ma m", "src dst order count", estimate="order * count", limits=limits,
+                        shortcut=Shortcut("order == 1", "numbers"))
+        array = "\n".join(emit.entry_functions(self.form(invert, "kormInvert_ma_32f")))
+        places = [array.index(text) for text in ("korStatusBadStride", "if (order == 1)", "numbers(", "const Estimate", "v8_ownOMP")]
+        self.assertEqual(places, sorted(places))
+        strided, plain = emit.entry_functions(self.form(invert, "kormInvert_m_32f"))
+        for text in (strided, plain):
+            self.assertLess(text.index("korStatusBadStride"), text.index("if (order == 1)"))
+            self.assertLess(text.index("if (order == 1)"), text.index("return v8_ownkormInvert_m_32f"))
+
+
+class FixedSizes(unittest.TestCase):
+    POINTERS = {"src": "const float *", "src1": "const float *", "src2": "const float *", "dst": "float *", "val": "float"}
+
+    def forms(self, operation, operands, signature, kernel, **rest):
+        types = {**self.POINTERS, **rest.pop("more", {})}
+        row = Fixed(operation, operands, signature, kernel, "fixed.h", "group", "formula", types, **rest)
+        return {form.name: form for form in row.forms()}
+
+    def test_arguments_are_what_the_signature_spells_out(self):
+        scale = self.forms("MulC", "v2 v3 v4", "src val dst", "scale<{n}>")
+        self.assertEqual(list(scale), ["kormMulC_v2_32f", "kormMulC_v3_32f", "kormMulC_v4_32f"])
+        self.assertEqual(emit.c_declarations(scale["kormMulC_v3_32f"]), ["const float *src", "float val", "float *dst"])
+
+    def test_a_word_without_a_type_is_refused(self):
+        with self.assertRaisesRegex(ValueError, "kormAdd_v2_32f: the signature's word 'scr2' has no type"):
+            self.forms("Add", "v2", "src1 scr2 dst", "add<{n}>")
+
+    def test_the_function_is_nothing_but_its_arithmetic(self):
+        add = self.forms("Add", "v3", "src1 src2 dst", "add<{n}>")["kormAdd_v3_32f"]
+        self.assertEqual(emit.functions(add), ["""\
+int32_t v8_kormAdd_v3_32f(const float *src1, const float *src2, float *dst) {
+    add<3>(src1, src2, dst);
+    return korStatusOk;
+}"""])
+
+    def test_the_size_is_that_of_the_vector_in_the_word(self):
+        strides = {"srcStride": "int32_t", "dstStride": "int32_t", "count": "int32_t"}
+        batch = self.forms("Move", "m4v2a m4v3", "src srcStride dst dstStride count", "move<{n}>", more=strides)
+        self.assertEqual([form.kernel for form in batch.values()], ["move<2>", "move<3>"])
+        self.assertEqual([list(form.checks) for form in batch.values()], [[], []])
+
+    def test_a_status_of_its_own(self):
+        invert = self.forms("Invert", "m4", "src dst", "invert", fails=True)["kormInvert_m4_32f"]
+        self.assertIn("    return invert(src, dst);\n}", emit.functions(invert)[0])
+
+    def test_a_check_of_pointers(self):
+        product = self.forms("Mul", "mm4x4", "src1 src2 dst", "multiply", checks="N")["kormMul_mm4x4_32f"]
+        self.assertIn("if (anyNull(src1, src2, dst)) return korStatusNullPointer;", emit.functions(product)[0])
+        product.family.checks = "T"
+        with self.assertRaisesRegex(ValueError, "there is no check 'T' of a fixed size"):
+            list(product.checks)
+
+    def test_arrays_without_sizes_of_their_own(self):
+        limits = {("standard", "32f"): below(100)}
+        transform = Family("T", "mva", "-", "src1 src2 dst count", "transform", "", "", types="32f", result="v",
+                           merges_status=True, estimate="6 * count", limits=limits, formula="formula")
+        form = next(transform.forms())
+        self.assertEqual(" ".join(letter for letter, _ in form.checks), "N C T")
+        self.assertIn("plainArray(dst, dstObjectStride, noRows),\n        count);", emit.kernel_function(form, form.kernels[0]))
+        self.assertIn("Statuses::merged, Scratch{}, [=](Run run, void*) {", emit.driver_function(form))
 
 
 if __name__ == "__main__":

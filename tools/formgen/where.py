@@ -40,7 +40,8 @@ def show(name, exports, root):
         print(f"  serial     while estimate {limit.comparison} {limit.plain}{general}")
         print(f"  driver     {form.driver}")
     print(f"  entry      {form.entry}")
-    print(f"  kernels    {' '.join(form.kernels)}")
-    for template in dict.fromkeys(form.template(kernel) for kernel in form.kernels):
+    if form.kernels:
+        print(f"  kernels    {' '.join(form.kernels)}")
+    for template in dict.fromkeys(form.template(kernel) for kernel in form.kernels) or [form.kernel]:
         print(f"  template   {template}  {definition(root, form.family.source, template.partition('<')[0])}")
     return 0

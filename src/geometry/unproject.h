@@ -1,0 +1,69 @@
+// From a viewport back to where points came from.
+//
+// The product of the matrices is formed in float, inverted in double and rounded to float again.
+#pragma once
+
+#include "geometry/shared.h"
+#include "geometry/transforms.h"
+#include "korm.h"
+#include "linalg/invert4x4.h"
+
+namespace korm {
+
+// From the viewport to normalised coordinates: one division for each element, not a factor formed beforehand.
+struct FromViewport {
+    float width, height, minZ, depth;
+
+    FromViewport(float viewportWidth, float viewportHeight, float nearest, float farthest)
+        : width(viewportWidth), height(viewportHeight), minZ(nearest), depth(farthest - nearest) {}
+
+    Vector<3> operator()(const Vector<3>& v) const {
+        return {{2.0F * v[0] / width - 1.0F, -2.0F * v[1] / height + 1.0F, (v[2] - minZ) / depth}};
+    }
+};
+
+// The inverse of world * view * projection.
+inline std::int32_t inverseOfAll(const float* projection, const float* view, const float* world, float* inverse) {
+    float all[16];
+    v8_ownMulMat_32f(world, view, all);
+    v8_ownMulMat_32f(all, projection, all);
+    double wide[16];
+    for (int i = 0; i < 16; ++i) wide[i] = all[i];
+    constexpr std::int32_t packed = 4 * sizeof(double);
+    const std::int32_t status = v8_ownkormInvert_m_64f_4x4(wide, packed, nullptr, wide, packed);
+    if (status == korStatusOk) v8_own3dConvert64f32f_16(wide, inverse);
+    return status;
+}
+
+// The normalised point stands in dst from the start, and stays there if the matrices can't be inverted.
+inline std::int32_t unprojectOne(const float* projection, const float* view, const float* world, const Unaligned* src,
+                                 float viewportWidth, float viewportHeight, float minZ, float maxZ, Unaligned* dst) {
+    storeVector(dst, FromViewport(viewportWidth, viewportHeight, minZ, maxZ)(loadVector<3>(src)));
+    float inverse[16];
+    const std::int32_t status = inverseOfAll(projection, view, world, inverse);
+    if (status == korStatusOk) transformOne<Coord<3>>(inverse, dst, dst);
+    return status;
+}
+
+struct Unproject {
+    static constexpr int inputs = 3, outputs = 3;
+    FromViewport normalise;
+    Coord<3> transform;
+
+    Float4 operator()(const Vector<3>& v) const { return transform(normalise(v)); }
+};
+
+// Here matrices that can't be inverted leave dst untouched.
+inline std::int32_t unprojectAll(const float* projection, const float* view, const float* world, const Unaligned* src,
+                                 std::int32_t srcStride, float viewportWidth, float viewportHeight, float minZ,
+                                 float maxZ, Unaligned* dst, std::int32_t dstStride, std::int32_t count) {
+    if (count < 1) return korStatusOk;
+    float inverse[16];
+    const std::int32_t status = inverseOfAll(projection, view, world, inverse);
+    if (status != korStatusOk) return status;
+    const Unproject unproject{FromViewport(viewportWidth, viewportHeight, minZ, maxZ), Coord<3>(inverse)};
+    batch(unproject, src, srcStride, dst, dstStride, count);
+    return korStatusOk;
+}
+
+}  // namespace korm

@@ -1,0 +1,118 @@
+// Vectors of 2, 3 or 4 elements.
+//
+// Every operation is rounded to float, and sums run from element 0 upwards: nothing is widened but the sum of
+// squares in front of a square root, after it is complete.
+#pragma once
+
+#include <cmath>
+
+#include "geometry/elements.h"
+
+namespace korm {
+
+template <int n, class Operation>
+inline void eachElement(const Unaligned* a, const Unaligned* b, Unaligned* d, Operation operation) {
+    Vector<n> result;
+    for (int i = 0; i < n; ++i) result[i] = operation(a[i], b[i]);
+    storeVector(d, result);
+}
+
+template <int n>
+inline void addVectors(const Unaligned* a, const Unaligned* b, Unaligned* d) {
+    eachElement<n>(a, b, d, [](float x, float y) { return x + y; });
+}
+
+template <int n>
+inline void subtractVectors(const Unaligned* a, const Unaligned* b, Unaligned* d) {
+    eachElement<n>(a, b, d, [](float x, float y) { return x - y; });
+}
+
+// A failed comparison, as with a NaN, takes the second.
+template <int n>
+inline void lesserElements(const Unaligned* a, const Unaligned* b, Unaligned* d) {
+    eachElement<n>(a, b, d, [](float x, float y) { return x < y ? x : y; });
+}
+
+template <int n>
+inline void greaterElements(const Unaligned* a, const Unaligned* b, Unaligned* d) {
+    eachElement<n>(a, b, d, [](float x, float y) { return x > y ? x : y; });
+}
+
+template <int n>
+inline void scaleVector(const Unaligned* a, float factor, Unaligned* d) {
+    Vector<n> result;
+    for (int i = 0; i < n; ++i) result[i] = a[i] * factor;
+    storeVector(d, result);
+}
+
+template <int n>
+inline float dot(const Vector<n>& a, const Vector<n>& b) {
+    float sum = a[0] * b[0];
+    for (int i = 1; i < n; ++i) sum = sum + a[i] * b[i];
+    return sum;
+}
+
+template <int n>
+inline void dotProduct(const Unaligned* a, const Unaligned* b, Unaligned* d) {
+    *d = dot(loadVector<n>(a), loadVector<n>(b));
+}
+
+template <int n>
+inline void squaredLength(const Unaligned* a, Unaligned* d) {
+    const Vector<n> v = loadVector<n>(a);
+    *d = dot(v, v);
+}
+
+template <int n>
+inline float lengthOf(const Vector<n>& v) {
+    return static_cast<float>(std::sqrt(static_cast<double>(dot(v, v))));
+}
+
+template <int n>
+inline void length(const Unaligned* a, Unaligned* d) {
+    *d = lengthOf(loadVector<n>(a));
+}
+
+// A division for each element: a multiplication by the reciprocal would round twice.
+template <int n>
+inline Vector<n> normalized(const Vector<n>& v) {
+    const float length = lengthOf(v);
+    Vector<n> result;
+    for (int i = 0; i < n; ++i) result[i] = v[i] / length;
+    return result;
+}
+
+template <int n>
+inline void normalize(const Unaligned* a, Unaligned* d) {
+    storeVector(d, normalized(loadVector<n>(a)));
+}
+
+inline void crossProduct2(const Unaligned* a, const Unaligned* b, Unaligned* d) { *d = a[0] * b[1] - a[1] * b[0]; }
+
+inline Vector<3> cross(const Vector<3>& a, const Vector<3>& b) {
+    return {{a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]}};
+}
+
+// Each element is stored before the next is computed from what is in memory then.
+inline void crossProduct3(const Unaligned* a, const Unaligned* b, Unaligned* d) {
+    d[0] = a[1] * b[2] - a[2] * b[1];
+    d[1] = a[2] * b[0] - a[0] * b[2];
+    d[2] = a[0] * b[1] - a[1] * b[0];
+}
+
+// The vector orthogonal to three others. 0 - x is a subtraction, not a change of sign: it never gives -0.
+inline void crossProduct4(const Unaligned* u, const Unaligned* v, const Unaligned* w, Unaligned* d) {
+    const float p = v[2] * w[3] - v[3] * w[2];
+    const float q = w[3] * v[1] - v[3] * w[1];
+    const float r = w[2] * v[1] - v[2] * w[1];
+    const float s = w[3] * v[0] - v[3] * w[0];
+    const float t = w[2] * v[0] - v[2] * w[0];
+    const float x = w[1] * v[0] - v[1] * w[0];
+    const Vector<4> a = loadVector<4>(u);
+    storeVector<4>(d, {{p * a[1] - q * a[2] + r * a[3],           //
+                        0.0F - (p * a[0] - s * a[2] + t * a[3]),  //
+                        q * a[0] - s * a[1] + x * a[3],           //
+                        0.0F - (r * a[0] - t * a[1] + x * a[2])}});
+}
+
+}  // namespace korm

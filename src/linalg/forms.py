@@ -1,0 +1,120 @@
+"""The forms of linear algebra on square matrices: determinant, LU decomposition and solve, inverse.
+
+A limit tells which estimates stay serial: below(n), or up_to(n) which includes n. A second number is the limit
+for calls with an element stride other than the element size.
+"""
+
+from grammar import Family, Shortcut, below, up_to
+
+GROUPS = {
+    "determinant": """Determinants
+dst(k) = determinant of the square matrix src(k). A single matrix writes one element, an array one element for each
+object, in a row: dst has no strides in any layout.
+
+`buffer` is scratch of order*order + order elements of the call's type, whatever its content. It must not be null,
+though orders 3 to 6 leave it alone. A call that is spread over threads doesn't touch it.
+
+Orders 3 to 6 are closed forms without any test: a singular matrix gives what rounding leaves. All other orders are
+eliminations with row pivoting; a pivot below, or a last one not above, 2*order^3 times the smallest normal number of
+the type makes the result exactly zero. A singular matrix is no failure.
+
+Overlap: dst, buffer and src must not overlap.
+
+Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+""",
+    "lu_decomposition": """LU decomposition
+P A = L U with row pivoting. Rows are not moved: row `pivots[k]` of dst holds row k of U from column k on, and left of
+it the multipliers of L, whose diagonal of ones is not stored. `pivots` are `order` indices from 0, for each object
+of an array those behind the other's; what they hold before the call doesn't matter. dst and `pivots` together are
+what `kormLUBackSubst` solves with.
+
+Singular: orders 3 to 6 when a pivot is below twice the smallest normal number of the type; all other orders when a
+pivot is not above 2^-23 (`32f`) or 2^-52 (`64f`). An array call on one thread stops at the first singular object and
+leaves later ones untouched; spread over threads, each run of objects stops for itself. Of the singular object, orders 3
+to 6 have written the rows of dst that were finished (in the pointer layout none) and `pivots`; other orders have
+written the matrix as far as it was eliminated.
+
+Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
+
+Status: ::korStatusOk, ::korStatusSingular, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array
+forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check nothing is written.
+""",
+    "lu_solve": """Solving with an LU decomposition
+Solves A x = b: src1 and `pivots` are dst and `pivots` of a `kormLUDecomp` call of the same order, src2 is b, dst is x.
+One matrix may serve an array of vectors (`mva`).
+
+No value is tested: a zero pivot gives infinities or NaN, and `pivots` that are no permutation read what they name.
+
+Overlap: at orders 3 to 6 dst may be src2, at the same place with the same strides. Any other overlap, and any at all at
+other orders, leaves dst undefined.
+
+Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+""",
+    "inverse": """Inverses
+dst(k) = inverse of the square matrix src(k).
+
+`buffer` is scratch of order*order + order elements of the call's type, whatever its content. It must not be null,
+though orders 1 and 3 to 6 leave it alone. A call that is spread over threads doesn't touch it.
+
+Orders 2, 7 and above compute each element as a cofactor of its own, which costs in proportion to order^5: from order 7
+on prefer `kormLUDecomp` and `kormLUBackSubst`. There a cofactor that is not above 2*order^3 times the smallest normal
+number of the type counts as that number, so an element that should be zero comes out as a tiny one.
+
+Singular: when the determinant (orders 5 and 6 of plain `32f` matrices: a pivot, or the determinant of what is left
+after the pivots) is below 2*order^3 times the smallest normal number of the type, in plain `64f` matrices of orders
+3 and 4 twice that. The object is then untouched, but for its first row (order 6: two rows) in plain `32f` matrices of
+orders 5 and 6. An array call on one thread stops at the first singular object and leaves later ones untouched;
+spread over threads, each run of objects stops for itself. `kormInvert_ma_32f` takes matrices of order 4 that are
+packed and aligned to 16 bytes in pairs, and writes neither of a pair if one is singular.
+
+Overlap: at orders 1 and 3 to 6 dst may be src, at the same place with the same strides. Any other overlap, and any at
+all at other orders, leaves dst undefined.
+
+Status: ::korStatusOk, ::korStatusSingular, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array
+forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check nothing is written.
+""",
+}
+
+ARRAY, SINGLE = "- L P", "- P"  # layout suffixes: an array form has all three, a single object no list
+
+BUFFER = {"buffer": "element *"}
+PIVOTS = {"pivots": "int32_t *"}
+FACTORED = {"pivots": "const int32_t *"}
+SQUARE_AND_ROW = "order * order + order"  # scratch: a matrix, and a row for its pivots' positions
+
+
+def everywhere(limit):
+    return {(layout, element): limit for layout in ("standard", "list", "pointer") for element in ("32f", "64f")}
+
+
+# fmt: off
+DET = dict(kernel="determinant", source="linalg/determinant.h", group="determinant", result="scalars", extras=BUFFER)
+LU = dict(kernel="luDecomposition", source="linalg/lu.h", group="lu_decomposition", extras=PIVOTS,
+          formula="dst, pivots = L U of src with row pivoting")
+SOLVE = dict(kernel="luSolve", source="linalg/lu_solve.h", group="lu_solve", result="v", extras=FACTORED)
+INVERT = dict(kernel="inverse", source="linalg/invert.h", group="inverse", extras=BUFFER,
+              shortcut=Shortcut("order == 1", "reciprocals"))
+
+FAMILIES = [
+    Family("Det", "m",  SINGLE, "src order buffer dst", formula="dst = det(src)", **DET),
+    Family("Det", "ma", ARRAY,  "src order buffer dst count", formula="dst(k) = det(src(k))", **DET,
+           estimate="order * count", limits=everywhere(up_to(14400)), scratch=SQUARE_AND_ROW),
+
+    Family("LUDecomp", "m",  SINGLE, "src pivots dst order", **LU, merges_status=True),
+    Family("LUDecomp", "ma", ARRAY,  "src pivots dst order count", **LU, merges_status=True,
+           estimate="order * order * count", limits=everywhere(below(1001)), per_object={"pivots": "order"}),
+
+    Family("LUBackSubst", "mv",   SINGLE, "src1 pivots src2 dst order", formula="src1 dst = src2, src1 factored", **SOLVE),
+    Family("LUBackSubst", "mva",  ARRAY,  "src1 pivots src2 dst order count", formula="src1 dst(k) = src2(k), src1 factored", **SOLVE,
+           estimate="(order + 2 * count) * order", limits=everywhere(below(701))),
+    Family("LUBackSubst", "mava", ARRAY,  "src1 pivots src2 dst order count", formula="src1(k) dst(k) = src2(k), src1 factored", **SOLVE,
+           estimate="(order + 2) * order * count", limits=everywhere(below(1201)), per_object={"pivots": "order"}),
+
+    Family("Invert", "m",  SINGLE, "src buffer dst order", formula="dst = inverse of src", **INVERT, merges_status=True),
+    Family("Invert", "ma", ARRAY,  "src buffer dst order count", formula="dst(k) = inverse of src(k)", **INVERT, merges_status=True,
+           estimate="order * 2 * count", limits={**everywhere(below(2501)), ("standard", "32f"): below(3601, 2501)},
+           scratch=SQUARE_AND_ROW),
+]
+# fmt: on

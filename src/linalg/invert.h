@@ -1,0 +1,145 @@
+// Inverses: which order of which layout takes which path.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+#include "entry/lanes.h"
+#include "entry/views.h"
+#include "korm.h"
+#include "linalg/adjugate.h"
+#include "linalg/block.h"
+#include "linalg/cofactors.h"
+#include "linalg/objects.h"
+#include "linalg/scalars.h"
+
+namespace korm {
+
+// What the closed forms of orders 3 to 6 do differently.
+struct InversePath {
+    bool blocks;
+    Reciprocal reciprocal;
+    Minus minus;
+    int threshold;  // times the smallest normal number
+};
+
+template <int n, class A>
+constexpr InversePath inversePath() {
+    using T = typename A::Element;
+    constexpr int tol = 2 * n * n * n;
+    if (!isPlain<A>) return {false, Reciprocal::divided, Minus::subtracted, tol};
+    if (std::is_same_v<T, double>)
+        return {false, Reciprocal::divided, n == 4 ? Minus::flipped : Minus::subtracted, n < 5 ? 2 * tol : tol};
+    if (n > 4) return {true, Reciprocal::newton4, Minus::subtracted, tol};
+    if (n == 4) return {false, Reciprocal::newton4, Minus::subtracted, tol};
+    // The standard array form divides at order 3, the single form and the list form don't.
+    return {false, A::objects == Objects::stepped ? Reciprocal::divided : Reciprocal::newton3, Minus::subtracted, tol};
+}
+
+template <class T>
+inline T smallest(int times) {
+    return static_cast<T>(times) * std::numeric_limits<T>::min();
+}
+
+// False if an object is singular; then `a` may be used up and `inverse` holds nothing.
+template <int n, class Path, class S>
+[[gnu::always_inline]] inline bool invertSized(Path, S (&a)[n][n], S (&inverse)[n][n]) {
+    constexpr InversePath path = Path::value;
+    const S threshold = all<S>(smallest<ElementOf<S>>(path.threshold));
+    S determinant;
+    if constexpr (path.blocks) return invertByBlocks(a, threshold, inverse);
+    else return invertByAdjugate<n, path.reciprocal, path.minus>(a, threshold, inverse, determinant);
+}
+
+// A path as a type.
+template <int n, class View>
+struct PathOf {
+    static constexpr InversePath value = inversePath<n, View>();
+};
+
+template <int n, class Path, class T, class A, class D>
+[[gnu::noinline]] std::int32_t invertObject(const A& src, const D& dst) {
+    T a[n][n], inverse[n][n];
+    readSquare<n>(src, a);
+    if (invertSized<n>(Path{}, a, inverse)) {
+        writeSquare<n>(dst, inverse);
+        return korStatusOk;
+    }
+    // The block form has the destination's first rows as its working rows.
+    if constexpr (Path::value.blocks)
+        for (int i = 0; i < n - 4; ++i) {
+            readRow<n>(src, i, a[i]);
+            writeRow<n>(dst, i, a[i]);
+        }
+    return korStatusSingular;
+}
+
+// Packed and aligned floats of order 4 are tested two at a time: neither of a pair is written if one is singular.
+template <class A, class D>
+[[gnu::always_inline]] inline bool invertsInPairs(const A& src, const D& dst) {
+    if constexpr (isPlain<A> && A::objects == Objects::stepped && std::is_same_v<typename A::Element, float>) {
+        const auto bits = reinterpret_cast<std::intptr_t>(src.origin) | reinterpret_cast<std::intptr_t>(dst.origin) |
+                          src.objectStride | dst.objectStride;
+        return bits % 16 == 0 && src.rowStride == 16 && dst.rowStride == 16;
+    } else {
+        return false;
+    }
+}
+
+template <class A, class D>
+[[gnu::noinline]] std::int32_t invertPair(const A& src, const D& dst, std::ptrdiff_t k) {
+    float a[4][4], first[4][4], second[4][4];
+    readSquare<4>(src.at(k), a);
+    bool regular = invertSized<4>(PathOf<4, A>{}, a, first);
+    readSquare<4>(src.at(k + 1), a);
+    regular = invertSized<4>(PathOf<4, A>{}, a, second) && regular;
+    if (!regular) return korStatusSingular;
+    writeSquare<4>(dst.at(k), first);
+    writeSquare<4>(dst.at(k + 1), second);
+    return korStatusOk;
+}
+
+template <int n, class A, class D, class Count>
+[[gnu::always_inline]] inline std::int32_t invertObjects(const A& src, const D& dst, Count count) {
+    using T = typename D::Element;
+    std::ptrdiff_t k = 0;
+    if constexpr (n == 4 && !isOne<Count>)
+        if (invertsInPairs(src, dst))
+            for (; k + 2 <= count; k += 2)
+                if (invertPair(src, dst, k) != korStatusOk) return korStatusSingular;
+    for (; k < count; ++k)
+        if (invertObject<n, PathOf<n, A>, T>(src.at(k), dst.at(k)) != korStatusOk) return korStatusSingular;
+    return korStatusOk;
+}
+
+template <class A, class D, class Count>
+[[gnu::always_inline]] inline std::int32_t inverse(A src, D dst, typename D::Element* buffer, std::int32_t order,
+                                                   Count count) {
+    using T = typename D::Element;
+    switch (order) {
+        case 3: return invertObjects<3>(src, dst, count);
+        case 4: return invertObjects<4>(src, dst, count);
+        case 5: return invertObjects<5>(src, dst, count);
+        case 6: return invertObjects<6>(src, dst, count);
+        default: break;
+    }
+    for (std::ptrdiff_t k = 0; k < count; ++k)
+        if (invertByCofactors<T>(src.at(k), dst.at(k), buffer, order) != korStatusOk) return korStatusSingular;
+    return korStatusOk;
+}
+
+// Order 1. A NaN is singular here, unlike in the closed forms.
+template <class A, class D, class Count>
+[[gnu::noinline]] std::int32_t reciprocals(A src, D dst, typename D::Element*, std::int32_t order, Count count) {
+    using T = typename D::Element;
+    const T tiny = tolerance<T>(order);
+    for (std::ptrdiff_t k = 0; k < count; ++k) {
+        const T value = load<T>(src.at(k).address(0, 0));
+        if (!(std::fabs(value) > tiny)) return korStatusSingular;
+        store(dst.at(k).address(0, 0), 1 / value);
+    }
+    return korStatusOk;
+}
+
+}  // namespace korm

@@ -1,0 +1,171 @@
+// Solves with an LU decomposition: y by the multipliers, downwards, then x by the upper triangle, upwards.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "entry/lanes.h"
+#include "entry/views.h"
+#include "linalg/objects.h"
+#include "linalg/rows.h"
+#include "linalg/scalars.h"
+
+namespace korm {
+
+// --- Orders 3 to 6 ------------------------------------------------------------------------------
+
+// Both sweeps over `v`, whose element k belongs to row k of `a`; rows are in the order of the pivots. Terms are
+// subtracted one at a time, that of the highest column first. `scale` is what a row is divided by, or, where one
+// matrix serves many vectors, multiplied by.
+template <bool multiplies, int n, class S>
+[[gnu::always_inline]] inline void sweep(const S (&a)[n][n], const S (&scale)[n], S (&v)[n]) {
+#pragma GCC unroll 6
+    for (int k = 1; k < n; ++k)
+#pragma GCC unroll 6
+        for (int j = k - 1; j >= 0; --j) v[k] = v[k] - a[k][j] * v[j];
+#pragma GCC unroll 6
+    for (int k = n - 1; k >= 0; --k) {
+#pragma GCC unroll 6
+        for (int j = n - 1; j > k; --j) v[k] = v[k] - a[k][j] * v[j];
+        v[k] = multiplies ? v[k] * scale[k] : v[k] / scale[k];
+    }
+}
+
+// Row `pivots[k]` of a matrix becomes row k.
+template <int n, class T, class A>
+[[gnu::always_inline]] inline void readPivoted(const A& matrix, const std::byte* pivots, T (&a)[n][n]) {
+#pragma GCC unroll 6
+    for (int k = 0; k < n; ++k) {
+        const std::int32_t row = load<std::int32_t>(pivots + 4 * k);
+#pragma GCC unroll 6
+        for (int j = 0; j < n; ++j) a[k][j] = load<T>(matrix.address(row, j));
+    }
+}
+
+template <int n, class T, class B>
+[[gnu::always_inline]] inline void readPivotedVector(const B& vector, const std::byte* pivots, T (&v)[n]) {
+#pragma GCC unroll 6
+    for (int k = 0; k < n; ++k) v[k] = load<T>(vector.address(0, load<std::int32_t>(pivots + 4 * k)));
+}
+
+template <int n, class T, class A, class B, class D>
+[[gnu::noinline]] void luSolveSized(const A& matrix, const B& src, const D& dst, const std::byte* pivots) {
+    T a[n][n], scale[n], v[n];
+    readPivoted(matrix, pivots, a);
+    for (int k = 0; k < n; ++k) scale[k] = a[k][k];
+    readPivotedVector(src, pivots, v);
+    sweep<false>(a, scale, v);
+    writeRow<n>(dst, 0, v);
+}
+
+// One matrix, many vectors: its divisions are made once.
+template <int n, class T, class A, class B, class D>
+[[gnu::noinline]] void luSolveVectors(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
+                                      std::ptrdiff_t count) {
+    T a[n][n], scale[n];
+    readPivoted(matrix.at(0), pivots, a);
+    for (int k = 0; k < n; ++k) scale[k] = 1 / a[k][k];
+    for (std::ptrdiff_t t = 0; t < count; ++t) {
+        T v[n];
+        readPivotedVector(src.at(t), pivots, v);
+        sweep<true>(a, scale, v);
+        writeRow<n>(dst.at(t), 0, v);
+    }
+}
+
+// --- All other orders ---------------------------------------------------------------------------
+
+[[gnu::always_inline]] inline float folded(const Float4 (&part)[2]) {
+    const Float4 v = part[0] + part[1];
+    const Float4 w = v + __builtin_shufflevector(v, v, 2, 3, 2, 3);
+    return w[0] + w[1];
+}
+
+[[gnu::always_inline]] inline double folded(const Double2 (&part)[4]) {
+    const Double2 w = (part[0] + part[1]) + (part[2] + part[3]);
+    return w[0] + w[1];
+}
+
+// The sum of products of row `row` of the matrix and the work vector, over columns first to end - 1.
+//
+// Long sums of adjacent elements run in eight partial sums, from where the work vector reaches a multiple of 16
+// bytes on. Where that is decides about the rounding, so it depends on the address.
+template <class T, class A, class D>
+[[gnu::always_inline]] inline T sumOfProducts(const A& matrix, std::ptrdiff_t row, const D& work, std::ptrdiff_t first,
+                                              std::ptrdiff_t end) {
+    constexpr std::ptrdiff_t block = 8;
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    const auto term = [&](std::ptrdiff_t j) { return load<T>(matrix.address(row, j)) * load<T>(work.address(0, j)); };
+    T sum = 0;
+    std::ptrdiff_t j = first;
+    if constexpr (hasAdjacentElements<T, A> && hasAdjacentElements<T, D>) {
+        const auto address = reinterpret_cast<std::intptr_t>(work.address(0, first));
+        const std::ptrdiff_t aligned = first + (-address & 15) / size;
+        if (address % size == 0 && end - aligned >= block) {
+            for (; j < aligned; ++j) sum = sum + term(j);
+            constexpr int vectors = block / laneCount<T>;
+            Lanes<T> part[vectors] = {};
+            part[0][0] = sum;
+            for (; end - j >= block; j += block)
+#pragma GCC unroll 4
+                for (int v = 0; v < vectors; ++v) {
+                    const std::ptrdiff_t at = j + v * laneCount<T>;
+                    part[v] = part[v] + loadLanes<T>(matrix.address(row, at)) * loadLanes<T>(work.address(0, at));
+                }
+            sum = folded(part);
+        }
+    }
+    for (; j < end; ++j) sum = sum + term(j);
+    return sum;
+}
+
+// dst is the work vector.
+template <class T, class A, class B, class D>
+[[gnu::noinline]] void luSolveGeneral(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
+                                      std::ptrdiff_t n) {
+    const auto row = [pivots](std::ptrdiff_t k) { return load<std::int32_t>(pivots + 4 * k); };
+    store(dst.address(0, 0), load<T>(src.address(0, row(0))));
+    for (std::ptrdiff_t k = 1; k < n; ++k) {
+        const T sum = sumOfProducts<T>(matrix, row(k), dst, 0, k);
+        store(dst.address(0, k), load<T>(src.address(0, row(k))) - sum);
+    }
+    for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
+        T y = load<T>(dst.address(0, k));
+        if (k < n - 1) y = y - sumOfProducts<T>(matrix, row(k), dst, k + 1, n);
+        store(dst.address(0, k), y / load<T>(matrix.address(row(k), k)));
+    }
+}
+
+template <class T, class A, class B, class D>
+[[gnu::always_inline]] inline void luSolveObject(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
+                                                 std::int32_t order) {
+    switch (order) {
+        case 3: return luSolveSized<3, T>(matrix, src, dst, pivots);
+        case 4: return luSolveSized<4, T>(matrix, src, dst, pivots);
+        case 5: return luSolveSized<5, T>(matrix, src, dst, pivots);
+        case 6: return luSolveSized<6, T>(matrix, src, dst, pivots);
+        default: return luSolveGeneral<T>(matrix, src, dst, pivots, order);
+    }
+}
+
+// One matrix for all vectors or one for each.
+template <class A, class B, class D, class Count>
+[[gnu::always_inline]] inline void luSolve(A matrix, B src, D dst, const std::int32_t* pivots, std::int32_t order,
+                                           Count count) {
+    using T = typename D::Element;
+    const auto* const bytes = reinterpret_cast<const std::byte*>(pivots);
+    constexpr bool shared = A::objects == Objects::single && D::objects != Objects::single;
+    if constexpr (shared) {
+        switch (order) {
+            case 3: return luSolveVectors<3, T>(matrix, src, dst, bytes, count);
+            case 4: return luSolveVectors<4, T>(matrix, src, dst, bytes, count);
+            case 5: return luSolveVectors<5, T>(matrix, src, dst, bytes, count);
+            case 6: return luSolveVectors<6, T>(matrix, src, dst, bytes, count);
+            default: break;
+        }
+    }
+    for (std::ptrdiff_t t = 0; t < count; ++t)
+        luSolveObject<T>(matrix.at(t), src.at(t), dst.at(t), shared ? bytes : bytes + 4 * t * order, order);
+}
+
+}  // namespace korm
