@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 #include "entry/lanes.h"
 #include "entry/views.h"
@@ -106,11 +107,13 @@ template <int size, class T, class Smaller, class Larger, int n>
 }
 
 // Orders 5 and 6: along the first row, from minors of the last rows upwards. There are more of them than the unit
-// has room for, so they go through memory: those of two rows as doubles, larger ones in the element's type.
+// has room for, so they go through memory, rounded to the element's type; but in single precision those of two rows
+// stay extended.
 template <int n, class T>
 [[gnu::always_inline]] inline T extendedDeterminant(T (&a)[n][n]) {
+    using Pair = std::conditional_t<std::is_same_v<T, float>, long double, double>;
     T one[1 << n], three[1 << n], four[1 << n], five[1 << n];
-    double two[1 << n];
+    Pair two[1 << n];
     startMinors(a[n - 1], one);
     expandAndRound<2>(a[n - 2], one, two);
     expandAndRound<3>(a[n - 3], two, three);
