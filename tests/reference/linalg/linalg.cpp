@@ -115,8 +115,8 @@ std::int32_t adjugate(const Form& form, const View<T>& dst, const Square<T>& a, 
     const BoundedInverse<T> inverse = boundedInverse(a, invertApproximates(form, plain, n));
     if (absolute(inverse.det) < invertThreshold(form, plain, n)) return status::singular;
     // Data for these paths are chosen so that this decides; how far a block elimination may be off is told apart.
-    const bool bounded = tame(a) && inverse.detBound < absolute(inverse.det) / 64 &&
-                         invertPath(form, plain, n) == InvertPath::adjugate;
+    const bool bounded =
+        tame(a) && inverse.detBound < absolute(inverse.det) / 64 && invertPath(form, plain, n) == InvertPath::adjugate;
     if (!bounded) {
         everywhere(0, std::numeric_limits<long double>::infinity());
         return status::ok;
@@ -197,8 +197,8 @@ DetPath detPath(const Form& form, const std::vector<OperandValues>& operands, co
     if (n == 3) return DetPath::closed;
     // Pairs where everything is aligned; the last of an odd number is alone.
     const OperandValues& src = operands[operandNamed(form, "src")];
-    const bool aligned = reinterpret_cast<std::uintptr_t>(src.base) % 16 == 0 && src.objectStride % 16 == 0 &&
-                         src.rowStride % 16 == 0;
+    const bool aligned =
+        reinterpret_cast<std::uintptr_t>(src.base) % 16 == 0 && src.objectStride % 16 == 0 && src.rowStride % 16 == 0;
     const bool paired = object - first < runCount / 2 * 2;
     return aligned && paired ? DetPath::closed : DetPath::extended;
 }
