@@ -69,7 +69,7 @@ Block<T> numbersBelowOne(std::size_t size) {
 
 struct Place {
     const char* name;
-    std::size_t bytes;       // of all matrices that are read or written
+    std::size_t bytes;  // of all matrices that are read or written
     std::size_t mostObjects;
 };
 // Half of a first-level cache; many objects, so that no branch is learnt, in the outer caches; and beyond them.

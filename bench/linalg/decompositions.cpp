@@ -15,15 +15,19 @@ void decompositionRow(const Place& place, std::vector<Measured>& measured) {
     const std::size_t count = objectsIn(place, n, sizeof(T));
     const auto objects = static_cast<std::int32_t>(count);
     const Block<T> source = shuffledMatrices<T>(n, count);
-    Row row{rowName<T>("LUDecomp_ma", n, place), count, size * std::min<std::size_t>(count, 1000), 1e3 * Eigen::NumTraits<T>::epsilon(), {}};
+    Row row{rowName<T>("LUDecomp_ma", n, place),
+            count,
+            size * std::min<std::size_t>(count, 1000),
+            1e3 * Eigen::NumTraits<T>::epsilon(),
+            {}};
 
     const Block<T> factors(size * count);
     const Block<std::int32_t> pivots(n * count);
     row.contenders.push_back({"korm",
                               [=] {
                                   pick<T>(kormLUDecomp_ma_32f, kormLUDecomp_ma_64f)(
-                                      source.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), pivots.data(), factors.data(),
-                                      bytes<T>(size), bytes<T>(n), bytes<T>(1), n, objects);
+                                      source.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), pivots.data(),
+                                      factors.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), n, objects);
                               },
                               // The rows in the order of the pivots, as the peer has them.
                               [=](std::size_t i) {
@@ -34,17 +38,16 @@ void decompositionRow(const Place& place, std::vector<Measured>& measured) {
 
     const Block<T> eigenFactors(size * count);
     const Block<std::int32_t> eigenPivots(n * count);
-    row.contenders.push_back({"Eigen",
-                              [=] {
-                                  for (std::size_t k = 0; k < count; ++k) {
-                                      const Eigen::PartialPivLU<Matrix<T, n>> lu(
-                                          mapOf<const Matrix<T, n>>(source.data() + k * size));
-                                      mapOf<Matrix<T, n>>(eigenFactors.data() + k * size) = lu.matrixLU();
-                                      mapOf<Vector<std::int32_t, n>>(eigenPivots.data() + k * n) =
-                                          lu.permutationP().indices();
-                                  }
-                              },
-                              [=](std::size_t i) { return static_cast<double>(eigenFactors[i]); }});
+    row.contenders.push_back(
+        {"Eigen",
+         [=] {
+             for (std::size_t k = 0; k < count; ++k) {
+                 const Eigen::PartialPivLU<Matrix<T, n>> lu(mapOf<const Matrix<T, n>>(source.data() + k * size));
+                 mapOf<Matrix<T, n>>(eigenFactors.data() + k * size) = lu.matrixLU();
+                 mapOf<Vector<std::int32_t, n>>(eigenPivots.data() + k * n) = lu.permutationP().indices();
+             }
+         },
+         [=](std::size_t i) { return static_cast<double>(eigenFactors[i]); }});
 
 #ifdef LINALG_BENCH_LAPACK
     // It factors the transpose, so what can be compared is the product of its pivots.
@@ -52,7 +55,8 @@ void decompositionRow(const Place& place, std::vector<Measured>& measured) {
     const Block<std::int32_t> lapackPivots(n * count);
     const auto lapack = [=] {
         std::memcpy(lapackFactors.data(), source.data(), size * count * sizeof(T));
-        for (std::size_t k = 0; k < count; ++k) lapackFactor(n, lapackFactors.data() + k * size, lapackPivots.data() + k * n);
+        for (std::size_t k = 0; k < count; ++k)
+            lapackFactor(n, lapackFactors.data() + k * size, lapackPivots.data() + k * n);
     };
     const auto kormValue = row.contenders[0].value;
     row.contenders.push_back({"LAPACK", lapack, [=](std::size_t i) {

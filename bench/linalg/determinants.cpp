@@ -27,7 +27,8 @@ void determinantRow(const Place& place, std::vector<Measured>& measured) {
     row.contenders.push_back({"korm",
                               [=] {
                                   pick<T>(kormDet_ma_32f, kormDet_ma_64f)(source.data(), bytes<T>(size), bytes<T>(n),
-                                                                          bytes<T>(1), n, buffer.data(), result.data(), objects);
+                                                                          bytes<T>(1), n, buffer.data(), result.data(),
+                                                                          objects);
                               },
                               [=](std::size_t i) { return static_cast<double>(result[i]); }});
 
@@ -35,7 +36,8 @@ void determinantRow(const Place& place, std::vector<Measured>& measured) {
     row.contenders.push_back({"Eigen",
                               [=] {
                                   for (std::size_t k = 0; k < count; ++k)
-                                      eigenResult[k] = mapOf<const Matrix<T, n>>(source.data() + k * size).determinant();
+                                      eigenResult[k] =
+                                          mapOf<const Matrix<T, n>>(source.data() + k * size).determinant();
                               },
                               [=](std::size_t i) { return static_cast<double>(eigenResult[i]); }});
 
@@ -47,7 +49,8 @@ void determinantRow(const Place& place, std::vector<Measured>& measured) {
         std::memcpy(static_cast<void*>(matrices.data()), source.data(), sizeof(M) * count);
         row.contenders.push_back({"GLM",
                                   [=] {
-                                      for (std::size_t k = 0; k < count; ++k) glmResult[k] = glm::determinant(matrices[k]);
+                                      for (std::size_t k = 0; k < count; ++k)
+                                          glmResult[k] = glm::determinant(matrices[k]);
                                   },
                                   [=](std::size_t i) { return static_cast<double>(glmResult[i]); }});
     }
@@ -59,7 +62,8 @@ void determinantRow(const Place& place, std::vector<Measured>& measured) {
                                   [=] {
                                       for (std::size_t k = 0; k < count; ++k) {
                                           T* const from = source.data() + k * size;
-                                          if constexpr (n == 3) cglmResult[k] = glm_mat3_det(reinterpret_cast<vec3*>(from));
+                                          if constexpr (n == 3)
+                                              cglmResult[k] = glm_mat3_det(reinterpret_cast<vec3*>(from));
                                           else cglmResult[k] = glm_mat4_det(reinterpret_cast<vec4*>(from));
                                       }
                                   },
@@ -120,8 +124,9 @@ void extendedRow() {
              0,
              {{"korm",
                [=] {
-                   pick<T>(kormDet_ma_32f_L, kormDet_ma_64f_L)(list->data(), 0, bytes<T>(n), bytes<T>(1), n, buffer.data(),
-                                                               result.data(), static_cast<std::int32_t>(count));
+                   pick<T>(kormDet_ma_32f_L, kormDet_ma_64f_L)(list->data(), 0, bytes<T>(n), bytes<T>(1), n,
+                                                               buffer.data(), result.data(),
+                                                               static_cast<std::int32_t>(count));
                },
                [](std::size_t) { return 0.0; }}}},
             measured);
@@ -142,11 +147,12 @@ void measureDeterminants() {
     });
     printTable("Determinant", measured);
 
-    std::printf("## Determinants in extended precision, cycles each\n\n"
-                "The unit multiplies once in %.2f cycles at best, beside one addition; its limit for the operations of the\n"
-                "expansion is the larger of the two numbers. Clock: %.2f GHz.\n\n"
-                "| row | multiplications | additions | limit | korm | korm / limit |\n|---|---:|---:|---:|---:|---:|\n",
-                x87MultiplicationCycles(), cyclesPerNanosecond());
+    std::printf(
+        "## Determinants in extended precision, cycles each\n\n"
+        "The unit multiplies once in %.2f cycles at best, beside one addition; its limit for the operations of the\n"
+        "expansion is the larger of the two numbers. Clock: %.2f GHz.\n\n"
+        "| row | multiplications | additions | limit | korm | korm / limit |\n|---|---:|---:|---:|---:|---:|\n",
+        x87MultiplicationCycles(), cyclesPerNanosecond());
     forOrders(std::integer_sequence<int, 3, 4, 5, 6>(), []<class T, int n>() { extendedRow<T, n>(); });
     std::printf("\n");
 }

@@ -23,12 +23,16 @@ void inverseRow(const Place& place, std::vector<Measured>& measured) {
     const std::size_t count = std::min<std::size_t>(objectsIn(place, n, sizeof(T)), n > 6 ? 1000 : 1u << 20);
     const auto objects = static_cast<std::int32_t>(count);
     const Block<T> source = shuffledMatrices<T>(n, count), inverse(size * count), buffer(size + n);
-    Row row{rowName<T>("Invert_ma", n, place), count, size * std::min<std::size_t>(count, 1000), isSingle<T> ? 1e-4 : 1e-12, {}};
+    Row row{rowName<T>("Invert_ma", n, place),
+            count,
+            size * std::min<std::size_t>(count, 1000),
+            isSingle<T> ? 1e-4 : 1e-12,
+            {}};
     row.contenders.push_back({"korm",
                               [=] {
                                   pick<T>(kormInvert_ma_32f, kormInvert_ma_64f)(
-                                      source.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), buffer.data(), inverse.data(),
-                                      bytes<T>(size), bytes<T>(n), bytes<T>(1), n, objects);
+                                      source.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), buffer.data(),
+                                      inverse.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), n, objects);
                               },
                               [=](std::size_t i) { return static_cast<double>(inverse[i]); }});
 
@@ -49,13 +53,12 @@ void inverseRow(const Place& place, std::vector<Measured>& measured) {
         static_assert(sizeof(M) == size * sizeof(T));
         const Block<M> matrices(count), inverses(count);
         std::memcpy(static_cast<void*>(matrices.data()), source.data(), sizeof(M) * count);
-        row.contenders.push_back({"GLM",
-                                  [=] {
-                                      for (std::size_t k = 0; k < count; ++k) inverses[k] = glm::inverse(matrices[k]);
-                                  },
-                                  [=](std::size_t i) {
-                                      return static_cast<double>(reinterpret_cast<const T*>(inverses.data())[i]);
-                                  }});
+        row.contenders.push_back(
+            {"GLM",
+             [=] {
+                 for (std::size_t k = 0; k < count; ++k) inverses[k] = glm::inverse(matrices[k]);
+             },
+             [=](std::size_t i) { return static_cast<double>(reinterpret_cast<const T*>(inverses.data())[i]); }});
     }
 #endif
 #ifdef LINALG_BENCH_CGLM
@@ -66,7 +69,8 @@ void inverseRow(const Place& place, std::vector<Measured>& measured) {
                                       for (std::size_t k = 0; k < count; ++k) {
                                           T* const from = source.data() + k * size;
                                           T* const to = cglmInverse.data() + k * size;
-                                          if constexpr (n == 3) glm_mat3_inv(reinterpret_cast<vec3*>(from), reinterpret_cast<vec3*>(to));
+                                          if constexpr (n == 3)
+                                              glm_mat3_inv(reinterpret_cast<vec3*>(from), reinterpret_cast<vec3*>(to));
                                           else glm_mat4_inv(reinterpret_cast<vec4*>(from), reinterpret_cast<vec4*>(to));
                                       }
                                   },

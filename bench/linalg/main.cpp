@@ -41,12 +41,14 @@ int main(int argc, char** argv) {
         else if (!std::strcmp(argv[i], "--filter") && i + 1 < argc) linalgbench::options.filter = argv[++i];
         else return std::fprintf(stderr, "usage: korm_linalg_bench [--quick] [--filter TEXT]\n"), 2;
     }
-    std::printf("# LU, solve, inverse, determinant: measured\n\n"
-                "Written by `scripts/bench-linalg`. Packed arrays on one thread of %s; contenders take turns in one run and\n"
-                "medians are compared; all are compiled with %s, and OpenBLAS uses its %s kernels.\n"
-                "`cache`: 24 KiB of matrices. `shuffled`: up to a hundred thousand objects with their rows in random order, so\n"
-                "that no branch on a pivot can be learnt. Results are compared before anything is timed.\n\n",
-                processorName().c_str(), KORM_BENCH_COMPILER " " KORM_BENCH_FLAGS, std::getenv("OPENBLAS_CORETYPE"));
+    std::printf(
+        "# LU, solve, inverse, determinant: measured\n\n"
+        "Written by `scripts/bench-linalg`. Packed arrays on one thread of %s; contenders take turns in one run and\n"
+        "medians are compared; all are compiled with %s, and OpenBLAS uses its %s kernels.\n"
+        "`cache`: 24 KiB of matrices. `shuffled`: up to a hundred thousand objects with their rows in random order, "
+        "so\n"
+        "that no branch on a pivot can be learnt. Results are compared before anything is timed.\n\n",
+        processorName().c_str(), KORM_BENCH_COMPILER " " KORM_BENCH_FLAGS, std::getenv("OPENBLAS_CORETYPE"));
 #ifndef LINALG_BENCH_LAPACK
     std::printf("Without LAPACK: the build found none (Debian: libopenblas-pthread-dev, liblapacke-dev).\n\n");
 #endif

@@ -127,8 +127,7 @@ void printTable(const std::string& title, const std::vector<Measured>& measured)
         }
     }
     std::printf("\nGeometric means over korm:");
-    for (const auto& [name, mean] : means)
-        std::printf(" %s %.2f,", name.c_str(), std::exp(mean.first / mean.second));
+    for (const auto& [name, mean] : means) std::printf(" %s %.2f,", name.c_str(), std::exp(mean.first / mean.second));
     std::printf(" worst row %.2f (%s)\n\n", worst, worstRow.c_str());
     std::fflush(stdout);
 }
@@ -167,9 +166,10 @@ double x87MultiplicationCycles() {
                 "fmul %%st, %%st(5)\n\tfmul %%st, %%st(6)\n\tfmul %%st, %%st(7)" ::
                     : "memory");
         }
-        asm volatile("fstp %%st(0)\n\tfstp %%st(0)\n\tfstp %%st(0)\n\tfstp %%st(0)\n\t"
-                     "fstp %%st(0)\n\tfstp %%st(0)\n\tfstp %%st(0)\n\tfstp %%st(0)" ::
-                         : "memory");
+        asm volatile(
+            "fstp %%st(0)\n\tfstp %%st(0)\n\tfstp %%st(0)\n\tfstp %%st(0)\n\t"
+            "fstp %%st(0)\n\tfstp %%st(0)\n\tfstp %%st(0)\n\tfstp %%st(0)" ::
+                : "memory");
         best = std::min(best, (now() - start) * cyclesPerNanosecond() / (7.0 * loops));
     }
     return best;

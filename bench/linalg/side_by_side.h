@@ -25,8 +25,8 @@ struct Contender {
 struct Row {
     std::string name;
     std::size_t objects = 0;
-    std::size_t values = 0;   // how many to compare
-    double tolerance = 0;     // relative to the largest value
+    std::size_t values = 0;  // how many to compare
+    double tolerance = 0;    // relative to the largest value
     std::vector<Contender> contenders;
 };
 

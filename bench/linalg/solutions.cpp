@@ -16,14 +16,17 @@ void solutionRow(const Place& place, bool oneMatrix, std::vector<Measured>& meas
     const std::size_t matrices = oneMatrix ? 1 : count;
     const auto objects = static_cast<std::int32_t>(count);
     const Block<T> source = shuffledMatrices<T>(n, matrices), right = numbersBelowOne<T>(n * count);
-    Row row{rowName<T>(oneMatrix ? "LUBackSubst_mva" : "LUBackSubst_mava", n, place), count,
-            n * std::min<std::size_t>(count, 1000), 1e3 * Eigen::NumTraits<T>::epsilon(), {}};
+    Row row{rowName<T>(oneMatrix ? "LUBackSubst_mva" : "LUBackSubst_mava", n, place),
+            count,
+            n * std::min<std::size_t>(count, 1000),
+            1e3 * Eigen::NumTraits<T>::epsilon(),
+            {}};
 
     const Block<T> factors(size * matrices), solution(n * count);
     const Block<std::int32_t> pivots(n * matrices);
-    pick<T>(kormLUDecomp_ma_32f, kormLUDecomp_ma_64f)(source.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), pivots.data(),
-                                                      factors.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), n,
-                                                      static_cast<std::int32_t>(matrices));
+    pick<T>(kormLUDecomp_ma_32f, kormLUDecomp_ma_64f)(source.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1),
+                                                      pivots.data(), factors.data(), bytes<T>(size), bytes<T>(n),
+                                                      bytes<T>(1), n, static_cast<std::int32_t>(matrices));
     row.contenders.push_back(
         {"korm",
          [=] {
@@ -47,32 +50,36 @@ void solutionRow(const Place& place, bool oneMatrix, std::vector<Measured>& meas
                               [=] {
                                   for (std::size_t k = 0; k < count; ++k) {
                                       mapOf<Vector<T, n>>(eigenSolution.data() + k * n) =
-                                          (*lus)[oneMatrix ? 0 : k].solve(mapOf<const Vector<T, n>>(right.data() + k * n));
+                                          (*lus)[oneMatrix ? 0 : k].solve(
+                                              mapOf<const Vector<T, n>>(right.data() + k * n));
                                   }
                               },
                               [=](std::size_t i) { return static_cast<double>(eigenSolution[i]); }});
     if (oneMatrix) {
         // All right-hand sides as one matrix.
         const Block<T> flat(n * count);
-        row.contenders.push_back({"Eigen, one call",
-                                  [=] {
-                                      using Sides = Eigen::Matrix<T, n, Eigen::Dynamic, n == 1 ? Eigen::RowMajor : Eigen::ColMajor>;
-                                      Eigen::Map<Sides>(flat.data(), n, objects) =
-                                          (*lus)[0].solve(Eigen::Map<const Sides>(right.data(), n, objects));
-                                  },
-                                  [=](std::size_t i) { return static_cast<double>(flat[i]); }});
+        row.contenders.push_back(
+            {"Eigen, one call",
+             [=] {
+                 using Sides = Eigen::Matrix<T, n, Eigen::Dynamic, n == 1 ? Eigen::RowMajor : Eigen::ColMajor>;
+                 Eigen::Map<Sides>(flat.data(), n, objects) =
+                     (*lus)[0].solve(Eigen::Map<const Sides>(right.data(), n, objects));
+             },
+             [=](std::size_t i) { return static_cast<double>(flat[i]); }});
     }
 
 #ifdef LINALG_BENCH_LAPACK
     const Block<T> lapackFactors(size * matrices), lapackSolution(n * count);
     const Block<std::int32_t> lapackPivots(n * matrices);
     std::memcpy(lapackFactors.data(), source.data(), size * matrices * sizeof(T));
-    for (std::size_t k = 0; k < matrices; ++k) lapackFactor(n, lapackFactors.data() + k * size, lapackPivots.data() + k * n);
+    for (std::size_t k = 0; k < matrices; ++k)
+        lapackFactor(n, lapackFactors.data() + k * size, lapackPivots.data() + k * n);
     row.contenders.push_back({"LAPACK",
                               [=] {
                                   std::memcpy(lapackSolution.data(), right.data(), n * count * sizeof(T));
                                   if (oneMatrix) {
-                                      lapackSolve(n, objects, lapackFactors.data(), lapackPivots.data(), lapackSolution.data());
+                                      lapackSolve(n, objects, lapackFactors.data(), lapackPivots.data(),
+                                                  lapackSolution.data());
                                       return;
                                   }
                                   for (std::size_t k = 0; k < count; ++k) {

@@ -25,7 +25,8 @@ TEST_P(Invert, LimitsOfEachPath) {
                 // 2 n^3 times the smallest normal number; twice that in the plain kernels of double precision at
                 // orders 3 and 4.
                 T factor = static_cast<T>(2 * n * n * n);
-                if (sizeof(T) == 8 && plain(spread) && form().layout != Layout::pointer && (n == 3 || n == 4)) factor *= 2;
+                if (sizeof(T) == 8 && plain(spread) && form().layout != Layout::pointer && (n == 3 || n == 4))
+                    factor *= 2;
                 const T limit = factor * std::numeric_limits<T>::min();
                 for (std::int32_t step = 0; step < n; ++step) {
                     for (const T value : {std::nextafter(limit, T(0)), limit, std::nextafter(limit, T(1))}) {
@@ -356,13 +357,16 @@ TEST(InvertOrder3, DividesInTheStandardArrayForm) {
         const float quotient = 1 / static_cast<float>(number);
         const float step = reciprocal(static_cast<float>(number), Reciprocal::newtonOrder3);
         if (!sameBits(quotient, step)) ++differing;
-        for (const auto& [name, expected] : {std::pair{"kormInvert_ma_32f", quotient}, {"kormInvert_ma_32f_L", step},
-                                             {"kormInvert_m_32f", step}, {"kormInvert_m_32f_P", quotient}}) {
+        for (const auto& [name, expected] : {std::pair{"kormInvert_ma_32f", quotient},
+                                             {"kormInvert_ma_32f_L", step},
+                                             {"kormInvert_m_32f", step},
+                                             {"kormInvert_m_32f_P", quotient}}) {
             scriptThreadNumbers({1});
             DenseCall call(formNamed(name), squareSizes(3));
             setMatrix(call, "src", 0, a);
             ASSERT_EQ(call.call(), status::ok);
-            ASSERT_TRUE(sameBits(call.get<float>("dst", 0, 0, 0), static_cast<float>(number) * expected)) << name << ", " << number;
+            ASSERT_TRUE(sameBits(call.get<float>("dst", 0, 0, 0), static_cast<float>(number) * expected))
+                << name << ", " << number;
             ASSERT_TRUE(sameBits(call.get<float>("dst", 0, 1, 1), expected)) << name << ", " << number;
         }
     }
