@@ -44,9 +44,61 @@ constexpr int dotRowsAtOnce(Sum shape) {
 }
 
 template <class T>
+constexpr int dotGroups(Sum shape) {
+#if defined(__x86_64__)
+    return shape.partials >= 8 ? 1 : 8 / shape.partials;
+#else
+    return shape.partials >= 4 ? 1 : 4 / shape.partials;
+#endif
+}
+
+template <class T>
 [[gnu::always_inline]] inline void storeFirst(std::byte* to, const Lanes<T>& value, std::ptrdiff_t width) {
     if (width == laneCount<T>) return storeLanes(to, value);
     for (std::ptrdiff_t c = 0; c < width; ++c) store(to + c * static_cast<std::ptrdiff_t>(sizeof(T)), value[c]);
+}
+
+// The product of a vector with `groups` vectors of rows of a matrix.
+template <class T, Sum shape, int groups>
+[[gnu::noinline]] void dotVector(const std::byte* x, const std::byte* a, std::ptrdiff_t rowStep,
+                                 std::ptrdiff_t products, std::byte* to) {
+    constexpr int lanes = laneCount<T>;
+    constexpr int vectors = shape.partials / lanes;
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    const std::ptrdiff_t inBlocks = (products - products % shape.block) * size;
+    Lanes<T> sum[groups];
+    unrolled<groups>([&](auto g) __attribute__((always_inline)) { sum[g] = Lanes<T>{}; });
+    if (inBlocks > 0) {
+        Lanes<T> partial[groups * lanes][vectors];
+        unrolled<groups * lanes * vectors>([&](auto e) __attribute__((always_inline)) {
+            partial[e / vectors][e % vectors] = Lanes<T>{};
+        });
+        for (std::ptrdiff_t at = 0; at < inBlocks; at += vectors * 16)
+            unrolled<vectors>([&](auto v) __attribute__((always_inline)) {
+                const Lanes<T> factor = loadLanes<T>(x + at + 16 * v);
+                unrolled<groups * lanes>([&](auto r) __attribute__((always_inline)) {
+                    partial[r][v] += loadLanes<T>(a + r * rowStep + at + 16 * v) * factor;
+                });
+            });
+        unrolled<groups>([&](auto g) __attribute__((always_inline)) {
+            Lanes<T> row[lanes];
+            unrolled<lanes>([&](auto r) __attribute__((always_inline)) {
+                row[r] = joinedVectors(partial[g * lanes + r]);
+            });
+            sum[g] = joinedLanes(row);
+        });
+    }
+    for (std::ptrdiff_t at = inBlocks; at < products * size; at += size)
+        unrolled<groups>([&](auto g) __attribute__((always_inline)) {
+            const std::byte* const from = a + g * lanes * rowStep + at;
+            Lanes<T> column;
+            if constexpr (lanes == 4)
+                column = Float4{load<T>(from), load<T>(from + rowStep), load<T>(from + 2 * rowStep),
+                                load<T>(from + 3 * rowStep)};
+            else column = Double2{load<T>(from), load<T>(from + rowStep)};
+            sum[g] += column * spread<T>(x + at);
+        });
+    unrolled<groups>([&](auto g) __attribute__((always_inline)) { storeLanes(to + 16 * g, sum[g]); });
 }
 
 // Tiles below each other, each a few rows by a vector of columns, of which the first `width` are stored.

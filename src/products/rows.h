@@ -8,6 +8,8 @@
 #include <cstddef>
 
 #include "entry/lanes.h"
+#include "products/blocks.h"
+#include "products/objects.h"
 #include "products/operands.h"
 
 namespace korm {
@@ -41,8 +43,7 @@ template <class T, int count, bool turned>
     else if constexpr (count == 4 && !turned) return loadLanes<T>(at(0));
     else if constexpr (count == 2 && !turned) return loadPair(at(0));
     else if constexpr (count == 3 && !turned) {
-        const Float4 last = broadcast(load<T>(at(2)));
-        return __builtin_shufflevector(loadPair(at(0)), last, 0, 1, 4, 5);
+        return __builtin_shufflevector(loadPair(at(0)), Float4{load<T>(at(2)), 0, 0, 0}, 0, 1, 4, 4);
     } else {
         constexpr int third = count == 2 ? 0 : 2;
         return Lanes<T>{load<T>(at(0)), load<T>(at(1)), load<T>(at(third)), load<T>(at(count - 1))};
@@ -71,44 +72,66 @@ template <class T, int n, bool turned>
     return rows;
 }
 
-// Row i of the left operand, element by element: as they lie, so that each is spread by one load or one shuffle.
+// The left operand gives its factors in two ways. Each has spread<i, k>(), element (i, k) in all lanes, and
+// rest<i, count, k>(), elements (i, k) to (i + count - 1, k) as the rest of these rows needs them.
+
+// From where it lies.
 template <class T, int n, bool turned>
-struct LeftRow {
+struct LeftInPlace {
     const std::byte* origin;
     std::ptrdiff_t stride;
-    int i;
-    Lanes<T> four;
 
-    [[gnu::always_inline]] LeftRow(const std::byte* originOf, std::ptrdiff_t strideOf, int row)
-        : origin(originOf), stride(strideOf), i(row), four{} {
-        if constexpr (laneCount<T> == 4 && n >= 4 && !turned) four = loadLanes<T>(elementAt<T, turned>(origin, stride, i, 0));
-    }
-    template <int k>
+    [[gnu::always_inline]] const std::byte* at(int i, int k) const { return elementAt<T, turned>(origin, stride, i, k); }
+
+    template <int i, int k>
     [[gnu::always_inline]] Lanes<T> spread() const {
-        if constexpr (laneCount<T> == 4 && n >= 4 && !turned && k < 4) return __builtin_shufflevector(four, four, k, k, k, k);
-        else return korm::spread<T>(elementAt<T, turned>(origin, stride, i, k));
+        if constexpr (laneCount<T> == 4 && n >= 4 && !turned && k < 4) {
+            const Float4 four = loadLanes<T>(at(i, 0));
+            return __builtin_shufflevector(four, four, k, k, k, k);
+        } else {
+            return korm::spread<T>(at(i, k));
+        }
+    }
+
+    template <int i, int count, int k>
+    [[gnu::always_inline]] Lanes<T> rest() const {
+        if constexpr (count == 1) return korm::spread<T>(at(i, k));
+        else if constexpr (count == laneCount<T> && turned) return loadLanes<T>(at(i, k));
+        else if constexpr (laneCount<T> == 2) return Lanes<T>{load<T>(at(i, k)), load<T>(at(i + 1, k))};
+        else if constexpr (count == 2)
+            return __builtin_shufflevector(broadcast(load<T>(at(i, k))), broadcast(load<T>(at(i + 1, k))), 0, 1, 4, 5);
+        else return Lanes<T>{load<T>(at(i, k)), load<T>(at(i + 1, k)), load<T>(at(i + 2, k)), load<T>(at(i + 3, k))};
     }
 };
 
-// The rest of `count` rows from row i on: lanes are rows times columns.
-template <class T, int n, bool turned, int i, int count, int k>
-[[gnu::always_inline]] inline Lanes<T> spreadOverRows(const std::byte* origin, std::ptrdiff_t stride) {
-    const auto element = [&](int row) __attribute__((always_inline)) {
-        return load<T>(elementAt<T, turned>(origin, stride, row, k));
-    };
-    if constexpr (count == 1) return spread<T>(elementAt<T, turned>(origin, stride, i, k));
-    else if constexpr (laneCount<T> == 2) {
-        if constexpr (turned) return loadLanes<T>(elementAt<T, turned>(origin, stride, i, k));
-        else return Lanes<T>{element(i), element(i + 1)};
-    } else if constexpr (count == 2) {
-        const Float4 first = broadcast(element(i)), second = broadcast(element(i + 1));
-        return __builtin_shufflevector(first, second, 0, 1, 4, 5);
-    } else if constexpr (turned) {
-        return loadLanes<T>(elementAt<T, turned>(origin, stride, i, k));
-    } else {
-        return Lanes<T>{element(i), element(i + 1), element(i + 2), element(i + 3)};
+// A single operand of an array form: spread once for all objects.
+template <class T, int n, bool turned>
+struct LeftHeld {
+    using Parts = RowParts<T, n>;
+    Lanes<T> all[n][n];
+    Lanes<T> rests[Parts::rest == 0 ? 1 : n][n];
+
+    [[gnu::always_inline]] LeftHeld(const std::byte* origin, std::ptrdiff_t stride) {
+        const LeftInPlace<T, n, turned> left{origin, stride};
+        unrolled<n * n>([&](auto e) __attribute__((always_inline)) {
+            constexpr int i = e / n, k = e % n;
+            all[i][k] = left.template spread<i, k>();
+            if constexpr (Parts::rest > 0)
+                if constexpr (i % Parts::together == 0)
+                    rests[i][k] = left.template rest<i, (n - i < Parts::together ? n - i : Parts::together), k>();
+        });
     }
-}
+
+    template <int i, int k>
+    [[gnu::always_inline]] Lanes<T> spread() const {
+        return all[i][k];
+    }
+
+    template <int i, int count, int k>
+    [[gnu::always_inline]] Lanes<T> rest() const {
+        return rests[i][k];
+    }
+};
 
 template <class T, int rest>
 [[gnu::always_inline]] inline void storeRest(std::byte* to, const Lanes<T>& value, int from) {
@@ -123,17 +146,16 @@ template <class T, int rest>
     }
 }
 
-template <class T, int n, bool turned>
-[[gnu::always_inline]] inline void multiplyRows(const std::byte* a, std::ptrdiff_t aStride, const RightRows<T, n>& b,
-                                                std::byte* to, std::ptrdiff_t stride) {
+template <class T, int n, class Left>
+[[gnu::always_inline]] inline void multiplyRows(const Left& left, const RightRows<T, n>& b, std::byte* to,
+                                                std::ptrdiff_t stride) {
     using Parts = RowParts<T, n>;
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
     unrolled<n>([&](auto i) __attribute__((always_inline)) {
         if constexpr (Parts::whole > 0) {
-            const LeftRow<T, n, turned> left(a, aStride, i);
             Lanes<T> sum[Parts::whole];
             unrolled<n>([&](auto k) __attribute__((always_inline)) {
-                const Lanes<T> factor = left.template spread<k>();
+                const Lanes<T> factor = left.template spread<i, k>();
                 unrolled<Parts::whole>([&](auto v) __attribute__((always_inline)) {
                     if constexpr (k == 0) sum[v] = factor * b.whole[k][v];
                     else sum[v] += factor * b.whole[k][v];
@@ -148,7 +170,7 @@ template <class T, int n, bool turned>
                 constexpr int count = n - i < Parts::together ? n - i : Parts::together;
                 Lanes<T> sum;
                 unrolled<n>([&](auto k) __attribute__((always_inline)) {
-                    const Lanes<T> factor = spreadOverRows<T, n, turned, i, count, k>(a, aStride);
+                    const Lanes<T> factor = left.template rest<i, count, k>();
                     if constexpr (k == 0) sum = factor * b.rest[k];
                     else sum += factor * b.rest[k];
                 });
@@ -160,26 +182,40 @@ template <class T, int n, bool turned>
     });
 }
 
-template <class View>
-inline constexpr bool isTurnedView = View::spacing == Spacing::columnAdjacent;
-
-template <class View>
-[[gnu::always_inline]] inline std::ptrdiff_t storedStride(const View& view) {
-    return isTurnedView<View> ? view.elementStride : view.rowStride;
-}
-
 template <class T, int n, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void squaresByRows(const A& a, const B& b, const D& dst, Count count) {
+    constexpr bool turnA = isTurnedView<A>, turnB = isTurnedView<B>;
     const std::ptrdiff_t aStride = storedStride(a), bStride = storedStride(b), stride = dst.rowStride;
-    if constexpr (B::objects == Objects::single) {
-        const auto right = rightRows<T, n, isTurnedView<B>>(b.at(0).origin, bStride);
+    const auto right = [&](std::int32_t k) __attribute__((always_inline)) {
+        return rightRows<T, n, turnB>(b.at(k).origin, bStride);
+    };
+    using InPlace = LeftInPlace<T, n, turnA>;
+    if constexpr (!std::is_same_v<Count, std::int32_t>) {
+        multiplyRows<T, n>(InPlace{a.at(0).origin, aStride}, right(0), dst.at(0).origin, stride);
+    } else if constexpr (isShared<A>) {
+        if (count <= 0) return;
+        const LeftHeld<T, n, turnA> left(a.at(0).origin, aStride);
+        for (std::int32_t k = 0; k < count; ++k) multiplyRows<T, n>(left, right(k), dst.at(k).origin, stride);
+    } else if constexpr (laneCount<T> == 4 && n == 3 && isShared<B> && !turnB) {
+        const RightThree held(b.at(0).origin, bStride);
         for (std::int32_t k = 0; k < count; ++k)
-            multiplyRows<T, n, isTurnedView<A>>(a.at(k).origin, aStride, right, dst.at(k).origin, stride);
+            multiplyThree(LeftBlocks<3, turnA>{a.at(k).origin, aStride}, held, dst.at(k).origin, stride);
+    } else if constexpr (laneCount<T> == 4 && !turnB) {
+        for (std::int32_t k = 0; k < count; ++k)
+            multiplyBlocks<n, turnA>(a.at(k).origin, aStride, b.at(k).origin, bStride, dst.at(k).origin, stride);
     } else {
-        for (std::int32_t k = 0; k < count; ++k)
-            multiplyRows<T, n, isTurnedView<A>>(a.at(k).origin, aStride,
-                                                rightRows<T, n, isTurnedView<B>>(b.at(k).origin, bStride),
-                                                dst.at(k).origin, stride);
+        const auto eachObject = [&](const auto& rightOf) __attribute__((always_inline)) {
+            for (std::int32_t k = 0; k < count; ++k) {
+                const InPlace left{a.at(k).origin, aStride};
+                multiplyRows<T, n>(left, rightOf(k), dst.at(k).origin, stride);
+            }
+        };
+        if constexpr (isShared<B>) {
+            const auto held = right(0);
+            eachObject([&](std::int32_t) __attribute__((always_inline)) -> const auto& { return held; });
+        } else {
+            eachObject(right);
+        }
     }
 }
 

@@ -14,12 +14,12 @@ namespace korm {
 // S is an element, or a vector of one element of several objects.
 template <int n, class S>
 [[gnu::noinline]] void multiplySquare(const S* a, const S* b, S* c) {
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j < n; ++j) {
-            S sum = a[i * n] * b[j];
-            for (int k = 1; k < n; ++k) sum = sum + a[i * n + k] * b[k * n + j];
-            c[i * n + j] = sum;
-        }
+    unrolled<n * n>([&](auto e) __attribute__((always_inline)) {
+        constexpr int i = e / n, j = e % n;
+        S sum = a[i * n] * b[j];
+        unrolled<n - 1>([&](auto k) __attribute__((always_inline)) { sum = sum + a[i * n + k + 1] * b[(k + 1) * n + j]; });
+        c[e] = sum;
+    });
 }
 
 // One object.

@@ -26,10 +26,17 @@ int repeatsOf(const Form& form, const Sizes& sizes) {
     return vector ? 15 : 1;
 }
 
+// Both sides of where a kernel may cut its work into blocks.
+std::int32_t largeSize(Random& random) {
+    const std::int32_t edge = random.pick({32, 48, 64, 80, 96, 128, 160, 192, 256, 320, 384, 512, 1024});
+    return random.chance(30) ? random.between(20, 300) : edge + random.between(-2, 3);
+}
+
 Verdict checkSizes(const Form& form, const Library& library, const Options& options, Sizes sizes, bool plain,
                    int number) {
     Random random = options.random(form, number, 8);
-    if (form.array) sizes.count = random.between(1, workOf(form, sizes) > 300 ? 2 : 5);
+    if (form.array && sizes.count == 1 && workOf(form, sizes) < 40000)
+        sizes.count = random.between(1, workOf(form, sizes) > 300 ? 2 : 5);
     SceneOptions scene;
     scene.sizes = sizes;
     scene.plain = plain;
@@ -43,6 +50,28 @@ Verdict checkSizes(const Form& form, const Library& library, const Options& opti
 }
 
 }  // namespace
+
+Verdict checkLargeSizes(const Form& form, const Library& library, const Options& options) {
+    // A table has as many entries as its operand elements, and must fit into the arena as they must.
+    const std::int32_t mostElements = form.layout == Layout::pointer ? 8000 : 30000;
+    for (int number = 0; number < options.casesOr(12); ++number) {
+        Random random = options.random(form, number, 10);
+        Sizes sizes;
+        const auto fits = [&] {
+            return sizes.height * sizes.inner <= mostElements && sizes.inner * sizes.width <= mostElements &&
+                   sizes.height * sizes.width <= mostElements && workOf(form, sizes) <= 1500000;
+        };
+        do {
+            for (const Extent extent : form.extents)
+                sizes.set(extent, random.chance(25) ? random.between(1, 20) : largeSize(random));
+        } while (!fits() || workOf(form, sizes) < mostElements / 4);
+        if (form.array) sizes.count = workOf(form, sizes) < 100000 ? 2 : 1;
+        const bool plain = number % 3 != 0 || !form.hasRole(Role::elementStride);
+        Verdict verdict = checkSizes(form, library, options, sizes, plain, 1000000 + number);
+        if (!verdict.ok) return verdict;
+    }
+    return Verdict::pass();
+}
 
 Verdict checkEverySize(const Form& form, const Library& library, const Options& options) {
     struct Case {
