@@ -23,9 +23,9 @@ constexpr const char* usage =
 
 void print(const char* when, const Bounds& bounds) {
     const aiVector3D center = bounds.center();
-    std::printf("%s: (%g, %g, %g) to (%g, %g, %g), centre (%g, %g, %g), longest side %g\n", when,
-                double{bounds.low.x}, double{bounds.low.y}, double{bounds.low.z}, double{bounds.high.x},
-                double{bounds.high.y}, double{bounds.high.z}, double{center.x}, double{center.y}, double{center.z},
+    std::printf("%s: (%g, %g, %g) to (%g, %g, %g), centre (%g, %g, %g), longest side %g\n", when, double{bounds.low.x},
+                double{bounds.low.y}, double{bounds.low.z}, double{bounds.high.x}, double{bounds.high.y},
+                double{bounds.high.z}, double{center.x}, double{center.y}, double{center.z},
                 double{bounds.longestSide()});
 }
 
@@ -36,8 +36,7 @@ void run(const std::string& name, float side) {
     const float scale = scaleTo(side, before, name);
 
     std::printf("%s: %u %s, %llu vertices\n", name.c_str(), scene->mNumMeshes,
-                scene->mNumMeshes == 1 ? "mesh" : "meshes",
-                static_cast<unsigned long long>(vertices));
+                scene->mNumMeshes == 1 ? "mesh" : "meshes", static_cast<unsigned long long>(vertices));
     print("before", before);
 
     std::printf("OpenMP's threads started in %.0f us\n", startThreads());

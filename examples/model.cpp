@@ -1,7 +1,7 @@
 #include "model.h"
 
-#include <assimp/Importer.hpp>
 #include <assimp/postprocess.h>
+#include <assimp/Importer.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -83,8 +83,7 @@ BoundsCheck checkBounds(const Bounds& before, const Bounds& after, float side, f
     BoundsCheck check{};
     // Half a unit in the last place for each of: the middle, the difference, the scale and the product.
     // A model far from the origin has coordinates, and so errors, that are large beside its side.
-    check.tolerance =
-        4 * std::numeric_limits<float>::epsilon() * std::max(side, before.largestCoordinate() * scale);
+    check.tolerance = 4 * std::numeric_limits<float>::epsilon() * std::max(side, before.largestCoordinate() * scale);
     const aiVector3D middle = after.center();
     check.offCenter = std::max({std::fabs(middle.x), std::fabs(middle.y), std::fabs(middle.z)});
     check.offSide = std::fabs(after.longestSide() - side);

@@ -79,7 +79,8 @@ private:
 
 void row(const char* what, double microseconds) { std::printf("  %-34s %10.3f ms\n", what, microseconds / 1000); }
 
-void sayPicked(const aiScene& scene, const Frame& frame, const Arguments& arguments, const std::optional<Picked>& picked) {
+void sayPicked(const aiScene& scene, const Frame& frame, const Arguments& arguments,
+               const std::optional<Picked>& picked) {
     if (!picked) {
         std::printf("pixel %d,%d: the background\n", arguments.pickX, arguments.pickY);
         return;
@@ -227,8 +228,7 @@ std::string parse(int argc, char** argv, Arguments& arguments) {
                 arguments.camera.zoom > 1000)
                 return "--zoom takes a factor from 0.1 to 1000";
         } else if (name == "--pick") {
-            if (!parsePair(value, ',', arguments.pickX, arguments.pickY))
-                return "--pick takes a pixel, as in 400,300";
+            if (!parsePair(value, ',', arguments.pickX, arguments.pickY)) return "--pick takes a pixel, as in 400,300";
             arguments.picks = true;
         } else {
             return "can't make sense of '" + name + "'\n" + usage;

@@ -105,7 +105,8 @@ void rasterise(const aiScene& scene, const std::vector<ProjectedMesh>& meshes, s
                 const float* const point = &projected.points[4 * vertex];
                 corners[i] = {double{point[0]}, double{point[1]}, point[2], &projected.normals[3 * vertex]};
             }
-            fill(corners, normalsAgree(mesh, mesh.mFaces[f].mIndices), triangle, triangle == highlighted ? Colour{1.3F, 0.12F, 0.1F} : projected.colour, frame);
+            fill(corners, normalsAgree(mesh, mesh.mFaces[f].mIndices), triangle,
+                 triangle == highlighted ? Colour{1.3F, 0.12F, 0.1F} : projected.colour, frame);
         }
     }
     progress(1);
@@ -125,8 +126,8 @@ std::vector<unsigned char> resolve(const Frame& frame, int samplesAcross) {
         for (int x = 0; x < width; ++x) {
             Colour sum;
             for (int sample = 0; sample < samplesAcross * samplesAcross; ++sample) {
-                const std::size_t at = frame.at(x * samplesAcross + sample % samplesAcross,
-                                                y * samplesAcross + sample / samplesAcross);
+                const std::size_t at =
+                    frame.at(x * samplesAcross + sample % samplesAcross, y * samplesAcross + sample / samplesAcross);
                 const Colour& one = frame.triangle[at] < 0 ? background : frame.colour[at];
                 sum.r += one.r;
                 sum.g += one.g;

@@ -32,7 +32,8 @@ bool pixels(int count, char** words) {
     for (int i = 1; i < count; ++i) {
         int x = 0, y = 0, end = 0;
         if (std::sscanf(words[i], "%d,%d=%n", &x, &y, &end) != 2 || end == 0) throw Failure("not X,Y=COLOUR");
-        if (x < 0 || y < 0 || x >= picture.width || y >= picture.height) throw Failure("a pixel outside of the picture");
+        if (x < 0 || y < 0 || x >= picture.width || y >= picture.height)
+            throw Failure("a pixel outside of the picture");
         const std::string found = nameOf(picture.pixel(x, y)), expected = words[i] + end;
         if (found == expected) continue;
         good = false;

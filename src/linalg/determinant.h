@@ -10,6 +10,7 @@
 
 #include "entry/lanes.h"
 #include "entry/views.h"
+#include "linalg/groups.h"
 #include "linalg/minors.h"
 #include "linalg/objects.h"
 #include "linalg/rows.h"
@@ -34,14 +35,21 @@ template <int n, class S>
 
 // --- Extended precision ---------------------------------------------------------------------------
 
-// Rounds a minor as a passage through memory does.
-template <class T>
-[[gnu::always_inline]] inline long double rounded(long double x) {
-    return static_cast<T>(x);
+// Says that these elements may have changed, so that they are loaded again instead of being kept. Widening is
+// free on the way into the unit; without this gcc keeps widened elements in memory at 80 bits, at four times the cost.
+template <class Elements>
+[[gnu::always_inline]] inline void loadAgain(Elements& elements) {
+    asm volatile("" : "+m"(elements));
+}
+
+// a * d - b * c, for a pair of columns.
+template <class T, int n>
+[[gnu::always_inline]] inline long double minorOfTwo(const T (&upper)[n], const T (&lower)[n], int left, int right) {
+    return static_cast<long double>(upper[left]) * lower[right] - static_cast<long double>(upper[right]) * lower[left];
 }
 
 // The orders 3 of the two types are different expressions: one along the first row, one along the first column.
-inline float extendedDeterminant3(const float (&m)[3][3]) {
+[[gnu::always_inline]] inline float extendedDeterminant3(const float (&m)[3][3]) {
     const long double a00 = m[0][0], a01 = m[0][1], a02 = m[0][2];
     const long double a10 = m[1][0], a11 = m[1][1], a12 = m[1][2];
     const long double a20 = m[2][0], a21 = m[2][1], a22 = m[2][2];
@@ -49,7 +57,7 @@ inline float extendedDeterminant3(const float (&m)[3][3]) {
                               (a11 * a22 - a12 * a21) * a00);
 }
 
-inline double extendedDeterminant3(const double (&m)[3][3]) {
+[[gnu::always_inline]] inline double extendedDeterminant3(const double (&m)[3][3]) {
     const long double a00 = m[0][0], a01 = m[0][1], a02 = m[0][2];
     const long double a10 = m[1][0], a11 = m[1][1], a12 = m[1][2];
     const long double a20 = m[2][0], a21 = m[2][1], a22 = m[2][2];
@@ -60,60 +68,61 @@ inline double extendedDeterminant3(const double (&m)[3][3]) {
 // Along the first row; minors of three rows along their first, over those of the last two rows. One of these,
 // that of columns 0 and 1, doesn't fit into the unit beside the others and goes through memory.
 template <class T>
-inline T extendedDeterminant4(const T (&m)[4][4]) {
-    const long double a10 = m[1][0], a11 = m[1][1], a12 = m[1][2], a13 = m[1][3];
-    const long double a20 = m[2][0], a21 = m[2][1], a22 = m[2][2], a23 = m[2][3];
-    const long double a30 = m[3][0], a31 = m[3][1], a32 = m[3][2], a33 = m[3][3];
-    const long double m01 = rounded<T>(a20 * a31 - a21 * a30);
-    const long double m02 = a20 * a32 - a22 * a30, m03 = a20 * a33 - a23 * a30;
-    const long double m12 = a21 * a32 - a22 * a31, m13 = a21 * a33 - a23 * a31, m23 = a22 * a33 - a23 * a32;
-    const long double without0 = a11 * m23 - a12 * m13 + a13 * m12;
-    const long double without1 = a10 * m23 - a12 * m03 + a13 * m02;
-    const long double without2 = a10 * m13 - a11 * m03 + a13 * m01;
-    const long double without3 = a10 * m12 - a11 * m02 + a12 * m01;
-    return static_cast<T>(m[0][0] * without0 - m[0][1] * without1 + m[0][2] * without2 - m[0][3] * without3);
+[[gnu::always_inline]] inline T extendedDeterminant4(T (&m)[4][4]) {
+    T m01 = static_cast<T>(minorOfTwo(m[2], m[3], 0, 1));
+    const long double m02 = minorOfTwo(m[2], m[3], 0, 2), m03 = minorOfTwo(m[2], m[3], 0, 3);
+    loadAgain(m);
+    const long double m12 = minorOfTwo(m[2], m[3], 1, 2), m13 = minorOfTwo(m[2], m[3], 1, 3);
+    const long double m23 = minorOfTwo(m[2], m[3], 2, 3);
+    loadAgain(m);
+    long double sum = m[0][0] * (m[1][1] * m23 - m[1][2] * m13 + m[1][3] * m12);
+    loadAgain(m);
+    sum = sum - m[0][1] * (m[1][0] * m23 - m[1][2] * m03 + m[1][3] * m02);
+    loadAgain(m);
+    sum = sum + m[0][2] * (m[1][0] * m13 - m[1][1] * m03 + static_cast<long double>(m[1][3]) * m01);
+    loadAgain(m);
+    sum = sum - m[0][3] * (m[1][0] * m12 - m[1][1] * m02 + static_cast<long double>(m[1][2]) * m01);
+    return static_cast<T>(sum);
 }
 
-template <class T, int n>
-[[gnu::always_inline]] inline void widened(const T (&row)[n], long double (&wide)[n]) {
-#pragma GCC unroll 6
-    for (int j = 0; j < n; ++j) wide[j] = row[j];
-}
-
-// Minors of `size` rows, each rounded when it is stored: more than eight don't fit into the unit.
-template <int size, class T, int n>
-[[gnu::always_inline]] inline void expandAndRound(const T (&row)[n], const T (&smaller)[1 << n], T (&larger)[1 << n]) {
+// All minors of `size` rows from those of size - 1, evaluated in the unit and rounded to what they are kept as.
+template <int size, class T, class Smaller, class Larger, int n>
+[[gnu::always_inline]] inline void expandAndRound(T (&row)[n], Smaller (&smaller)[1 << n], Larger (&larger)[1 << n]) {
     forEachChoice<n, size>([&](auto choice) __attribute__((always_inline)) {
-        long double wide[n], minors[1 << n];
-        widened(row, wide);
-#pragma GCC unroll 64
-        for (int i = 0; i < 1 << n; ++i) minors[i] = smaller[i];
-        larger[choice] = static_cast<T>(expanded<Line::first, choice>(wide, minors));
+        loadAgain(row);
+        loadAgain(smaller);
+        long double sum = 0;
+        bool positive = true, started = false;
+#pragma GCC unroll 6
+        for (int j = 0; j < n; ++j) {
+            if ((choice >> j & 1) == 0) continue;
+            const long double term = static_cast<long double>(row[j]) * smaller[choice ^ 1U << j];
+            sum = !started ? term : positive ? sum + term : sum - term;
+            started = true;
+            positive = !positive;
+        }
+        larger[choice] = static_cast<Larger>(sum);
     });
 }
 
-// Orders 5 and 6: along the first row, from minors of the last rows upwards. The extended format holds within
-// the evaluation of a minor of three rows or more, those of two rows stay in it.
+// Orders 5 and 6: along the first row, from minors of the last rows upwards. There are more of them than the unit
+// has room for, so they go through memory: those of two rows as doubles, larger ones in the element's type.
 template <int n, class T>
-inline T extendedDeterminant(const T (&a)[n][n]) {
-    long double lowest[n], above[n], next[n], one[1 << n], two[1 << n];
-    T three[1 << n], four[1 << n] = {}, five[1 << n] = {}, all[1 << n] = {};
-    widened(a[n - 1], lowest);
-    widened(a[n - 2], above);
-    widened(a[n - 3], next);
-    startMinors(lowest, one);
-    expandAll<Line::first, 2>(above, one, two);
-    forEachChoice<n, 3>([&](auto choice) __attribute__((always_inline)) {
-        three[choice] = static_cast<T>(expanded<Line::first, choice>(next, two));
-    });
+[[gnu::always_inline]] inline T extendedDeterminant(T (&a)[n][n]) {
+    T one[1 << n], three[1 << n], four[1 << n], five[1 << n];
+    double two[1 << n];
+    startMinors(a[n - 1], one);
+    expandAndRound<2>(a[n - 2], one, two);
+    expandAndRound<3>(a[n - 3], two, three);
     expandAndRound<4>(a[n - 4], three, four);
+    expandAndRound<5>(a[n - 5], four, five);
     if constexpr (n == 5) {
-        expandAndRound<5>(a[0], four, all);
+        return five[(1 << n) - 1];
     } else {
-        expandAndRound<5>(a[1], four, five);
-        expandAndRound<6>(a[0], five, all);
+        T six[1 << n];
+        expandAndRound<6>(a[0], five, six);
+        return six[(1 << n) - 1];
     }
-    return all[(1 << n) - 1];
 }
 
 template <int n, class T>
@@ -181,44 +190,51 @@ template <Search search, Vanishing vanishing, class T, class A>
 
 // --- Choice ---------------------------------------------------------------------------------------
 
-template <class View>
-inline constexpr bool isPlainFloatArray =
-    isPlain<View> && View::objects == Objects::stepped && std::is_same_v<typename View::Element, float>;
-
-template <int n, class T, class A>
-[[gnu::noinline]] T closedDeterminantOf(const A& matrix) {
-    T a[n][n];
-    readSquare<n>(matrix, a);
-    return closedDeterminant(a);
-}
-
 // Results stand in a row in every layout.
 template <class View>
 [[gnu::always_inline]] inline std::byte* resultOf(std::byte* dst, std::ptrdiff_t k) {
     return dst + k * static_cast<std::ptrdiff_t>(sizeof(typename View::Element));
 }
 
-template <class View, int n>
-[[gnu::always_inline]] inline auto sizedDeterminant(const View& src, std::ptrdiff_t k) {
+template <int n, class View>
+[[gnu::noinline]] void closedDeterminants(const View& src, std::byte* dst, std::ptrdiff_t count) {
     using T = typename View::Element;
-    if constexpr (isPlain<View> && !(n == 3 && isPlainFloatArray<View>)) return extendedDeterminantOf<n, T>(src.at(k));
-    else return closedDeterminantOf<n, T>(src.at(k));
+    std::ptrdiff_t k = 0;
+    if constexpr (View::objects != Objects::single)
+        for (; k + laneCount<T> <= count; k += laneCount<T>) {
+            Lanes<T> a[n][n];
+            readSquares(groupAt<laneCount<T>>(src, k), a);
+            storeLanes(resultOf<View>(dst, k), closedDeterminant(a));
+        }
+    for (; k < count; ++k) {
+        T a[n][n];
+        readSquare<n>(src.at(k), a);
+        store(resultOf<View>(dst, k), closedDeterminant(a));
+    }
 }
 
-template <int n, class View, class Count>
-[[gnu::always_inline]] inline void sizedDeterminants(const View& src, std::byte* dst, Count count) {
-    for (std::ptrdiff_t k = 0; k < count; ++k) store(resultOf<View>(dst, k), sizedDeterminant<View, n>(src, k));
+template <int n, class View>
+[[gnu::always_inline]] inline void extendedDeterminants(const View& src, std::byte* dst, std::ptrdiff_t first,
+                                                        std::ptrdiff_t count) {
+    for (std::ptrdiff_t k = first; k < count; ++k)
+        store(resultOf<View>(dst, k), extendedDeterminantOf<n, typename View::Element>(src.at(k)));
 }
 
-// Aligned floats of order 4 go in pairs in single precision; an odd last one is left to extended precision.
-template <class View>
-[[gnu::always_inline]] inline std::ptrdiff_t determinantPairs(const View& src, std::byte* dst, std::ptrdiff_t count) {
-    const auto bits = reinterpret_cast<std::intptr_t>(src.origin) | src.objectStride | src.rowStride;
-    if (bits % 16 != 0) return 0;
-    const std::ptrdiff_t paired = count - count % 2;
-    for (std::ptrdiff_t k = 0; k < paired; ++k)
-        store(resultOf<View>(dst, k), closedDeterminantOf<4, float>(src.at(k)));
-    return paired;
+template <int n, class View>
+[[gnu::always_inline]] inline void sizedDeterminants(const View& src, std::byte* dst, std::ptrdiff_t count) {
+    constexpr bool plainFloatArray =
+        isPlain<View> && View::objects == Objects::stepped && std::is_same_v<typename View::Element, float>;
+    if constexpr (!isPlain<View> || (n == 3 && plainFloatArray)) {
+        closedDeterminants<n>(src, dst, count);
+    } else if constexpr (n == 4 && plainFloatArray) {
+        // Aligned matrices go in pairs, an odd last one is left to extended precision.
+        const auto bits = reinterpret_cast<std::intptr_t>(src.origin) | src.objectStride | src.rowStride;
+        const std::ptrdiff_t paired = bits % 16 == 0 ? count - count % 2 : 0;
+        closedDeterminants<n>(src, dst, paired);
+        extendedDeterminants<n>(src, dst, paired, count);
+    } else {
+        extendedDeterminants<n>(src, dst, 0, count);
+    }
 }
 
 template <class View, class Count>
@@ -228,16 +244,12 @@ template <class View, class Count>
     auto* const dst = reinterpret_cast<std::byte*>(results);
     switch (order) {
         case 3: return sizedDeterminants<3>(src, dst, count);
-        case 4: {
-            std::ptrdiff_t first = 0;
-            if constexpr (isPlainFloatArray<View>) first = determinantPairs(src, dst, count);
-            for (std::ptrdiff_t k = first; k < count; ++k) store(resultOf<View>(dst, k), sizedDeterminant<View, 4>(src, k));
-            return;
-        }
+        case 4: return sizedDeterminants<4>(src, dst, count);
         case 5: return sizedDeterminants<5>(src, dst, count);
         case 6: return sizedDeterminants<6>(src, dst, count);
         default: break;
     }
+    // The single form of doubles alone has the odd search; all single forms have a plain zero.
     constexpr bool single = isOne<Count>;
     constexpr Search search = single && isPlain<View> ? Search::single : Search::exact;
     constexpr Vanishing vanishing = single ? Vanishing::zero : Vanishing::signedZero;

@@ -17,12 +17,18 @@ template <class T>
 using Origins = const std::byte* [laneCount<T>];
 
 template <class T>
+[[gnu::always_inline]] inline Lanes<T> lanesAt(const Origins<T>& origins, std::ptrdiff_t offset) {
+    if constexpr (laneCount<T> == 4)
+        return Float4{load<T>(origins[0] + offset), load<T>(origins[1] + offset), load<T>(origins[2] + offset),
+                      load<T>(origins[3] + offset)};
+    else return Double2{load<T>(origins[0] + offset), load<T>(origins[1] + offset)};
+}
+
+template <class T>
 [[gnu::noinline]] void gatherObjects(const Origins<T>& origins, std::ptrdiff_t rowStep, std::ptrdiff_t columnStep,
                                      int height, int width, Lanes<T>* to) {
     for (int i = 0; i < height; ++i)
-        for (int j = 0; j < width; ++j, ++to)
-            for (int l = 0; l < laneCount<T>; ++l)
-                (*to)[l] = load<T>(origins[l] + i * rowStep + j * columnStep);
+        for (int j = 0; j < width; ++j, ++to) *to = lanesAt<T>(origins, i * rowStep + j * columnStep);
 }
 
 template <class T>
@@ -42,10 +48,13 @@ template <class T>
     for (int i = 0; i < height; ++i)
         for (int j = 0; j < width; ++j, ++to) {
             const std::byte* const from = first.address(i, j);
-            if (adjacent) *to = loadLanes<T>(from);
-            else
-                for (int l = 0; l < laneCount<T>; ++l)
-                    (*to)[l] = load<T>(from + std::min(l, count - 1) * objectStride);
+            if (adjacent) {
+                *to = loadLanes<T>(from);
+            } else {
+                Origins<T> origins;
+                for (int l = 0; l < laneCount<T>; ++l) origins[l] = from + std::min(l, count - 1) * objectStride;
+                *to = lanesAt<T>(origins, 0);
+            }
         }
 }
 

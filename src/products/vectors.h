@@ -84,9 +84,7 @@ void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::pt
                     const std::ptrdiff_t at = std::min(i, end - lanes);
                     DotColumns<T> columns;
                     dotColumns<T>(rows, at, lanes, columns);
-                    Lanes<T> result[1];
-                    dotTile<T, shape>(x.origin, 0, columns, products, result);
-                    storeLanes(target(dst, 0, at), result[0]);
+                    dotTiles<T, shape, 1>(x.origin, 0, columns, products, target(dst, 0, at), 0, lanes, 1);
                 }
                 return;
             }
@@ -96,11 +94,11 @@ void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::pt
             const LeftRows left{x.origin, 0, x.columnStep};
             std::ptrdiff_t width;
             for (std::ptrdiff_t i = first; i < end; i += width) {
-                width = std::min<std::ptrdiff_t>(panelVectors * lanes, end - i);
+                const int vectors = nextPanel<T>(end - i);
+                width = std::min<std::ptrdiff_t>(vectors * lanes, end - i);
                 const std::ptrdiff_t last = (width - lanes) * size;
-                const int vectors = static_cast<int>((width + lanes - 1) / lanes);
-                tileOf<T, shape, 1>(vectors, left, {a.origin + i * size, a.columnStep, last}, products,
-                                    target(dst, 0, i), 0, last);
+                tilesOf<T, shape, 1>(vectors, left, {a.origin + i * size, a.columnStep, last}, products,
+                                     {target(dst, 0, i), 0, last}, 1);
             }
             return;
         }

@@ -120,9 +120,8 @@ private:
 std::int32_t runHomogeneous(const std::vector<std::uint64_t>& bits, Mistake mistake) {
     std::vector<CallValue> values;
     for (std::size_t i = 0; i < bits.size(); ++i)
-        values.push_back(homogeneousArguments[i].check == 'N'
-                             ? CallValue{CallValue::Kind::pointer, bits[i]}
-                             : CallValue::integer(number(bits[i])));
+        values.push_back(homogeneousArguments[i].check == 'N' ? CallValue{CallValue::Kind::pointer, bits[i]}
+                                                              : CallValue::integer(number(bits[i])));
     const auto fails = [&](char letter) {
         for (std::size_t i = 0; i < values.size(); ++i) {
             const std::int32_t value = number(bits[i]);

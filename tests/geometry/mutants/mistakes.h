@@ -8,7 +8,7 @@ enum class Mistake {
     doesNothing,
     swapsOperands,
     writesBeyond,
-    forgetsTheLast,   // vector of a batch
+    forgetsTheLast,  // vector of a batch
     skipsChecks,
     reordersChecks,
     missesLimit,      // stays serial one vector too long

@@ -17,7 +17,9 @@ const Options options = Options::fromEnvironment();
 using Routine = Verdict (*)(const GeometryFunction&, const Library&, const Options&);
 using HomogeneousRoutine = Verdict (*)(const Library&, const Options&);
 
-Verdict thresholds(const Library& library, const Options& some) { return checkHomogeneousThreshold(library, some, false); }
+Verdict thresholds(const Library& library, const Options& some) {
+    return checkHomogeneousThreshold(library, some, false);
+}
 
 bool always(const GeometryFunction&) { return true; }
 bool never(const GeometryFunction&) { return false; }
