@@ -52,18 +52,13 @@ inline void oneByOne(const One& one, const Vectors& v, std::ptrdiff_t first) {
         storeElements<Transform::outputs>(elementsAt(v.to(k)), one(elementsAt(v.from(k))));
 }
 
-// Results of two or four elements, two vectors a round.
+// Results of two or four elements.
 template <class Transform, Source source, bool resultPacked, class Two>
-inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v, std::ptrdiff_t first) {
+inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v) {
     constexpr std::ptrdiff_t half = 2 * sizeof(float);
     const std::ptrdiff_t srcStride = source == Source::any ? v.srcStride : Transform::inputs * sizeof(float);
     const std::ptrdiff_t dstStride = resultPacked ? Transform::outputs * sizeof(float) : v.dstStride;
-    const std::byte* from = v.from(first);
-    std::byte* to = v.to(first);
-    std::ptrdiff_t k = first;
-#pragma GCC unroll 2
-    for (; k + 2 <= v.count; k += 2, from += 2 * srcStride, to += 2 * dstStride) {
-        fetchAhead(from, to);
+    const auto transformTwo = [&](const std::byte* from, std::byte* to) {
         const TwoVectors both = loadTwo<Transform::inputs, source>(from, srcStride);
         if constexpr (Transform::outputs == 4) {
             const Float4 low = two(both, 0), high = two(both, 1);
@@ -78,6 +73,18 @@ inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v, std::ptrdiff_t 
             storeLowPair(to, results);
             storeHighPair(to + dstStride, results);
         }
+    };
+    const std::byte* from = v.src;
+    std::byte* to = v.dst;
+    std::ptrdiff_t k = 0;
+    for (; k + 4 <= v.count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
+        fetchAhead(from, to);
+        transformTwo(from, to);
+        transformTwo(from + 2 * srcStride, to + 2 * dstStride);
+    }
+    if (k + 2 <= v.count) {
+        transformTwo(from, to);
+        k += 2;
     }
     return k;
 }
@@ -104,10 +111,10 @@ inline std::ptrdiff_t severalByTwo(const Two& two, const Vectors& v) {
     constexpr std::ptrdiff_t packedSource = Transform::inputs * sizeof(float);
     constexpr std::ptrdiff_t packedResult = Transform::outputs * sizeof(float);
     if (v.srcStride != packedSource || v.dstStride != packedResult)
-        return twoByTwo<Transform, Source::any, false>(two, v, 0);
+        return twoByTwo<Transform, Source::any, false>(two, v);
     if constexpr (Transform::inputs == 2)
-        if (isAligned(v.src)) return twoByTwo<Transform, Source::aligned, true>(two, v, 0);
-    return twoByTwo<Transform, Source::packed, true>(two, v, 0);
+        if (isAligned(v.src)) return twoByTwo<Transform, Source::aligned, true>(two, v);
+    return twoByTwo<Transform, Source::packed, true>(two, v);
 }
 
 template <class Transform, class... Arguments>

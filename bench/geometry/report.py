@@ -1,16 +1,18 @@
 #!/usr/bin/env python3
 """Turns what geometry_bench wrote with --json into the tables of docs/benchmarks-geometry.md.
 
-    bench/geometry_report.py RESULTS.json [--output FILE] [--check]
+    bench/geometry/report.py RESULTS.json [--output FILE] [--check]
 
 --check exits with 1 if a goal is missed.
 """
 
 import argparse
 import json
+from pathlib import Path
 import sys
 
-from report import Goal, mean, number, processor, table, write
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+from report import Goal, mean, number, processor, table, write  # noqa: E402
 
 PARITY = 0.97     # of the best peer, in every batch; the missing part allows for noise
 ADVANTAGE = 1.2   # geometric mean of the batches
@@ -66,11 +68,9 @@ def lines_of(rows, peers):
 def report(data, calls, batches, stub):
     yield "# Benchmarks of the functions of fixed size"
     yield ""
-    yield "Written by bench/geometry_report.py. To repeat:"
+    yield "Written by bench/geometry/report.py. To repeat:"
     yield ""
-    yield "    cmake --preset x86_64 && cmake --build build/x86_64 --target geometry_bench"
-    yield "    build/x86_64/bin/geometry_bench --json geometry.json"
-    yield "    bench/geometry_report.py geometry.json --output docs/benchmarks-geometry.md"
+    yield "    scripts/bench --geometry"
     yield ""
     yield f"- Processor: {processor()}"
     yield f"- Library: {data['library']}"
