@@ -124,12 +124,17 @@ inline std::ptrdiff_t severalByFour(const Vectors& v, const Arguments&... argume
     if constexpr (requires { typename Transform::Packed; }) {
         if (allPacked) {
             const typename Transform::Packed four(arguments...);
+            const std::byte* from = v.src;
+            std::byte* to = v.dst;
             std::ptrdiff_t k = 0;
-            for (; k + 4 <= v.count; k += 4) {
-                const std::byte* const from = v.src + k * packed;
-                std::byte* const to = v.dst + k * packed;
+            for (; k + 8 <= v.count; k += 8, from += 8 * packed, to += 8 * packed) {
                 fetchAhead(from, to);
                 four(from, to);
+                four(from + 4 * packed, to + 4 * packed);
+            }
+            if (k + 4 <= v.count) {
+                four(from, to);
+                k += 4;
             }
             return k;
         }

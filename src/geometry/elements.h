@@ -26,13 +26,13 @@ struct Vector {
 template <int n>
 inline Vector<n> loadVector(const Unaligned* from) {
     Vector<n> v;
-    for (int i = 0; i < n; ++i) v[i] = from[i];
+    for (int i = 0; i < n; ++i) v.e[i] = from[i];
     return v;
 }
 
 template <int n>
 inline void storeVector(Unaligned* to, const Vector<n>& v) {
-    for (int i = 0; i < n; ++i) to[i] = v[i];
+    for (int i = 0; i < n; ++i) to[i] = v.e[i];
 }
 
 inline const Unaligned* elementsAt(const std::byte* from) { return reinterpret_cast<const Unaligned*>(from); }
