@@ -74,11 +74,13 @@ inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v) {
             storeHighPair(to + dstStride, results);
         }
     };
+    const bool isWide = takesTwoLines(srcStride, dstStride);
     const std::byte* from = v.src;
     std::byte* to = v.dst;
     std::ptrdiff_t k = 0;
     for (; k + 4 <= v.count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
         fetchAhead(from, to);
+        if (source == Source::any && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
         transformTwo(from, to);
         transformTwo(from + 2 * srcStride, to + 2 * dstStride);
     }
@@ -93,11 +95,13 @@ inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v) {
 template <bool srcPacked, bool dstPacked, class Four>
 inline std::ptrdiff_t fourByFour(const Four& four, const Vectors& v) {
     const std::ptrdiff_t srcStride = srcPacked ? 12 : v.srcStride, dstStride = dstPacked ? 12 : v.dstStride;
+    const bool isWide = takesTwoLines(srcStride, dstStride);
     const std::byte* from = v.src;
     std::byte* to = v.dst;
     std::ptrdiff_t k = 0;
     for (; k + 4 <= v.count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
         fetchAhead(from, to);
+        if (!srcPacked && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
         storeFour<dstPacked>(to, dstStride, four(loadFour<srcPacked>(from, srcStride)));
     }
     return k;

@@ -32,6 +32,11 @@ inline void fetchAhead(const std::byte* from, const std::byte* to) {
     __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(to) + ahead), 1);
 }
 
+// Do four vectors lie on more than one line of cache? Then asking for every fourth would leave lines out.
+inline bool takesTwoLines(std::ptrdiff_t srcStride, std::ptrdiff_t dstStride) {
+    return srcStride > 16 || srcStride < -16 || dstStride > 16 || dstStride < -16;
+}
+
 // --- Two side by side --------------------------------------------------------------------------
 
 struct TwoVectors {
