@@ -1,4 +1,4 @@
-// Built in the place of the cglm rows where cglm isn't installed.
+// Built in the place of the cglm rows where cglm isn't installed for the target.
 #include <cstdio>
 
 #include "work.h"

@@ -52,17 +52,13 @@ inline void oneByOne(const One& one, const Vectors& v, std::ptrdiff_t first) {
         storeElements<Transform::outputs>(elementsAt(v.to(k)), one(elementsAt(v.from(k))));
 }
 
-// Results of two or four elements, two vectors a round.
+// Results of two or four elements.
 template <class Transform, Source source, bool resultPacked, class Two>
-inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v, std::ptrdiff_t first) {
+inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v) {
     constexpr std::ptrdiff_t half = 2 * sizeof(float);
     const std::ptrdiff_t srcStride = source == Source::any ? v.srcStride : Transform::inputs * sizeof(float);
     const std::ptrdiff_t dstStride = resultPacked ? Transform::outputs * sizeof(float) : v.dstStride;
-    const std::byte* from = v.from(first);
-    std::byte* to = v.to(first);
-    std::ptrdiff_t k = first;
-#pragma GCC unroll 2
-    for (; k + 2 <= v.count; k += 2, from += 2 * srcStride, to += 2 * dstStride) {
+    const auto transformTwo = [&](const std::byte* from, std::byte* to) {
         const TwoVectors both = loadTwo<Transform::inputs, source>(from, srcStride);
         if constexpr (Transform::outputs == 4) {
             const Float4 low = two(both, 0), high = two(both, 1);
@@ -77,6 +73,20 @@ inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v, std::ptrdiff_t 
             storeLowPair(to, results);
             storeHighPair(to + dstStride, results);
         }
+    };
+    const bool isWide = takesTwoLines(srcStride, dstStride);
+    const std::byte* from = v.src;
+    std::byte* to = v.dst;
+    std::ptrdiff_t k = 0;
+    for (; k + 4 <= v.count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
+        fetchAhead(from, to);
+        if (source == Source::any && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
+        transformTwo(from, to);
+        transformTwo(from + 2 * srcStride, to + 2 * dstStride);
+    }
+    if (k + 2 <= v.count) {
+        transformTwo(from, to);
+        k += 2;
     }
     return k;
 }
@@ -85,11 +95,15 @@ inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v, std::ptrdiff_t 
 template <bool srcPacked, bool dstPacked, class Four>
 inline std::ptrdiff_t fourByFour(const Four& four, const Vectors& v) {
     const std::ptrdiff_t srcStride = srcPacked ? 12 : v.srcStride, dstStride = dstPacked ? 12 : v.dstStride;
+    const bool isWide = takesTwoLines(srcStride, dstStride);
     const std::byte* from = v.src;
     std::byte* to = v.dst;
     std::ptrdiff_t k = 0;
-    for (; k + 4 <= v.count; k += 4, from += 4 * srcStride, to += 4 * dstStride)
+    for (; k + 4 <= v.count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
+        fetchAhead(from, to);
+        if (!srcPacked && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
         storeFour<dstPacked>(to, dstStride, four(loadFour<srcPacked>(from, srcStride)));
+    }
     return k;
 }
 
@@ -101,10 +115,10 @@ inline std::ptrdiff_t severalByTwo(const Two& two, const Vectors& v) {
     constexpr std::ptrdiff_t packedSource = Transform::inputs * sizeof(float);
     constexpr std::ptrdiff_t packedResult = Transform::outputs * sizeof(float);
     if (v.srcStride != packedSource || v.dstStride != packedResult)
-        return twoByTwo<Transform, Source::any, false>(two, v, 0);
+        return twoByTwo<Transform, Source::any, false>(two, v);
     if constexpr (Transform::inputs == 2)
-        if (isAligned(v.src)) return twoByTwo<Transform, Source::aligned, true>(two, v, 0);
-    return twoByTwo<Transform, Source::packed, true>(two, v, 0);
+        if (isAligned(v.src)) return twoByTwo<Transform, Source::aligned, true>(two, v);
+    return twoByTwo<Transform, Source::packed, true>(two, v);
 }
 
 template <class Transform, class... Arguments>
@@ -114,8 +128,18 @@ inline std::ptrdiff_t severalByFour(const Vectors& v, const Arguments&... argume
     if constexpr (requires { typename Transform::Packed; }) {
         if (allPacked) {
             const typename Transform::Packed four(arguments...);
+            const std::byte* from = v.src;
+            std::byte* to = v.dst;
             std::ptrdiff_t k = 0;
-            for (; k + 4 <= v.count; k += 4) four(v.src + k * packed, v.dst + k * packed);
+            for (; k + 8 <= v.count; k += 8, from += 8 * packed, to += 8 * packed) {
+                fetchAhead(from, to);
+                four(from, to);
+                four(from + 4 * packed, to + 4 * packed);
+            }
+            if (k + 4 <= v.count) {
+                four(from, to);
+                k += 4;
+            }
             return k;
         }
     }

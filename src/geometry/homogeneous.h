@@ -59,10 +59,13 @@ inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From src, const 
     const Float4 least = broadcast(FLT_MIN), one = broadcast(1.0F), sign = broadcast(-0.0F);
     const std::ptrdiff_t srcStride = source == Source::packed ? 3 * sizeof(float) : src.objectStride;
     const std::ptrdiff_t dstStride = dst.objectStride;
+    const bool isWide = takesTwoLines(srcStride, dstStride);
     const std::byte* from = src.at(0).address(0, 0);
     std::byte* to = dst.at(0).address(0, 0);
     std::ptrdiff_t k = 0;
     for (; k + 4 <= count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
+        fetchAhead(from, to);
+        if (source == Source::any && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
         const TwoVectors a = loadTwo<3, source>(from, srcStride),
                          b = loadTwo<3, source>(from + 2 * srcStride, srcStride);
         const Float4 backA = two(a, 1), backB = two(b, 1);

@@ -23,6 +23,20 @@ inline Float4 loadPairs(const std::byte* first, const std::byte* second) {
 inline void storeLowPair(std::byte* to, Float4 v) { _mm_storel_pi(reinterpret_cast<__m64*>(to), v); }
 inline void storeHighPair(std::byte* to, Float4 v) { _mm_storeh_pi(reinterpret_cast<__m64*>(to), v); }
 
+// Asks for what a loop will need about ten rounds later, on both sides. Out of cache that is 10 to 20 % of the time: a
+// round has so many instructions for its few bytes that the processor doesn't see far enough ahead by itself. Nothing
+// is read: an address behind the end does no harm.
+inline void fetchAhead(const std::byte* from, const std::byte* to) {
+    constexpr std::uintptr_t ahead = 1024;
+    __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(from) + ahead));
+    __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(to) + ahead), 1);
+}
+
+// Do four vectors lie on more than one line of cache? Then asking for every fourth would leave lines out.
+inline bool takesTwoLines(std::ptrdiff_t srcStride, std::ptrdiff_t dstStride) {
+    return srcStride > 16 || srcStride < -16 || dstStride > 16 || dstStride < -16;
+}
+
 // --- Two side by side --------------------------------------------------------------------------
 
 struct TwoVectors {

@@ -1,8 +1,8 @@
 // 4 by 4 matrices of viewing and projection, for left-handed and right-handed coordinates.
 //
 // The viewer looks along +z in the left hand, along -z in the right. Both map depth to 0 at the near plane and
-// to 1 at the far plane. Each quotient is one division in the form given: where a hand negates the divisor and
-// where the dividend is part of the interface, down to the sign of a zero.
+// to 1 at the far plane. Each quotient is one division in the form given: whether a hand negates the divisor or the
+// dividend is part of the interface, down to the sign of a zero.
 #pragma once
 
 #include "geometry/constructors.h"

@@ -4,6 +4,9 @@
 #include <stdexcept>
 
 namespace kormtest {
+
+using namespace fixed;
+
 namespace {
 
 // Of a row: "name" a constant by value, "name:n" a pointer to n elements, "nameStride" behind an array's pointer, "count".
@@ -12,7 +15,7 @@ namespace {
 struct Row {
     const char* name;
     const char* arguments;
-    Reference reference;
+    GeometryReference reference;
     const char* remarks = "";
 };
 

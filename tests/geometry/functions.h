@@ -45,7 +45,7 @@ struct GeometryFunction {
     std::size_t index = 0;
     std::string name;
     std::vector<Slotted> arguments;
-    Reference reference = nullptr;
+    GeometryReference reference = nullptr;
     Domain domain = Domain::any;
     bool copies = false;     // elements are copied, so NaNs keep their bits
     bool nullCheck = false;  // null pointers give korStatusNullPointer

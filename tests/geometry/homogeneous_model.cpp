@@ -52,7 +52,7 @@ std::int32_t HomogeneousScene::apply(const std::vector<CallValue>& arguments) {
             in[1][i] = read(
                 address(arguments[3], k * number(arguments[4]) + static_cast<std::int64_t>(i) * number(arguments[5])));
         Outcome out;
-        homogeneous(in, out);
+        fixed::homogeneous(in, out);
         if (out.status != 0) status = out.status;
         for (std::size_t i = 0; i < 3; ++i)
             std::memcpy(

@@ -6,6 +6,9 @@
 #include "../support/element_values.h"
 
 namespace kormtest {
+
+using namespace fixed;
+
 namespace {
 
 float fromBits(std::uint64_t bits) {

@@ -23,7 +23,9 @@ struct Outcome {
     bool eitherStatus = false;  // ... and whether rounding decides between success and korStatusSingular
 };
 
-using Reference = void (*)(const Inputs& in, Outcome& out);
+using GeometryReference = void (*)(const Inputs& in, Outcome& out);
+
+namespace fixed {
 
 // --- Vectors (n = 2, 3, 4) ---
 template <int n>
@@ -101,5 +103,7 @@ void projectOfBatch(const Inputs& in, Outcome& out);  // through the product of 
 void unproject(const Inputs& in, Outcome& out);
 // The homogeneous transform; in[0] holds A(r, c) at 4 * r + c.
 void homogeneous(const Inputs& in, Outcome& out);
+
+}  // namespace fixed
 
 }  // namespace kormtest

@@ -4,12 +4,12 @@
 
 #include "geometry.h"
 
-namespace kormtest {
+namespace kormtest::fixed {
 namespace {
 
 using Row = std::vector<float>;
 
-Row apply(Reference reference, const Inputs& in, std::size_t size) {
+Row apply(GeometryReference reference, const Inputs& in, std::size_t size) {
     Outcome out;
     reference(in, out);
     return {out.dst.begin(), out.dst.begin() + static_cast<std::ptrdiff_t>(size)};
@@ -259,4 +259,4 @@ void homogeneous(const Inputs& in, Outcome& out) {
     for (std::size_t i = 0; i < 3; ++i) out.dst[i] = (((x * at(i, 0) + at(i, 3)) + y * at(i, 1)) + z * at(i, 2)) * r;
 }
 
-}  // namespace kormtest
+}  // namespace kormtest::fixed

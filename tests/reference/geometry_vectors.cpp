@@ -3,7 +3,7 @@
 
 #include "geometry.h"
 
-namespace kormtest {
+namespace kormtest::fixed {
 
 // The comparison is to the bit: no wider intermediate results.
 static_assert(FLT_EVAL_METHOD == 0);
@@ -175,4 +175,4 @@ INSTANTIATE(hermite)
 INSTANTIATE(catmullRom)
 #undef INSTANTIATE
 
-}  // namespace kormtest
+}  // namespace kormtest::fixed
