@@ -44,23 +44,23 @@ struct Arguments {
 // One line that is written over while something takes long, and only where somebody watches.
 class ProgressLine {
 public:
-    explicit ProgressLine(const char* what) : what_(what) {}
+    explicit ProgressLine(std::string what) : what_(std::move(what)) {
+        if (watched_) std::fprintf(stderr, "%s ...\033[K", what_.c_str());
+    }
     ~ProgressLine() {
-        if (shown_) std::fputs("\r\033[K", stderr);
+        if (watched_) std::fputs("\r\033[K", stderr);
     }
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
     void operator()(double done) {
         if (!watched_ || microsecondsSince(last_) < 100'000) return;
         last_ = std::chrono::steady_clock::now();
-        std::fprintf(stderr, "\r%s: %.0f %%\033[K", what_, 100 * done);
-        shown_ = true;
+        std::fprintf(stderr, "\r%s: %.0f %%\033[K", what_.c_str(), 100 * done);
     }
 
 private:
-    const char* what_;
+    const std::string what_;
     const bool watched_ = isatty(STDERR_FILENO) != 0;
-    bool shown_ = false;
     std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
 };
 
@@ -99,9 +99,10 @@ void sayPicked(const aiScene& scene, const Frame& frame, const Arguments& argume
 
 void run(const Arguments& arguments) {
     Stopwatch watch;
-    if (isatty(STDERR_FILENO) != 0) std::fprintf(stderr, "reading %s ...\r", arguments.model.c_str());
-    const std::unique_ptr<aiScene> scene =
-        readModel(arguments.model, aiProcess_Triangulate | aiProcess_SortByPType | aiProcess_GenSmoothNormals);
+    const std::unique_ptr<aiScene> scene = [&] {
+        const ProgressLine progress("reading " + arguments.model);
+        return readModel(arguments.model, aiProcess_Triangulate | aiProcess_SortByPType | aiProcess_GenSmoothNormals);
+    }();
     const std::int64_t triangles = triangleCount(*scene);
     if (triangles == 0) throw Failure(arguments.model + ": there are no triangles in it");
     if (triangles > INT32_MAX) throw Failure(arguments.model + ": it has too many triangles");

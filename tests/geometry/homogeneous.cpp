@@ -55,7 +55,7 @@ HomogeneousScene::Place HomogeneousScene::choosePlace(std::size_t operand, std::
         case 0:
         case 1: place.base = room.end - bytes; break;
         case 2: place.base = room.begin; break;
-        case 3: place.base = room.begin + 128 + 4 * places.between(0, 31); break;
+        case 3: place.base = room.begin + 128 + places.between(0, 127); break;  // any address will do
         default: place.base = room.begin + 128 + 16 * places.between(0, 7); break;
     }
     arena_.addWindow(room, place.base, place.base + bytes);

@@ -74,6 +74,9 @@ private:
 
     std::int32_t one(std::int32_t k, Mistake mistake) const {
         Inputs in;
+        if (mistake == Mistake::storesEarly)
+            std::memset(at(function_.dst(), k), 0x5c,
+                        static_cast<std::size_t>(4 * function_.arguments[function_.dst()].elements));
         for (std::size_t i = 0; i < values_.size(); ++i) {
             const Slotted& slotted = function_.arguments[i];
             if (slotted.slot == Slot::constant) {
@@ -87,6 +90,14 @@ private:
         if (mistake == Mistake::swapsOperands) swapTwo(in);
         Outcome out;
         function_.reference(in, out);
+        for (float& element : out.dst) {
+            if (mistake == Mistake::flipsZeros && element == 0) element = -element;
+            std::uint32_t bits;
+            std::memcpy(&bits, &element, sizeof bits);
+            // Bits, as an x87 register would quieten it unasked.
+            if (mistake == Mistake::quietsNans && (bits & 0x7fffffff) > 0x7f800000) bits |= 0x00400000;
+            std::memcpy(&element, &bits, sizeof bits);
+        }
         const std::size_t dst = function_.dst();
         if (out.status != 0 && function_.batch()) return out.status;
         for (std::size_t i = 0; i < values_.size(); ++i) {

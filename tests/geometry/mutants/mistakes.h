@@ -8,6 +8,9 @@ enum class Mistake {
     doesNothing,
     swapsOperands,
     writesBeyond,
+    flipsZeros,      // the sign of a result of zero
+    quietsNans,      // copies through arithmetic, which alters a signalling NaN
+    storesEarly,     // before it has read its inputs
     forgetsTheLast,  // vector of a batch
     skipsChecks,
     reordersChecks,
