@@ -7,15 +7,17 @@ namespace korm {
 
 template <int n>
 inline void baryCentric(const Unaligned* a, const Unaligned* b, const Unaligned* c, float f, float g, Unaligned* d) {
+    const float forB = inRegister(f), forC = inRegister(g);
     Vector<n> result;
-    for (int i = 0; i < n; ++i) result[i] = ((b[i] - a[i]) * f + a[i]) + (c[i] - a[i]) * g;
+    for (int i = 0; i < n; ++i) result[i] = ((b[i] - a[i]) * forB + a[i]) + (c[i] - a[i]) * forC;
     storeVector(d, result);
 }
 
 template <int n>
 inline void linear(const Unaligned* a, const Unaligned* b, float t, Unaligned* d) {
+    const float part = inRegister(t);
     Vector<n> result;
-    for (int i = 0; i < n; ++i) result[i] = a[i] + (b[i] - a[i]) * t;
+    for (int i = 0; i < n; ++i) result[i] = a[i] + (b[i] - a[i]) * part;
     storeVector(d, result);
 }
 

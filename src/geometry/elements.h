@@ -45,6 +45,13 @@ inline Float4 everyLane(Float4 v) {
     return __builtin_shufflevector(v, v, i, i, i, i);
 }
 
+// A number that comes by value and goes to several lanes. Without this clang loads it, in 32-bit code, as four from the
+// caller's stack: beyond the argument, and as if that were aligned.
+inline float inRegister(float value) {
+    asm("" : "+x"(value));
+    return value;
+}
+
 // Each element of a vector in all lanes.
 struct Repeated {
     Float4 x, y, z, w;

@@ -43,8 +43,9 @@ inline void greaterElements(const Unaligned* a, const Unaligned* b, Unaligned* d
 
 template <int n>
 inline void scaleVector(const Unaligned* a, float factor, Unaligned* d) {
+    const float same = inRegister(factor);
     Vector<n> result;
-    for (int i = 0; i < n; ++i) result[i] = a[i] * factor;
+    for (int i = 0; i < n; ++i) result[i] = a[i] * same;
     storeVector(d, result);
 }
 
