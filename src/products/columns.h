@@ -14,12 +14,19 @@
 namespace korm {
 
 #if defined(__x86_64__)
-inline constexpr int tileRows = 4;
-inline constexpr int panelVectors = 2;
+inline constexpr int sumRegisters = 12;  // of 16, beside a factor and a product
 #else
-inline constexpr int tileRows = 2;  // eight vector registers
-inline constexpr int panelVectors = 2;
+inline constexpr int sumRegisters = 6;  // of 8
 #endif
+inline constexpr int panelVectors = 3;
+
+// Partial sums of an element that are made in one pass over k, and rows of a tile: as many as registers hold.
+constexpr int sumsAtOnce(Sum shape) {
+    return shape.partials < sumRegisters / panelVectors ? shape.partials : sumRegisters / panelVectors;
+}
+constexpr int rowsAtOnce(Sum shape) {
+    return sumRegisters / panelVectors / sumsAtOnce(shape);
+}
 
 // A panel: vector v of row k lies at origin + k * step + 16 * v, but for the last, which is at `last` instead of
 // 16 * v. Thus a panel at the right edge of a matrix has its last vector end with the row.
@@ -35,67 +42,109 @@ struct LeftRows {
     std::ptrdiff_t step;  // from k to k + 1
 };
 
+// Where a tile goes: as a panel.
+struct TileTarget {
+    std::byte* origin;
+    std::ptrdiff_t step;
+    std::ptrdiff_t last;
+};
+
 template <int vectors>
 [[gnu::always_inline]] inline std::ptrdiff_t vectorOffset(int v, std::ptrdiff_t last) {
     return v == vectors - 1 ? last : 16 * v;
 }
 
-// sum += the products k of `count` steps.
 template <class T, int rows, int vectors>
-[[gnu::always_inline]] inline void accumulate(Lanes<T> (&sum)[rows][vectors], LeftRows a, Panel b,
-                                              std::ptrdiff_t count) {
+struct TileSums {
+    Lanes<T> of[rows][vectors];
+};
+
+// Adds, in each of `count` rounds, `sums` products to each element: product c to sum c. From round to round,
+// k grows by `period`.
+template <class T, int sums, int rows, int vectors>
+[[gnu::always_inline]] inline void accumulate(TileSums<T, rows, vectors> (&sum)[sums], LeftRows a, Panel b,
+                                              std::ptrdiff_t period, std::ptrdiff_t count) {
+    const std::ptrdiff_t aStep = a.step, bStep = b.step;
+    const std::ptrdiff_t aRound = (period - sums + 1) * aStep, bRound = (period - sums + 1) * bStep;
     for (; count > 0; --count) {
-        for (int i = 0; i < rows; ++i) {
-            const Lanes<T> left = broadcast(load<T>(a.origin + i * a.rowStep));
-            for (int v = 0; v < vectors; ++v)
-                sum[i][v] += left * loadLanes<T>(b.origin + vectorOffset<vectors>(v, b.last));
-        }
-        a.origin += a.step;
-        b.origin += b.step;
+        unrolled<sums>([&](auto c) __attribute__((always_inline)) {
+            unrolled<rows>([&](auto i) __attribute__((always_inline)) {
+                const Lanes<T> left = spread<T>(a.origin + i * a.rowStep);
+                unrolled<vectors>([&](auto v) __attribute__((always_inline)) {
+                    sum[c].of[i][v] += left * loadLanes<T>(b.origin + vectorOffset<vectors>(v, b.last));
+                });
+                // The panel's vectors are loaded anew for each row: held in registers, they would drive sums out.
+                if constexpr (vectors == 3) asm("" : "+r"(b.origin));
+            });
+            a.origin += c == sums - 1 ? aRound : aStep;
+            b.origin += c == sums - 1 ? bRound : bStep;
+        });
     }
 }
 
-// The sums of a tile of the result, of all K products. Partial sums are independent of each other, so they are
-// made one after the other, and all registers serve one.
+template <class T, int sums, int rows, int vectors>
+[[gnu::always_inline]] inline void clear(TileSums<T, rows, vectors> (&sum)[sums]) {
+    unrolled<sums * rows * vectors>([&](auto e) __attribute__((always_inline)) {
+        sum[e / (rows * vectors)].of[e / vectors % rows][e % vectors] = Lanes<T>{};
+    });
+}
+
+// Tiles below each other, of all K products. Partial sums are independent of each other: those for which there
+// are no registers are made after the others.
 template <class T, Sum shape, int rows, int vectors>
-[[gnu::noinline]] void tile(LeftRows a, Panel b, std::ptrdiff_t products, std::byte* to, std::ptrdiff_t toStep,
-                            std::ptrdiff_t toLast) {
-    Lanes<T> sum[rows][vectors] = {};
-    std::ptrdiff_t done = 0;
-    if (shape == zeroStart || products < shape.block) {
-        accumulate<T, rows, vectors>(sum, a, b, products);
-        done = products;
-    } else {
-        constexpr int partials = shape.partials;
-        done = products - products % shape.block;
-        Lanes<T> partial[partials][rows][vectors];
-        for (int c = 0; c < partials; ++c) {
-            Lanes<T> one[rows][vectors] = {};
-            accumulate<T, rows, vectors>(one, {a.origin + c * a.step, a.rowStep, partials * a.step},
-                                         {b.origin + c * b.step, partials * b.step, b.last}, done / partials);
-            for (int i = 0; i < rows; ++i)
-                for (int v = 0; v < vectors; ++v) partial[c][i][v] = one[i][v];
-        }
-        for (int i = 0; i < rows; ++i)
-            for (int v = 0; v < vectors; ++v) {
+[[gnu::noinline]] void tiles(LeftRows a, Panel b, std::ptrdiff_t products, TileTarget to, std::ptrdiff_t count) {
+    using Sums = TileSums<T, rows, vectors>;
+    const std::ptrdiff_t inBlocks = shape == zeroStart ? 0 : products - products % shape.block;
+    for (; count > 0; --count) {
+        Sums result[1];
+        LeftRows aRest = a;
+        Panel bRest = b;
+        if (shape == zeroStart || inBlocks == 0) {
+            clear(result);
+        } else {
+            constexpr int partials = shape.partials;
+            constexpr int together = sumsAtOnce(shape);
+            Sums partial[partials / together][together];
+            unrolled<partials / together>([&](auto pass) __attribute__((always_inline)) {
+                constexpr int first = pass * together;
+                clear(partial[pass]);
+                accumulate(partial[pass], {a.origin + first * a.step, a.rowStep, a.step},
+                           {b.origin + first * b.step, b.step, b.last}, partials, inBlocks / partials);
+            });
+            unrolled<rows * vectors>([&](auto e) __attribute__((always_inline)) {
                 Lanes<T> all[partials];
-                for (int c = 0; c < partials; ++c) all[c] = partial[c][i][v];
-                sum[i][v] = joined<T>(all);
-            }
-        accumulate<T, rows, vectors>(sum, {a.origin + done * a.step, a.rowStep, a.step},
-                                     {b.origin + done * b.step, b.step, b.last}, products - done);
+                unrolled<partials>([&](auto c) __attribute__((always_inline)) {
+                    all[c] = partial[c / together][c % together].of[e / vectors][e % vectors];
+                });
+                result[0].of[e / vectors][e % vectors] = joined<T>(all);
+            });
+            aRest.origin += inBlocks * a.step;
+            bRest.origin += inBlocks * b.step;
+        }
+        accumulate(result, aRest, bRest, 1, products - inBlocks);
+        unrolled<rows * vectors>([&](auto e) __attribute__((always_inline)) {
+            constexpr int i = e / vectors, v = e % vectors;
+            storeLanes(to.origin + i * to.step + vectorOffset<vectors>(v, to.last), result[0].of[i][v]);
+        });
+        a.origin += rows * a.rowStep;
+        to.origin += rows * to.step;
     }
-    for (int i = 0; i < rows; ++i)
-        for (int v = 0; v < vectors; ++v)
-            storeLanes(to + i * toStep + vectorOffset<vectors>(v, toLast), sum[i][v]);
 }
 
 template <class T, Sum shape, int rows>
-[[gnu::always_inline]] inline void tileOf(int vectors, const LeftRows& a, const Panel& b, std::ptrdiff_t products,
-                                          std::byte* to, std::ptrdiff_t toStep, std::ptrdiff_t toLast) {
-    static_assert(panelVectors == 2);
-    if (vectors == 1) tile<T, shape, rows, 1>(a, b, products, to, toStep, toLast);
-    else tile<T, shape, rows, 2>(a, b, products, to, toStep, toLast);
+[[gnu::always_inline]] inline void tilesOf(int vectors, const LeftRows& a, const Panel& b, std::ptrdiff_t products,
+                                           const TileTarget& to, std::ptrdiff_t count) {
+    static_assert(panelVectors == 3);
+    if (vectors == 1) tiles<T, shape, rows, 1>(a, b, products, to, count);
+    else if (vectors == 2) tiles<T, shape, rows, 2>(a, b, products, to, count);
+    else tiles<T, shape, rows, 3>(a, b, products, to, count);
+}
+
+// The next panel's vectors: four are two and two rather than three and one.
+template <class T>
+[[gnu::always_inline]] inline int nextPanel(std::ptrdiff_t columns) {
+    const std::ptrdiff_t vectors = (columns + laneCount<T> - 1) / laneCount<T>;
+    return static_cast<int>(vectors == 4 ? 2 : std::min<std::ptrdiff_t>(vectors, panelVectors));
 }
 
 // The same for operands of which nothing is contiguous: elements are looked up one by one. Up to one vector of columns.

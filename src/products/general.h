@@ -16,46 +16,94 @@ namespace korm {
 // where they lie.
 inline constexpr std::ptrdiff_t copiedProducts = 768;
 
-template <class T>
-inline constexpr std::ptrdiff_t panelWidth = panelVectors* laneCount<T>;
-
-// Columns j to j + width - 1 as contiguous rows of whole vectors. Spare lanes repeat the last column.
+// Columns j to j + width - 1 as contiguous rows of whole vectors. As in a panel that isn't copied, the last vector ends
+// with the last column; fewer columns than lanes are followed by repetitions of the last one.
 template <class T, class Operand>
-void copyPanel(const Operand& b, std::ptrdiff_t j, std::ptrdiff_t width, std::ptrdiff_t products, std::byte* to) {
+void copyElements(const Operand& b, std::ptrdiff_t j, std::ptrdiff_t width, std::ptrdiff_t products, std::byte* to) {
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    const std::ptrdiff_t padded = (width + laneCount<T> - 1) / laneCount<T> * laneCount<T>;
+    constexpr int lanes = laneCount<T>;
+    const std::ptrdiff_t padded = (width + lanes - 1) / lanes * lanes;
     for (std::ptrdiff_t c = 0; c < padded; ++c) {
-        const std::ptrdiff_t column = j + std::min(c, width - 1);
+        std::ptrdiff_t column = j + c;
+        if (j + width < lanes) column = std::min(column, j + width - 1);
+        else if (c >= padded - lanes) column -= padded - width;
         for (std::ptrdiff_t k = 0; k < products; ++k)
             store(to + (k * padded + c) * size, load<T>(b.address(k, column)));
     }
 }
 
-// Calls f(first row, rows as a type, shape of their sums as a type) for all rows.
-template <RowSums rows, int atOnce, class F>
-[[gnu::always_inline]] inline void forRowGroups(std::ptrdiff_t height, const F& f) {
-    const auto group = [&](std::ptrdiff_t i, auto count, auto shape) __attribute__((always_inline)) {
-        constexpr int n = decltype(count)::value;
-        for (int r = 0; r + atOnce <= n; r += atOnce) f(i + r, std::integral_constant<int, atOnce>{}, shape);
-        if constexpr (n % atOnce != 0) f(i + n / atOnce * atOnce, std::integral_constant<int, n % atOnce>{}, shape);
-    };
-    constexpr auto one = std::integral_constant<int, 1>{};
-    constexpr auto two = std::integral_constant<int, 2>{};
-    constexpr auto three = std::integral_constant<int, 3>{};
-    constexpr auto four = std::integral_constant<int, 4>{};
-    std::ptrdiff_t i = 0;
-    for (; i + 4 <= height; i += 4) group(i, four, std::integral_constant<Sum, rows.blocks>{});
-    const std::ptrdiff_t left = height - i;
-    if (left == 3) group(i, three, std::integral_constant<Sum, rows.lastThree>{});
-    else if (left == 1) group(i, one, std::integral_constant<Sum, rows.lastOfOne>{});
-    else if (left == 2) {
-        if constexpr (rows.firstOfTwo == rows.secondOfTwo) {
-            group(i, two, std::integral_constant<Sum, rows.firstOfTwo>{});
-        } else {
-            group(i, one, std::integral_constant<Sum, rows.firstOfTwo>{});
-            group(i + 1, one, std::integral_constant<Sum, rows.secondOfTwo>{});
+template <class T>
+void copyPanel(const TableOperand& b, std::ptrdiff_t j, std::ptrdiff_t width, std::ptrdiff_t products, std::byte* to) {
+    copyElements<T>(b, j, width, products, to);
+}
+
+// Whole vectors, turned in registers where columns are contiguous.
+template <class T>
+[[gnu::noinline]] void copyPanel(const GridOperand& b, std::ptrdiff_t j, std::ptrdiff_t width, std::ptrdiff_t products,
+                                 std::byte* to) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    constexpr int lanes = laneCount<T>;
+    const bool turned = b.rowStep == size;
+    if (j + width < lanes || !(turned || b.columnStep == size)) return copyElements<T>(b, j, width, products, to);
+    const std::ptrdiff_t step = (width + lanes - 1) / lanes * 16;
+    for (std::ptrdiff_t v = 0; v < step; v += 16, to += 16) {
+        const std::ptrdiff_t column = v + 16 < step ? j + v / size : j + width - lanes;
+        const std::byte* from = b.address(0, column);
+        std::byte* at = to;
+        std::ptrdiff_t k = 0;
+        if (turned)
+            for (; k + lanes <= products; k += lanes, from += 16, at += lanes * step) {
+                Lanes<T> block[lanes];
+                unrolled<lanes>([&](auto c) __attribute__((always_inline)) {
+                    block[c] = loadLanes<T>(from + c * b.columnStep);
+                });
+                transpose(block);
+                unrolled<lanes>([&](auto r) __attribute__((always_inline)) { storeLanes(at + r * step, block[r]); });
+            }
+        for (; k < products; ++k, from += b.rowStep, at += step)
+            if (b.columnStep == size) storeLanes(at, loadLanes<T>(from));
+            else
+                for (int c = 0; c < lanes; ++c) store(at + c * size, load<T>(from + c * b.columnStep));
+    }
+}
+
+// Calls f(first row, their number, shape of their sums as a type) for rows of one shape. Rows with fewer products
+// than their blocks have are all the same.
+template <RowSums rows, class F>
+[[gnu::always_inline]] inline void forRowGroups(std::ptrdiff_t height, std::ptrdiff_t products, const F& f) {
+    if constexpr (rows.uniform()) {
+        f(0, height, std::integral_constant<Sum, rows.blocks>{});
+    } else {
+        const std::ptrdiff_t left = height % 4;
+        const std::ptrdiff_t i = height - left;
+        if (i > 0) f(0, i, std::integral_constant<Sum, rows.blocks>{});
+        if constexpr (rows.lastThree.block == 8)
+            if (products < 8) {
+                if (left > 0) f(i, left, std::integral_constant<Sum, zeroStart>{});
+                return;
+            }
+        if (left == 3) f(i, 3, std::integral_constant<Sum, rows.lastThree>{});
+        else if (left == 1) f(i, 1, std::integral_constant<Sum, rows.lastOfOne>{});
+        else if (left == 2) {
+            f(i, rows.firstOfTwo == rows.secondOfTwo ? 2 : 1, std::integral_constant<Sum, rows.firstOfTwo>{});
+            if constexpr (!(rows.firstOfTwo == rows.secondOfTwo))
+                f(i + 1, 1, std::integral_constant<Sum, rows.secondOfTwo>{});
         }
     }
+}
+
+// Calls f(first row, rows of a tile as a type, number of tiles): tiles of `most` rows, then one of what is left.
+template <int most, class F>
+[[gnu::always_inline]] inline void forTiles(std::ptrdiff_t first, std::ptrdiff_t rows, const F& f) {
+    static_assert(most <= 4);
+    if (rows >= most) f(first, std::integral_constant<int, most>{}, rows / most);
+    const std::ptrdiff_t left = rows % most;
+    if constexpr (most > 1)
+        if (left == 1) f(first + rows - left, std::integral_constant<int, 1>{}, 1);
+    if constexpr (most > 2)
+        if (left == 2) f(first + rows - left, std::integral_constant<int, 2>{}, 1);
+    if constexpr (most > 3)
+        if (left == 3) f(first + rows - left, std::integral_constant<int, 3>{}, 1);
 }
 
 // Elements of a tile to their places.
@@ -72,12 +120,41 @@ template <class T, RowSums rows, class Operand>
 void gatheredProduct(const Operand& a, const Operand& b, const Operand& dst, ProductShape shape) {
     for (std::ptrdiff_t j = 0; j < shape.columns; j += laneCount<T>) {
         const auto width = std::min<std::ptrdiff_t>(laneCount<T>, shape.columns - j);
-        forRowGroups<rows, 4>(shape.rows, [&](std::ptrdiff_t i, auto height, auto sum) {
-            Lanes<T> result[height.value];
-            gatheredTile<T, sum.value>(a, i, b, j, width, shape.products, result);
-            scatterRows<T>(dst, i, j, height.value, width, reinterpret_cast<const std::byte*>(result), 16);
+        forRowGroups<rows>(shape.rows, shape.products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
+            forTiles<rowsAtOnce(sum.value)>(first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) {
+                for (; count > 0; --count, i += tall.value) {
+                    Lanes<T> result[tall.value];
+                    gatheredTile<T, sum.value>(a, i, b, j, width, shape.products, result);
+                    scatterRows<T>(dst, i, j, tall.value, width, reinterpret_cast<const std::byte*>(result), 16);
+                }
+            });
         });
     }
+}
+
+// Rows of the left operand, contiguous: where they lie, or copied.
+template <class T>
+[[gnu::always_inline]] inline LeftRows leftRows(const GridOperand& a, std::ptrdiff_t i, int, std::ptrdiff_t, std::byte*) {
+    return {a.origin + i * a.rowStep, a.rowStep, a.columnStep};
+}
+
+template <class T>
+[[gnu::always_inline]] inline LeftRows leftRows(const TableOperand& a, std::ptrdiff_t i, int rows,
+                                                std::ptrdiff_t products, std::byte* copies) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    for (int r = 0; r < rows; ++r)
+        for (std::ptrdiff_t k = 0; k < products; ++k)
+            store(copies + (r * products + k) * size, load<T>(a.address(i + r, k)));
+    return {copies, products * size, size};
+}
+
+template <class T>
+[[gnu::always_inline]] inline bool contiguousRows(const GridOperand& operand) {
+    return operand.columnStep == sizeof(T);
+}
+template <class T>
+[[gnu::always_inline]] inline bool contiguousRows(const TableOperand&) {
+    return false;
 }
 
 template <class T, RowSums rows, class Operand>
@@ -86,45 +163,40 @@ void columnProduct(const Operand& a, const Operand& b, const Operand& dst, Produ
     constexpr int lanes = laneCount<T>;
     constexpr bool isTable = std::is_same_v<Operand, TableOperand>;
     const std::ptrdiff_t products = shape.products;
-    const auto contiguous = [](const Operand& operand) {
-        if constexpr (isTable) return false;
-        else return operand.columnStep == size;
-    };
-    const bool copied = !contiguous(b) || shape.columns < lanes;
-    const bool direct = contiguous(dst) && shape.columns >= lanes;
-    if ((copied || isTable) && products > copiedProducts) return gatheredProduct<T, rows>(a, b, dst, shape);
+    // A contiguous panel is copied too where many rows of the result read many rows of it: far apart, these would push
+    // each other out of the first-level cache and its table of pages.
+    const bool needsCopy = !contiguousRows<T>(b) || shape.columns < lanes;
+    const bool copied = needsCopy || (shape.rows >= 32 && products >= 64 && products <= copiedProducts);
+    const bool direct = contiguousRows<T>(dst) && shape.columns >= lanes;
+    if ((needsCopy || isTable) && products > copiedProducts) return gatheredProduct<T, rows>(a, b, dst, shape);
 
-    alignas(16) std::byte copies[copiedProducts * panelWidth<T> * size];
-    alignas(16) std::byte rowCopies[isTable ? copiedProducts * tileRows * size : 1];
+    alignas(16) std::byte copies[copiedProducts * panelVectors * 16];
+    alignas(16) std::byte rowCopies[isTable ? copiedProducts * 4 * size : 1];
     std::ptrdiff_t width;
     for (std::ptrdiff_t j = 0; j < shape.columns; j += width) {
-        width = std::min(panelWidth<T>, shape.columns - j);
-        const int vectors = static_cast<int>((width + lanes - 1) / lanes);
+        const int vectors = nextPanel<T>(shape.columns - j);
+        width = std::min<std::ptrdiff_t>(vectors * lanes, shape.columns - j);
+        const std::ptrdiff_t last = shape.columns < lanes ? 0 : (width - lanes) * size;
         Panel panel{copies, vectors * 16, (vectors - 1) * 16};
-        std::ptrdiff_t last = (width - lanes) * size;  // of a result's row; below 0 where it ends in the panel before
         if (copied) copyPanel<T>(b, j, width, products, copies);
         else if constexpr (!isTable) panel = {b.origin + j * size, b.rowStep, last};
-        forRowGroups<rows, tileRows>(shape.rows, [&](std::ptrdiff_t i, auto height, auto sum) {
-            LeftRows left;
-            if constexpr (isTable) {
-                for (int r = 0; r < height.value; ++r)
-                    for (std::ptrdiff_t k = 0; k < products; ++k)
-                        store(rowCopies + (r * products + k) * size, load<T>(a.address(i + r, k)));
-                left = {rowCopies, products * size, size};
-            } else {
-                left = {a.origin + i * a.rowStep, a.rowStep, a.columnStep};
-            }
-            if constexpr (!isTable) {
-                if (direct && (!copied || width % lanes == 0)) {
-                    tileOf<T, sum.value, height.value>(vectors, left, panel, products, target(dst, i, j), dst.rowStep,
-                                                       last);
-                    return;
+        forRowGroups<rows>(shape.rows, shape.products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
+            forTiles<rowsAtOnce(sum.value)>(first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) {
+                if constexpr (!isTable) {
+                    if (direct) {
+                        tilesOf<T, sum.value, tall.value>(vectors, leftRows<T>(a, i, 0, 0, nullptr), panel, products,
+                                                          {target(dst, i, j), dst.rowStep, last}, count);
+                        return;
+                    }
                 }
-            }
-            constexpr std::ptrdiff_t step = panelVectors * 16;
-            alignas(16) std::byte results[16 + height.value * step];  // `last` may be below 0
-            tileOf<T, sum.value, height.value>(vectors, left, panel, products, results + 16, step, panel.last);
-            scatterRows<T>(dst, i, j, height.value, width, results + 16, step);
+                constexpr std::ptrdiff_t step = panelVectors * 16;
+                alignas(16) std::byte results[16 + tall.value * step];  // `last` may be below 0
+                for (; count > 0; --count, i += tall.value) {
+                    tilesOf<T, sum.value, tall.value>(vectors, leftRows<T>(a, i, tall.value, products, rowCopies), panel,
+                                                      products, {results + 16, step, last}, 1);
+                    scatterRows<T>(dst, i, j, tall.value, width, results + 16, step);
+                }
+            });
         });
     }
 }
@@ -136,10 +208,13 @@ void dotProduct(const GridOperand& a, const GridOperand& b, const GridOperand& d
         const auto width = std::min<std::ptrdiff_t>(laneCount<T>, shape.columns - j);
         DotColumns<T> columns;
         dotColumns<T>(b, j, width, columns);
-        forRowGroups<rows, 2>(shape.rows, [&](std::ptrdiff_t i, auto height, auto sum) {
-            Lanes<T> result[height.value];
-            dotTile<T, sum.value>(a.origin + i * a.rowStep, a.rowStep, columns, shape.products, result);
-            for (int r = 0; r < height.value; ++r) storeFirst<T>(target(dst, i + r, j), result[r], width);
+        forRowGroups<rows>(shape.rows, shape.products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
+            // Too few products for a block come to the same with any block.
+            constexpr Sum dots = sum.value == zeroStart ? Sum{laneCount<T>, 8} : sum.value;
+            forTiles<dotRowsAtOnce<T>(dots)>(first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) {
+                dotTiles<T, dots, tall.value>(a.origin + i * a.rowStep, a.rowStep, columns, shape.products,
+                                              target(dst, i, j), dst.rowStep, width, count);
+            });
         });
     }
 }

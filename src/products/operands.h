@@ -4,11 +4,36 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
+#include <utility>
 
 #include "entry/lanes.h"
 #include "entry/views.h"
 
 namespace korm {
+
+// Calls f for 0 to n - 1 as types, so that what it does with them is known when compiling.
+template <int n, class F>
+[[gnu::always_inline]] inline void unrolled(const F& f) {
+    [&]<int... i>(std::integer_sequence<int, i...>) __attribute__((always_inline)) {
+        (f(std::integral_constant<int, i>{}), ...);
+    }(std::make_integer_sequence<int, n>{});
+}
+
+// An element in all lanes. For doubles by the load unit alone: left to itself, a compiler that sees the element used
+// twice loads it once and spends a shuffle, which takes a port from additions.
+template <class T>
+[[gnu::always_inline]] inline Lanes<T> spread(const std::byte* from) {
+    if constexpr (laneCount<T> == 4) return broadcast(load<T>(from));
+    else {
+        struct [[gnu::may_alias, gnu::packed]] Unaligned {
+            T value;
+        };
+        Lanes<T> result;
+        asm("movddup %1, %0" : "=x"(result) : "m"(*reinterpret_cast<const Unaligned*>(from)));
+        return result;
+    }
+}
 
 // Element (i, j) lies at fixed distances.
 struct GridOperand {

@@ -7,6 +7,7 @@
 
 #include "entry/views.h"
 #include "products/general.h"
+#include "products/rows.h"
 #include "products/squares.h"
 #include "products/sums.h"
 #include "products/vectors.h"
@@ -18,7 +19,8 @@ inline constexpr bool isSingleProduct = !std::is_same_v<Count, std::int32_t>;
 
 template <class T, int n, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void squareProduct(const A& a, const B& b, const D& dst, Count count) {
-    if constexpr (isSingleProduct<Count>) squareObject<T, n>(operand(a.at(0)), operand(b.at(0)), operand(dst.at(0)));
+    if constexpr (D::spacing == Spacing::rowAdjacent) squaresByRows<T, n>(a, b, dst, count);
+    else if constexpr (isSingleProduct<Count>) squareObject<T, n>(operand(a.at(0)), operand(b.at(0)), operand(dst.at(0)));
     else squareObjects<T, n>(a, b, dst, count);
 }
 
@@ -41,7 +43,8 @@ template <class SquareOrders, RowSums rows, class A, class B, class D, class Cou
 
 template <class T, int n, class Order, class A, class X, class D, class Count>
 [[gnu::always_inline]] inline void squareVectorProduct(const A& a, const X& x, const D& dst, Count count) {
-    if constexpr (isSingleProduct<Count>)
+    if constexpr (D::spacing == Spacing::rowAdjacent) squareVectorsByColumns<T, n, Order>(a, x, dst, count);
+    else if constexpr (isSingleProduct<Count>)
         squareVectorObject<T, n, Order>(operand(a.at(0)), operand(x.at(0)), operand(dst.at(0)));
     else squareVectorObjects<T, n, Order>(a, x, dst, count);
 }

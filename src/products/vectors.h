@@ -10,6 +10,7 @@
 #include "products/dots.h"
 #include "products/objects.h"
 #include "products/operands.h"
+#include "products/rows.h"
 #include "products/sums.h"
 
 namespace korm {
@@ -49,6 +50,42 @@ template <class T, int n, class Order, class A, class X, class D>
     }
 }
 
+// Elements of the result as vectors: column k of the matrix times element k of the vector gives product k of all.
+template <class T, int n, class Order>
+[[gnu::always_inline]] inline void multiplyColumns(const RightRows<T, n>& columns, const std::byte* x, std::byte* to) {
+    using Parts = RowParts<T, n>;
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    Lanes<T> factor[n];
+    unrolled<n>([&](auto k) __attribute__((always_inline)) { factor[k] = spread<T>(x + k * size); });
+    unrolled<Parts::whole>([&](auto v) __attribute__((always_inline)) {
+        Lanes<T> product[n];
+        unrolled<n>([&](auto k) __attribute__((always_inline)) { product[k] = columns.whole[k][v] * factor[k]; });
+        storeLanes(to + 16 * v, square::sum<Order, n>(product, v * laneCount<T>));
+    });
+    if constexpr (Parts::rest > 0) {
+        Lanes<T> product[n];
+        unrolled<n>([&](auto k) __attribute__((always_inline)) { product[k] = columns.rest[k] * factor[k]; });
+        constexpr int first = Parts::whole * laneCount<T>;
+        storeRest<T, Parts::rest>(to + first * size, square::sum<Order, n>(product, first), 0);
+    }
+}
+
+// Plain operands.
+template <class T, int n, class Order, class A, class X, class D, class Count>
+[[gnu::always_inline]] inline void squareVectorsByColumns(const A& a, const X& x, const D& dst, Count count) {
+    const std::ptrdiff_t stride = storedStride(a);
+    const auto columns = [&](std::int32_t k) __attribute__((always_inline)) {
+        return rightRows<T, n, !isTurnedView<A>>(a.at(k).origin, stride);
+    };
+    if constexpr (isShared<A>) {
+        const auto held = columns(0);
+        for (std::int32_t k = 0; k < count; ++k) multiplyColumns<T, n, Order>(held, x.at(k).origin, dst.at(k).origin);
+    } else {
+        for (std::int32_t k = 0; k < count; ++k)
+            multiplyColumns<T, n, Order>(columns(k), x.at(k).origin, dst.at(k).origin);
+    }
+}
+
 // --- Any shape -----------------------------------------------------------------------------------
 
 // One element, whatever its shape of sum.
@@ -79,14 +116,14 @@ void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::pt
         // k along vectors: rows of the matrix and the vector are contiguous.
         if constexpr (shape.partials % lanes == 0) {
             if (adjacent && a.columnStep == size && x.columnStep == size) {
-                const GridOperand rows{a.origin, a.columnStep, a.rowStep};
-                for (std::ptrdiff_t i = first; i < end; i += lanes) {
+                constexpr int groups = dotGroups<T>(shape);
+                std::ptrdiff_t i = first;
+                for (; i + groups * lanes <= end; i += groups * lanes)
+                    dotVector<T, shape, groups>(x.origin, a.origin + i * a.rowStep, a.rowStep, products,
+                                                target(dst, 0, i));
+                for (; i < end; i += lanes) {
                     const std::ptrdiff_t at = std::min(i, end - lanes);
-                    DotColumns<T> columns;
-                    dotColumns<T>(rows, at, lanes, columns);
-                    Lanes<T> result[1];
-                    dotTile<T, shape>(x.origin, 0, columns, products, result);
-                    storeLanes(target(dst, 0, at), result[0]);
+                    dotVector<T, shape, 1>(x.origin, a.origin + at * a.rowStep, a.rowStep, products, target(dst, 0, at));
                 }
                 return;
             }
@@ -94,13 +131,18 @@ void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::pt
         // Elements of the result along vectors: columns of the matrix are contiguous.
         if (adjacent && a.rowStep == size) {
             const LeftRows left{x.origin, 0, x.columnStep};
+            constexpr int wide = 8 / sumsAtOnce(shape);
+            std::ptrdiff_t i = first;
+            for (; i + wide * lanes <= end; i += wide * lanes)
+                tiles<T, shape, 1, wide>(left, {a.origin + i * size, a.columnStep, (wide - 1) * 16}, products,
+                                         {target(dst, 0, i), 0, (wide - 1) * 16}, 1);
             std::ptrdiff_t width;
-            for (std::ptrdiff_t i = first; i < end; i += width) {
-                width = std::min<std::ptrdiff_t>(panelVectors * lanes, end - i);
+            for (; i < end; i += width) {
+                const int vectors = nextPanel<T>(end - i);
+                width = std::min<std::ptrdiff_t>(vectors * lanes, end - i);
                 const std::ptrdiff_t last = (width - lanes) * size;
-                const int vectors = static_cast<int>((width + lanes - 1) / lanes);
-                tileOf<T, shape, 1>(vectors, left, {a.origin + i * size, a.columnStep, last}, products,
-                                    target(dst, 0, i), 0, last);
+                tilesOf<T, shape, 1>(vectors, left, {a.origin + i * size, a.columnStep, last}, products,
+                                     {target(dst, 0, i), 0, last}, 1);
             }
             return;
         }

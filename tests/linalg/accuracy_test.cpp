@@ -102,7 +102,8 @@ TEST_P(Accuracy, OfSolving) {
                                 call.set("pivots", k, 0, j, factors.get<std::int32_t>("pivots", 0, 0, j));
                         }
                         for (std::int32_t v = 0; v < vectors; ++v)
-                            for (std::int32_t j = 0; j < n; ++j) call.set("src2", v, 0, j, b[static_cast<std::size_t>(j)]);
+                            for (std::int32_t j = 0; j < n; ++j)
+                                call.set("src2", v, 0, j, b[static_cast<std::size_t>(j)]);
                         ASSERT_EQ(call.call(), status::ok);
                         for (std::int32_t v = 0; v < vectors; ++v) {
                             long double residual = 0, size = 0;
@@ -114,7 +115,8 @@ TEST_P(Accuracy, OfSolving) {
                                 residual = std::max(residual, absolute(sum));
                                 size = std::max(size, absolute(static_cast<long double>(call.get<T>("dst", v, 0, i))));
                             }
-                            const long double ratio = residual / (norm(a) * size * static_cast<long double>(n) * 2 * unit<T>());
+                            const long double ratio =
+                                residual / (norm(a) * size * static_cast<long double>(n) * 2 * unit<T>());
                             worst = std::max(worst, ratio);
                             ASSERT_LT(ratio, soundRatio) << condition.name << ", order " << n;
                         }
@@ -147,12 +149,14 @@ TEST_P(Accuracy, OfInverting) {
                         const Square<T> x = getMatrix<T>(call, "dst", count(3) - 1);
                         const InvertPath path = invertPath(form(), spread == 1, n);
                         if (path == InvertPath::adjugate || path == InvertPath::block) {
-                            const BoundedInverse<T> exact = boundedInverse(a, invertApproximates(form(), spread == 1, n));
+                            const BoundedInverse<T> exact =
+                                boundedInverse(a, invertApproximates(form(), spread == 1, n));
                             if (exact.detBound > absolute(exact.det) / 64) continue;
                             ++judged;
                             for (std::int32_t i = 0; i < n; ++i) {
                                 for (std::int32_t j = 0; j < n; ++j) {
-                                    const long double off = absolute(static_cast<long double>(x(i, j)) - exact.matrix(i, j));
+                                    const long double off =
+                                        absolute(static_cast<long double>(x(i, j)) - exact.matrix(i, j));
                                     const long double ratio = off / exact.bound(i, j);
                                     // A pivot is the largest of its row, so each of the n - 4 steps doubles elements
                                     // at most, and with them 16-fold the minors of the 4 by 4 complement.
@@ -168,7 +172,8 @@ TEST_P(Accuracy, OfInverting) {
                             for (std::int32_t j = 0; j < n; ++j) {
                                 residual(i, j) = i == j ? -1 : 0;
                                 for (std::int32_t k = 0; k < n; ++k)
-                                    residual(i, j) += static_cast<long double>(a(i, k)) * static_cast<long double>(x(k, j));
+                                    residual(i, j) +=
+                                        static_cast<long double>(a(i, k)) * static_cast<long double>(x(k, j));
                             }
                         }
                         const long double kappa = norm(a) * norm(x);
@@ -216,7 +221,8 @@ TEST_P(Accuracy, OfDeterminants) {
                         const bool closed = n >= 3 && n <= 6;
                         const long double allowed = closed ? determinantBound(a) : eliminationBound(a);
                         for (std::int32_t k = 0; k < count(3); ++k) {
-                            const long double off = absolute(static_cast<long double>(call.get<T>("dst", k, 0, 0)) - exact);
+                            const long double off =
+                                absolute(static_cast<long double>(call.get<T>("dst", k, 0, 0)) - exact);
                             ASSERT_LE(off, allowed + unit<T>() * absolute(exact))
                                 << condition.name << ", order " << n << ", object " << k;
                         }

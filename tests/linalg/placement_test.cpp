@@ -30,7 +30,8 @@ TEST_P(LinalgPlaces, AnObjectOfAnArrayGetsWhatItGetsAlone) {
             const std::int32_t n = random.between(3, 6), objects = random.between(2, 11);
             const std::int32_t spread = random.pick(spreadsOf(form()));
             // Alignment decides between two formats in one kernel.
-            const std::size_t shift = form().name == "kormDet_ma_32f" && n == 4 ? 4 : 4 * static_cast<std::size_t>(random.between(0, 3));
+            const std::size_t shift =
+                form().name == "kormDet_ma_32f" && n == 4 ? 4 : 4 * static_cast<std::size_t>(random.between(0, 3));
             scriptThreadNumbers({1});
             DenseCall all(form(), squareSizes(n, objects), spread, shift);
             std::vector<Square<T>> sources;

@@ -11,7 +11,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 import emit
 from fixed import Fixed
-from grammar import Departure, Family, Shortcut, below
+from grammar import Departure, Family, Shortcut, Variant, below
 
 PRODUCT = "src1 src1Width src1Height src2 src2Width src2Height dst count"
 
@@ -251,6 +251,54 @@ int32_t v8_kormAdd_v3_32f(const float *src1, const float *src2, float *dst) {
         self.assertEqual(" ".join(letter for letter, _ in form.checks), "N C T")
         self.assertIn("plainArray(dst, dstObjectStride, noRows),\n        count);", emit.kernel_function(form, form.kernels[0]))
         self.assertIn("Statuses::merged, Scratch{}, [=](Run run, void*) {", emit.driver_function(form))
+
+
+class Products(unittest.TestCase):
+    """Sizes beside operands: matches, letters for sizes, a kernel template with arguments of a kernel's own."""
+
+    def form(self, name, **rest):
+        rows = [Variant("tam_32f_L* tam_32f_S2", "first"), Variant("*", "second")]
+        limits = {("standard", "32f"): below(100), ("pointer", "32f"): below(100)}
+        source = family("Mul", "tam mv", PRODUCT, letters={"M": "src1Width", "K": "src1Height", "N": "src2Width"},
+                        shape="Shape{M, K, N}", result_width="N", match="src1Height == src2Height", variants=rows,
+                        estimate="K * N + M * count", limits=limits, formula="{dst[i,j]} = {src1[i,l]} * {src2[l,j]}",
+                        general_order={"standard": "N C S M T", "pointer": "N C S M T O"}, **rest)
+        source.kernel = "product<{}>"
+        return next(form for form in source.forms() if form.name == name)
+
+    def test_formula(self):
+        self.assertEqual(self.form("kormMul_tam_32f").formula, "dst(k,i,j) = src1(k,l,i) * src2(l,j)")
+
+    def test_match_comes_where_the_order_says(self):
+        lines = list(emit.check_lines(self.form("kormMul_tam_32f")))
+        self.assertIn("if (!(src1Height == src2Height)) return korStatusSizeMismatch;", lines[3])
+        self.assertIn("korStatusBadStride", lines[4])
+
+    def test_estimate(self):
+        self.assertEqual(emit.estimate(self.form("kormMul_tam_32f")),
+                         "const Estimate estimate = Estimate(src1Height) * Estimate(src2Width) + "
+                         "Estimate(src1Width) * Estimate(count);")
+
+    def test_kernels(self):
+        form = self.form("kormMul_tam_32f")
+        self.assertEqual([form.template(kernel) for kernel in form.kernels], ["product<second>", "product<first>"])
+        text = emit.kernel_function(form, form.kernels[0])
+        self.assertIn("product<second>(\n        transposed(plainArray(src1, src1ObjectStride, src1RowStride)),", text)
+        self.assertIn("Shape{src1Width, src1Height, src2Width}, count);", text)
+        self.assertIn("int32_t /*src2Height*/", text)
+        self.assertNotIn("/*src1Height*/", text)
+
+    def test_pitches_of_tables_are_stored_widths(self):
+        text = emit.kernel_function(self.form("kormMul_tam_32f_P"), "v8_ownkormMul_tam_32f_P")
+        self.assertIn("transposed(scatteredArray(src1, src1Offset, src1ObjectStride, src1Width))", text)
+        self.assertIn("scattered(src2, src2Offset, src2Width)", text)
+        self.assertIn("scatteredArray(dst, dstOffset, dstObjectStride, src2Width)", text)
+
+    def test_every_kernel_has_a_row(self):
+        form = self.form("kormMul_tam_32f")
+        form.family.variants = [Variant("mam_32f", "other")]
+        with self.assertRaisesRegex(ValueError, "no row of variants covers it"):
+            form.template(form.kernels[0])
 
 
 if __name__ == "__main__":
