@@ -129,7 +129,7 @@ template <int n, class S>
 #pragma GCC unroll 4
             for (int j = 0; j < 4; ++j) inverse[i][q] = inverse[i][q] - u[i][j] * inverse[j + p][q];
 
-    // Columns that were exchanged in the matrix are rows of its inverse.
+                // Columns that were exchanged in the matrix are rows of its inverse.
 #pragma GCC unroll 2
     for (int k = p - 1; k >= 0; --k)
 #pragma GCC unroll 6

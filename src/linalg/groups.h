@@ -177,7 +177,8 @@ template <int n, class S, class G, class Row>
 // Are the rows of a matrix so close that it is one run?
 template <int n, class S, class G>
 [[gnu::always_inline]] inline bool isPacked(const G& group) {
-    if constexpr (G::adjacent) return group.object[0].rowStride == static_cast<std::ptrdiff_t>(n * sizeof(ElementOf<S>));
+    if constexpr (G::adjacent)
+        return group.object[0].rowStride == static_cast<std::ptrdiff_t>(n * sizeof(ElementOf<S>));
     else return false;
 }
 
@@ -188,7 +189,9 @@ template <int n, class S, class G>
         return;
     }
 #pragma GCC unroll 6
-    for (int i = 0; i < n; ++i) readRows<n>(from, [i](int) { return i; }, a[i]);
+    for (int i = 0; i < n; ++i)
+        readRows<n>(
+            from, [i](int) { return i; }, a[i]);
 }
 
 template <int n, class S, class G>
@@ -198,7 +201,9 @@ template <int n, class S, class G>
         return;
     }
 #pragma GCC unroll 6
-    for (int i = 0; i < n; ++i) writeRows<n>(to, [i](int) { return i; }, a[i]);
+    for (int i = 0; i < n; ++i)
+        writeRows<n>(
+            to, [i](int) { return i; }, a[i]);
 }
 
 // --- Objects in groups ----------------------------------------------------------------------------

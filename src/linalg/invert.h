@@ -1,6 +1,7 @@
 // Inverses: which order of which layout takes which path.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -10,7 +11,7 @@
 #include "korm.h"
 #include "linalg/adjugate.h"
 #include "linalg/block.h"
-#include "linalg/cofactors.h"
+#include "linalg/cores.h"
 #include "linalg/groups.h"
 #include "linalg/objects.h"
 #include "linalg/scalars.h"
@@ -81,16 +82,17 @@ template <class A, class D>
     }
 }
 
+// Two objects: both are inverted before one is written.
 template <class A, class D>
-[[gnu::noinline]] std::int32_t invertPair(const A& src, const D& dst, std::ptrdiff_t k) {
+[[gnu::always_inline]] inline std::int32_t invertPair(const A& src, const D& dst) {
     float a[4][4], first[4][4], second[4][4];
-    readSquare<4>(src.at(k), a);
+    readSquare<4>(src.at(0), a);
     bool regular = invertSized<inversePath<4, A>()>(a, first);
-    readSquare<4>(src.at(k + 1), a);
+    readSquare<4>(src.at(1), a);
     regular = invertSized<inversePath<4, A>()>(a, second) && regular;
     if (!regular) return korStatusSingular;
-    writeSquare<4>(dst.at(k), first);
-    writeSquare<4>(dst.at(k + 1), second);
+    writeSquare<4>(dst.at(0), first);
+    writeSquare<4>(dst.at(1), second);
     return korStatusOk;
 }
 
@@ -109,12 +111,15 @@ template <int n, class T, class A, class D>
     };
     const auto each = [&](std::ptrdiff_t k) { return invertObject<n, path, T>(src.at(k), dst.at(k)); };
     if constexpr (n == 4 && isPlain<A> && std::is_same_v<T, float>) {
-        // An even number, so that no group and no pair is cut in two.
+        const auto pair = [&](std::ptrdiff_t k) {
+            return v8_ownkormInvert_m_32f_4x4_loop2(reinterpret_cast<const float*>(src.at(k).origin), src.objectStride,
+                                                    reinterpret_cast<float*>(dst.at(k).origin), dst.objectStride);
+        };
         if (pairs) {
             std::ptrdiff_t k = 0;
             for (; k + 2 <= count; k += 2) {
                 if (k + 4 <= count && together(k)) k += 2;
-                else if (invertPair(src, dst, k) != korStatusOk) return korStatusSingular;
+                else if (pair(k) != korStatusOk) return korStatusSingular;
             }
             return k < count ? each(k) : korStatusOk;
         }
@@ -132,7 +137,6 @@ template <int n, class A, class D, class Count>
 template <class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t inverse(A src, D dst, typename D::Element* buffer, std::int32_t order,
                                                    Count count) {
-    using T = typename D::Element;
     switch (order) {
         case 3: return invertObjects<3>(src, dst, count);
         case 4: return invertObjects<4>(src, dst, count);
@@ -141,7 +145,7 @@ template <class A, class D, class Count>
         default: break;
     }
     for (std::ptrdiff_t k = 0; k < count; ++k)
-        if (invertByCofactors<T>(src.at(k), dst.at(k), buffer, order) != korStatusOk) return korStatusSingular;
+        if (inverseCore(src.at(k), dst.at(k), buffer, order) != korStatusOk) return korStatusSingular;
     return korStatusOk;
 }
 

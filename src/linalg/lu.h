@@ -3,16 +3,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 
 #include "entry/lanes.h"
 #include "entry/views.h"
 #include "korm.h"
+#include "linalg/cores.h"
 #include "linalg/elimination.h"
 #include "linalg/groups.h"
 #include "linalg/objects.h"
-#include "linalg/rows.h"
 
 namespace korm {
 
@@ -76,47 +75,15 @@ template <int n, class T, class A, class D>
         const auto results = groupAt<lanes>(dst, k);
 #pragma GCC unroll 6
         for (int i = 0; i < n; ++i)
-            writeRows(results, [&](int l) { return load<std::int32_t>(to.at[l] + 4 * i); }, a[i]);
+            writeRows(
+                results, [&](int l) { return load<std::int32_t>(to.at[l] + 4 * i); }, a[i]);
         return true;
     };
     const auto each = [&](std::ptrdiff_t k) { return luSized<n, T>(src.at(k), dst.at(k), pivots + 4 * n * k); };
     return inGroups<lanes>(0, count, together, each);
 }
 
-// --- All other orders ---------------------------------------------------------------------------
-
-// Eliminates in the destination. The tolerance is absolute and far above that of the orders 3 to 6, on purpose.
-template <class T, class A, class D>
-[[gnu::noinline]] std::int32_t luGeneral(const A& src, const D& dst, std::byte* pivots, std::ptrdiff_t n) {
-    constexpr T tiny = std::numeric_limits<T>::epsilon();
-    for (std::ptrdiff_t i = 0; i < n; ++i) {
-        store(pivots + 4 * i, static_cast<std::int32_t>(i));
-        copyRow<T>(src, dst, i, n);
-    }
-    const auto row = [pivots](std::ptrdiff_t position) { return load<std::int32_t>(pivots + 4 * position); };
-    for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
-        T best = std::fabs(load<T>(dst.address(row(k), k)));
-        std::ptrdiff_t bestPosition = k;
-        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
-            const T candidate = std::fabs(load<T>(dst.address(row(i), k)));
-            if (candidate > best) {
-                best = candidate;
-                bestPosition = i;
-            }
-        }
-        if (tiny >= best) return korStatusSingular;
-        const std::int32_t pivotRow = row(bestPosition);
-        store(pivots + 4 * bestPosition, row(k));
-        store(pivots + 4 * k, pivotRow);
-        const T scale = 1 / load<T>(dst.address(pivotRow, k));
-        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
-            const T multiplier = load<T>(dst.address(row(i), k)) * scale;
-            store(dst.address(row(i), k), multiplier);
-            subtractRow(dst, row(i), dst, pivotRow, multiplier, k + 1, n);
-        }
-    }
-    return tiny >= std::fabs(load<T>(dst.address(row(n - 1), n - 1))) ? korStatusSingular : korStatusOk;
-}
+// --- Choice ---------------------------------------------------------------------------------------
 
 template <int n, class T, class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t luObjects(const A& src, const D& dst, std::byte* pivots, Count count) {
@@ -137,7 +104,7 @@ template <class A, class D, class Count>
         default: break;
     }
     for (std::ptrdiff_t k = 0; k < count; ++k) {
-        const std::int32_t status = luGeneral<T>(src.at(k), dst.at(k), bytes + 4 * k * order, order);
+        const std::int32_t status = luCore(src.at(k), dst.at(k), bytes + 4 * k * order, order);
         if (status != korStatusOk) return status;
     }
     return korStatusOk;

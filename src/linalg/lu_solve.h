@@ -79,7 +79,8 @@ template <int n, class T, class A, class B, class D>
             scale[k] = a[k][k];
         }
         sweep<false>(a, scale, v);
-        writeRows(groupAt<lanes>(dst, t), [](int) { return 0; }, v);
+        writeRows(
+            groupAt<lanes>(dst, t), [](int) { return 0; }, v);
     }
     for (; t < count; ++t) luSolveSized<n, T>(matrix.at(t), src.at(t), dst.at(t), pivots + 4 * n * t);
 }
@@ -106,10 +107,10 @@ template <int n, class T, class A, class B, class D>
         S v[n];
         const auto vectors = groupAt<lanes>(src, t);
 #pragma GCC unroll 6
-        for (int k = 0; k < n; ++k)
-            v[k] = gatherOne<S>(vectors.address(0, load<std::int32_t>(pivots + 4 * k)), 0);
+        for (int k = 0; k < n; ++k) v[k] = gatherOne<S>(vectors.address(0, load<std::int32_t>(pivots + 4 * k)), 0);
         sweep<true>(everywhere, scales, v);
-        writeRows(groupAt<lanes>(dst, t), [](int) { return 0; }, v);
+        writeRows(
+            groupAt<lanes>(dst, t), [](int) { return 0; }, v);
     }
     for (; t < count; ++t) {
         T v[n];
