@@ -15,6 +15,7 @@
 #include "linalg/groups.h"
 #include "linalg/minors.h"
 #include "linalg/objects.h"
+#include "linalg/order2.h"
 #include "linalg/rows.h"
 #include "linalg/scalars.h"
 
@@ -141,12 +142,35 @@ template <int n, class View>
     }
 }
 
+template <class View>
+[[gnu::noinline]] void determinantsOrder2(const View& src, std::byte* dst, typename View::Element* buffer,
+                                          std::ptrdiff_t count) {
+    using T = typename View::Element;
+    const Lanes<T> tiny = broadcast(tolerance<T>(2));
+    const auto together = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        Lanes<T> a[2][2], determinants;
+        readSquares(groupAt<laneCount<T>>(src, k), a);
+        if (!determinantOrder2(a, tiny, determinants)) return false;
+        storeLanes(resultOf<View>(dst, k), determinants);
+        return true;
+    };
+    const auto each = [&](std::ptrdiff_t k) {
+        store(resultOf<View>(dst, k),
+              eliminatedDeterminant<Search::exact, Vanishing::signedZero, T>(src.at(k), buffer, 2));
+        return korStatusOk;
+    };
+    inGroups<laneCount<T>>(0, count, together, each);
+}
+
 template <class View, class Count>
 [[gnu::always_inline]] inline void determinant(View src, typename View::Element* results,
                                                typename View::Element* buffer, std::int32_t order, Count count) {
     using T = typename View::Element;
     auto* const dst = reinterpret_cast<std::byte*>(results);
     switch (order) {
+        case 2:
+            if constexpr (!isOne<Count>) return determinantsOrder2(src, dst, buffer, count);
+            break;
         case 3: return sizedDeterminants<3>(src, dst, count);
         case 4: return sizedDeterminants<4>(src, dst, count);
         case 5: return sizedDeterminants<5>(src, dst, count);

@@ -14,6 +14,7 @@
 #include "linalg/cores.h"
 #include "linalg/groups.h"
 #include "linalg/objects.h"
+#include "linalg/order2.h"
 #include "linalg/scalars.h"
 
 namespace korm {
@@ -127,6 +128,23 @@ template <int n, class T, class A, class D>
     return inGroups<lanes>(0, count, together, each);
 }
 
+template <class A, class D>
+[[gnu::noinline]] std::int32_t invertArrayOrder2(const A& src, const D& dst, typename D::Element* buffer,
+                                                 std::ptrdiff_t count) {
+    using T = typename D::Element;
+    constexpr int lanes = laneCount<T>;
+    const Lanes<T> tiny = broadcast(tolerance<T>(2));
+    const auto together = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        Lanes<T> a[2][2], inverse[2][2];
+        readSquares(groupAt<lanes>(src, k), a);
+        if (!invertOrder2(a, tiny, inverse)) return false;
+        writeSquares(groupAt<lanes>(dst, k), inverse);
+        return true;
+    };
+    return inGroups<lanes>(0, count, together,
+                           [&](std::ptrdiff_t k) { return inverseCore(src.at(k), dst.at(k), buffer, 2); });
+}
+
 template <int n, class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t invertObjects(const A& src, const D& dst, Count count) {
     using T = typename D::Element;
@@ -138,6 +156,9 @@ template <class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t inverse(A src, D dst, typename D::Element* buffer, std::int32_t order,
                                                    Count count) {
     switch (order) {
+        case 2:
+            if constexpr (!isOne<Count>) return invertArrayOrder2(src, dst, buffer, count);
+            break;
         case 3: return invertObjects<3>(src, dst, count);
         case 4: return invertObjects<4>(src, dst, count);
         case 5: return invertObjects<5>(src, dst, count);

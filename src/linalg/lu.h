@@ -12,6 +12,7 @@
 #include "linalg/elimination.h"
 #include "linalg/groups.h"
 #include "linalg/objects.h"
+#include "linalg/order2.h"
 
 namespace korm {
 
@@ -34,7 +35,9 @@ template <int n, class T, class A, class D>
 // Groups of objects in lanes. The factors come back in the order of the pivots, so each lane has rows of its own.
 template <int n, class S>
 [[gnu::noinline]] bool factorGroup(S (&a)[n][n], IndexOf<S> (&row)[n]) {
-    return eliminate<n>(a, row, all<S>(2 * std::numeric_limits<ElementOf<S>>::min())) == n;
+    using T = ElementOf<S>;
+    if constexpr (n == 2) return factorOrder2(a, row, all<S>(std::numeric_limits<T>::epsilon()));
+    else return eliminate<n>(a, row, all<S>(2 * std::numeric_limits<T>::min())) == n;
 }
 
 template <int n>
@@ -79,7 +82,10 @@ template <int n, class T, class A, class D>
                 results, [&](int l) { return load<std::int32_t>(to.at[l] + 4 * i); }, a[i]);
         return true;
     };
-    const auto each = [&](std::ptrdiff_t k) { return luSized<n, T>(src.at(k), dst.at(k), pivots + 4 * n * k); };
+    const auto each = [&](std::ptrdiff_t k) {
+        if constexpr (n == 2) return luCore(src.at(k), dst.at(k), pivots + 4 * n * k, n);
+        else return luSized<n, T>(src.at(k), dst.at(k), pivots + 4 * n * k);
+    };
     return inGroups<lanes>(0, count, together, each);
 }
 
@@ -97,6 +103,9 @@ template <class A, class D, class Count>
     using T = typename D::Element;
     auto* const bytes = reinterpret_cast<std::byte*>(pivots);
     switch (order) {
+        case 2:
+            if constexpr (!isOne<Count>) return luArray<2, T>(src, dst, bytes, count);
+            break;
         case 3: return luObjects<3, T>(src, dst, bytes, count);
         case 4: return luObjects<4, T>(src, dst, bytes, count);
         case 5: return luObjects<5, T>(src, dst, bytes, count);
