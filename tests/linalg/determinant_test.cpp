@@ -187,7 +187,7 @@ TEST(DetPairs, GoByAlignmentAndPlace) {
     Random random(7);
     const Form& form = formNamed("kormDet_ma_32f");
     int differing = 0;
-    for (const std::size_t shift : {0, 4, 8, 12, 16}) {
+    for (const std::size_t shift : {0u, 4u, 8u, 12u, 16u}) {
         for (std::int32_t count = 1; count <= 9; ++count) {
             scriptThreadNumbers({1});
             DenseCall call(form, squareSizes(4, count), 1, shift);

@@ -199,7 +199,7 @@ TEST_P(Invert, ASerialCallStopsAtTheFirstFailure) {
         for (std::int32_t n = 1; n <= 8; ++n) {
             for (std::int32_t failing = 0; failing < 7; ++failing) {
                 for (const std::int32_t spread : spreadsOf(form())) {
-                    for (const std::size_t shift : {0, 8}) {
+                    for (const std::size_t shift : {0u, 8u}) {
                         DenseCall call(form(), squareSizes(n, 7), spread, shift);
                         for (std::int32_t k = 0; k < 7; ++k)
                             setMatrix(call, "src", k, k == failing ? Square<T>(n) : identity<T>(n, T(0.5)));

@@ -132,7 +132,7 @@ TEST_P(LUBackSubst, LongSumsFollowTheAlignmentOfTheSolution) {
         using T = decltype(zero);
         int differing = 0;
         for (std::int32_t n = 7; n <= 40; ++n) {
-            for (const std::size_t shift : {0, 4, 8, 12, 2}) {
+            for (const std::size_t shift : {0u, 4u, 8u, 12u, 2u}) {
                 for (const std::int32_t spread : spreadsOf(form())) {
                     DenseCall call(form(), squareSizes(n, count(3)), spread, shift);
                     const Square<T> lu = [&] {

@@ -186,7 +186,7 @@ void Scene::acceptOpen(const std::vector<OpenElement>& elements) const {
             decltype(zero) value;
             std::memcpy(&value, element.at, sizeof value);
             const long double distance = std::fabs(static_cast<long double>(value) - element.middle);
-            return std::isfinite(element.radius) && !(distance <= element.radius);
+            return !element.anything && !(distance <= element.radius);
         };
         if (!(form_.type == Type::f32 ? far(float{}) : far(double{})))
             std::memcpy(element.at, &element.bits, element.size);

@@ -52,7 +52,7 @@ std::int32_t determinants(const Form& form, const std::vector<OperandValues>& op
         } else if (path == DetPath::closed && n == 3) {
             dst.write(k, 0, 0, closedDeterminant3(a));
         } else if (!extended || (n > 3 && !tame(a))) {
-            dst.writeOpen(k, 0, 0, 0, std::numeric_limits<long double>::infinity());
+            dst.writeAnything(k, 0, 0);
         } else if (n == 3) {
             dst.write(k, 0, 0, extendedDeterminant3(a));
         } else if (path == DetPath::closed) {
@@ -107,12 +107,9 @@ std::int32_t solutions(const Form& form, const std::vector<OperandValues>& opera
 template <class T>
 std::int32_t adjugate(const Form& form, const View<T>& dst, const Square<T>& a, std::int32_t k, bool plain) {
     const std::int32_t n = a.order();
-    const auto everywhere = [&](long double middle, long double radius) {
-        for (std::int32_t i = 0; i < n; ++i)
-            for (std::int32_t j = 0; j < n; ++j) dst.writeOpen(k, i, j, middle, radius);
-    };
     if (anyNan(a)) {
-        everywhere(std::numeric_limits<long double>::quiet_NaN(), 0);
+        for (std::int32_t i = 0; i < n; ++i)
+            for (std::int32_t j = 0; j < n; ++j) dst.write(k, i, j, std::numeric_limits<T>::quiet_NaN());
         return status::ok;
     }
     const BoundedInverse<T> inverse = boundedInverse(a, invertApproximates(form, plain, n));
@@ -121,7 +118,8 @@ std::int32_t adjugate(const Form& form, const View<T>& dst, const Square<T>& a, 
     const bool bounded = extendedFormatWorks() && tame(a) && inverse.detBound < absolute(inverse.det) / 64 &&
                          invertPath(form, plain, n) == InvertPath::adjugate;
     if (!bounded) {
-        everywhere(0, std::numeric_limits<long double>::infinity());
+        for (std::int32_t i = 0; i < n; ++i)
+            for (std::int32_t j = 0; j < n; ++j) dst.writeAnything(k, i, j);
         return status::ok;
     }
     for (std::int32_t i = 0; i < n; ++i)
@@ -133,7 +131,7 @@ std::int32_t adjugate(const Form& form, const View<T>& dst, const Square<T>& a, 
 template <class T>
 void blockResidue(const View<T>& dst, std::int32_t k, std::int32_t n) {
     for (std::int32_t i = 0; i < n - 4; ++i)
-        for (std::int32_t j = 0; j < n; ++j) dst.writeOpen(k, i, j, 0, std::numeric_limits<long double>::infinity());
+        for (std::int32_t j = 0; j < n; ++j) dst.writeAnything(k, i, j);
 }
 
 // Matrices of order 4 go in pairs, both of which are tested before either is stored.

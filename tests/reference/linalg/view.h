@@ -27,11 +27,10 @@ public:
     }
     // A value that may be off by the radius.
     void writeOpen(std::int32_t k, std::int32_t i, std::int32_t j, long double middle, long double radius) const {
-        const T value = static_cast<T>(middle);
-        OpenElement open{address(k, i, j), middle, radius, 0, sizeof value};
-        std::memcpy(&open.bits, &value, sizeof value);
-        write(k, i, j, value);
-        openElements().push_back(open);
+        writeOpen(k, i, j, OpenElement{address(k, i, j), middle, radius, false, 0, sizeof(T)});
+    }
+    void writeAnything(std::int32_t k, std::int32_t i, std::int32_t j) const {
+        writeOpen(k, i, j, OpenElement{address(k, i, j), 0, 0, true, 0, sizeof(T)});
     }
     std::byte* address(std::int32_t k, std::int32_t i, std::int32_t j) const {
         return elementAddress(form_, index_, values_, sizes_, k, i, j);
@@ -56,6 +55,13 @@ public:
     }
 
 private:
+    void writeOpen(std::int32_t k, std::int32_t i, std::int32_t j, OpenElement element) const {
+        const T value = static_cast<T>(element.middle);
+        std::memcpy(&element.bits, &value, sizeof value);
+        write(k, i, j, value);
+        openElements().push_back(element);
+    }
+
     const Form& form_;
     std::size_t index_;
     const OperandValues& values_;
