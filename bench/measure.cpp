@@ -1,8 +1,5 @@
 #include "measure.h"
 
-#include <time.h>
-
-#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -12,78 +9,6 @@ Settings settings;
 std::int32_t threadsAllowed = 1;
 
 namespace {
-
-// Time of this thread alone is not disturbed by other programs' turns on the processor. With several threads
-// it is the time that passes which counts.
-double nanosecondsNow(bool forks) {
-    timespec now;
-    clock_gettime(forks ? CLOCK_MONOTONIC : CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
-}
-
-template <class T>
-double nanosecondsOf(const Contender<T>& contender, const Workload<T>& work, long calls) {
-    // Volatile: the compiler must not see which function is called, nor that its effect is always the same.
-    void (*volatile run)(const Workload<T>&) = contender.run;
-    const double start = nanosecondsNow(contender.forks);
-    for (long call = 0; call < calls; ++call) run(work);
-    return (nanosecondsNow(contender.forks) - start) / static_cast<double>(calls);
-}
-
-// As many calls as fill one sample.
-template <class T>
-long callsFor(const Contender<T>& contender, const Workload<T>& work) {
-    long calls = 1;
-    for (;;) {
-        const double one = nanosecondsOf(contender, work, calls);
-        const double total = one * static_cast<double>(calls);
-        if (total >= settings.sampleNanoseconds() / 4 || calls >= 1L << 30)
-            return std::max(1L, static_cast<long>(settings.sampleNanoseconds() / one));
-        calls *= 4;
-    }
-}
-
-double median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
-// The machine is never quiet, so the contenders take turns in short samples and a row is judged by medians.
-template <class T>
-class Series {
-public:
-    Series(std::span<const Contender<T>> contenders, const Workload<T>& work)
-        : contenders_(contenders), work_(work), samples_(contenders.size()) {
-        for (const Contender<T>& contender : contenders) calls_.push_back(callsFor(contender, work));
-    }
-    void take(int rounds) {
-        const std::size_t all = contenders_.size();
-        for (std::size_t round = 0; round < static_cast<std::size_t>(rounds); ++round) {
-            // Each goes behind each of the others in turn.
-            for (std::size_t turn = 0; turn < all; ++turn) {
-                const std::size_t who = round % 2 ? (turn + round) % all : (2 * all - 1 - turn + round) % all;
-                samples_[who].push_back(nanosecondsOf(contenders_[who], work_, calls_[who]));
-            }
-        }
-    }
-    double nanoseconds(std::size_t who) const { return median(samples_[who]); }
-    // Of the best peer to the library.
-    double ratio() const {
-        double best = 0;
-        for (std::size_t who = 1; who < contenders_.size(); ++who) {
-            if (contenders_[who].isYardstick) continue;
-            if (best == 0 || nanoseconds(who) < best) best = nanoseconds(who);
-        }
-        return best / nanoseconds(0);
-    }
-
-private:
-    std::span<const Contender<T>> contenders_;
-    const Workload<T>& work_;
-    std::vector<long> calls_;
-    std::vector<std::vector<double>> samples_;
-};
 
 // Every contender must leave the same bytes, in gaps too. Returns the name of the first that doesn't.
 template <class T>
@@ -114,7 +39,7 @@ void measureRow(benchmark::State& state, const Shape& shape, Layout layout, int 
         state.SkipWithError((std::string("results differ: ") + name).c_str());
         return;
     }
-    Series<T> series(contenders, work);
+    Series<Workload<T>> series(contenders, work, settings.sampleNanoseconds());
     const int rounds = place.bytes > inCache.bytes ? (settings.quick ? 5 : 7) : settings.rounds();
     series.take(rounds);
     // More samples where it is close or worse: all of them count, so this favours nobody.

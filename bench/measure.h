@@ -7,6 +7,7 @@
 #include <string>
 
 #include "forms.h"
+#include "series.h"
 #include "workload.h"
 
 namespace bench {
@@ -24,13 +25,7 @@ extern Settings settings;
 extern std::int32_t threadsAllowed;
 
 template <class T>
-struct Contender {
-    const char* name;
-    void (*run)(const Workload<T>&);
-    // The copying loop shows what the memory gives; it computes nothing that could be compared.
-    bool isYardstick = false;
-    bool forks = false;  // may run on several threads
-};
+using Contender = Entrant<Workload<T>>;
 
 struct Place {
     const char* name;

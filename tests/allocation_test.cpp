@@ -7,6 +7,8 @@
 #include <atomic>
 #include <cstddef>
 
+#include "geometry/homogeneous.h"
+#include "geometry/scene.h"
 #include "routines/sizes.h"
 #include "support/checker.h"
 #include "support/each_form.h"
@@ -137,6 +139,37 @@ TEST_P(Allocations, NoneForABadCall) {
     const CallResult result = callFunction(function, arguments);
     EXPECT_EQ(stopCounting(), 0);
     EXPECT_EQ(result.status(), -8);
+}
+
+TEST(GeometryAllocations, None) {
+    for (const GeometryFunction& function : geometryFunctions()) {
+        for (int i = 0; i < 12; ++i) {
+            Random random(mixSeed(function.index, static_cast<std::uint64_t>(i))), values(1);
+            GeometryOptions options;
+            if (function.batch()) options.count = random.between(1, 40);
+            const GeometryScene scene(threadArena(), function, options, random, values);
+            const auto arguments = scene.arguments();
+            void* const code = Library::linked().find(function.name);
+            startCounting();
+            callFunction(code, arguments);
+            EXPECT_EQ(stopCounting(), 0) << scene.describe();
+        }
+    }
+}
+
+TEST(HomogeneousAllocations, NoneWithoutAFork) {
+    for (const std::int32_t count : {1, 5, 130, 131, 200}) {
+        Random random(static_cast<std::uint64_t>(count)), values(1);
+        HomogeneousOptions options;
+        options.count = count;
+        const HomogeneousScene scene(threadArena(), options, random, values);
+        const auto arguments = scene.arguments();
+        void* const code = Library::linked().find(homogeneousName);
+        scriptThreadNumbers({count == 131 ? 1 : 1000});
+        startCounting();
+        callFunction(code, arguments);
+        EXPECT_EQ(stopCounting(), 0) << scene.describe();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Forms, Allocations, testing::Range(std::size_t{0}, allForms().size()), formName);

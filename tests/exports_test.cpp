@@ -52,7 +52,12 @@ protected:
 
 TEST_F(Binary, ExportsExactlyTheNames) {
     const std::vector<std::string> expected = everyName();
-    ASSERT_EQ(expected.size(), 554u);
+    const std::size_t count = 1       // the version query
+                              + 288   // element-wise arithmetic
+                              + 132   // products
+                              + 46    // linear algebra
+                              + 87;   // geometry
+    ASSERT_EQ(expected.size(), count);
     std::vector<std::string> names;
     for (const ElfSymbol& one : file.exports()) {
         names.push_back(one.name);

@@ -12,6 +12,10 @@ TEST_P(Results, EverySize) {
     if (hasEverySize(form())) expectPass(checkEverySize(form(), library(), options));
 }
 
+TEST_P(Results, LargeSizes) {
+    if (hasEverySize(form())) expectPass(checkLargeSizes(form(), library(), options));
+}
+
 TEST_P(Results, FarObjects) { expectPass(checkFarObjects(form(), library(), options)); }
 
 TEST_P(Results, OverlapGoesStepByStep) {

@@ -59,7 +59,25 @@ INSTANTIATE_TEST_SUITE_P(Table, ThresholdExamples,
                                          Example{"kormSub_cva_32f", {1, 1, 1, 2399}, true, false},
                                          Example{"kormSub_cva_32f", {1, 1, 30000, 2399}, true, false},
                                          Example{"kormMul_mac_32f_L", {10, 10, 1, 10}, true, false},
-                                         Example{"kormMul_mac_32f_L", {10, 10, 1, 10}, false, true}));
+                                         Example{"kormMul_mac_32f_L", {10, 10, 1, 10}, false, true},
+                                         // 36 + 72 * count against 2501 and 1441.
+                                         Example{"kormMul_mam_32f", {6, 6, 1, 34, 6}, true, false},
+                                         Example{"kormMul_mam_32f", {6, 6, 1, 35, 6}, true, true},
+                                         Example{"kormMul_mam_32f", {6, 6, 1, 19, 6}, false, false},
+                                         Example{"kormMul_mam_32f", {6, 6, 1, 20, 6}, false, true},
+                                         Example{"kormMul_mam_64f", {6, 6, 1, 35, 6}, true, false},
+                                         // Just 2500, and just 2501.
+                                         Example{"kormMul_mama_32f", {2, 1, 1, 500, 1}, true, false},
+                                         Example{"kormMul_mama_32f", {1, 20, 1, 61, 1}, true, true},
+                                         Example{"kormMul_mama_32f_L", {1, 20, 1, 61, 1}, true, false},
+                                         Example{"kormMul_mama_32f_P", {1, 20, 1, 61, 1}, true, true},
+                                         // 4 * 4 + (4 + 4) * count, (4 * 4 + 4) * count + 4, (4 * 4 + 4 + 4) * count.
+                                         Example{"kormMul_mva_32f", {1, 4, 1, 310, 4}, true, false},
+                                         Example{"kormMul_mva_32f", {1, 4, 1, 311, 4}, true, true},
+                                         Example{"kormMul_tav_64f", {1, 4, 1, 179, 4}, true, false},
+                                         Example{"kormMul_tav_64f", {1, 4, 1, 180, 4}, true, true},
+                                         Example{"kormMul_mava_64f_P", {1, 4, 1, 60, 4}, true, false},
+                                         Example{"kormMul_mava_64f_P", {1, 4, 1, 61, 4}, true, true}));
 
 }  // namespace
 }  // namespace kormtest

@@ -97,8 +97,10 @@ private:
 
 }  // namespace
 
-std::int32_t forEachRun(std::int32_t count, Statuses statuses, Scratch scratch, RunFunction function,
-                        const void* call) {
+// An ia32 caller's stack may be aligned to 4 bytes only. A compiler realigns it where its own code needs that, which a
+// driver without vectors on its stack does not; the runtime does.
+[[gnu::force_align_arg_pointer]] std::int32_t forEachRun(std::int32_t count, Statuses statuses, Scratch scratch,
+                                                         RunFunction function, const void* call) {
     const ErrnoKept errnoKept;
     const std::int32_t threads = ownGetNumThreads();
     if (threads <= 1 || count < threads) return function(call, {0, count}, scratch.callers);

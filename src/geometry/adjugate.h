@@ -1,7 +1,8 @@
 // The inverse of a 4 by 4 matrix as its adjugate times the reciprocal of its determinant.
 //
-// The order of operations of every cofactor is part of the interface. No division: the reciprocal is the
-// processor's 12-bit approximation, improved by one Newton step.
+// The order of operations of every cofactor is part of the interface, and it is the same along each row of the
+// adjugate, but for the rows of the matrix that take part: lane j of everything here belongs to column j of the
+// result. No division: the reciprocal is the processor's 12-bit approximation, improved by one Newton step.
 #pragma once
 
 #include <xmmintrin.h>
@@ -21,50 +22,75 @@ inline float reciprocal(float d) {
 // Below this a determinant counts as zero.
 inline constexpr float leastDeterminant = 0x1p-119F;
 
+// A column of the matrix, its elements in the four orders that are needed.
+struct Column {
+    Float4 ordered;    // rows 0 1 2 3
+    Float4 exchanged;  // rows 1 0 3 2
+    Float4 reversed;   // rows 3 2 1 0
+    Float4 halves;     // rows 2 3 0 1
+
+    // From (row 0, row 1) and (row 2, row 3) of this column, in the lanes from `i` on.
+    template <int i>
+    static Column from(Float4 upper, Float4 lower) {
+        return {__builtin_shufflevector(upper, lower, i, i + 1, i + 4, i + 5),
+                __builtin_shufflevector(upper, lower, i + 1, i, i + 5, i + 4),
+                __builtin_shufflevector(lower, upper, i + 1, i, i + 5, i + 4),
+                __builtin_shufflevector(lower, upper, i, i + 1, i + 4, i + 5)};
+    }
+};
+
+// Products of elements of two columns, and the same with the halves of the lanes exchanged.
+struct Products {
+    Float4 here;
+    Float4 there;
+
+    Products(const Column& a, const Column& b) : here(a.exchanged * b.reversed) {
+        there = __builtin_shufflevector(here, here, 2, 3, 0, 1);
+    }
+};
+
 inline std::int32_t invertAdjugate4(const Unaligned* src, std::int32_t srcRowStride, Unaligned* det, Unaligned* dst,
-                                     std::int32_t dstRowStride) {
-    float m[16];
-    for (int r = 0; r < 4; ++r)
-        storeLanes(reinterpret_cast<std::byte*>(m + 4 * r),
-                   loadLanes<float>(bytes(src) + static_cast<std::ptrdiff_t>(r) * srcRowStride));
+                                    std::int32_t dstRowStride) {
+    const auto row = [&](int r) {
+        return loadLanes<float>(bytes(src) + static_cast<std::ptrdiff_t>(r) * srcRowStride);
+    };
+    const Float4 row0 = row(0), row1 = row(1), row2 = row(2), row3 = row(3);
+    const Float4 upper01 = interleaveLow(row0, row1), lower01 = interleaveLow(row2, row3);
+    const Float4 upper23 = interleaveHigh(row0, row1), lower23 = interleaveHigh(row2, row3);
+    const Column x = Column::from<0>(upper01, lower01), y = Column::from<2>(upper01, lower01);
+    const Column z = Column::from<0>(upper23, lower23), w = Column::from<2>(upper23, lower23);
 
-    const float p1 = m[6] * m[15], p2 = m[2] * m[11], p3 = m[10] * m[3], p4 = m[14] * m[7];
-    const float p5 = m[13] * m[6], p6 = m[9] * m[2], p7 = m[1] * m[10], p8 = m[5] * m[14];
-    const float p9 = m[5] * m[15], p10 = m[1] * m[11], p11 = m[13] * m[7], p12 = m[9] * m[3];
+    const Products zw(z, w), yw(y, w), zy(z, y);
+    const Float4 first = z.halves * yw.here +
+                         (w.halves * zy.here + (y.halves * zw.there - y.halves * zw.here) - w.halves * zy.there) -
+                         z.halves * yw.there;
 
-    const float c00 = m[10] * p9 + (m[11] * p5 + (m[9] * p4 - m[9] * p1) - m[11] * p8) - m[10] * p11;
-    const float c01 = m[14] * p10 + (m[15] * p6 + (m[13] * p3 - m[13] * p2) - m[15] * p7) - m[14] * p12;
-    const float c02 = m[2] * p11 + (m[3] * p8 + (m[1] * p1 - m[1] * p4) - m[3] * p5) - m[2] * p9;
-    const float c03 = m[6] * p12 + (m[7] * p7 + (m[5] * p2 - m[5] * p3) - m[7] * p6) - m[6] * p10;
-
-    const float d = m[12] * c03 + m[4] * c01 + (m[8] * c02 + m[0] * c00);
+    const Float4 terms = x.ordered * first;
+    const float d = terms[3] + terms[1] + (terms[2] + terms[0]);
     if (std::fabs(d) < leastDeterminant) {
         if (det != nullptr) *det = 0;
         return korStatusSingular;
     }
     if (det != nullptr) *det = d;
-    const float r = reciprocal(d);
+    const Float4 r = broadcast(reciprocal(d));
 
-    const float q1 = m[4] * m[13], q2 = m[0] * m[9], q3 = m[8] * m[1], q4 = m[12] * m[5];
-    const float q5 = m[4] * m[15], q6 = m[0] * m[11], q7 = m[8] * m[3], q8 = m[12] * m[7];
-    const float q9 = m[2] * m[8], q10 = m[6] * m[12], q11 = m[14] * m[4], q12 = m[10] * m[0];
+    const Products xw(x, w), zx(z, x), xy(x, y);
+    const Float4 second = w.halves * zx.there +
+                          (z.halves * xw.there + (zw.here * x.halves - x.halves * zw.there - z.halves * xw.here)) -
+                          w.halves * zx.here;
+    const Float4 third = y.halves * xw.here +
+                         (w.halves * xy.there - (w.halves * xy.here + (yw.here * x.halves - x.halves * yw.there))) -
+                         xw.there * y.halves;
+    const Float4 fourth = y.halves * zx.here + (z.halves * xy.here - (zy.here * x.halves - x.halves * zy.there) -
+                                                xy.there * z.halves - y.halves * zx.there);
 
-    const float c10 = m[11] * q11 + (m[10] * q8 + (p1 * m[8] - m[8] * p4 - m[10] * q5)) - m[11] * q10;
-    const float c11 = m[15] * q12 + (m[14] * q7 + (p2 * m[12] - m[12] * p3 - m[14] * q6)) - m[15] * q9;
-    const float c12 = m[3] * q10 + (m[2] * q5 + (p4 * m[0] - m[0] * p1 - m[2] * q8)) - m[3] * q11;
-    const float c13 = m[7] * q9 + (m[6] * q6 + (p3 * m[4] - m[4] * p2 - m[6] * q7)) - m[7] * q12;
-    const float c20 = m[9] * q5 + (m[11] * q4 - (m[11] * q1 + (p9 * m[8] - m[8] * p11))) - q8 * m[9];
-    const float c21 = m[13] * q6 + (m[15] * q3 - (m[15] * q2 + (p10 * m[12] - m[12] * p12))) - q7 * m[13];
-    const float c22 = m[1] * q8 + (m[3] * q1 - (m[3] * q4 + (p11 * m[0] - m[0] * p9))) - q5 * m[1];
-    const float c23 = m[5] * q7 + (m[7] * q2 - (m[7] * q3 + (p12 * m[4] - m[4] * p10))) - q6 * m[5];
-    const float c30 = m[9] * q10 + (m[10] * q1 - (p5 * m[8] - m[8] * p8) - q4 * m[10] - m[9] * q11);
-    const float c31 = m[13] * q9 + (m[14] * q2 - (p6 * m[12] - m[12] * p7) - q3 * m[14] - m[13] * q12);
-    const float c32 = m[1] * q11 + (m[2] * q4 - (p8 * m[0] - m[0] * p5) - q1 * m[2] - m[1] * q10);
-    const float c33 = m[5] * q12 + (m[6] * q3 - (p7 * m[4] - m[4] * p6) - q2 * m[6] - m[5] * q9);
-
-    const Float4 rows[4] = {{c00, c01, c02, c03}, {c10, c11, c12, c13}, {c20, c21, c22, c23}, {c30, c31, c32, c33}};
-    for (int i = 0; i < 4; ++i)
-        storeLanes(bytes(dst) + static_cast<std::ptrdiff_t>(i) * dstRowStride, rows[i] * broadcast(r));
+    const auto store = [&](int i, Float4 cofactors) {
+        storeLanes(bytes(dst) + static_cast<std::ptrdiff_t>(i) * dstRowStride, cofactors * r);
+    };
+    store(0, first);
+    store(1, second);
+    store(2, third);
+    store(3, fourth);
     return korStatusOk;
 }
 

@@ -4,29 +4,43 @@
 // operation in the order written. 0 - s is a subtraction: it gives +0 for an s of zero, which -s would not.
 #pragma once
 
+#include <emmintrin.h>
+
 #include <cmath>
 
 #include "geometry/elements.h"
 
 namespace korm {
 
+// Rows are stored whole, constants too: a caller who reads a row back at once would have to wait for one that was
+// put together in memory.
 inline void storeRows(Unaligned* d, Float4 row0, Float4 row1, Float4 row2, Float4 row3) {
-    storeRow(d, 0, row0);
-    storeRow(d, 1, row1);
-    storeRow(d, 2, row2);
-    storeRow(d, 3, row3);
+    storeRow(d, 0, settled(row0));
+    storeRow(d, 1, settled(row1));
+    storeRow(d, 2, settled(row2));
+    storeRow(d, 3, settled(row3));
 }
 
-inline constexpr Float4 unitX = {1, 0, 0, 0}, unitY = {0, 1, 0, 0}, unitZ = {0, 0, 1, 0}, unitW = {0, 0, 0, 1};
+// Rows of the identity, made in registers: a constant in memory may share the low bits of its address with a store
+// that is still on its way, and would wait for it.
+inline Float4 unitRow(int column) {
+    const __m128i one = reinterpret_cast<__m128i>(settled(_mm_castsi128_ps(_mm_cvtsi32_si128(0x3f800000))));
+    switch (column) {
+        case 0: return _mm_castsi128_ps(one);
+        case 1: return _mm_castsi128_ps(_mm_slli_si128(one, 4));
+        case 2: return _mm_castsi128_ps(_mm_slli_si128(one, 8));
+        default: return _mm_castsi128_ps(_mm_slli_si128(one, 12));
+    }
+}
 
-inline void identity(Unaligned* d) { storeRows(d, unitX, unitY, unitZ, unitW); }
+inline void identity(Unaligned* d) { storeRows(d, unitRow(0), unitRow(1), unitRow(2), unitRow(3)); }
 
 inline void translation(float x, float y, float z, Unaligned* d) {
-    storeRows(d, unitX, unitY, unitZ, Float4{x, y, z, 1});
+    storeRows(d, unitRow(0), unitRow(1), unitRow(2), Float4{x, y, z, 1});
 }
 
 inline void scaling(float x, float y, float z, Unaligned* d) {
-    storeRows(d, Float4{x, 0, 0, 0}, Float4{0, y, 0, 0}, Float4{0, 0, z, 0}, unitW);
+    storeRows(d, Float4{x, 0, 0, 0}, Float4{0, y, 0, 0}, Float4{0, 0, z, 0}, unitRow(3));
 }
 
 // Sine and cosine by two calls. Compilers like to make one of them, of a function that promises less; the
@@ -43,17 +57,17 @@ struct Turn {
 
 inline void rotationX(float angle, Unaligned* d) {
     const Turn turn(angle);
-    storeRows(d, unitX, Float4{0, turn.c, turn.s, 0}, Float4{0, 0.0F - turn.s, turn.c, 0}, unitW);
+    storeRows(d, unitRow(0), Float4{0, turn.c, turn.s, 0}, Float4{0, 0.0F - turn.s, turn.c, 0}, unitRow(3));
 }
 
 inline void rotationY(float angle, Unaligned* d) {
     const Turn turn(angle);
-    storeRows(d, Float4{turn.c, 0, 0.0F - turn.s, 0}, unitY, Float4{turn.s, 0, turn.c, 0}, unitW);
+    storeRows(d, Float4{turn.c, 0, 0.0F - turn.s, 0}, unitRow(1), Float4{turn.s, 0, turn.c, 0}, unitRow(3));
 }
 
 inline void rotationZ(float angle, Unaligned* d) {
     const Turn turn(angle);
-    storeRows(d, Float4{turn.c, turn.s, 0, 0}, Float4{0.0F - turn.s, turn.c, 0, 0}, unitZ, unitW);
+    storeRows(d, Float4{turn.c, turn.s, 0, 0}, Float4{0.0F - turn.s, turn.c, 0, 0}, unitRow(2), unitRow(3));
 }
 
 inline void rotationYawPitchRoll(float yaw, float pitch, float roll, Unaligned* d) {
@@ -61,21 +75,33 @@ inline void rotationYawPitchRoll(float yaw, float pitch, float roll, Unaligned* 
     const float t = y.s * p.s, u = p.s * y.c;
     storeRows(d, Float4{r.s * t + y.c * r.c, r.s * p.c, r.s * u - y.s * r.c, 0},
               Float4{t * r.c - y.c * r.s, r.c * p.c, y.s * r.s + r.c * u, 0},
-              Float4{y.s * p.c, 0.0F - p.s, y.c * p.c, 0}, unitW);
+              Float4{y.s * p.c, 0.0F - p.s, y.c * p.c, 0}, unitRow(3));
 }
 
-// The axis is divided by its length, a root in single precision unlike that of a normalised vector.
+// The axis is divided by its length, a root in single precision unlike that of a normalised vector. With u the unit
+// axis, s and c the sine and cosine, row i is (1 - c)*u * u[i] plus c in the diagonal and plus or minus an element of
+// s*u elsewhere. x - y is x + (-y) to the bit, so a row is one product and one sum.
 inline void rotationAxis(const Unaligned* axis, float angle, Unaligned* d) {
     const float x = axis[0], y = axis[1], z = axis[2];
     const float length = std::sqrt(x * x + y * y + z * z);
-    const float ux = x / length, uy = y / length, uz = z / length;
+    const Float4 unit = Float4{x, y, z, 1} / Float4{length, length, length, 1};
     const Turn turn(angle);
-    const float w = 1.0F - turn.c, c = turn.c;
-    const float a = w * ux, b = w * uy, e = w * uz;
-    const float sx = turn.s * ux, sy = turn.s * uy, sz = turn.s * uz;
-    storeRows(d, Float4{a * ux + c, b * ux + sz, e * ux - sy, 0},  //
-              Float4{a * uy - sz, b * uy + c, uy * e + sx, 0},     //
-              Float4{sy + a * uz, b * uz - sx, c + uz * e, 0}, unitW);
+    const Float4 across = broadcast(1.0F - turn.c) * __builtin_shufflevector(unit, unit, 0, 1, 2, 2);
+    const Float4 turned = Float4{turn.s, turn.s, turn.s, turn.c} * unit;  // s*u and c
+
+    using Bits4 = int __attribute__((vector_size(16)));
+    constexpr int negative = INT32_MIN;
+    const auto row = [&](Float4 along, Float4 beside, Bits4 signs) {
+        const Bits4 firstThree = {-1, -1, -1, 0};
+        const Float4 signedBeside = reinterpret_cast<Float4>(reinterpret_cast<Bits4>(beside) ^ signs);
+        return reinterpret_cast<Float4>(reinterpret_cast<Bits4>(across * along + signedBeside) & firstThree);
+    };
+    storeRows(
+        d,
+        row(everyLane<0>(unit), __builtin_shufflevector(turned, turned, 3, 2, 1, 1), Bits4{0, 0, negative, negative}),
+        row(everyLane<1>(unit), __builtin_shufflevector(turned, turned, 2, 3, 0, 0), Bits4{negative, 0, 0, 0}),
+        row(everyLane<2>(unit), __builtin_shufflevector(turned, turned, 1, 0, 3, 3), Bits4{0, negative, 0, 0}),
+        unitRow(3));
 }
 
 }  // namespace korm

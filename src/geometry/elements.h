@@ -26,13 +26,46 @@ struct Vector {
 template <int n>
 inline Vector<n> loadVector(const Unaligned* from) {
     Vector<n> v;
-    for (int i = 0; i < n; ++i) v[i] = from[i];
+    for (int i = 0; i < n; ++i) v.e[i] = from[i];
     return v;
 }
 
 template <int n>
 inline void storeVector(Unaligned* to, const Vector<n>& v) {
-    for (int i = 0; i < n; ++i) to[i] = v[i];
+    for (int i = 0; i < n; ++i) to[i] = v.e[i];
+}
+
+inline const Unaligned* elementsAt(const std::byte* from) { return reinterpret_cast<const Unaligned*>(from); }
+inline Unaligned* elementsAt(std::byte* to) { return reinterpret_cast<Unaligned*>(to); }
+
+inline Float4 lanes(const Vector<4>& v) { return Float4{v[0], v[1], v[2], v[3]}; }
+
+template <int i>
+inline Float4 everyLane(Float4 v) {
+    return __builtin_shufflevector(v, v, i, i, i, i);
+}
+
+// Each element of a vector in all lanes.
+struct Repeated {
+    Float4 x, y, z, w;
+};
+
+template <int n>
+inline Repeated repeated(const Unaligned* from) {
+    Repeated v;
+    v.x = broadcast(from[0]);
+    v.y = broadcast(from[1]);
+    if constexpr (n > 2) v.z = broadcast(from[2]);
+    if constexpr (n > 3) v.w = broadcast(from[3]);
+    return v;
+}
+
+// The first elements of lanes.
+template <int n>
+inline void storeElements(Unaligned* to, Float4 v) {
+    if constexpr (n == 4) storeLanes(bytes(to), v);
+    else storePair(bytes(to), v);
+    if constexpr (n == 3) to[2] = v[2];
 }
 
 // Row r of a 4 by 4 matrix.

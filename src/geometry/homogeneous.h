@@ -1,41 +1,115 @@
 // Arrays of vectors through a homogeneous transform: columns on the right of a matrix with strides.
+//
+// The sums are those of the row vectors' transform with the matrix transposed: rows 0 to 2 give the elements, row 3
+// the divisor. There is one division; the elements are multiplied by what it gives.
 #pragma once
 
+#include <cfloat>
 #include <cmath>
 
-#include "entry/lanes.h"
 #include "entry/views.h"
+#include "geometry/transforms.h"
 #include "korm.h"
 
 namespace korm {
 
-// A fourth element has to lie above this, the smallest normal number; with a NaN it does not.
-inline constexpr float leastFourth = 1.1754944e-38F;
-inline constexpr float farAway = 3.4028235e38F;
+// The divisor has to lie above the smallest normal number; a NaN does not.
+inline bool isDegenerate(float divisor) { return !(std::fabs(divisor) > FLT_MIN); }
 
-template <class A, class S, class D>
-inline std::int32_t transform3DH(const A& matrix, const S& src, const D& dst, std::int32_t count) {
-    float a[4][4];
-    for (int r = 0; r < 4; ++r)
-        for (int c = 0; c < 4; ++c) a[r][c] = load<float>(matrix.at(0).address(r, c));
-
+struct Homogeneous {
+    Affine<3>::One one;
+    Affine<3>::Two two;
     std::int32_t status = korStatusOk;
-    for (std::ptrdiff_t k = 0; k < count; ++k) {
-        const auto from = src.at(k);
-        const auto to = dst.at(k);
-        const float x = load<float>(from.address(0, 0)), y = load<float>(from.address(0, 1)),
-                    z = load<float>(from.address(0, 2));
-        const float w = ((a[3][0] * x + a[3][3]) + a[3][1] * y) + a[3][2] * z;
-        float result[3] = {farAway, farAway, farAway};
-        if (std::fabs(w) > leastFourth) {
-            const float r = 1.0F / w;
-            for (int i = 0; i < 3; ++i) result[i] = (((x * a[i][0] + a[i][3]) + y * a[i][1]) + z * a[i][2]) * r;
-        } else {
+
+    explicit Homogeneous(const Unaligned* transposed) : one(transposed), two(transposed) {}
+
+    // The elements in lanes 0 to 2.
+    Float4 transform(float x, float y, float z) {
+        const Repeated v{broadcast(x), broadcast(y), broadcast(z), {}};
+        const Float4 sums = Affine<3>::sum(one.x, one.y, one.z, one.w, v);
+        const float divisor = sums[3];
+        if (isDegenerate(divisor)) {
             status = korStatusDivideByZero;
+            return broadcast(FLT_MAX);
         }
-        for (int i = 0; i < 3; ++i) store(to.address(0, i), result[i]);
+        return sums * broadcast(1.0F / divisor);
     }
-    return status;
+};
+
+template <class From, class To>
+[[gnu::noinline]] void transformObject(Homogeneous& matrix, const From& from, const To& to) {
+    const Float4 result = matrix.transform(load<float>(from.address(0, 0)), load<float>(from.address(0, 1)),
+                                           load<float>(from.address(0, 2)));
+    for (int i = 0; i < 3; ++i) store(to.address(0, i), result[i]);
+}
+
+inline void storeTwoOfThree(std::byte* to, std::ptrdiff_t step, Float4 front, Float4 back) {
+    constexpr std::ptrdiff_t third = 2 * sizeof(float);
+    storeLowPair(to, front);
+    store(to + third, back[0]);
+    storeHighPair(to + step, front);
+    store(to + step + third, back[2]);
+}
+
+// Four vectors a round, whose elements touch, as two times two with one division for all; four with a degenerate one
+// among them go one by one.
+template <Source source, class From, class To>
+inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From src, const To dst, std::ptrdiff_t count) {
+    const Affine<3>::Two two = matrix.two;
+    const Float4 least = broadcast(FLT_MIN), one = broadcast(1.0F), sign = broadcast(-0.0F);
+    const std::ptrdiff_t srcStride = source == Source::packed ? 3 * sizeof(float) : src.objectStride;
+    const std::ptrdiff_t dstStride = dst.objectStride;
+    const bool isWide = takesTwoLines(srcStride, dstStride);
+    const std::byte* from = src.at(0).address(0, 0);
+    std::byte* to = dst.at(0).address(0, 0);
+    std::ptrdiff_t k = 0;
+    for (; k + 4 <= count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
+        fetchAhead(from, to);
+        if (source == Source::any && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
+        const TwoVectors a = loadTwo<3, source>(from, srcStride),
+                         b = loadTwo<3, source>(from + 2 * srcStride, srcStride);
+        const Float4 backA = two(a, 1), backB = two(b, 1);
+        const Float4 divisors = __builtin_shufflevector(backA, backB, 1, 3, 5, 7);
+        if (_mm_movemask_ps(_mm_cmpgt_ps(_mm_andnot_ps(sign, divisors), least)) == 0xf) [[likely]] {
+            const Float4 reciprocals = one / divisors;
+            const Float4 forA = interleaveLow(reciprocals, reciprocals);
+            const Float4 forB = interleaveHigh(reciprocals, reciprocals);
+            storeTwoOfThree(to, dstStride, two(a, 0) * forA, backA * forA);
+            storeTwoOfThree(to + 2 * dstStride, dstStride, two(b, 0) * forB, backB * forB);
+        } else {
+            for (std::ptrdiff_t i = k; i < k + 4; ++i) transformObject(matrix, src.at(i), dst.at(i));
+        }
+    }
+    return k;
+}
+
+template <class From, class To>
+inline std::int32_t transformObjects(Homogeneous matrix, const From src, const To dst, std::ptrdiff_t count) {
+    std::ptrdiff_t k = 0;
+    if constexpr (From::spacing == Spacing::rowAdjacent) {
+        if (src.objectStride == 3 * sizeof(float)) k = transformFours<Source::packed>(matrix, src, dst, count);
+        else k = transformFours<Source::any>(matrix, src, dst, count);
+    }
+    for (; k < count; ++k) transformObject(matrix, src.at(k), dst.at(k));
+    return matrix.status;
+}
+
+template <class Matrix, class From, class To>
+inline std::int32_t transform3DH(const Matrix& matrix, const From& src, const To& dst, std::int32_t count) {
+    float transposed[16];
+    for (int r = 0; r < 4; ++r)
+        for (int c = 0; c < 4; ++c) transposed[4 * c + r] = load<float>(matrix.at(0).address(r, c));
+    const Homogeneous held(transposed);
+    if constexpr (From::spacing == Spacing::strided)
+        if (src.elementStride == sizeof(float) && dst.elementStride == sizeof(float)) {
+            // It was the matrix alone whose elements lie apart: one stored by columns.
+            const auto touching = [](auto* origin, std::ptrdiff_t stride) {
+                return plainArray(origin, stride, noRows);
+            };
+            return transformObjects(held, touching(reinterpret_cast<const float*>(src.origin), src.objectStride),
+                                    touching(reinterpret_cast<float*>(dst.origin), dst.objectStride), count);
+        }
+    return transformObjects(held, src, dst, count);
 }
 
 }  // namespace korm

@@ -5,16 +5,16 @@
 
 #include <cmath>
 
-#include "geometry/elements.h"
+#include "geometry/lanes.h"
 #include "geometry/shared.h"
 #include "korm.h"
 
 namespace korm {
 
-struct Rows {
+struct Matrix4 {
     Float4 row[4];
 
-    explicit Rows(const Unaligned* matrix)
+    explicit Matrix4(const Unaligned* matrix)
         : row{loadRow(matrix, 0), loadRow(matrix, 1), loadRow(matrix, 2), loadRow(matrix, 3)} {}
 
     void store(Unaligned* matrix) const {
@@ -23,45 +23,46 @@ struct Rows {
 };
 
 // a * b: each element is the sum over the columns of a, from the left.
-inline void product(Rows& a, const Rows& b) {
+inline void multiply(Matrix4& a, const Matrix4& b) {
     for (Float4& row : a.row)
-        row = ((broadcast(row[0]) * b.row[0] + broadcast(row[1]) * b.row[1]) + broadcast(row[2]) * b.row[2]) +
-              broadcast(row[3]) * b.row[3];
+        row = ((everyLane<0>(row) * b.row[0] + everyLane<1>(row) * b.row[1]) + everyLane<2>(row) * b.row[2]) +
+              everyLane<3>(row) * b.row[3];
 }
 
 inline void multiply4(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    Rows rows(a);
-    product(rows, Rows(b));
+    Matrix4 rows(a);
+    multiply(rows, Matrix4(b));
     rows.store(d);
 }
 
 inline void multiplyTransposed4(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    Rows rows(a);
-    product(rows, Rows(b));
+    Matrix4 rows(a);
+    multiply(rows, Matrix4(b));
     transpose(rows.row);
     rows.store(d);
 }
 
 inline void transpose4(const Unaligned* s, Unaligned* d) {
-    Rows rows(s);
+    Matrix4 rows(s);
     transpose(rows.row);
     rows.store(d);
 }
 
-// Along the first row, with the minors of the last two rows formed first.
-inline void determinant4(const Unaligned* from, Unaligned* d) {
-    const Vector<16> m = loadVector<16>(from);
-    const float t23 = m[10] * m[15] - m[11] * m[14];
-    const float t13 = m[9] * m[15] - m[11] * m[13];
-    const float t12 = m[9] * m[14] - m[10] * m[13];
-    const float t03 = m[8] * m[15] - m[11] * m[12];
-    const float t02 = m[8] * m[14] - m[10] * m[12];
-    const float t01 = m[8] * m[13] - m[9] * m[12];
-    const float c0 = (t23 * m[5] - t13 * m[6]) + t12 * m[7];
-    const float c1 = (t23 * m[4] - t03 * m[6]) + t02 * m[7];
-    const float c2 = (t13 * m[4] - t03 * m[5]) + t01 * m[7];
-    const float c3 = (t12 * m[4] - t02 * m[5]) + t01 * m[6];
-    *d = (c0 * m[0] - c1 * m[1]) + (c2 * m[2] - c3 * m[3]);
+// Along the first row. Lane j is for the minor without column j: of its three columns `front` is the first, `middle`
+// the second, `back` the third.
+inline void determinant4(const Unaligned* m, Unaligned* d) {
+    const auto front = [](Float4 row) { return __builtin_shufflevector(row, row, 1, 0, 0, 0); };
+    const auto middle = [](Float4 row) { return __builtin_shufflevector(row, row, 2, 2, 1, 1); };
+    const auto back = [](Float4 row) { return __builtin_shufflevector(row, row, 3, 3, 3, 2); };
+    const Matrix4 rows(m);
+    const Float4 second = rows.row[1], third = rows.row[2], fourth = rows.row[3];
+    const Float4 behindFront = middle(third) * back(fourth) - back(third) * middle(fourth);
+    const Float4 besidesMiddle = front(third) * back(fourth) - back(third) * front(fourth);
+    const Float4 beforeBack = front(third) * middle(fourth) - middle(third) * front(fourth);
+    const Float4 minors = (behindFront * front(second) - besidesMiddle * middle(second)) + beforeBack * back(second);
+    const Float4 terms = minors * rows.row[0];
+    const Float4 differences = evenTwice(terms) - oddTwice(terms);
+    *d = differences[0] + differences[2];
 }
 
 inline std::int32_t invert4(const Unaligned* s, Unaligned* det, Unaligned* d) {

@@ -1,31 +1,49 @@
 // Vectors through a 4 by 4 matrix: row vectors on its left, one at a time or many.
 //
-// A transform holds its matrix in registers and maps a vector by the expression of its form, whose order of
-// operations is part of the interface. Lanes that aren't stored repeat one that is.
+// A transform holds its matrix and maps one vector, two or four at a time by the expression of its form, whose
+// order of operations is part of the interface. Lanes that aren't stored repeat one that is.
 #pragma once
 
+#include "geometry/batches.h"
 #include "geometry/elements.h"
+#include "geometry/lanes.h"
 
 namespace korm {
 
-template <int i>
-inline Float4 everyLane(Float4 v) {
-    return __builtin_shufflevector(v, v, i, i, i, i);
-}
+// Elements 0 and 1 of a row, twice; and its elements 2 and 3.
+inline Float4 lowTwice(const Unaligned* m, int r) { return lowPairTwice(loadRow(m, r)); }
+inline Float4 highTwice(const Unaligned* m, int r) { return highPairTwice(loadRow(m, r)); }
 
 // All four elements of the product. A v2 has z = 0, a v2 or v3 w = 1, and neither is computed with.
 template <int n>
 struct Affine {
     static constexpr int inputs = n, outputs = 4;
-    Float4 x, y, z, w;
 
-    explicit Affine(const Unaligned* m) : x(loadRow(m, 0)), y(loadRow(m, 1)), z(loadRow(m, 2)), w(loadRow(m, 3)) {}
-
-    Float4 operator()(const Vector<n>& v) const {
-        if constexpr (n == 2) return (w + x * broadcast(v[0])) + y * broadcast(v[1]);
-        else if constexpr (n == 3) return ((w + x * broadcast(v[0])) + y * broadcast(v[1])) + z * broadcast(v[2]);
-        else return (x * broadcast(v[0]) + y * broadcast(v[1])) + (z * broadcast(v[2]) + w * broadcast(v[3]));
+    template <class V>
+    static Float4 sum(Float4 x, Float4 y, Float4 z, Float4 w, const V& v) {
+        if constexpr (n == 2) return (w + x * v.x) + y * v.y;
+        else if constexpr (n == 3) return ((w + x * v.x) + y * v.y) + z * v.z;
+        else return (x * v.x + y * v.y) + (z * v.z + w * v.w);
     }
+
+    struct One {
+        Float4 x, y, z, w;
+
+        explicit One(const Unaligned* m) : x(loadRow(m, 0)), y(loadRow(m, 1)), z(loadRow(m, 2)), w(loadRow(m, 3)) {}
+        Float4 operator()(const Unaligned* v) const { return sum(x, y, z, w, repeated<n>(v)); }
+    };
+
+    // Two vectors give the first halves of both results, and the second halves.
+    struct Two {
+        Float4 x[2], y[2], z[2], w[2];
+
+        explicit Two(const Unaligned* m)
+            : x{lowTwice(m, 0), highTwice(m, 0)},
+              y{lowTwice(m, 1), highTwice(m, 1)},
+              z{lowTwice(m, 2), highTwice(m, 2)},
+              w{lowTwice(m, 3), highTwice(m, 3)} {}
+        Float4 operator()(const TwoVectors& v, int half) const { return sum(x[half], y[half], z[half], w[half], v); }
+    };
 };
 
 // Three elements divided by the fourth, each by a division of its own.
@@ -37,84 +55,169 @@ struct Coord;
 template <>
 struct Coord<3> {
     static constexpr int inputs = 3, outputs = 3;
-    Float4 x, y, z, w;
 
-    explicit Coord(const Unaligned* m) : x(loadRow(m, 0)), y(loadRow(m, 1)), z(loadRow(m, 2)), w(loadRow(m, 3)) {}
-
-    Float4 product(const Vector<3>& v) const {
-        return (w + z * broadcast(v[2])) + (x * broadcast(v[0]) + y * broadcast(v[1]));
+    template <class V>
+    static Float4 sum(Float4 x, Float4 y, Float4 z, Float4 w, const V& v) {
+        return (w + z * v.z) + (x * v.x + y * v.y);
     }
-    Float4 operator()(const Vector<3>& v) const { return dividedByFourth(product(v)); }
+
+    struct One {
+        Float4 x, y, z, w;
+
+        explicit One(const Unaligned* m) : x(loadRow(m, 0)), y(loadRow(m, 1)), z(loadRow(m, 2)), w(loadRow(m, 3)) {}
+        Float4 product(const Unaligned* v) const { return sum(x, y, z, w, repeated<3>(v)); }
+        Float4 operator()(const Unaligned* v) const { return dividedByFourth(product(v)); }
+    };
+
+    struct Four {
+        Float4 m[16];
+
+        explicit Four(const Unaligned* from) {
+            for (int i = 0; i < 16; ++i) m[i] = broadcast(from[i]);
+        }
+        FourVectors operator()(const FourVectors& v) const {
+            const Float4 fourth = sum(m[3], m[7], m[11], m[15], v);
+            return {sum(m[0], m[4], m[8], m[12], v) / fourth, sum(m[1], m[5], m[9], m[13], v) / fourth,
+                    sum(m[2], m[6], m[10], m[14], v) / fourth};
+        }
+    };
 };
 
 template <>
 struct Coord<2> {
     static constexpr int inputs = 2, outputs = 2;
-    Float4 x, y, w;
 
-    explicit Coord(const Unaligned* m) : x(row(m, 0)), y(row(m, 1)), w(row(m, 3)) {}
-    static Float4 row(const Unaligned* m, int r) {
-        const Float4 all = loadRow(m, r);
-        return __builtin_shufflevector(all, all, 0, 1, 3, 3);
+    template <class V>
+    static Float4 sum(Float4 x, Float4 y, Float4 w, const V& v) {
+        return (x * v.x + w) + y * v.y;
     }
 
-    Float4 operator()(const Vector<2>& v) const {
-        const Float4 sums = (x * broadcast(v[0]) + w) + y * broadcast(v[1]);
-        return lowPairTwice(sums) / everyLane<3>(sums);
-    }
+    // Both elements, the second of two vectors as well, over the fourth.
+    struct Two {
+        Float4 x, y, w, xFourth, yFourth, wFourth;
+
+        explicit Two(const Unaligned* m)
+            : x(lowTwice(m, 0)),
+              y(lowTwice(m, 1)),
+              w(lowTwice(m, 3)),
+              xFourth(broadcast(m[3])),
+              yFourth(broadcast(m[7])),
+              wFourth(broadcast(m[15])) {}
+        template <class V>
+        Float4 of(const V& v) const {
+            return sum(x, y, w, v) / sum(xFourth, yFourth, wFourth, v);
+        }
+        Float4 operator()(const TwoVectors& v) const { return of(v); }
+    };
+
+    struct One : Two {
+        using Two::Two;
+        Float4 operator()(const Unaligned* v) const { return Two::of(repeated<2>(v)); }
+    };
 };
 
 // Without the translation.
 template <int n>
-struct Normal {
-    static constexpr int inputs = n, outputs = n;
-    Float4 x, y, z;
+struct Normal;
 
-    explicit Normal(const Unaligned* m) : x(row(m, 0)), y(row(m, 1)), z(n == 2 ? y : row(m, 2)) {}
-    static Float4 row(const Unaligned* m, int r) {
-        const Float4 all = loadRow(m, r);
-        return n == 2 ? lowPairTwice(all) : __builtin_shufflevector(all, all, 0, 1, 2, 2);
-    }
+template <>
+struct Normal<2> {
+    static constexpr int inputs = 2, outputs = 2;
 
-    Float4 operator()(const Vector<n>& v) const {
-        const Float4 sums = x * broadcast(v[0]) + y * broadcast(v[1]);
-        if constexpr (n == 2) return sums;
-        else return sums + z * broadcast(v[2]);
-    }
+    struct Two {
+        Float4 x, y;
+
+        explicit Two(const Unaligned* m) : x(lowTwice(m, 0)), y(lowTwice(m, 1)) {}
+        template <class V>
+        Float4 of(const V& v) const {
+            return x * v.x + y * v.y;
+        }
+        Float4 operator()(const TwoVectors& v) const { return of(v); }
+    };
+
+    struct One : Two {
+        using Two::Two;
+        Float4 operator()(const Unaligned* v) const { return Two::of(repeated<2>(v)); }
+    };
 };
 
-template <int outputs>
-inline void storeFirst(Unaligned* to, Float4 v) {
-    if constexpr (outputs == 4) storeLanes(bytes(to), v);
-    else storePair(bytes(to), v);
-    if constexpr (outputs == 3) to[2] = v[2];
-}
+template <>
+struct Normal<3> {
+    static constexpr int inputs = 3, outputs = 3;
+
+    template <class V>
+    static Float4 sum(Float4 x, Float4 y, Float4 z, const V& v) {
+        return (x * v.x + y * v.y) + z * v.z;
+    }
+
+    struct One {
+        Float4 x, y, z;
+
+        explicit One(const Unaligned* m) : x(row(m, 0)), y(row(m, 1)), z(row(m, 2)) {}
+        static Float4 row(const Unaligned* m, int r) {
+            const Float4 all = loadRow(m, r);
+            return __builtin_shufflevector(all, all, 0, 1, 2, 2);
+        }
+        Float4 operator()(const Unaligned* v) const { return sum(x, y, z, repeated<3>(v)); }
+    };
+
+    struct Four {
+        Float4 m[3][3];
+
+        explicit Four(const Unaligned* from) {
+            for (int r = 0; r < 3; ++r)
+                for (int c = 0; c < 3; ++c) m[r][c] = broadcast(from[4 * r + c]);
+        }
+        FourVectors operator()(const FourVectors& v) const {
+            return {sum(m[0][0], m[1][0], m[2][0], v), sum(m[0][1], m[1][1], m[2][1], v),
+                    sum(m[0][2], m[1][2], m[2][2], v)};
+        }
+    };
+
+    // Packed vectors to packed vectors: three whole vectors of lanes hold four results as they lie in memory, the
+    // sources are repeated to fit, and no lane is moved afterwards.
+    struct Packed {
+        Float4 x[3], y[3], z[3];
+
+        explicit Packed(const Unaligned* m) {
+            for (int r = 0; r < 3; ++r) {
+                const Float4 row = loadRow(m, r);
+                Float4(&third)[3] = r == 0 ? x : r == 1 ? y : z;
+                third[0] = __builtin_shufflevector(row, row, 0, 1, 2, 0);
+                third[1] = __builtin_shufflevector(row, row, 1, 2, 0, 1);
+                third[2] = __builtin_shufflevector(row, row, 2, 0, 1, 2);
+            }
+        }
+
+        template <class Repeat>
+        Float4 part(int i, const std::byte* from, Repeat repeat) const {
+            const FourVectors v = {repeat(loadLanes<float>(from)), repeat(loadLanes<float>(from + 4)),
+                                   repeat(loadLanes<float>(from + 8))};
+            return sum(x[i], y[i], z[i], v);
+        }
+
+        void operator()(const std::byte* from, std::byte* to) const {
+            const Float4 first = part(0, from, [](Float4 v) { return __builtin_shufflevector(v, v, 0, 0, 0, 3); });
+            const Float4 second =
+                part(1, from + 12, [](Float4 v) { return __builtin_shufflevector(v, v, 0, 0, 3, 3); });
+            const Float4 third = part(2, from + 24, [](Float4 v) { return __builtin_shufflevector(v, v, 0, 3, 3, 3); });
+            storeLanes(to, first);
+            storeLanes(to + 16, second);
+            storeLanes(to + 32, third);
+        }
+    };
+};
 
 template <class Transform>
 inline void transformOne(const Unaligned* matrix, const Unaligned* src, Unaligned* dst) {
-    storeFirst<Transform::outputs>(dst, Transform(matrix)(loadVector<Transform::inputs>(src)));
-}
-
-inline const Unaligned* moved(const Unaligned* from, std::ptrdiff_t distance) {
-    return reinterpret_cast<const Unaligned*>(bytes(from) + distance);
-}
-inline Unaligned* moved(Unaligned* to, std::ptrdiff_t distance) {
-    return reinterpret_cast<Unaligned*>(bytes(to) + distance);
-}
-
-template <class Transform>
-inline void batch(const Transform& transform, const Unaligned* src, std::ptrdiff_t srcStride, Unaligned* dst,
-                  std::ptrdiff_t dstStride, std::int32_t count) {
-    for (std::ptrdiff_t k = 0; k < count; ++k)
-        storeFirst<Transform::outputs>(moved(dst, k * dstStride),
-                                       transform(loadVector<Transform::inputs>(moved(src, k * srcStride))));
+    storeElements<Transform::outputs>(dst, typename Transform::One(matrix)(src));
 }
 
 template <class Transform>
 inline void transformAll(const Unaligned* matrix, const Unaligned* src, std::int32_t srcStride, Unaligned* dst,
                          std::int32_t dstStride, std::int32_t count) {
     if (count < 1) return;
-    batch(Transform(matrix), src, srcStride, dst, dstStride, count);
+    batch<Transform>(src, srcStride, dst, dstStride, count, matrix);
 }
 
 }  // namespace korm

@@ -17,9 +17,37 @@ struct FromViewport {
     FromViewport(float viewportWidth, float viewportHeight, float nearest, float farthest)
         : width(viewportWidth), height(viewportHeight), minZ(nearest), depth(farthest - nearest) {}
 
-    Vector<3> operator()(const Vector<3>& v) const {
+    Vector<3> operator()(const Unaligned* v) const {
         return {{2.0F * v[0] / width - 1.0F, -2.0F * v[1] / height + 1.0F, (v[2] - minZ) / depth}};
     }
+};
+
+struct Unproject {
+    static constexpr int inputs = 3, outputs = 3;
+
+    struct One {
+        Coord<3>::One transform;
+        FromViewport normalise;
+
+        One(const Unaligned* matrix, const FromViewport& from) : transform(matrix), normalise(from) {}
+        Float4 operator()(const Unaligned* v) const { return transform(normalise(v).e); }
+    };
+
+    struct Four {
+        Coord<3>::Four transform;
+        Float4 width, height, minZ, depth;
+
+        Four(const Unaligned* matrix, const FromViewport& from)
+            : transform(matrix),
+              width(broadcast(from.width)),
+              height(broadcast(from.height)),
+              minZ(broadcast(from.minZ)),
+              depth(broadcast(from.depth)) {}
+        FourVectors operator()(const FourVectors& v) const {
+            const Float4 one = broadcast(1.0F), x = broadcast(2.0F) * v.x / width, y = broadcast(-2.0F) * v.y / height;
+            return transform({x - one, y + one, (v.z - minZ) / depth});
+        }
+    };
 };
 
 // The inverse of world * view * projection.
@@ -38,20 +66,12 @@ inline std::int32_t inverseOfAll(const float* projection, const float* view, con
 // The normalised point stands in dst from the start, and stays there if the matrices can't be inverted.
 inline std::int32_t unprojectOne(const float* projection, const float* view, const float* world, const Unaligned* src,
                                  float viewportWidth, float viewportHeight, float minZ, float maxZ, Unaligned* dst) {
-    storeVector(dst, FromViewport(viewportWidth, viewportHeight, minZ, maxZ)(loadVector<3>(src)));
+    storeVector(dst, FromViewport(viewportWidth, viewportHeight, minZ, maxZ)(src));
     float inverse[16];
     const std::int32_t status = inverseOfAll(projection, view, world, inverse);
     if (status == korStatusOk) transformOne<Coord<3>>(inverse, dst, dst);
     return status;
 }
-
-struct Unproject {
-    static constexpr int inputs = 3, outputs = 3;
-    FromViewport normalise;
-    Coord<3> transform;
-
-    Float4 operator()(const Vector<3>& v) const { return transform(normalise(v)); }
-};
 
 // Here matrices that can't be inverted leave dst untouched.
 inline std::int32_t unprojectAll(const float* projection, const float* view, const float* world, const Unaligned* src,
@@ -61,8 +81,9 @@ inline std::int32_t unprojectAll(const float* projection, const float* view, con
     float inverse[16];
     const std::int32_t status = inverseOfAll(projection, view, world, inverse);
     if (status != korStatusOk) return status;
-    const Unproject unproject{FromViewport(viewportWidth, viewportHeight, minZ, maxZ), Coord<3>(inverse)};
-    batch(unproject, src, srcStride, dst, dstStride, count);
+    const Unaligned* const matrix = inverse;
+    batch<Unproject>(src, srcStride, dst, dstStride, count, matrix,
+                     FromViewport(viewportWidth, viewportHeight, minZ, maxZ));
     return korStatusOk;
 }
 

@@ -10,32 +10,35 @@
 
 namespace korm {
 
+// `operation` writes its result instead of returning it: a float that is only chosen keeps its bits that way, where a
+// return value of 32-bit code may pass through a register that turns a signalling NaN quiet.
 template <int n, class Operation>
 inline void eachElement(const Unaligned* a, const Unaligned* b, Unaligned* d, Operation operation) {
+    const Vector<n> first = loadVector<n>(a), second = loadVector<n>(b);
     Vector<n> result;
-    for (int i = 0; i < n; ++i) result[i] = operation(a[i], b[i]);
+    for (int i = 0; i < n; ++i) operation(first.e[i], second.e[i], result.e[i]);
     storeVector(d, result);
 }
 
 template <int n>
 inline void addVectors(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    eachElement<n>(a, b, d, [](float x, float y) { return x + y; });
+    eachElement<n>(a, b, d, [](const float& x, const float& y, float& sum) { sum = x + y; });
 }
 
 template <int n>
 inline void subtractVectors(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    eachElement<n>(a, b, d, [](float x, float y) { return x - y; });
+    eachElement<n>(a, b, d, [](const float& x, const float& y, float& difference) { difference = x - y; });
 }
 
 // A failed comparison, as with a NaN, takes the second.
 template <int n>
 inline void lesserElements(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    eachElement<n>(a, b, d, [](float x, float y) { return x < y ? x : y; });
+    eachElement<n>(a, b, d, [](const float& x, const float& y, float& lesser) { lesser = x < y ? x : y; });
 }
 
 template <int n>
 inline void greaterElements(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    eachElement<n>(a, b, d, [](float x, float y) { return x > y ? x : y; });
+    eachElement<n>(a, b, d, [](const float& x, const float& y, float& greater) { greater = x > y ? x : y; });
 }
 
 template <int n>
@@ -50,6 +53,13 @@ inline float dot(const Vector<n>& a, const Vector<n>& b) {
     float sum = a[0] * b[0];
     for (int i = 1; i < n; ++i) sum = sum + a[i] * b[i];
     return sum;
+}
+
+// The products of four elements at once; their sum as ever.
+template <>
+inline float dot(const Vector<4>& a, const Vector<4>& b) {
+    const Float4 products = lanes(a) * lanes(b);
+    return ((products[0] + products[1]) + products[2]) + products[3];
 }
 
 template <int n>

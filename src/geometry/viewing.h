@@ -1,8 +1,8 @@
 // 4 by 4 matrices of viewing and projection, for left-handed and right-handed coordinates.
 //
 // The viewer looks along +z in the left hand, along -z in the right. Both map depth to 0 at the near plane and
-// to 1 at the far plane. Each quotient is one division in the form given: where a hand negates the divisor and
-// where the dividend is part of the interface, down to the sign of a zero.
+// to 1 at the far plane. Each quotient is one division in the form given: whether a hand negates the divisor or the
+// dividend is part of the interface, down to the sign of a zero.
 #pragma once
 
 #include "geometry/constructors.h"
@@ -38,27 +38,50 @@ struct Depth {
 template <Hand hand>
 inline constexpr float depthToW = hand == Hand::left ? 1.0F : -1.0F;
 
+// Quotients are formed four at a time, which takes as long as one, and then go to their rows: lane i of `quotients`
+// alone, all others zero.
+template <int i>
+inline Float4 only(Float4 quotients) {
+    using Bits4 = int __attribute__((vector_size(16)));
+    constexpr Bits4 mask = {i == 0 ? -1 : 0, i == 1 ? -1 : 0, i == 2 ? -1 : 0, i == 3 ? -1 : 0};
+    return reinterpret_cast<Float4>(reinterpret_cast<Bits4>(quotients) & mask);
+}
+
+// What stands where in the rows of a projection is all that differs between them: scales in x and y, the depth's scale
+// and offset.
+struct Scales {
+    Float4 quotients;
+
+    Float4 row0() const { return only<0>(quotients); }
+    Float4 row1() const { return only<1>(quotients); }
+    float depthScale() const { return quotients[2]; }
+    float depthOffset() const { return quotients[3]; }
+};
+
 template <Hand hand>
 inline void ortho(float viewWidth, float viewHeight, float zNear, float zFar, Unaligned* d) {
     const Depth<hand> depth(zNear, zFar);
-    storeRows(d, Float4{2.0F / viewWidth, 0, 0, 0}, Float4{0, 2.0F / viewHeight, 0, 0},
-              Float4{0, 0, 1.0F / depth.forScale, 0}, Float4{0, 0, zNear / depth.forOffset, 1});
+    const Scales s{Float4{2.0F, 2.0F, 1.0F, zNear} / Float4{viewWidth, viewHeight, depth.forScale, depth.forOffset}};
+    storeRows(d, s.row0(), s.row1(), only<2>(s.quotients), Float4{0, 0, s.depthOffset(), 1});
 }
 
 template <Hand hand>
 inline void orthoOffCenter(float left, float right, float bottom, float top, float zNear, float zFar, Unaligned* d) {
     const Depth<hand> depth(zNear, zFar);
     const float width = right - left, height = top - bottom;
-    storeRows(d, Float4{2.0F / width, 0, 0, 0}, Float4{0, 2.0F / height, 0, 0}, Float4{0, 0, 1.0F / depth.forScale, 0},
-              Float4{(left + right) / (0.0F - width), (bottom + top) / (0.0F - height), zNear / depth.forOffset, 1});
+    const Scales s{Float4{2.0F, 2.0F, 1.0F, zNear} / Float4{width, height, depth.forScale, depth.forOffset}};
+    const float sumX = left + right, sumY = bottom + top, forX = 0.0F - width, forY = 0.0F - height;
+    const Float4 center = Float4{sumX, sumY, sumX, sumY} / Float4{forX, forY, forX, forY};
+    storeRows(d, s.row0(), s.row1(), only<2>(s.quotients), Float4{center[0], center[1], s.depthOffset(), 1});
 }
 
 template <Hand hand>
 inline void perspective(float viewWidth, float viewHeight, float zNear, float zFar, Unaligned* d) {
     const Depth<hand> depth(zNear, zFar);
     const float twice = zNear + zNear;
-    storeRows(d, Float4{twice / viewWidth, 0, 0, 0}, Float4{0, twice / viewHeight, 0, 0},
-              Float4{0, 0, zFar / depth.forScale, depthToW<hand>}, Float4{0, 0, zNear * zFar / depth.forOffset, 0});
+    const Scales s{Float4{twice, twice, zFar, zNear * zFar} /
+                   Float4{viewWidth, viewHeight, depth.forScale, depth.forOffset}};
+    storeRows(d, s.row0(), s.row1(), Float4{0, 0, s.depthScale(), depthToW<hand>}, Float4{0, 0, s.depthOffset(), 0});
 }
 
 // The cotangent of half the angle is a quotient of cosine and sine. The left hand's offset negates the dividend
@@ -69,9 +92,10 @@ inline void perspectiveFov(float fovY, float aspect, float zNear, float zFar, Un
     const float height = half.c / half.s;
     const float distance = Depth<hand>(zNear, zFar).forScale;
     const float product = zNear * zFar;
-    storeRows(d, Float4{height / aspect, 0, 0, 0}, Float4{0, height, 0, 0},
-              Float4{0, 0, zFar / distance, depthToW<hand>},
-              Float4{0, 0, (hand == Hand::left ? 0.0F - product : product) / distance, 0});
+    const float offset = hand == Hand::left ? 0.0F - product : product;
+    const Float4 quotients = Float4{height, height, zFar, offset} / Float4{aspect, aspect, distance, distance};
+    storeRows(d, only<0>(quotients), Float4{0, height, 0, 0}, Float4{0, 0, quotients[2], depthToW<hand>},
+              Float4{0, 0, quotients[3], 0});
 }
 
 template <Hand hand>
@@ -80,11 +104,13 @@ inline void perspectiveOffCenter(float left, float right, float bottom, float to
     const Depth<hand> depth(zNear, zFar);
     const float twice = zNear + zNear;
     const float width = right - left, height = top - bottom;
+    const Scales s{Float4{twice, twice, zFar, zNear * zFar} / Float4{width, height, depth.forScale, depth.forOffset}};
+    const float sumX = left + right, sumY = bottom + top;
     const float forX = hand == Hand::left ? 0.0F - width : width;
     const float forY = hand == Hand::left ? 0.0F - height : height;
-    storeRows(d, Float4{twice / width, 0, 0, 0}, Float4{0, twice / height, 0, 0},
-              Float4{(left + right) / forX, (bottom + top) / forY, zFar / depth.forScale, depthToW<hand>},
-              Float4{0, 0, zNear * zFar / depth.forOffset, 0});
+    const Float4 center = Float4{sumX, sumY, sumX, sumY} / Float4{forX, forY, forX, forY};
+    storeRows(d, s.row0(), s.row1(), Float4{center[0], center[1], s.depthScale(), depthToW<hand>},
+              Float4{0, 0, s.depthOffset(), 0});
 }
 
 }  // namespace korm

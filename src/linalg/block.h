@@ -27,12 +27,16 @@ template <int k, int n, class S>
 #pragma GCC unroll 6
     for (int j = k + 1; j < n; ++j) {
         const S candidate = magnitude(a[k][j]);
-        const MaskOf<S> taken = n == 5 && j == 4 ? candidate > best : candidate >= best;
-        best = chosen(taken, candidate, best);
+        exchange.with[j] = asBits(n == 5 && j == 4 ? candidate > best : candidate >= best);
+        best = chosen(exchange.with[j], candidate, best);
+    }
+    // Only the last that was taken is exchanged.
+    MaskOf<S> later = exchange.with[n - 1];
 #pragma GCC unroll 6
-        for (int earlier = k + 1; earlier < j; ++earlier)
-            exchange.with[earlier] = butNot(exchange.with[earlier], taken);
-        exchange.with[j] = taken;
+    for (int j = n - 2; j > k; --j) {
+        const MaskOf<S> taken = exchange.with[j];
+        exchange.with[j] = butNot(taken, later);
+        later = either(later, taken);
     }
 #pragma GCC unroll 6
     for (int j = k + 1; j < n; ++j)
@@ -125,7 +129,7 @@ template <int n, class S>
 #pragma GCC unroll 4
             for (int j = 0; j < 4; ++j) inverse[i][q] = inverse[i][q] - u[i][j] * inverse[j + p][q];
 
-    // Columns that were exchanged in the matrix are rows of its inverse.
+                // Columns that were exchanged in the matrix are rows of its inverse.
 #pragma GCC unroll 2
     for (int k = p - 1; k >= 0; --k)
 #pragma GCC unroll 6

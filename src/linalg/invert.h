@@ -1,6 +1,7 @@
 // Inverses: which order of which layout takes which path.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -10,7 +11,8 @@
 #include "korm.h"
 #include "linalg/adjugate.h"
 #include "linalg/block.h"
-#include "linalg/cofactors.h"
+#include "linalg/cores.h"
+#include "linalg/groups.h"
 #include "linalg/objects.h"
 #include "linalg/scalars.h"
 
@@ -43,31 +45,24 @@ inline T smallest(int times) {
 }
 
 // False if an object is singular; then `a` may be used up and `inverse` holds nothing.
-template <int n, class Path, class S>
-[[gnu::always_inline]] inline bool invertSized(Path, S (&a)[n][n], S (&inverse)[n][n]) {
-    constexpr InversePath path = Path::value;
+template <InversePath path, int n, class S>
+[[gnu::always_inline]] inline bool invertSized(S (&a)[n][n], S (&inverse)[n][n]) {
     const S threshold = all<S>(smallest<ElementOf<S>>(path.threshold));
     S determinant;
     if constexpr (path.blocks) return invertByBlocks(a, threshold, inverse);
     else return invertByAdjugate<n, path.reciprocal, path.minus>(a, threshold, inverse, determinant);
 }
 
-// A path as a type.
-template <int n, class View>
-struct PathOf {
-    static constexpr InversePath value = inversePath<n, View>();
-};
-
-template <int n, class Path, class T, class A, class D>
+template <int n, InversePath path, class T, class A, class D>
 [[gnu::noinline]] std::int32_t invertObject(const A& src, const D& dst) {
     T a[n][n], inverse[n][n];
     readSquare<n>(src, a);
-    if (invertSized<n>(Path{}, a, inverse)) {
+    if (invertSized<path>(a, inverse)) {
         writeSquare<n>(dst, inverse);
         return korStatusOk;
     }
     // The block form has the destination's first rows as its working rows.
-    if constexpr (Path::value.blocks)
+    if constexpr (path.blocks)
         for (int i = 0; i < n - 4; ++i) {
             readRow<n>(src, i, a[i]);
             writeRow<n>(dst, i, a[i]);
@@ -87,36 +82,61 @@ template <class A, class D>
     }
 }
 
+// Two objects: both are inverted before one is written.
 template <class A, class D>
-[[gnu::noinline]] std::int32_t invertPair(const A& src, const D& dst, std::ptrdiff_t k) {
+[[gnu::always_inline]] inline std::int32_t invertPair(const A& src, const D& dst) {
     float a[4][4], first[4][4], second[4][4];
-    readSquare<4>(src.at(k), a);
-    bool regular = invertSized<4>(PathOf<4, A>{}, a, first);
-    readSquare<4>(src.at(k + 1), a);
-    regular = invertSized<4>(PathOf<4, A>{}, a, second) && regular;
+    readSquare<4>(src.at(0), a);
+    bool regular = invertSized<inversePath<4, A>()>(a, first);
+    readSquare<4>(src.at(1), a);
+    regular = invertSized<inversePath<4, A>()>(a, second) && regular;
     if (!regular) return korStatusSingular;
-    writeSquare<4>(dst.at(k), first);
-    writeSquare<4>(dst.at(k + 1), second);
+    writeSquare<4>(dst.at(0), first);
+    writeSquare<4>(dst.at(1), second);
     return korStatusOk;
+}
+
+// Groups of objects in lanes. Of a group that has a singular object the pairs or objects before it are done.
+template <int n, class T, class A, class D>
+[[gnu::noinline]] std::int32_t invertArray(const A& src, const D& dst, std::ptrdiff_t count) {
+    constexpr int lanes = laneCount<T>;
+    constexpr InversePath path = inversePath<n, A>();
+    const bool pairs = n == 4 && invertsInPairs(src, dst);
+    const auto together = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        Lanes<T> a[n][n], inverse[n][n];
+        readSquares(groupAt<lanes>(src, k), a);
+        if (!invertSized<path>(a, inverse)) return false;
+        writeSquares(groupAt<lanes>(dst, k), inverse);
+        return true;
+    };
+    const auto each = [&](std::ptrdiff_t k) { return invertObject<n, path, T>(src.at(k), dst.at(k)); };
+    if constexpr (n == 4 && isPlain<A> && std::is_same_v<T, float>) {
+        const auto pair = [&](std::ptrdiff_t k) {
+            return v8_ownkormInvert_m_32f_4x4_loop2(reinterpret_cast<const float*>(src.at(k).origin), src.objectStride,
+                                                    reinterpret_cast<float*>(dst.at(k).origin), dst.objectStride);
+        };
+        if (pairs) {
+            std::ptrdiff_t k = 0;
+            for (; k + 2 <= count; k += 2) {
+                if (k + 4 <= count && together(k)) k += 2;
+                else if (pair(k) != korStatusOk) return korStatusSingular;
+            }
+            return k < count ? each(k) : korStatusOk;
+        }
+    }
+    return inGroups<lanes>(0, count, together, each);
 }
 
 template <int n, class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t invertObjects(const A& src, const D& dst, Count count) {
     using T = typename D::Element;
-    std::ptrdiff_t k = 0;
-    if constexpr (n == 4 && !isOne<Count>)
-        if (invertsInPairs(src, dst))
-            for (; k + 2 <= count; k += 2)
-                if (invertPair(src, dst, k) != korStatusOk) return korStatusSingular;
-    for (; k < count; ++k)
-        if (invertObject<n, PathOf<n, A>, T>(src.at(k), dst.at(k)) != korStatusOk) return korStatusSingular;
-    return korStatusOk;
+    if constexpr (isOne<Count>) return invertObject<n, inversePath<n, A>(), T>(src.at(0), dst.at(0));
+    else return invertArray<n, T>(src, dst, count);
 }
 
 template <class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t inverse(A src, D dst, typename D::Element* buffer, std::int32_t order,
                                                    Count count) {
-    using T = typename D::Element;
     switch (order) {
         case 3: return invertObjects<3>(src, dst, count);
         case 4: return invertObjects<4>(src, dst, count);
@@ -125,7 +145,7 @@ template <class A, class D, class Count>
         default: break;
     }
     for (std::ptrdiff_t k = 0; k < count; ++k)
-        if (invertByCofactors<T>(src.at(k), dst.at(k), buffer, order) != korStatusOk) return korStatusSingular;
+        if (inverseCore(src.at(k), dst.at(k), buffer, order) != korStatusOk) return korStatusSingular;
     return korStatusOk;
 }
 

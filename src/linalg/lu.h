@@ -3,15 +3,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 
 #include "entry/lanes.h"
 #include "entry/views.h"
 #include "korm.h"
+#include "linalg/cores.h"
 #include "linalg/elimination.h"
+#include "linalg/groups.h"
 #include "linalg/objects.h"
-#include "linalg/rows.h"
 
 namespace korm {
 
@@ -31,51 +31,64 @@ template <int n, class T, class A, class D>
     return finished == n ? korStatusOk : korStatusSingular;
 }
 
-// --- All other orders ---------------------------------------------------------------------------
-
-// Eliminates in the destination. The tolerance is absolute and far above that of the orders 3 to 6, on purpose.
-template <class T, class A, class D>
-[[gnu::noinline]] std::int32_t luGeneral(const A& src, const D& dst, std::byte* pivots, std::ptrdiff_t n) {
-    constexpr T tiny = std::numeric_limits<T>::epsilon();
-    for (std::ptrdiff_t i = 0; i < n; ++i) {
-        store(pivots + 4 * i, static_cast<std::int32_t>(i));
-        copyRow<T>(src, dst, i, n);
-    }
-    const auto row = [pivots](std::ptrdiff_t position) { return load<std::int32_t>(pivots + 4 * position); };
-    for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
-        T best = std::fabs(load<T>(dst.address(row(k), k)));
-        std::ptrdiff_t bestPosition = k;
-        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
-            const T candidate = std::fabs(load<T>(dst.address(row(i), k)));
-            if (candidate > best) {
-                best = candidate;
-                bestPosition = i;
-            }
-        }
-        if (tiny >= best) return korStatusSingular;
-        const std::int32_t pivotRow = row(bestPosition);
-        store(pivots + 4 * bestPosition, row(k));
-        store(pivots + 4 * k, pivotRow);
-        const T scale = 1 / load<T>(dst.address(pivotRow, k));
-        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
-            const T multiplier = load<T>(dst.address(row(i), k)) * scale;
-            store(dst.address(row(i), k), multiplier);
-            subtractRow(dst, row(i), dst, pivotRow, multiplier, k + 1, n);
-        }
-    }
-    return tiny >= std::fabs(load<T>(dst.address(row(n - 1), n - 1))) ? korStatusSingular : korStatusOk;
+// Groups of objects in lanes. The factors come back in the order of the pivots, so each lane has rows of its own.
+template <int n, class S>
+[[gnu::noinline]] bool factorGroup(S (&a)[n][n], IndexOf<S> (&row)[n]) {
+    return eliminate<n>(a, row, all<S>(2 * std::numeric_limits<ElementOf<S>>::min())) == n;
 }
 
-template <class T, class A, class D>
-[[gnu::always_inline]] inline std::int32_t luObject(const A& src, const D& dst, std::byte* pivots,
-                                                    std::int32_t order) {
-    switch (order) {
-        case 3: return luSized<3, T>(src, dst, pivots);
-        case 4: return luSized<4, T>(src, dst, pivots);
-        case 5: return luSized<5, T>(src, dst, pivots);
-        case 6: return luSized<6, T>(src, dst, pivots);
-        default: return luGeneral<T>(src, dst, pivots, order);
+template <int n>
+[[gnu::always_inline]] inline void writeIndices(const Targets<4>& to, const Int4 (&index)[n]) {
+    Float4 bits[n];
+#pragma GCC unroll 6
+    for (int k = 0; k < n; ++k) bits[k] = reinterpret_cast<Float4>(index[k]);
+    writeRun<n>(to, bits);
+}
+
+template <int n>
+[[gnu::always_inline]] inline void writeIndices(const Targets<2>& to, const Long2 (&index)[n]) {
+    const auto half = [&](int k) { return reinterpret_cast<Float4>(index[k]); };
+#pragma GCC unroll 3
+    for (int k = 0; k + 2 <= n; k += 2) {
+        const Float4 pairs = __builtin_shufflevector(half(k), half(k + 1), 0, 4, 2, 6);
+        writeHalves(to.at[0] + 4 * k, to.at[1] + 4 * k, pairs);
     }
+    if constexpr (n % 2 != 0) {
+        store(to.at[0] + 4 * (n - 1), static_cast<std::int32_t>(index[n - 1][0]));
+        store(to.at[1] + 4 * (n - 1), static_cast<std::int32_t>(index[n - 1][1]));
+    }
+}
+
+template <int n, class T, class A, class D>
+[[gnu::noinline]] std::int32_t luArray(const A& src, const D& dst, std::byte* pivots, std::ptrdiff_t count) {
+    using S = Lanes<T>;
+    constexpr int lanes = laneCount<T>;
+    const auto together = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        S a[n][n];
+        IndexOf<S> row[n];
+        readSquares(groupAt<lanes>(src, k), a);
+        if (!factorGroup(a, row)) return false;
+        Targets<lanes> to;
+#pragma GCC unroll 4
+        for (int l = 0; l < lanes; ++l) to.at[l] = pivots + 4 * n * (k + l);
+        writeIndices(to, row);
+        const auto results = groupAt<lanes>(dst, k);
+#pragma GCC unroll 6
+        for (int i = 0; i < n; ++i)
+            writeRows(
+                results, [&](int l) { return load<std::int32_t>(to.at[l] + 4 * i); }, a[i]);
+        return true;
+    };
+    const auto each = [&](std::ptrdiff_t k) { return luSized<n, T>(src.at(k), dst.at(k), pivots + 4 * n * k); };
+    return inGroups<lanes>(0, count, together, each);
+}
+
+// --- Choice ---------------------------------------------------------------------------------------
+
+template <int n, class T, class A, class D, class Count>
+[[gnu::always_inline]] inline std::int32_t luObjects(const A& src, const D& dst, std::byte* pivots, Count count) {
+    if constexpr (isOne<Count>) return luSized<n, T>(src.at(0), dst.at(0), pivots);
+    else return luArray<n, T>(src, dst, pivots, count);
 }
 
 template <class A, class D, class Count>
@@ -83,8 +96,15 @@ template <class A, class D, class Count>
                                                            Count count) {
     using T = typename D::Element;
     auto* const bytes = reinterpret_cast<std::byte*>(pivots);
+    switch (order) {
+        case 3: return luObjects<3, T>(src, dst, bytes, count);
+        case 4: return luObjects<4, T>(src, dst, bytes, count);
+        case 5: return luObjects<5, T>(src, dst, bytes, count);
+        case 6: return luObjects<6, T>(src, dst, bytes, count);
+        default: break;
+    }
     for (std::ptrdiff_t k = 0; k < count; ++k) {
-        const std::int32_t status = luObject<T>(src.at(k), dst.at(k), bytes + 4 * k * order, order);
+        const std::int32_t status = luCore(src.at(k), dst.at(k), bytes + 4 * k * order, order);
         if (status != korStatusOk) return status;
     }
     return korStatusOk;

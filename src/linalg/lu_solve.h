@@ -6,6 +6,7 @@
 
 #include "entry/lanes.h"
 #include "entry/views.h"
+#include "linalg/groups.h"
 #include "linalg/objects.h"
 #include "linalg/rows.h"
 #include "linalg/scalars.h"
@@ -58,14 +59,60 @@ template <int n, class T, class A, class B, class D>
     writeRow<n>(dst, 0, v);
 }
 
+// Objects in lanes: each lane has a matrix, pivots and a vector of its own.
+template <int n, class T, class A, class B, class D>
+[[gnu::noinline]] void luSolveArray(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
+                                    std::ptrdiff_t count) {
+    using S = Lanes<T>;
+    constexpr int lanes = laneCount<T>;
+    std::ptrdiff_t t = 0;
+    for (; t + lanes <= count; t += lanes) {
+        S a[n][n], scale[n], v[n];
+        const auto matrices = groupAt<lanes>(matrix, t);
+        const auto vectors = groupAt<lanes>(src, t);
+        const std::byte* const own = pivots + 4 * n * t;
+#pragma GCC unroll 6
+        for (int k = 0; k < n; ++k) {
+            const auto row = [&](int l) { return load<std::int32_t>(own + 4 * (n * l + k)); };
+            readRows(matrices, row, a[k]);
+            v[k] = gatherOne<S>(vectors.addressAt(row), 0);
+            scale[k] = a[k][k];
+        }
+        sweep<false>(a, scale, v);
+        writeRows(
+            groupAt<lanes>(dst, t), [](int) { return 0; }, v);
+    }
+    for (; t < count; ++t) luSolveSized<n, T>(matrix.at(t), src.at(t), dst.at(t), pivots + 4 * n * t);
+}
+
 // One matrix, many vectors: its divisions are made once.
 template <int n, class T, class A, class B, class D>
 [[gnu::noinline]] void luSolveVectors(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
                                       std::ptrdiff_t count) {
+    using S = Lanes<T>;
+    constexpr int lanes = laneCount<T>;
     T a[n][n], scale[n];
     readPivoted(matrix.at(0), pivots, a);
+#pragma GCC unroll 6
     for (int k = 0; k < n; ++k) scale[k] = 1 / a[k][k];
-    for (std::ptrdiff_t t = 0; t < count; ++t) {
+    S everywhere[n][n], scales[n];
+#pragma GCC unroll 6
+    for (int k = 0; k < n; ++k) {
+        scales[k] = broadcast(scale[k]);
+#pragma GCC unroll 6
+        for (int j = 0; j < n; ++j) everywhere[k][j] = broadcast(a[k][j]);
+    }
+    std::ptrdiff_t t = 0;
+    for (; t + lanes <= count; t += lanes) {
+        S v[n];
+        const auto vectors = groupAt<lanes>(src, t);
+#pragma GCC unroll 6
+        for (int k = 0; k < n; ++k) v[k] = gatherOne<S>(vectors.address(0, load<std::int32_t>(pivots + 4 * k)), 0);
+        sweep<true>(everywhere, scales, v);
+        writeRows(
+            groupAt<lanes>(dst, t), [](int) { return 0; }, v);
+    }
+    for (; t < count; ++t) {
         T v[n];
         readPivotedVector(src.at(t), pivots, v);
         sweep<true>(a, scale, v);
@@ -98,7 +145,7 @@ template <class T, class A, class D>
     const auto term = [&](std::ptrdiff_t j) { return load<T>(matrix.address(row, j)) * load<T>(work.address(0, j)); };
     T sum = 0;
     std::ptrdiff_t j = first;
-    if constexpr (hasAdjacentElements<T, A> && hasAdjacentElements<T, D>) {
+    if constexpr (hasAdjacentElements<A> && hasAdjacentElements<D>) {
         const auto address = reinterpret_cast<std::intptr_t>(work.address(0, first));
         const std::ptrdiff_t aligned = first + (-address & 15) / size;
         if (address % size == 0 && end - aligned >= block) {
@@ -136,16 +183,12 @@ template <class T, class A, class B, class D>
     }
 }
 
-template <class T, class A, class B, class D>
-[[gnu::always_inline]] inline void luSolveObject(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
-                                                 std::int32_t order) {
-    switch (order) {
-        case 3: return luSolveSized<3, T>(matrix, src, dst, pivots);
-        case 4: return luSolveSized<4, T>(matrix, src, dst, pivots);
-        case 5: return luSolveSized<5, T>(matrix, src, dst, pivots);
-        case 6: return luSolveSized<6, T>(matrix, src, dst, pivots);
-        default: return luSolveGeneral<T>(matrix, src, dst, pivots, order);
-    }
+template <int n, class T, class A, class B, class D, class Count>
+[[gnu::always_inline]] inline void luSolveObjects(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
+                                                  Count count) {
+    if constexpr (isOne<Count>) luSolveSized<n, T>(matrix.at(0), src.at(0), dst.at(0), pivots);
+    else if constexpr (A::objects == Objects::single) luSolveVectors<n, T>(matrix, src, dst, pivots, count);
+    else luSolveArray<n, T>(matrix, src, dst, pivots, count);
 }
 
 // One matrix for all vectors or one for each.
@@ -154,18 +197,16 @@ template <class A, class B, class D, class Count>
                                            Count count) {
     using T = typename D::Element;
     const auto* const bytes = reinterpret_cast<const std::byte*>(pivots);
-    constexpr bool shared = A::objects == Objects::single && D::objects != Objects::single;
-    if constexpr (shared) {
-        switch (order) {
-            case 3: return luSolveVectors<3, T>(matrix, src, dst, bytes, count);
-            case 4: return luSolveVectors<4, T>(matrix, src, dst, bytes, count);
-            case 5: return luSolveVectors<5, T>(matrix, src, dst, bytes, count);
-            case 6: return luSolveVectors<6, T>(matrix, src, dst, bytes, count);
-            default: break;
-        }
+    switch (order) {
+        case 3: return luSolveObjects<3, T>(matrix, src, dst, bytes, count);
+        case 4: return luSolveObjects<4, T>(matrix, src, dst, bytes, count);
+        case 5: return luSolveObjects<5, T>(matrix, src, dst, bytes, count);
+        case 6: return luSolveObjects<6, T>(matrix, src, dst, bytes, count);
+        default: break;
     }
+    const std::ptrdiff_t pivotsApart = A::objects == Objects::single ? 0 : std::ptrdiff_t{4} * order;
     for (std::ptrdiff_t t = 0; t < count; ++t)
-        luSolveObject<T>(matrix.at(t), src.at(t), dst.at(t), shared ? bytes : bytes + 4 * t * order, order);
+        luSolveGeneral<T>(matrix.at(t), src.at(t), dst.at(t), bytes + pivotsApart * t, order);
 }
 
 }  // namespace korm

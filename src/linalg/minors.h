@@ -35,7 +35,8 @@ template <int n, int size, class F>
 [[gnu::always_inline]] inline void forEachChoice(const F& f) {
     [&]<std::size_t... which>(std::index_sequence<which...>) __attribute__((always_inline)) {
         (f(std::integral_constant<unsigned, nthChoice<n>(size, which)>{}), ...);
-    }(std::make_index_sequence<choices<n>(size)>{});
+    }
+    (std::make_index_sequence<choices<n>(size)>{});
 }
 
 // --- Expansion ----------------------------------------------------------------------------------

@@ -26,19 +26,6 @@ inline constexpr bool isScattered = false;
 template <class T, bool transposed>
 inline constexpr bool isScattered<Scatter<T, transposed>> = true;
 
-// The objects of one group of lanes.
-template <class Object, int lanes>
-struct Group {
-    Object object[static_cast<std::size_t>(lanes)];
-};
-
-template <int lanes, class View>
-[[gnu::always_inline]] inline auto groupAt(const View& view, std::ptrdiff_t k) {
-    using Object = decltype(view.at(k));
-    if constexpr (lanes == 4) return Group<Object, 4>{{view.at(k), view.at(k + 1), view.at(k + 2), view.at(k + 3)}};
-    else return Group<Object, 2>{{view.at(k), view.at(k + 1)}};
-}
-
 // --- One object ---------------------------------------------------------------------------------
 
 template <int n, class T, class Object>

@@ -18,8 +18,9 @@
 
 namespace korm {
 
-using Int4 = int __attribute__((vector_size(16)));
-using Long2 = long long __attribute__((vector_size(16)));
+// What a comparison of lanes gives; which integer type has 64 bits differs between targets.
+using Int4 = decltype(Float4{} < Float4{});
+using Long2 = decltype(Double2{} < Double2{});
 
 // Element: what is in memory. Mask: the type of a comparison. Index: a small integer that masks can move.
 template <class S>
@@ -66,6 +67,18 @@ template <class S>
     else return reinterpret_cast<S>(reinterpret_cast<MaskOf<S>>(x) & ~reinterpret_cast<MaskOf<S>>(all<S>(-0.0F)));
 }
 
+// The first if it is greater, else, and if they don't compare, the second: what the processor's maximum does.
+template <class S>
+[[gnu::always_inline]] inline S greater(S a, S b) {
+    return a > b ? a : b;
+}
+[[gnu::always_inline]] inline Float4 greater(Float4 a, Float4 b) {
+    return reinterpret_cast<Float4>(_mm_max_ps(reinterpret_cast<__m128>(a), reinterpret_cast<__m128>(b)));
+}
+[[gnu::always_inline]] inline Double2 greater(Double2 a, Double2 b) {
+    return reinterpret_cast<Double2>(_mm_max_pd(reinterpret_cast<__m128d>(a), reinterpret_cast<__m128d>(b)));
+}
+
 template <class S>
 [[gnu::always_inline]] inline IndexOf<S> allIndices(int number) {
     if constexpr (lanesOf<S> == 1) return number;
@@ -86,6 +99,15 @@ template <class M>
 template <class M>
 [[gnu::always_inline]] inline M butNot(M a, M b) {
     return a & ~b;
+}
+
+// Hides from the optimiser that a mask came from a comparison: knowing it, gcc takes exchanges apart into selects,
+// those of doubles into branches or moves of single elements.
+[[gnu::always_inline]] inline bool asBits(bool mask) { return mask; }
+template <class M>
+[[gnu::always_inline]] inline M asBits(M mask) {
+    asm("" : "+x"(mask));
+    return mask;
 }
 
 // The first where the mask is set, else the second.

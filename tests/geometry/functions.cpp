@@ -4,6 +4,9 @@
 #include <stdexcept>
 
 namespace kormtest {
+
+using namespace fixed;
+
 namespace {
 
 // Of a row: "name" a constant by value, "name:n" a pointer to n elements, "nameStride" behind an array's pointer, "count".
@@ -12,7 +15,7 @@ namespace {
 struct Row {
     const char* name;
     const char* arguments;
-    Reference reference;
+    GeometryReference reference;
     const char* remarks = "";
 };
 
@@ -96,10 +99,10 @@ const Row rows[] = {
     {"kormAffineTransformNormal_m4v3_32f", "src1:16 src2:3= -> dst:3", affineNormal3},
     {"kormAffineTransformNormal_m4v2a_32f", "src1:16 src2:2= src2Stride -> dst:2 dstStride count", affineNormal2},
     {"kormAffineTransformNormal_m4v3a_32f", "src1:16 src2:3= src2Stride -> dst:3 dstStride count", affineNormal3},
-    {"kormProject_m4v3_32f",
-     "projection:16 view:16 world:16 src:3= viewportWidth viewportHeight minZ maxZ -> dst:3", project},
-    {"kormUnproject_m4v3_32f",
-     "projection:16 view:16 world:16 src:3= viewportWidth viewportHeight minZ maxZ -> dst:3", unproject, "unprojection"},
+    {"kormProject_m4v3_32f", "projection:16 view:16 world:16 src:3= viewportWidth viewportHeight minZ maxZ -> dst:3",
+     project},
+    {"kormUnproject_m4v3_32f", "projection:16 view:16 world:16 src:3= viewportWidth viewportHeight minZ maxZ -> dst:3",
+     unproject, "unprojection"},
     {"kormProject_m4v3a_32f",
      "projection:16 view:16 world:16 src:3= srcStride viewportWidth viewportHeight minZ maxZ -> dst:3 dstStride count",
      projectOfBatch},

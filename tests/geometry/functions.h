@@ -26,9 +26,9 @@ enum class Slot : std::uint8_t {
 struct Slotted {
     std::string name;
     Slot slot = Slot::input;
-    int elements = 0;           // of a pointer
-    int stride = -1;            // of an array: the argument that holds its stride
-    bool mayEqualDst = false;   // in place: this input may lie where the result goes
+    int elements = 0;          // of a pointer
+    int stride = -1;           // of an array: the argument that holds its stride
+    bool mayEqualDst = false;  // in place: this input may lie where the result goes
     bool pointer() const { return slot <= Slot::optional; }
 };
 
@@ -45,7 +45,7 @@ struct GeometryFunction {
     std::size_t index = 0;
     std::string name;
     std::vector<Slotted> arguments;
-    Reference reference = nullptr;
+    GeometryReference reference = nullptr;
     Domain domain = Domain::any;
     bool copies = false;     // elements are copied, so NaNs keep their bits
     bool nullCheck = false;  // null pointers give korStatusNullPointer

@@ -17,7 +17,9 @@ namespace {
 
 constexpr std::uint32_t oneNan = 0x7fc00000;
 
-std::int32_t number(const CallValue& value) { return static_cast<std::int32_t>(static_cast<std::uint32_t>(value.bits)); }
+std::int32_t number(const CallValue& value) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(value.bits));
+}
 
 float read(const std::byte* at) {
     float value;
@@ -53,7 +55,7 @@ HomogeneousScene::Place HomogeneousScene::choosePlace(std::size_t operand, std::
         case 0:
         case 1: place.base = room.end - bytes; break;
         case 2: place.base = room.begin; break;
-        case 3: place.base = room.begin + 128 + 4 * places.between(0, 31); break;
+        case 3: place.base = room.begin + 128 + places.between(0, 127); break;  // any address will do
         default: place.base = room.begin + 128 + 16 * places.between(0, 7); break;
     }
     arena_.addWindow(room, place.base, place.base + bytes);
@@ -70,7 +72,8 @@ HomogeneousScene::HomogeneousScene(Arena& arena, const HomogeneousOptions& optio
     result_ = choosePlace(0, options.count, 3, (general & 1) == 0, true, places);
     matrix_ = choosePlace(1, 4, 4, (general & 2) == 0, false, places);
     source_ = options.inPlace ? result_ : choosePlace(2, options.count, 3, (general & 4) == 0, false, places);
-    if (options.plain && !plain && options.inPlace && general == 4) matrix_ = choosePlace(3, 4, 4, false, false, places);
+    if (options.plain && !plain && options.inPlace && general == 4)
+        matrix_ = choosePlace(3, 4, 4, false, false, places);
     arena.fillWindows(places);
     fillValues(values);
 }
@@ -117,11 +120,10 @@ void HomogeneousScene::makeNansEqual() const {
 }
 
 std::vector<CallValue> HomogeneousScene::arguments() const {
-    return {CallValue::pointer(matrix_.base),      CallValue::integer(matrix_.outer),
-            CallValue::integer(matrix_.element),   CallValue::pointer(source_.base),
-            CallValue::integer(source_.outer),     CallValue::integer(source_.element),
-            CallValue::pointer(result_.base),      CallValue::integer(result_.outer),
-            CallValue::integer(result_.element),   CallValue::integer(options_.count)};
+    return {CallValue::pointer(matrix_.base),  CallValue::integer(matrix_.outer), CallValue::integer(matrix_.element),
+            CallValue::pointer(source_.base),  CallValue::integer(source_.outer), CallValue::integer(source_.element),
+            CallValue::pointer(result_.base),  CallValue::integer(result_.outer), CallValue::integer(result_.element),
+            CallValue::integer(options_.count)};
 }
 
 Verdict HomogeneousScene::run(void* code, unsigned stackShift, bool mayFork) const {
@@ -149,7 +151,10 @@ Verdict HomogeneousScene::run(void* code, unsigned stackShift, bool mayFork) con
         for (std::int32_t k = 0; k < options_.count; ++k)
             for (std::int32_t i = 0; i < 3; ++i)
                 if (at >= resultElement(k, i) && at < resultElement(k, i) + 4)
-                    text += " in element " + std::to_string(i) + " of vector " + std::to_string(k);
+                    text.append(" in element ")
+                        .append(std::to_string(i))
+                        .append(" of vector ")
+                        .append(std::to_string(k));
         return Verdict::fail(text + ", " + describe());
     }
     if (!result.frameDamage.empty()) return Verdict::fail("call frame:" + result.frameDamage + ", " + describe());
@@ -160,21 +165,22 @@ std::vector<std::byte> HomogeneousScene::resultBytes() const {
     makeNansEqual();
     std::vector<std::byte> bytes;
     for (std::int32_t k = 0; k < options_.count; ++k)
-        for (std::int32_t i = 0; i < 3; ++i)
-            bytes.insert(bytes.end(), resultElement(k, i), resultElement(k, i) + 4);
+        for (std::int32_t i = 0; i < 3; ++i) bytes.insert(bytes.end(), resultElement(k, i), resultElement(k, i) + 4);
     return bytes;
 }
 
 std::string HomogeneousScene::describe() const {
     const auto values = arguments();
-    std::string text = std::string(homogeneousName) + "(";
+    std::string text = homogeneousName;
+    text += "(";
     for (std::size_t i = 0; i < values.size(); ++i) {
         char one[64];
         if (homogeneousArguments[i].check == 'N')
             std::snprintf(one, sizeof one, "%s=0x%llx", homogeneousArguments[i].name,
                           static_cast<unsigned long long>(values[i].bits));
         else std::snprintf(one, sizeof one, "%s=%d", homogeneousArguments[i].name, number(values[i]));
-        text += (i == 0 ? "" : ", ") + std::string(one);
+        if (i != 0) text += ", ";
+        text += one;
     }
     return text + ")";
 }
@@ -245,10 +251,9 @@ Verdict callBadly(const Library& library, const std::vector<BadValue>& bad, Rand
     std::string failed, text;
     for (const BadValue& one : bad) {
         const HomogeneousArgument& argument = homogeneousArguments[one.argument];
-        values[one.argument] =
-            argument.check == 'N' ? CallValue::pointer(nullptr) : CallValue::integer(one.value);
+        values[one.argument] = argument.check == 'N' ? CallValue::pointer(nullptr) : CallValue::integer(one.value);
         failed += argument.check;
-        text += std::string(" ") + argument.name + "=" + std::to_string(one.value);
+        text.append(" ").append(argument.name).append("=").append(std::to_string(one.value));
     }
     std::int32_t expected = status::ok;
     for (const char* letter = homogeneousOrder; expected == status::ok && *letter != 0; ++letter)
@@ -258,10 +263,12 @@ Verdict callBadly(const Library& library, const std::vector<BadValue>& bad, Rand
     void* const code = library.find(homogeneousName);
     const auto shift = 4u * static_cast<unsigned>(random.between(0, 3));
     const Fault fault = guarded([&] { result = callFunction(code, values, shift); });
-    const std::string where = homogeneousName + std::string(" with") + text;
+    std::string where = homogeneousName;
+    where.append(" with").append(text);
     if (fault.happened) return Verdict::fail(fault.text() + " in " + where);
     if (result.status() != expected)
-        return Verdict::fail(where + ": status " + std::to_string(result.status()) + ", not " + std::to_string(expected));
+        return Verdict::fail(where + ": status " + std::to_string(result.status()) + ", not " +
+                             std::to_string(expected));
     if (!result.frameDamage.empty()) return Verdict::fail(where + ": call frame:" + result.frameDamage);
     if (threadNumberQuestions() != 0) return Verdict::fail(where + ": asked for the thread number");
     return Verdict::pass();
@@ -307,8 +314,8 @@ Verdict checkHomogeneousThreshold(const Library& library, const Options& options
     }
     if (!mayFault) return Verdict::pass();
     // Where the estimate wraps. The first touch of memory faults; by then the decision has been taken.
-    static constexpr std::int32_t counts[] = {131,       357913941, 357913942, 357913943, 700000000,  715827882,
-                                              715827883, 715828013, 715828014, 715828100, 1073741823, 1431655765,
+    static constexpr std::int32_t counts[] = {131,        357913941,  357913942,  357913943, 700000000,  715827882,
+                                              715827883,  715828013,  715828014,  715828100, 1073741823, 1431655765,
                                               1431655766, 1431655896, 1431655897, 2147483647};
     Random random = caseRandom(options, 0, 4);
     for (const std::int32_t count : counts) {
@@ -316,14 +323,16 @@ Verdict checkHomogeneousThreshold(const Library& library, const Options& options
             std::vector<CallValue> values;
             for (const HomogeneousArgument& argument : homogeneousArguments) {
                 if (argument.check == 'N') values.push_back(CallValue::pointer(threadArena().nowhere()));
-                else if (argument.check == 'T') values.push_back(CallValue::integer(repeat < 2 ? 4 : 4 * random.between(1, 9)));
+                else if (argument.check == 'T')
+                    values.push_back(CallValue::integer(repeat < 2 ? 4 : 4 * random.between(1, 9)));
                 else values.push_back(CallValue::integer(count));
             }
             scriptThreadNumbers({1});
             void* const code = library.find(homogeneousName);
             CallResult result;
             const Fault fault = guarded([&] { result = callFunction(code, values); });
-            const std::string where = std::string(homogeneousName) + " with count " + std::to_string(count);
+            std::string where = homogeneousName;
+            where.append(" with count ").append(std::to_string(count));
             if (!fault.happened) return Verdict::fail(where + " returned " + std::to_string(result.status()));
             if (threadNumberQuestions() != (homogeneousReachesDriver(count) ? 1 : 0))
                 return Verdict::fail(where + " asked for the thread number " + std::to_string(threadNumberQuestions()) +

@@ -6,6 +6,7 @@
 #include <cfloat>
 #include <thread>
 
+#include "../support/checker.h"
 #include "../support/each_form.h"
 #include "../support/thread_number.h"
 
@@ -20,7 +21,7 @@ protected:
 
 TEST_F(Homogeneous, Results) { expectPass(checkHomogeneousResults(library, options)); }
 TEST_F(Homogeneous, Checks) { expectPass(checkHomogeneousBadArguments(library, options)); }
-TEST_F(Homogeneous, Threshold) { expectPass(checkHomogeneousThreshold(library, options, !underValgrind())); }
+TEST_F(Homogeneous, Threshold) { expectPass(checkHomogeneousThreshold(library, options, !faultsAreErrors())); }
 TEST_F(Homogeneous, Threads) { expectPass(checkHomogeneousTeams(library, options)); }
 TEST_F(Homogeneous, CallFrame) { expectPass(checkHomogeneousCallFrame(library, options)); }
 
@@ -29,10 +30,10 @@ TEST_F(Homogeneous, OneVectorAtInfinityAmongOthers) {
     const float matrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 1, 0};
     float points[5][3] = {{2, 4, 2}, {3, 5, 1}, {1, 1, 0}, {8, 4, 4}, {-1, 2, -1}};
     const float expected[5][3] = {{1, 2, 1}, {3, 5, 1}, {FLT_MAX, FLT_MAX, FLT_MAX}, {2, 1, 1}, {1, -2, 1}};
-    const std::vector<CallValue> arguments{
-        CallValue::pointer(matrix), CallValue::integer(16), CallValue::integer(4),
-        CallValue::pointer(points), CallValue::integer(12), CallValue::integer(4),
-        CallValue::pointer(points), CallValue::integer(12), CallValue::integer(4), CallValue::integer(5)};
+    const std::vector<CallValue> arguments{CallValue::pointer(matrix), CallValue::integer(16), CallValue::integer(4),
+                                           CallValue::pointer(points), CallValue::integer(12), CallValue::integer(4),
+                                           CallValue::pointer(points), CallValue::integer(12), CallValue::integer(4),
+                                           CallValue::integer(5)};
     EXPECT_EQ(callFunction(library.find(homogeneousName), arguments).status(), -10);
     for (int k = 0; k < 5; ++k)
         for (int i = 0; i < 3; ++i) EXPECT_EQ(points[k][i], expected[k][i]) << k << " " << i;

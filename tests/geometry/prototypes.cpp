@@ -23,19 +23,22 @@ const char* typeOf(Slot slot) {
 void printGeometryPrototypes() {
     for (const GeometryFunction& function : geometryFunctions()) {
         std::string list;
-        for (const Slotted& argument : function.arguments) list += (list.empty() ? "" : ", ") + std::string(typeOf(argument.slot));
+        for (const Slotted& argument : function.arguments)
+            list += (list.empty() ? "" : ", ") + std::string(typeOf(argument.slot));
         std::printf("int32_t (*typed_%s)(%s) = %s;\n", function.name.c_str(), list.c_str(), function.name.c_str());
     }
-    std::puts("int32_t (*typed_kormAffineTransform3DH_mva_32f)(const float *, int32_t, int32_t, const float *, int32_t,\n"
-              "    int32_t, float *, int32_t, int32_t, int32_t) = kormAffineTransform3DH_mva_32f;");
+    std::puts(
+        "int32_t (*typed_kormAffineTransform3DH_mva_32f)(const float *, int32_t, int32_t, const float *, int32_t,\n"
+        "    int32_t, float *, int32_t, int32_t, int32_t) = kormAffineTransform3DH_mva_32f;");
 }
 
 void printGeometryStubs() {
     std::puts("    .text\n    .hidden mutantEntry");
     std::size_t index = 0;
     for (const std::string& name : geometryNames()) {
-        std::printf("    .globl %s\n    .type %s, @function\n%s:\n    push $%zu\n    jmp mutantEntry\n    .size %s, .-%s\n",
-                    name.c_str(), name.c_str(), name.c_str(), index++, name.c_str(), name.c_str());
+        std::printf(
+            "    .globl %s\n    .type %s, @function\n%s:\n    push $%zu\n    jmp mutantEntry\n    .size %s, .-%s\n",
+            name.c_str(), name.c_str(), name.c_str(), index++, name.c_str(), name.c_str());
     }
     std::puts("    .section .note.GNU-stack,\"\",@progbits");
 }

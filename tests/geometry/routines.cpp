@@ -58,7 +58,8 @@ Verdict checkGeometryResults(const GeometryFunction& function, const Library& li
 Verdict checkGeometryBatches(const GeometryFunction& function, const Library& library, const Options& options) {
     if (!function.batch()) return Verdict::pass();
     void* const code = library.find(function.name);
-    static constexpr std::int32_t strides[] = {0, 4, 8, 12, 16, 20, 24, 28, 32, 36, 44, 48, 52, 64, 1028, -4, -12, -16, -20, 13, 18};
+    static constexpr std::int32_t strides[] = {0,  4,  8,  12,   16, 20,  24,  28,  32, 36, 44,
+                                               48, 52, 64, 1028, -4, -12, -16, -20, 13, 18};
     int number = 0;
     // All pairs of strides.
     for (const std::int32_t input : strides) {

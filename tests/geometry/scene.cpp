@@ -30,8 +30,8 @@ std::int64_t span(std::int32_t count, std::int32_t stride) { return static_cast<
 std::int32_t randomStride(std::int32_t elements, Random& random) {
     if (random.chance(30)) return 4 * elements;
     if (random.chance(40)) return random.pick({12, 16});
-    return random.pick({0, 4, 8, 12, 16, 20, 24, 28, 32, 36, 44, 48, 64, 100, 260, 1028, -4, -8, -12, -16, -20, -48,
-                        13, 18, 31, -27, 5});
+    return random.pick({0,   4,    8,  12, 16,  20,  24,  28,  32, 36, 44, 48,  64, 100,
+                        260, 1028, -4, -8, -12, -16, -20, -48, 13, 18, 31, -27, 5});
 }
 
 GeometryScene::GeometryScene(Arena& arena, const GeometryFunction& function, const GeometryOptions& options,
@@ -142,8 +142,8 @@ void GeometryScene::place(Random& places) {
             continue;
         }
         if (slotted.slot == Slot::optional && options_.nullOptional) continue;
-        choosePlace(argument, operand++, options_.inputSpot,
-                    slotted.stride >= 0 ? options_.inputStride : std::nullopt, places);
+        choosePlace(argument, operand++, options_.inputSpot, slotted.stride >= 0 ? options_.inputStride : std::nullopt,
+                    places);
     }
 }
 
@@ -175,7 +175,8 @@ std::vector<CallValue> GeometryScene::arguments() const {
     for (std::size_t argument = 0; argument < places_.size(); ++argument) {
         const Slotted& slotted = function_.arguments[argument];
         if (slotted.pointer()) values.push_back(CallValue::pointer(places_[argument].base));
-        else if (slotted.slot == Slot::constant) values.push_back(CallValue::singleBits(places_[argument].constantBits));
+        else if (slotted.slot == Slot::constant)
+            values.push_back(CallValue::singleBits(places_[argument].constantBits));
         else if (slotted.slot == Slot::count) values.push_back(CallValue::integer(options_.count));
         else values.push_back(CallValue::integer(places_[argument - 1].stride));
     }
@@ -192,8 +193,8 @@ Inputs GeometryScene::inputs(std::int32_t k) const {
         } else if (slotted.slot == Slot::input) {
             in.emplace_back(static_cast<std::size_t>(slotted.elements));
             for (std::int32_t i = 0; i < slotted.elements; ++i)
-                std::memcpy(&in.back()[static_cast<std::size_t>(i)],
-                            element(argument, slotted.stride < 0 ? 0 : k, i), sizeof(float));
+                std::memcpy(&in.back()[static_cast<std::size_t>(i)], element(argument, slotted.stride < 0 ? 0 : k, i),
+                            sizeof(float));
         }
     }
     return in;

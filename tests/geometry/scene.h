@@ -12,13 +12,13 @@
 namespace kormtest {
 
 enum class Spot : std::uint8_t {
-    any,         // one of the following by chance
-    pageEnd,     // the last byte is the last before an inaccessible page
-    pageBegin,   // the first byte is the first behind an inaccessible page
-    middle,      // at a multiple of 4, between canaries
-    aligned,     // at a multiple of 16, between canaries
-    unaligned,   // at any address, between canaries
-    comb,        // each vector of an array in a page of its own between inaccessible pages
+    any,        // one of the following by chance
+    pageEnd,    // the last byte is the last before an inaccessible page
+    pageBegin,  // the first byte is the first behind an inaccessible page
+    middle,     // at a multiple of 4, between canaries
+    aligned,    // at a multiple of 16, between canaries
+    unaligned,  // at any address, between canaries
+    comb,       // each vector of an array in a page of its own between inaccessible pages
 };
 
 struct GeometryOptions {
@@ -27,7 +27,7 @@ struct GeometryOptions {
     Spot inputSpot = Spot::any;
     Spot dstSpot = Spot::any;
     std::optional<std::int32_t> inputStride, dstStride;
-    bool special = true;       // infinities, NaNs, denormals among the elements
+    bool special = true;  // infinities, NaNs, denormals among the elements
     bool nullOptional = false;
     // Angles whose sine and cosine every good library rounds to the same number.
     bool clearAngles = false;
@@ -57,7 +57,8 @@ private:
 
     std::int32_t vectors(std::size_t argument) const;
     std::byte* element(std::size_t argument, std::int32_t k, std::int32_t i) const;
-    template <class Visit> void visitResults(Visit&& visit) const;
+    template <class Visit>
+    void visitResults(Visit&& visit) const;
     void choosePlace(std::size_t argument, std::size_t operand, Spot spot, std::optional<std::int32_t> stride,
                      Random& places);
     void place(Random& places);

@@ -6,6 +6,9 @@
 #include "../support/element_values.h"
 
 namespace kormtest {
+
+using namespace fixed;
+
 namespace {
 
 float fromBits(std::uint64_t bits) {
@@ -130,6 +133,9 @@ std::vector<float> randomElements(const GeometryFunction& function, std::size_t 
         return elements;
     }
     for (float& element : elements) oneElement(element, mood, random);
+    // Vectors of nothing but zeros: lengths, normals and planes that vanish.
+    if (mood == GeometryMood::small && random.chance(15))
+        for (float& element : elements) element = random.chance(50) ? 0.0F : -0.0F;
     if (elements.size() != 16) return elements;
     if (function.domain == Domain::inversion) forInversion(elements, mood, random);
     if (function.domain == Domain::identity) forIdentityTest(elements, random);

@@ -1,4 +1,6 @@
 // Inverses: limits, reciprocals, replaced cofactors, pairs, residues.
+#include <algorithm>
+
 #include "../reference/linalg/inverse.h"
 #include "../reference/linalg/precise.h"
 #include "linalg_test.h"
@@ -23,7 +25,8 @@ TEST_P(Invert, LimitsOfEachPath) {
                 // 2 n^3 times the smallest normal number; twice that in the plain kernels of double precision at
                 // orders 3 and 4.
                 T factor = static_cast<T>(2 * n * n * n);
-                if (sizeof(T) == 8 && plain(spread) && form().layout != Layout::pointer && (n == 3 || n == 4)) factor *= 2;
+                if (sizeof(T) == 8 && plain(spread) && form().layout != Layout::pointer && (n == 3 || n == 4))
+                    factor *= 2;
                 const T limit = factor * std::numeric_limits<T>::min();
                 for (std::int32_t step = 0; step < n; ++step) {
                     for (const T value : {std::nextafter(limit, T(0)), limit, std::nextafter(limit, T(1))}) {
@@ -234,6 +237,117 @@ TEST_P(Invert, Order1NeverAsksForThreads) {
 
 INSTANTIATE_TEST_SUITE_P(Forms, Invert, testing::ValuesIn(formsOf("Invert")), formName);
 
+// --- Orders 5 and 6 in single precision with adjacent elements: a block elimination ---
+
+class InvertBlock : public LinalgForm {
+protected:
+    std::int32_t invert(const Square<float>& a, Square<float>& x) {
+        DenseCall call(form(), squareSizes(a.order()));
+        setMatrix(call, "src", 0, a);
+        const std::int32_t found = call.call();
+        x = getMatrix<float>(call, "dst", 0);
+        return found;
+    }
+
+    static bool finite(const Square<float>& x) {
+        return std::all_of(x.data(), x.data() + x.size(), [](float element) { return std::isfinite(element); });
+    }
+
+    // Row `searched` has its largest absolute value at columns p and q. The row below the searched ones is so large at
+    // `heavy` that elimination with this column as the pivot's overflows, and with the other one doesn't.
+    static Square<float> tied(std::int32_t n, std::int32_t searched, std::int32_t p, std::int32_t q, std::int32_t heavy,
+                              Random& random) {
+        constexpr float most = std::numeric_limits<float>::max();
+        Square<float> a(n);
+        for (std::int32_t i = 0; i < n; ++i)
+            for (std::int32_t j = 0; j < n; ++j) a(i, j) = std::ldexp(static_cast<float>(random.between(1, 999)), -50);
+        const std::int32_t large = n - 4;
+        std::int32_t other = 1, last = 1;  // columns that are no candidates
+        while (other == p || other == q) ++other;
+        while (last == p || last == q || last == other) ++last;
+        for (std::int32_t i = 0; i < large; ++i)
+            for (std::int32_t j = 0; j < n; ++j) a(i, j) = 0;
+        a(searched, p) = 1;
+        a(searched, q) = -1;
+        a(searched, other) = 0.5F;
+        // At order 6 the row that isn't searched has a pivot of its own, which touches nothing.
+        if (n == 6) a(1 - searched, searched == 0 ? last : 0) = 1;
+        for (std::int32_t j = 0; j < n; ++j) a(large, j) = 1;
+        a(large, heavy) = heavy == q ? -0.9F * most : 0.9F * most;
+        a(large, other) = -0.8F * most;
+        if (n == 6) {
+            for (std::int32_t i = 2; i < 6; ++i) a(i, searched == 0 ? last : 0) = 0;
+        }
+        return a;
+    }
+
+    void expectWinner(std::int32_t n, std::int32_t searched, std::int32_t winner, std::int32_t loser) {
+        Random random(5);
+        Square<float> x(n);
+        const std::int32_t p = std::min(winner, loser), q = std::max(winner, loser);
+        EXPECT_EQ(invert(tied(n, searched, p, q, loser, random), x), status::ok);
+        EXPECT_TRUE(finite(x)) << "order " << n << ", row " << searched << ": " << winner << " against " << loser;
+        invert(tied(n, searched, p, q, winner, random), x);
+        EXPECT_FALSE(finite(x)) << "order " << n << ", row " << searched << ": " << winner << " against " << loser;
+    }
+};
+
+// Unlike the decomposition's: of equal absolute values the highest column wins, but at order 5 the last one only
+// if no other has the same.
+TEST_P(InvertBlock, TheHighestColumnWinsATie) {
+    for (std::int32_t p = 0; p < 6; ++p) {
+        for (std::int32_t q = p + 1; q < 6; ++q) {
+            if (q < 4) expectWinner(5, 0, q, p);
+            if (q == 4) expectWinner(5, 0, p, q);
+            expectWinner(6, 0, q, p);
+            // Row 1 is searched beside the first pivot, which stands in column 0 here.
+            if (p > 0) expectWinner(6, 1, q, p);
+        }
+    }
+}
+
+// Its reciprocals are approximate ones with one step: of each pivot, and of the determinant of what is left.
+TEST_P(InvertBlock, TakesApproximateReciprocals) {
+    int differing = 0;
+    for (const std::int32_t n : {5, 6}) {
+        for (std::int32_t number = 2; number < 100; ++number) {
+            const auto value = static_cast<float>(number);
+            const float step = reciprocal(value, Reciprocal::newton);
+            if (!sameBits(step, 1 / value)) ++differing;
+            for (std::int32_t at = 0; at < n; ++at) {
+                Square<float> a = identity<float>(n), x(n);
+                a(at, at) = value;
+                ASSERT_EQ(invert(a, x), status::ok);
+                ASSERT_TRUE(sameBits(x(at, at), step)) << "order " << n << ", " << number << " at " << at;
+            }
+        }
+    }
+    EXPECT_GT(differing, 20);
+}
+
+// A failure may leave anything in the first rows, and nothing in the others.
+TEST_P(InvertBlock, AFailureTouchesTheWorkingRowsOnly) {
+    for (const std::int32_t n : {5, 6}) {
+        for (std::int32_t empty = 0; empty < n; ++empty) {
+            DenseCall call(form(), squareSizes(n));
+            Square<float> a = identity<float>(n, 3);
+            a(empty, empty) = 0;
+            setMatrix(call, "src", 0, a);
+            const float untouched = call.get<float>("dst", 0, n - 1, n - 1);
+            ASSERT_EQ(call.call(), status::singular);
+            for (std::int32_t i = n - 4; i < n; ++i)
+                for (std::int32_t j = 0; j < n; ++j) ASSERT_TRUE(sameBits(call.get<float>("dst", 0, i, j), untouched));
+        }
+    }
+}
+
+std::vector<std::size_t> blockForms() {
+    return {formNamed("kormInvert_m_32f").index, formNamed("kormInvert_ma_32f").index,
+            formNamed("kormInvert_ma_32f_L").index};
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, InvertBlock, testing::ValuesIn(blockForms()), formName);
+
 // At order 3 the standard array form divides, the list form and the single one approximate.
 TEST(InvertOrder3, DividesInTheStandardArrayForm) {
     int differing = 0;
@@ -243,13 +357,16 @@ TEST(InvertOrder3, DividesInTheStandardArrayForm) {
         const float quotient = 1 / static_cast<float>(number);
         const float step = reciprocal(static_cast<float>(number), Reciprocal::newtonOrder3);
         if (!sameBits(quotient, step)) ++differing;
-        for (const auto& [name, expected] : {std::pair{"kormInvert_ma_32f", quotient}, {"kormInvert_ma_32f_L", step},
-                                             {"kormInvert_m_32f", step}, {"kormInvert_m_32f_P", quotient}}) {
+        for (const auto& [name, expected] : {std::pair{"kormInvert_ma_32f", quotient},
+                                             {"kormInvert_ma_32f_L", step},
+                                             {"kormInvert_m_32f", step},
+                                             {"kormInvert_m_32f_P", quotient}}) {
             scriptThreadNumbers({1});
             DenseCall call(formNamed(name), squareSizes(3));
             setMatrix(call, "src", 0, a);
             ASSERT_EQ(call.call(), status::ok);
-            ASSERT_TRUE(sameBits(call.get<float>("dst", 0, 0, 0), static_cast<float>(number) * expected)) << name << ", " << number;
+            ASSERT_TRUE(sameBits(call.get<float>("dst", 0, 0, 0), static_cast<float>(number) * expected))
+                << name << ", " << number;
             ASSERT_TRUE(sameBits(call.get<float>("dst", 0, 1, 1), expected)) << name << ", " << number;
         }
     }

@@ -49,7 +49,8 @@ TEST_P(LUDecomp, FactorsThePermutedMatrix) {
                             const long double unit = static_cast<long double>(std::numeric_limits<T>::epsilon()) / 2;
                             const long double off =
                                 sum - static_cast<long double>(sources[static_cast<std::size_t>(k)](row(i), j));
-                            ASSERT_LE(std::fabs(off), (n + 2) * unit * size) << "order " << n << " at " << i << ", " << j;
+                            ASSERT_LE(std::fabs(off), (n + 2) * unit * size)
+                                << "order " << n << " at " << i << ", " << j;
                             if (j < i) {
                                 ASSERT_LE(std::fabs(lu(row(i), j)), 1 + std::numeric_limits<T>::epsilon());
                             }
@@ -68,8 +69,10 @@ TEST_P(LUDecomp, FailsAtTheLimitOfItsPath) {
         for (std::int32_t n = 1; n <= 9; ++n) {
             const bool sized = n >= 3 && n <= 6;
             // Orders 3 to 6 let the limit pass, the others don't.
-            const T limit = sized ? std::ldexp(T(1), std::numeric_limits<T>::min_exponent) : std::numeric_limits<T>::epsilon();
-            ASSERT_EQ(limit, sized ? (sizeof(T) == 4 ? T(0x1p-125) : T(0x1p-1021)) : (sizeof(T) == 4 ? T(0x1p-23) : T(0x1p-52)));
+            const T limit =
+                sized ? std::ldexp(T(1), std::numeric_limits<T>::min_exponent) : std::numeric_limits<T>::epsilon();
+            ASSERT_EQ(limit, sized ? (sizeof(T) == 4 ? T(0x1p-125) : T(0x1p-1021))
+                                   : (sizeof(T) == 4 ? T(0x1p-23) : T(0x1p-52)));
             const T below = std::nextafter(limit, T(0)), above = std::nextafter(limit, T(1));
             for (std::int32_t step = 0; step < n; ++step) {
                 for (const std::int32_t spread : spreadsOf(form())) {

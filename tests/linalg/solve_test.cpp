@@ -37,7 +37,9 @@ TEST_P(LUBackSubst, UndoesThePermutation) {
                 Square<T> lu(n);
                 for (std::int32_t k = 0; k < n; ++k)
                     for (std::int32_t j = 0; j < n; ++j)
-                        lu(row(k), j) = j == k ? T(1) : j + 1 == k || j == k + 2 ? static_cast<T>(random.between(-1, 1)) : T(0);
+                        lu(row(k), j) = j == k                     ? T(1)
+                                        : j + 1 == k || j == k + 2 ? static_cast<T>(random.between(-1, 1))
+                                                                   : T(0);
                 DenseCall call(form(), squareSizes(n, count(3)), spread);
                 setFactored(call, lu);
                 setPivots(call, pivots);
@@ -61,7 +63,8 @@ TEST_P(LUBackSubst, UndoesThePermutation) {
                 ASSERT_EQ(call.call(), status::ok);
                 for (std::int32_t v = 0; v < count(3); ++v)
                     for (std::int32_t j = 0; j < n; ++j)
-                        ASSERT_EQ(call.get<T>("dst", v, 0, j), wanted[static_cast<std::size_t>(v)][static_cast<std::size_t>(j)])
+                        ASSERT_EQ(call.get<T>("dst", v, 0, j),
+                                  wanted[static_cast<std::size_t>(v)][static_cast<std::size_t>(j)])
                             << "order " << n;
             }
         }

@@ -23,27 +23,42 @@ struct Outcome {
     bool eitherStatus = false;  // ... and whether rounding decides between success and korStatusSingular
 };
 
-using Reference = void (*)(const Inputs& in, Outcome& out);
+using GeometryReference = void (*)(const Inputs& in, Outcome& out);
+
+namespace fixed {
 
 // --- Vectors (n = 2, 3, 4) ---
-template <int n> void vectorSum(const Inputs& in, Outcome& out);
-template <int n> void vectorDifference(const Inputs& in, Outcome& out);
-template <int n> void vectorMinimum(const Inputs& in, Outcome& out);
-template <int n> void vectorMaximum(const Inputs& in, Outcome& out);
-template <int n> void vectorScaled(const Inputs& in, Outcome& out);
-template <int n> void dotProduct(const Inputs& in, Outcome& out);
-template <int n> void squaredLength(const Inputs& in, Outcome& out);
-template <int n> void length(const Inputs& in, Outcome& out);
-template <int n> void normalized(const Inputs& in, Outcome& out);
+template <int n>
+void vectorSum(const Inputs& in, Outcome& out);
+template <int n>
+void vectorDifference(const Inputs& in, Outcome& out);
+template <int n>
+void vectorMinimum(const Inputs& in, Outcome& out);
+template <int n>
+void vectorMaximum(const Inputs& in, Outcome& out);
+template <int n>
+void vectorScaled(const Inputs& in, Outcome& out);
+template <int n>
+void dotProduct(const Inputs& in, Outcome& out);
+template <int n>
+void squaredLength(const Inputs& in, Outcome& out);
+template <int n>
+void length(const Inputs& in, Outcome& out);
+template <int n>
+void normalized(const Inputs& in, Outcome& out);
 void crossProduct2(const Inputs& in, Outcome& out);
 void crossProduct3(const Inputs& in, Outcome& out);
 void crossProduct4(const Inputs& in, Outcome& out);
 
 // --- Curves (n = 2, 3, 4) ---
-template <int n> void baryCentric(const Inputs& in, Outcome& out);
-template <int n> void linear(const Inputs& in, Outcome& out);
-template <int n> void hermite(const Inputs& in, Outcome& out);
-template <int n> void catmullRom(const Inputs& in, Outcome& out);
+template <int n>
+void baryCentric(const Inputs& in, Outcome& out);
+template <int n>
+void linear(const Inputs& in, Outcome& out);
+template <int n>
+void hermite(const Inputs& in, Outcome& out);
+template <int n>
+void catmullRom(const Inputs& in, Outcome& out);
 
 // --- Constructors of 4x4 matrices ---
 void identity(const Inputs& in, Outcome& out);
@@ -88,5 +103,7 @@ void projectOfBatch(const Inputs& in, Outcome& out);  // through the product of 
 void unproject(const Inputs& in, Outcome& out);
 // The homogeneous transform; in[0] holds A(r, c) at 4 * r + c.
 void homogeneous(const Inputs& in, Outcome& out);
+
+}  // namespace fixed
 
 }  // namespace kormtest

@@ -4,7 +4,7 @@
 
 #include "geometry.h"
 
-namespace kormtest {
+namespace kormtest::fixed {
 
 // --- Constructors. Elements that aren't named are +0, which they are from the start. ---
 
@@ -106,7 +106,7 @@ void rotationAxis(const Inputs& in, Outcome& out) {
 
 namespace {
 
-std::vector<float> apply(Reference reference, const Inputs& in, std::size_t size) {
+std::vector<float> apply(GeometryReference reference, const Inputs& in, std::size_t size) {
     Outcome out;
     reference(in, out);
     return {out.dst.begin(), out.dst.begin() + static_cast<std::ptrdiff_t>(size)};
@@ -352,4 +352,4 @@ void identityTest(const Inputs& in, Outcome& out) {
     }
 }
 
-}  // namespace kormtest
+}  // namespace kormtest::fixed

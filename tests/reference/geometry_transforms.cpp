@@ -4,12 +4,12 @@
 
 #include "geometry.h"
 
-namespace kormtest {
+namespace kormtest::fixed {
 namespace {
 
 using Row = std::vector<float>;
 
-Row apply(Reference reference, const Inputs& in, std::size_t size) {
+Row apply(GeometryReference reference, const Inputs& in, std::size_t size) {
     Outcome out;
     reference(in, out);
     return {out.dst.begin(), out.dst.begin() + static_cast<std::ptrdiff_t>(size)};
@@ -161,9 +161,9 @@ WideInverse wideInverse(const Row& m) {
             const std::size_t to = 4 * column + row;
             result.elements[to] = ((row + column) % 2 == 0 ? minor.value : -minor.value) / det.value;
             const double size = static_cast<double>(std::fabs(result.elements[to]));
-            result.errors[to] = (roundings * minor.magnitude + size * result.detError) /
-                                    static_cast<double>(std::fabs(det.value)) +
-                                roundings * size;
+            result.errors[to] =
+                (roundings * minor.magnitude + size * result.detError) / static_cast<double>(std::fabs(det.value)) +
+                roundings * size;
         }
     }
     return result;
@@ -256,8 +256,7 @@ void homogeneous(const Inputs& in, Outcome& out) {
         return;
     }
     const float r = 1.0F / w;
-    for (std::size_t i = 0; i < 3; ++i)
-        out.dst[i] = (((x * at(i, 0) + at(i, 3)) + y * at(i, 1)) + z * at(i, 2)) * r;
+    for (std::size_t i = 0; i < 3; ++i) out.dst[i] = (((x * at(i, 0) + at(i, 3)) + y * at(i, 1)) + z * at(i, 2)) * r;
 }
 
-}  // namespace kormtest
+}  // namespace kormtest::fixed

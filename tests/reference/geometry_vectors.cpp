@@ -3,7 +3,7 @@
 
 #include "geometry.h"
 
-namespace kormtest {
+namespace kormtest::fixed {
 
 // The comparison is to the bit: no wider intermediate results.
 static_assert(FLT_EVAL_METHOD == 0);
@@ -143,8 +143,7 @@ float hermiteElement(float a, float b, float c, float d, float t) {
 
 template <int n>
 void hermite(const Inputs& in, Outcome& out) {
-    for (std::size_t i = 0; i < n; ++i)
-        out.dst[i] = hermiteElement(in[0][i], in[1][i], in[2][i], in[3][i], in[4][0]);
+    for (std::size_t i = 0; i < n; ++i) out.dst[i] = hermiteElement(in[0][i], in[1][i], in[2][i], in[3][i], in[4][0]);
 }
 
 template <int n>
@@ -157,9 +156,9 @@ void catmullRom(const Inputs& in, Outcome& out) {
     }
 }
 
-#define INSTANTIATE(function)                                \
-    template void function<2>(const Inputs&, Outcome&);      \
-    template void function<3>(const Inputs&, Outcome&);      \
+#define INSTANTIATE(function)                           \
+    template void function<2>(const Inputs&, Outcome&); \
+    template void function<3>(const Inputs&, Outcome&); \
     template void function<4>(const Inputs&, Outcome&);
 INSTANTIATE(vectorSum)
 INSTANTIATE(vectorDifference)
@@ -176,4 +175,4 @@ INSTANTIATE(hermite)
 INSTANTIATE(catmullRom)
 #undef INSTANTIATE
 
-}  // namespace kormtest
+}  // namespace kormtest::fixed

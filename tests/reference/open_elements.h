@@ -10,8 +10,8 @@ namespace kormtest {
 struct OpenElement {
     std::byte* at = nullptr;
     long double middle = 0;
-    long double radius = 0;        // infinite: anything will do
-    std::uint64_t bits = 0;        // what the reference wrote there
+    long double radius = 0;  // infinite: anything will do
+    std::uint64_t bits = 0;  // what the reference wrote there
     std::size_t size = 0;
 };
 

@@ -26,7 +26,8 @@ public:
             case Kind::near: return number(-1, 1);
             case Kind::spread: return number(-digits / 2, digits / 2);
             case Kind::cancel: return large() ? large(random_.between(1, 3)) : number(-1, 1);
-            case Kind::zeros: return random_.chance(60) ? sign() * T{0} : sign() * static_cast<T>(random_.between(1, 9));
+            case Kind::zeros:
+                return random_.chance(60) ? sign() * T{0} : sign() * static_cast<T>(random_.between(1, 9));
             case Kind::extremes: return random_.chance(50) ? number(least, least / 2) : number(most / 2 - 4, most - 1);
             case Kind::nonFinite: break;
         }

@@ -1,3 +1,5 @@
+#include <vector>
+
 #include "../support/scene.h"
 #include "../support/thread_number.h"
 #include "routines.h"
@@ -15,10 +17,26 @@ bool hasEverySize(const Form& form) { return form.has(Extent::inner); }
 
 namespace {
 
+// A vector has few elements to tell one order of additions from another. Squares have orders of their own, some of
+// which differ from others in the sign of a zero only.
+int repeatsOf(const Form& form, const Sizes& sizes) {
+    const bool vector = !form.has(Extent::width);
+    const bool square = sizes.height == sizes.inner && (vector || sizes.width == sizes.inner);
+    if (square && sizes.inner >= 3 && sizes.inner <= 6) return 60;
+    return vector ? 15 : 1;
+}
+
+// Both sides of where a kernel may cut its work into blocks.
+std::int32_t largeSize(Random& random) {
+    const std::int32_t edge = random.pick({32, 48, 64, 80, 96, 128, 160, 192, 256, 320, 384, 512, 1024});
+    return random.chance(30) ? random.between(20, 300) : edge + random.between(-2, 3);
+}
+
 Verdict checkSizes(const Form& form, const Library& library, const Options& options, Sizes sizes, bool plain,
                    int number) {
     Random random = options.random(form, number, 8);
-    if (form.array) sizes.count = random.between(1, workOf(form, sizes) > 300 ? 2 : 5);
+    if (form.array && sizes.count == 1 && workOf(form, sizes) < 40000)
+        sizes.count = random.between(1, workOf(form, sizes) > 300 ? 2 : 5);
     SceneOptions scene;
     scene.sizes = sizes;
     scene.plain = plain;
@@ -33,10 +51,34 @@ Verdict checkSizes(const Form& form, const Library& library, const Options& opti
 
 }  // namespace
 
+Verdict checkLargeSizes(const Form& form, const Library& library, const Options& options) {
+    // A table has as many entries as its operand elements, and must fit into the arena as they must.
+    const std::int32_t mostElements = form.layout == Layout::pointer ? 8000 : 30000;
+    for (int number = 0; number < options.casesOr(12); ++number) {
+        Random random = options.random(form, number, 10);
+        Sizes sizes;
+        const auto fits = [&] {
+            return sizes.height * sizes.inner <= mostElements && sizes.inner * sizes.width <= mostElements &&
+                   sizes.height * sizes.width <= mostElements && workOf(form, sizes) <= 1500000;
+        };
+        do {
+            for (const Extent extent : form.extents)
+                sizes.set(extent, random.chance(25) ? random.between(1, 20) : largeSize(random));
+        } while (!fits() || workOf(form, sizes) < mostElements / 4);
+        if (form.array) sizes.count = workOf(form, sizes) < 100000 ? 2 : 1;
+        const bool plain = number % 3 != 0 || !form.hasRole(Role::elementStride);
+        Verdict verdict = checkSizes(form, library, options, sizes, plain, 1000000 + number);
+        if (!verdict.ok) return verdict;
+    }
+    return Verdict::pass();
+}
+
 Verdict checkEverySize(const Form& form, const Library& library, const Options& options) {
-    // A vector has few elements to tell one order of additions from another.
-    const int repeats = form.has(Extent::width) ? 1 : 15;
-    int number = 0;
+    struct Case {
+        Sizes sizes;
+        bool plain;
+    };
+    std::vector<Case> cases;
     for (const std::int32_t height : edges) {
         for (const std::int32_t inner : edges) {
             for (const std::int32_t width : edges) {
@@ -45,15 +87,19 @@ Verdict checkEverySize(const Form& form, const Library& library, const Options& 
                 sizes.height = height;
                 sizes.inner = inner;
                 sizes.width = width;
-                for (int repeat = 0; repeat < repeats; ++repeat) {
-                    for (const bool plain : {true, false}) {
-                        if (!plain && !form.hasRole(Role::elementStride)) continue;
-                        Verdict verdict = checkSizes(form, library, options, sizes, plain, number++);
-                        if (!verdict.ok) return verdict;
-                    }
+                for (int repeat = 0; repeat < repeatsOf(form, sizes); ++repeat) {
+                    cases.push_back({sizes, true});
+                    if (form.hasRole(Role::elementStride)) cases.push_back({sizes, false});
                 }
             }
         }
+    }
+    // A mistake at some size is found sooner.
+    options.random(form, 0, 9).shuffle(cases);
+    for (std::size_t number = 0; number < cases.size(); ++number) {
+        const Case& one = cases[number];
+        Verdict verdict = checkSizes(form, library, options, one.sizes, one.plain, static_cast<int>(number));
+        if (!verdict.ok) return verdict;
     }
     return Verdict::pass();
 }

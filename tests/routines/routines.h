@@ -31,6 +31,9 @@ Verdict checkResults(const Form& form, const Library& library, const Options& op
 bool hasEverySize(const Form& form);
 Verdict checkEverySize(const Form& form, const Library& library, const Options& options);
 
+// Products large enough for a kernel to work in blocks, or on copies.
+Verdict checkLargeSizes(const Form& form, const Library& library, const Options& options);
+
 // Long runs whose result overlaps a source: the effect of single steps in ascending order.
 bool hasOverlapRule(const Form& form);
 Verdict checkOverlap(const Form& form, const Library& library, const Options& options);

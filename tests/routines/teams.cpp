@@ -22,9 +22,7 @@ Verdict runTeam(const Form& form, const Library& library, const Sizes& sizes, st
     const bool forks = scene.reachesDriver() && decision > 1 && sizes.count >= decision;
     const int questions = forks ? 2 : scene.reachesDriver() ? 1 : 0;
     // Each thread needs a piece of scratch, and there are as many as the first answer says.
-    const bool scratch = std::any_of(form.operands.begin(), form.operands.end(),
-                                     [](const Operand& operand) { return operand.use == Operand::Use::scratch; });
-    const std::int32_t members = scratch ? std::min(decision, team) : team;
+    const std::int32_t members = form.uses(Operand::Use::scratch) ? std::min(decision, team) : team;
     Verdict verdict = scene.run(library, stackShift, forks, forks ? std::max(members, 1) : 1);
     if (verdict.ok && threadNumberQuestions() != questions) {
         verdict = Verdict::fail("asked for the thread number " + std::to_string(threadNumberQuestions()) +

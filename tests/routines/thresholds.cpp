@@ -46,6 +46,13 @@ Verdict runThin(const Form& form, const Library& library, const Sizes& sizes, bo
     return judge(form, sizes, plain);
 }
 
+// Nothing is promised of a call whose objects can't exist.
+bool fitsAddressSpace(const Form& form, const Sizes& sizes) {
+    double bytes = static_cast<double>(form.elementSize()) * sizes.count;
+    for (const Extent extent : form.extents) bytes *= sizes.of(extent);
+    return sizeof(void*) > 4 || bytes < 2147483648.0;
+}
+
 // A call of any size: the first touch of its memory faults, by then the decision has been taken.
 Verdict runIntoFault(const Form& form, const Library& library, const Sizes& sizes, bool plain, Random& random) {
     std::vector<CallValue> values;
@@ -74,7 +81,7 @@ Verdict runIntoFault(const Form& form, const Library& library, const Sizes& size
     scriptThreadNumbers({1});
     CallResult result;
     const Fault fault = guarded([&] { result = callFunction(library.function(form), values); });
-    if (!fault.happened)
+    if (!fault.happened && fitsAddressSpace(form, sizes))
         return Verdict::fail(form.name + ", " + text(sizes) + ": returned " + std::to_string(result.status()) +
                              " without touching its operands");
     return judge(form, sizes, plain);
@@ -105,7 +112,7 @@ Sizes smallObjects(const Form& form, Random& random) {
 Verdict checkBothSides(const Form& form, const Library& library, bool plain, Random& random) {
     const std::int32_t limit = limitOf(form, plain);
     const bool byArea = !form.has(Extent::inner);
-    int exact = 0, tried = 0;
+    int below = 0, above = 0, tried = 0;
     for (Sizes row : shapesUpTo(form, limit + 1)) {
         ++tried;
         const std::int32_t serial = lastSerialCount(form, row, limit);
@@ -116,8 +123,7 @@ Verdict checkBothSides(const Form& form, const Library& library, bool plain, Ran
             // One form's estimate takes no notice of the length: not every length needs so many objects.
             if (workOf(form, row) > longestWork) continue;
             // All sizes that meet the limit or pass it by one, up to a few; of the others a sample.
-            const bool edge = (estimate == limit || estimate == limit + 1) && exact < 12;
-            if (edge) ++exact;
+            const bool edge = (estimate == limit && below++ < 10) || (estimate == limit + 1 && above++ < 10);
             if (!edge && tried > 9 && !random.chance(byArea ? 1 : 3)) continue;
             Sizes sizes = byArea ? shaped(form, row.of(form.extents[0]), random) : row;
             sizes.count = count;
@@ -157,6 +163,7 @@ Sizes anySizes(const Form& form, Random& random) {
 
 Verdict checkThresholds(const Form& form, const Library& library, const Options& options, bool mayFault) {
     Random random = options.random(form, 0, 5);
+    const bool scratch = form.uses(Operand::Use::scratch);
     for (const bool plain : {true, false}) {
         if (!plain && !form.hasRole(Role::elementStride)) continue;
         if (form.driver) {
@@ -164,7 +171,9 @@ Verdict checkThresholds(const Form& form, const Library& library, const Options&
         }
         if (!mayFault) continue;
         for (int i = 0; i < options.casesOr(150); ++i) {
-            const Sizes sizes = anySizes(form, random);
+            Sizes sizes = anySizes(form, random);
+            // All of the scratch area must be inaccessible, or its far end could be anyone's memory.
+            if (scratch) sizes.order = std::min(sizes.order, 80);
             if (Verdict verdict = runIntoFault(form, library, sizes, plain, random); !verdict.ok) return verdict;
         }
     }

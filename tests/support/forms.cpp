@@ -198,6 +198,10 @@ bool Form::hasRole(Role role) const {
                        [&](const Argument& argument) { return argument.role == role; });
 }
 
+bool Form::uses(Operand::Use use) const {
+    return std::any_of(operands.begin(), operands.end(), [&](const Operand& operand) { return operand.use == use; });
+}
+
 Operand& addOperand(Form& form, const char* name, Shape shape, Extent rows, Extent columns, Operand::Use use) {
     Operand operand;
     operand.name = name;

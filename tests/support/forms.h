@@ -120,6 +120,7 @@ struct Form {
     std::size_t result() const { return operands.size() - 1; }
     bool has(Extent extent) const;
     bool hasRole(Role role) const;
+    bool uses(Operand::Use use) const;
 };
 
 // All forms with operands, in a fixed order.

@@ -185,8 +185,8 @@ private:
     void nearLimit(Square<T>& a) {
         const T limit = limitOf<T>(form_, plain_, n_);
         const T zero = 0, huge = std::numeric_limits<T>::max();
-        const T value = random_.pick({limit, limit, std::nextafter(limit, zero), std::nextafter(limit, huge),
-                                      limit / 2, 2 * limit});
+        const T value = random_.pick(
+            {limit, limit, std::nextafter(limit, zero), std::nextafter(limit, huge), limit / 2, 2 * limit});
         const bool bare = path_ == InvertPath::block || random_.chance(30);
         Positions rows(n_);
         for (std::int32_t i = n_ - 1; i > 0; --i)
@@ -290,7 +290,8 @@ constexpr Family luDecomp = [] {
 }();
 
 constexpr Family luBackSubst = [] {
-    Family result = family("src1 pivots src2 dst order count", shapeLUBackSubst, referenceLUBackSubst, fillSolve, square);
+    Family result =
+        family("src1 pivots src2 dst order count", shapeLUBackSubst, referenceLUBackSubst, fillSolve, square);
     // The general path reads the right-hand side while it writes the solution.
     result.inPlace = true;
     result.inPlaceFor = sized;
@@ -317,9 +318,7 @@ std::int32_t decompEstimate(const Sizes& s) { return wrapped(u(s.order) * u(s.or
 std::int32_t vectorsEstimate(const Sizes& s) { return wrapped((u(s.order) + 2 * u(s.count)) * u(s.order)); }
 std::int32_t bothEstimate(const Sizes& s) { return wrapped((u(s.order) + 2) * u(s.order) * u(s.count)); }
 // Order 1 is done by the entry function itself, whatever the count.
-std::int32_t invertEstimate(const Sizes& s) {
-    return s.order == 1 ? 0 : wrapped(u(s.order) * 2 * u(s.count));
-}
+std::int32_t invertEstimate(const Sizes& s) { return s.order == 1 ? 0 : wrapped(u(s.order) * 2 * u(s.count)); }
 
 constexpr LimitRow everywhere(Compare compare, std::int32_t number) {
     return {compare, both(number), both(number), both(number), both(number), both(number), both(number)};
@@ -329,7 +328,8 @@ constexpr LimitRow detLimits = everywhere(Compare::overIsFork, 14400);
 constexpr LimitRow decompLimits = everywhere(Compare::below, 1001);
 constexpr LimitRow vectorsLimits = everywhere(Compare::below, 701);
 constexpr LimitRow bothLimits = everywhere(Compare::below, 1201);
-constexpr LimitRow invertLimits{Compare::below, {3601, 2501}, both(2501), both(2501), both(2501), both(2501), both(2501)};
+constexpr LimitRow invertLimits{Compare::below, {3601, 2501}, both(2501), both(2501),
+                                both(2501),     both(2501),   both(2501)};
 
 constexpr GroupRow groups[] = {
     {"Det", "m", &det, nullptr, nullptr},

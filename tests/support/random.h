@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <utility>
+#include <vector>
 
 namespace kormtest {
 
@@ -31,6 +32,11 @@ public:
     template <class T>
     T pick(std::initializer_list<T> values) {
         return values.begin()[between(0, static_cast<std::int32_t>(values.size()) - 1)];
+    }
+
+    template <class T>
+    T pick(const std::vector<T>& values) {
+        return values[static_cast<std::size_t>(between(0, static_cast<std::int32_t>(values.size()) - 1))];
     }
 
     template <class Container>

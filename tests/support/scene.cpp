@@ -188,7 +188,8 @@ void Scene::acceptOpen(const std::vector<OpenElement>& elements) const {
             const long double distance = std::fabs(static_cast<long double>(value) - element.middle);
             return std::isfinite(element.radius) && !(distance <= element.radius);
         };
-        if (!(form_.type == Type::f32 ? far(float{}) : far(double{}))) std::memcpy(element.at, &element.bits, element.size);
+        if (!(form_.type == Type::f32 ? far(float{}) : far(double{})))
+            std::memcpy(element.at, &element.bits, element.size);
     }
 }
 

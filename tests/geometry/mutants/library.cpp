@@ -2,6 +2,7 @@
 //
 // Each name is a generated stub that pushes its function's index and enters mutantEntry (../../mutants/entry_*.S).
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 #include "../functions.h"
@@ -73,6 +74,9 @@ private:
 
     std::int32_t one(std::int32_t k, Mistake mistake) const {
         Inputs in;
+        if (mistake == Mistake::storesEarly)
+            std::memset(at(function_.dst(), k), 0x5c,
+                        static_cast<std::size_t>(4 * function_.arguments[function_.dst()].elements));
         for (std::size_t i = 0; i < values_.size(); ++i) {
             const Slotted& slotted = function_.arguments[i];
             if (slotted.slot == Slot::constant) {
@@ -86,6 +90,14 @@ private:
         if (mistake == Mistake::swapsOperands) swapTwo(in);
         Outcome out;
         function_.reference(in, out);
+        for (float& element : out.dst) {
+            if (mistake == Mistake::flipsZeros && element == 0) element = -element;
+            std::uint32_t bits;
+            std::memcpy(&bits, &element, sizeof bits);
+            // Bits, as an x87 register would quieten it unasked.
+            if (mistake == Mistake::quietsNans && (bits & 0x7fffffff) > 0x7f800000) bits |= 0x00400000;
+            std::memcpy(&element, &bits, sizeof bits);
+        }
         const std::size_t dst = function_.dst();
         if (out.status != 0 && function_.batch()) return out.status;
         for (std::size_t i = 0; i < values_.size(); ++i) {
@@ -119,9 +131,8 @@ private:
 std::int32_t runHomogeneous(const std::vector<std::uint64_t>& bits, Mistake mistake) {
     std::vector<CallValue> values;
     for (std::size_t i = 0; i < bits.size(); ++i)
-        values.push_back(homogeneousArguments[i].check == 'N'
-                             ? CallValue{CallValue::Kind::pointer, bits[i]}
-                             : CallValue::integer(number(bits[i])));
+        values.push_back(homogeneousArguments[i].check == 'N' ? CallValue{CallValue::Kind::pointer, bits[i]}
+                                                              : CallValue::integer(number(bits[i])));
     const auto fails = [&](char letter) {
         for (std::size_t i = 0; i < values.size(); ++i) {
             const std::int32_t value = number(bits[i]);
@@ -154,8 +165,27 @@ std::int32_t runHomogeneous(const std::vector<std::uint64_t>& bits, Mistake mist
 }  // namespace
 }  // namespace kormtest
 
+namespace kormtest {
+namespace {
+
+// The references' own use of the mathematics library isn't the mistake that is to be seen.
+class KeptErrno {
+public:
+    KeptErrno() = default;
+    KeptErrno(const KeptErrno&) = delete;
+    KeptErrno& operator=(const KeptErrno&) = delete;
+    ~KeptErrno() { errno = before_; }
+
+private:
+    const int before_ = errno;
+};
+
+}  // namespace
+}  // namespace kormtest
+
 extern "C" std::int32_t mutantCall(std::size_t index, const unsigned char* registers, const unsigned char* stack) {
     using namespace kormtest;
+    const KeptErrno kept;
     const auto mistake = static_cast<Mistake>(mutantVariant);
     std::vector<Where> kinds;
     std::vector<bool> pointers;

@@ -8,7 +8,10 @@ enum class Mistake {
     doesNothing,
     swapsOperands,
     writesBeyond,
-    forgetsTheLast,   // vector of a batch
+    flipsZeros,      // the sign of a result of zero
+    quietsNans,      // copies through arithmetic, which alters a signalling NaN
+    storesEarly,     // before it has read its inputs
+    forgetsTheLast,  // vector of a batch
     skipsChecks,
     reordersChecks,
     missesLimit,      // stays serial one vector too long

@@ -1,8 +1,8 @@
 // Runs the geometry routines against libraries that are wrong on purpose: each must be caught for each function that its
 // mistake applies to.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
 
 #include "../../support/fault.h"
 #include "../homogeneous.h"
@@ -17,7 +17,9 @@ const Options options = Options::fromEnvironment();
 using Routine = Verdict (*)(const GeometryFunction&, const Library&, const Options&);
 using HomogeneousRoutine = Verdict (*)(const Library&, const Options&);
 
-Verdict thresholds(const Library& library, const Options& some) { return checkHomogeneousThreshold(library, some, false); }
+Verdict thresholds(const Library& library, const Options& some) {
+    return checkHomogeneousThreshold(library, some, false);
+}
 
 bool always(const GeometryFunction&) { return true; }
 bool never(const GeometryFunction&) { return false; }
@@ -45,6 +47,20 @@ const Row rows[] = {
     {"does nothing", Mistake::doesNothing, checkGeometryResults, always, checkHomogeneousResults},
     {"swaps operands", Mistake::swapsOperands, checkGeometryResults, hasTwoAlike, nullptr},
     {"writes beyond", Mistake::writesBeyond, checkGeometryResults, always, checkHomogeneousResults},
+    // The double-precision inverse leaves the sign of a zero open; of one function the result is no number.
+    {"flips zeros", Mistake::flipsZeros, checkGeometryResults,
+     [](const GeometryFunction& function) {
+         return function.domain != Domain::unprojection && function.domain != Domain::identity;
+     },
+     nullptr},
+    {"quiets NaNs", Mistake::quietsNans, checkGeometryResults,
+     [](const GeometryFunction& function) { return function.copies && function.arguments.size() > 1; }, nullptr},
+    {"stores early", Mistake::storesEarly, checkGeometryResults,
+     [](const GeometryFunction& function) {
+         return std::any_of(function.arguments.begin(), function.arguments.end(),
+                            [](const Slotted& argument) { return argument.mayEqualDst; });
+     },
+     nullptr},
     {"forgets the last", Mistake::forgetsTheLast, checkGeometryBatches,
      [](const GeometryFunction& function) { return function.batch(); }, checkHomogeneousResults},
     {"skips checks", Mistake::skipsChecks, checkGeometryNulls,

@@ -87,8 +87,8 @@ Inverted<T> invertGeneral(const Square<T>& source) {
 
 enum class Reciprocal : std::uint8_t {
     division,
-    newton,         // approximate reciprocal, then (r + r) - d * (r * r)
-    newtonOrder3,   // approximate reciprocal, then (r + r) - (d * r) * r
+    newton,        // approximate reciprocal, then (r + r) - d * (r * r)
+    newtonOrder3,  // approximate reciprocal, then (r + r) - (d * r) * r
 };
 
 // The processor's own approximation: implementations differ in its last bits.

@@ -42,16 +42,19 @@ std::int32_t determinants(const Form& form, const std::vector<OperandValues>& op
     const std::int32_t n = sizes.order;
     EliminationRules rules;
     rules.array = form.array;
+    const bool extended = extendedFormatWorks();
     rules.singleSearch = form.name == "kormDet_m_64f" && plainStrides(form, operands);
     for (std::int32_t k = first; k < first + runCount; ++k) {
         const Square<T> a = src.square(k);
         const DetPath path = detPath(form, operands, sizes, k, first, runCount);
         if (path == DetPath::elimination) {
             dst.write(k, 0, 0, eliminatedDeterminant(a, rules));
-        } else if (n == 3) {
-            dst.write(k, 0, 0, path == DetPath::closed ? closedDeterminant3(a) : extendedDeterminant3(a));
-        } else if (!tame(a)) {
+        } else if (path == DetPath::closed && n == 3) {
+            dst.write(k, 0, 0, closedDeterminant3(a));
+        } else if (!extended || (n > 3 && !tame(a))) {
             dst.writeOpen(k, 0, 0, 0, std::numeric_limits<long double>::infinity());
+        } else if (n == 3) {
+            dst.write(k, 0, 0, extendedDeterminant3(a));
         } else if (path == DetPath::closed) {
             dst.writeOpen(k, 0, 0, static_cast<long double>(preciseDeterminant(a)), determinantBound(a));
         } else {
@@ -115,7 +118,7 @@ std::int32_t adjugate(const Form& form, const View<T>& dst, const Square<T>& a, 
     const BoundedInverse<T> inverse = boundedInverse(a, invertApproximates(form, plain, n));
     if (absolute(inverse.det) < invertThreshold(form, plain, n)) return status::singular;
     // Data for these paths are chosen so that this decides; how far a block elimination may be off is told apart.
-    const bool bounded = tame(a) && inverse.detBound < absolute(inverse.det) / 64 &&
+    const bool bounded = extendedFormatWorks() && tame(a) && inverse.detBound < absolute(inverse.det) / 64 &&
                          invertPath(form, plain, n) == InvertPath::adjugate;
     if (!bounded) {
         everywhere(0, std::numeric_limits<long double>::infinity());
@@ -197,8 +200,8 @@ DetPath detPath(const Form& form, const std::vector<OperandValues>& operands, co
     if (n == 3) return DetPath::closed;
     // Pairs where everything is aligned; the last of an odd number is alone.
     const OperandValues& src = operands[operandNamed(form, "src")];
-    const bool aligned = reinterpret_cast<std::uintptr_t>(src.base) % 16 == 0 && src.objectStride % 16 == 0 &&
-                         src.rowStride % 16 == 0;
+    const bool aligned =
+        reinterpret_cast<std::uintptr_t>(src.base) % 16 == 0 && src.objectStride % 16 == 0 && src.rowStride % 16 == 0;
     const bool paired = object - first < runCount / 2 * 2;
     return aligned && paired ? DetPath::closed : DetPath::extended;
 }

@@ -6,9 +6,9 @@
 namespace kormtest {
 
 struct SolveRules {
-    bool oneMatrix = false;     // one matrix for many vectors: orders 3 to 6 multiply by reciprocals
-    bool longSums = false;      // element strides as large as the element: sums of 8 terms and more in eight parts
-    std::uintptr_t work = 0;    // where the solution lies, which decides how a long sum is parted
+    bool oneMatrix = false;   // one matrix for many vectors: orders 3 to 6 multiply by reciprocals
+    bool longSums = false;    // element strides as large as the element: sums of 8 terms and more in eight parts
+    std::uintptr_t work = 0;  // where the solution lies, which decides how a long sum is parted
 };
 
 // From the first term on, in ascending order.

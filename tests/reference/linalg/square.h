@@ -46,7 +46,9 @@ private:
 // Row numbers in the order in which rows become pivot rows.
 class Positions {
 public:
-    explicit Positions(std::int32_t n) : rows_(static_cast<std::size_t>(n)) { std::iota(rows_.begin(), rows_.end(), 0); }
+    explicit Positions(std::int32_t n) : rows_(static_cast<std::size_t>(n)) {
+        std::iota(rows_.begin(), rows_.end(), 0);
+    }
     std::int32_t operator[](std::int32_t k) const { return rows_[static_cast<std::size_t>(k)]; }
     void exchange(std::int32_t a, std::int32_t b) {
         std::swap(rows_[static_cast<std::size_t>(a)], rows_[static_cast<std::size_t>(b)]);

@@ -1,0 +1,59 @@
+// A loop that calls one function for every object, with arguments that follow from its prototype.
+#pragma once
+
+#include <type_traits>
+#include <utility>
+
+#include "work.h"
+
+namespace bench {
+
+enum class Output { last, first };
+
+// Pointers are inputs in their order and one output, the last pointer or the first; numbers are the row's scalars.
+// What a function returns other than a status is its result.
+template <class... Parameters>
+struct Positions {
+    static constexpr bool isPointer[] = {std::is_pointer_v<Parameters>...};
+    static constexpr int all = sizeof...(Parameters);
+
+    static constexpr int before(int position, bool pointers) {
+        int found = 0;
+        for (int i = 0; i < position; ++i) found += isPointer[i] == pointers;
+        return found;
+    }
+    static constexpr int pointers() { return before(all, true); }
+};
+
+template <class Parameter, int index, bool isOutput>
+[[gnu::always_inline]] inline Parameter argument(const Calls& work, std::ptrdiff_t at) {
+    if constexpr (!std::is_pointer_v<Parameter>) return static_cast<Parameter>(work.scalars[index]);
+    else if constexpr (isOutput) return reinterpret_cast<Parameter>(work.result + at);
+    else return reinterpret_cast<Parameter>(work.inputs[index] + at);
+}
+
+template <auto function, Output output, class Return, class... Parameters, std::size_t... is>
+[[gnu::always_inline]] inline void callEach(const Calls& work, Return (*)(Parameters...), std::index_sequence<is...>) {
+    using Of = Positions<Parameters...>;
+    constexpr bool returnsResult = std::is_same_v<Return, float>;
+    constexpr int out = returnsResult ? -1 : output == Output::first ? 0 : Of::pointers() - 1;
+    for (std::ptrdiff_t k = 0; k < Calls::objects; ++k) {
+        const std::ptrdiff_t at = k * Calls::floats;
+        const auto call = [&] {
+            return function(argument < Parameters,
+                            Of::before(is, Of::isPointer[is]) - (Of::isPointer[is] && out == 0 ? 1 : 0),
+                            Of::isPointer[is] && Of::before(is, true) == out > (work, at)...);
+        };
+        if constexpr (returnsResult) work.result[at] = call();
+        else call();
+    }
+}
+
+template <auto function, Output output = Output::last>
+[[gnu::noinline]] void each(const Calls& work) {
+    [&]<class Return, class... Parameters>(Return (*type)(Parameters...)) {
+        callEach<function, output>(work, type, std::index_sequence_for<Parameters...>());
+    }(function);
+}
+
+}  // namespace bench

@@ -1,0 +1,3 @@
+#include "glm_batches.h"
+
+void bench::addGlmBatches(std::vector<BatchRow>& rows) { addLoopsOf(rows, "glm"); }

@@ -1,0 +1,138 @@
+#!/usr/bin/env python3
+"""Turns what geometry_bench wrote with --json into the tables of docs/benchmarks-geometry.md.
+
+    bench/geometry/report.py RESULTS.json [--output FILE] [--check]
+
+--check exits with 1 if a goal is missed.
+"""
+
+import argparse
+import json
+from pathlib import Path
+import sys
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+from report import Goal, mean, number, processor, table, write  # noqa: E402
+
+PARITY = 0.97     # of the best peer, in every batch; the missing part allows for noise
+ADVANTAGE = 1.2   # geometric mean of the batches
+PEERS = {"loop": "plain loop", "glm": "GLM", "glmSimd": "GLM, SIMD types", "cglm": "cglm"}
+
+
+class Row:
+    def __init__(self, result):
+        self.name = result["name"]
+        self.is_call = self.name.startswith("call/")
+        self.korm = result["korm"]
+        self.peers = {peer: result[peer] for peer in PEERS if peer in result}
+
+    @property
+    def ratio(self):
+        """Of the best peer; 1.2 means that it takes 1.2 times as long as korm."""
+        return min(self.peers.values()) / self.korm if self.peers else None
+
+
+def in_cache(row):
+    return int(row.name.rsplit("/", 1)[1]) <= 1000
+
+
+def goals_of(calls, batches, stub):
+    goals = []
+    if batches:
+        figure = mean([row.ratio for row in batches])
+        goals.append(Goal("batches, geometric mean: best peer / korm", number(figure), f">= {ADVANTAGE}", figure >= ADVANTAGE))
+        worst = min(batches, key=lambda row: row.ratio)
+        misses = sum(row.ratio < PARITY for row in batches)
+        goals.append(Goal(f"every batch ({len(batches)} rows, {misses} below; worst: {worst.name})",
+                          number(worst.ratio), f">= {PARITY}", misses == 0))
+    judged = [row for row in calls if row.peers]
+    if judged:
+        slower = [row for row in judged if row.korm > min(row.peers.values()) / PARITY]
+        worst = min(judged, key=lambda row: row.ratio)
+        goals.append(Goal(f"every call ({len(judged)} rows, {len(slower)} below; worst: {worst.name})", number(worst.ratio),
+                          f">= {PARITY}", not slower))
+        slower = [row for row in judged if row.korm - stub > min(row.peers.values()) / PARITY]
+        goals.append(Goal(f"the same without the stub's jump ({len(slower)} below: "
+                          f"{', '.join(row.name.removeprefix('call/') for row in slower) or 'none'})",
+                          number(min(min(row.peers.values()) / (row.korm - stub) for row in judged)), f">= {PARITY}",
+                          not slower))
+    return goals
+
+
+def lines_of(rows, peers):
+    for row in rows:
+        yield ([row.name.removeprefix("call/"), number(row.korm)] + [number(row.peers.get(peer)) for peer in peers]
+               + [number(row.ratio)])
+
+
+def report(data, calls, batches, stub):
+    yield "# Benchmarks of the functions of fixed size"
+    yield ""
+    yield "Written by bench/geometry/report.py. To repeat:"
+    yield ""
+    yield "    scripts/bench --geometry"
+    yield ""
+    yield f"- Processor: {processor()}"
+    yield f"- Library: {data['library']}"
+    yield f"- Compiler: {data['compiler']}, flags `{data['flags'].strip()}`, for the library and all peers but cglm's calls,"
+    yield "  which are those of the distribution's shared library"
+    yield ""
+    yield "Nanoseconds an object, medians of short samples in which the contenders take turns, on one thread; the ratio is that"
+    yield "of the best peer to korm. Results are compared first, within what the different orders of rounding allow."
+    yield ""
+    yield "## Goals"
+    yield ""
+    yield from table(["goal", "figure", "wanted", "met"],
+                     [[goal.text, goal.figure, goal.wanted, "yes" if goal.is_met else "**no**"]
+                      for goal in goals_of(calls, batches, stub)])
+    if batches:
+        yield "## Batches"
+        yield ""
+        yield "Named by the function, the bytes from one vector to the next in source and result, and the number of vectors. From"
+        yield "100,000 vectors on all wait for memory."
+        yield ""
+        near, far = [row for row in batches if in_cache(row)], [row for row in batches if not in_cache(row)]
+        for text, rows in (("up to 1000 vectors", near), ("10,000 vectors and more", far)):
+            if rows:
+                yield f"Geometric mean for {text}: {number(mean([row.ratio for row in rows]))}."
+        yield ""
+        yield from table(["batch", "korm", *PEERS.values(), "ratio"], list(lines_of(batches, PEERS)))
+    if calls:
+        yield "## One call for one object"
+        yield ""
+        yield "All of them behind a call of a shared library: GLM in functions of one that was built for this, cglm in its own."
+        yield f"korm's functions are entered over a stub, one jump more: {number(stub)} ns, the difference of two functions that do"
+        yield "nothing. The last column is the ratio without it. cglm's vectors and matrices must be aligned to 16 bytes, korm's need"
+        yield "not; the inverse of korm is the full adjugate in a fixed order of operations, that of the others shares minors."
+        yield ""
+        peers = [peer for peer in ("glm", "cglm") if any(peer in row.peers for row in calls)]
+        lines = [line + [number(min(row.peers.values()) / (row.korm - stub)) if row.peers else ""]
+                 for row, line in zip(calls, lines_of(calls, peers))]
+        yield from table(["function", "korm", *(PEERS[peer] for peer in peers), "ratio", "without stub"], lines)
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Tables of geometry_bench's results.")
+    parser.add_argument("results")
+    parser.add_argument("--output")
+    parser.add_argument("--check", action="store_true")
+    options = parser.parse_args()
+    with open(options.results, encoding="utf-8") as file:
+        data = json.load(file)
+    rows = [Row(result) for result in data["rows"]]
+    empty = next((row for row in rows if row.name == "call/empty"), None)
+    stub = max(0.0, empty.korm - min(empty.peers.values())) if empty and empty.peers else 0.0
+    calls = [row for row in rows if row.is_call and row is not empty]
+    batches = [row for row in rows if not row.is_call]
+    if options.output:
+        write(options.output, report(data, calls, batches, stub))
+    goals = goals_of(calls, batches, stub)
+    for goal in goals:
+        print(f"{'met   ' if goal.is_met else 'MISSED'} {goal.figure:>8} {goal.wanted:>8}  {goal.text}")
+    if options.check and not all(goal.is_met for goal in goals):
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,48 @@
+// LU decomposition of matrices of any order.
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+#include "entry/lanes.h"
+#include "korm.h"
+#include "linalg/rows.h"
+
+namespace korm {
+
+// Eliminates in the destination. The tolerance is absolute and far above that of the orders 3 to 6, on purpose.
+template <class T, class A, class D>
+std::int32_t luGeneral(const A& src, const D& dst, std::byte* pivots, std::ptrdiff_t n) {
+    constexpr T tiny = std::numeric_limits<T>::epsilon();
+    for (std::ptrdiff_t i = 0; i < n; ++i) {
+        store(pivots + 4 * i, static_cast<std::int32_t>(i));
+        copyRow<T>(src, dst, i, n);
+    }
+    const auto row = [pivots](std::ptrdiff_t position) { return load<std::int32_t>(pivots + 4 * position); };
+    for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
+        T best = std::fabs(load<T>(dst.address(row(k), k)));
+        std::ptrdiff_t bestPosition = k;
+        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
+            const T candidate = std::fabs(load<T>(dst.address(row(i), k)));
+            if (candidate > best) {
+                best = candidate;
+                bestPosition = i;
+            }
+        }
+        if (tiny >= best) return korStatusSingular;
+        const std::int32_t pivotRow = row(bestPosition);
+        store(pivots + 4 * bestPosition, row(k));
+        store(pivots + 4 * k, pivotRow);
+        const T scale = 1 / load<T>(dst.address(pivotRow, k));
+        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
+            const T multiplier = load<T>(dst.address(row(i), k)) * scale;
+            store(dst.address(row(i), k), multiplier);
+            subtractRow(dst, row(i), dst, pivotRow, multiplier, k + 1, n);
+        }
+    }
+    return tiny >= std::fabs(load<T>(dst.address(row(n - 1), n - 1))) ? korStatusSingular : korStatusOk;
+}
+
+}  // namespace korm

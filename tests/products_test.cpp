@@ -1,0 +1,176 @@
+// Worked examples of products, written out without the tests' model.
+#include <gtest/gtest.h>
+#include <korm.h>
+
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+#include "support/random.h"
+
+namespace kormtest {
+namespace {
+
+template <class T>
+std::vector<T> numbers(std::size_t count, std::uint64_t seed) {
+    Random random(seed);
+    std::vector<T> result;
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto value = static_cast<T>(static_cast<double>(random.next() >> 11) * 0x1p-53 + 0.5);
+        result.push_back(random.chance(50) ? value : -value);
+    }
+    return result;
+}
+
+template <class T>
+bool sameBits(T a, T b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+constexpr std::int32_t f32 = 4, f64 = 8;
+
+// The products of element (i, j) of an m by k matrix times a k by n one.
+template <class T>
+std::vector<T> productsOf(const std::vector<T>& a, const std::vector<T>& b, std::size_t k, std::size_t n, std::size_t i,
+                          std::size_t j) {
+    std::vector<T> p(k);
+    for (std::size_t at = 0; at < k; ++at) p[at] = a[i * k + at] * b[at * n + j];
+    return p;
+}
+
+TEST(ProductExamples, FiveRowsEndInTwoPartialSums) {
+    bool differs = false;
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        const auto a = numbers<float>(7 * 9, seed), b = numbers<float>(9 * 3, seed + 100);
+        for (const std::int32_t rows : {5, 7}) {
+            std::vector<float> c(static_cast<std::size_t>(rows) * 3);
+            ASSERT_EQ(
+                kormMul_mm_32f(a.data(), 9 * f32, f32, 9, rows, b.data(), 3 * f32, f32, 3, 9, c.data(), 3 * f32, f32),
+                korStatusOk);
+            for (std::size_t i = 0; i < static_cast<std::size_t>(rows); ++i) {
+                for (std::size_t j = 0; j < 3; ++j) {
+                    const auto p = productsOf(a, b, 9, 3, i, j);
+                    const float oneByOne =
+                        ((((((((0.0f + p[0]) + p[1]) + p[2]) + p[3]) + p[4]) + p[5]) + p[6]) + p[7]) + p[8];
+                    const float inTwo =
+                        (((((0.0f + p[0]) + p[2]) + p[4]) + p[6]) + ((((0.0f + p[1]) + p[3]) + p[5]) + p[7])) + p[8];
+                    const bool last = rows == 5 && i == 4;
+                    EXPECT_TRUE(sameBits(c[i * 3 + j], last ? inTwo : oneByOne)) << rows << " rows, row " << i;
+                    differs = differs || !sameBits(oneByOne, inTwo);
+                }
+            }
+        }
+    }
+    EXPECT_TRUE(differs);
+}
+
+TEST(ProductExamples, OrderFourByATransposeDependsOnTheLayout) {
+    bool differs = false;
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        const auto a = numbers<float>(16, seed), b = numbers<float>(16, seed + 100);
+        std::vector<float> standard(16), list(16);
+        const float* const objects[] = {a.data()};
+        float* const results[] = {list.data()};
+        ASSERT_EQ(
+            kormMul_mat_32f(a.data(), 64, 16, f32, 4, 4, b.data(), 16, f32, 4, 4, standard.data(), 64, 16, f32, 1),
+            korStatusOk);
+        ASSERT_EQ(kormMul_mat_32f_L(objects, 0, 16, f32, 4, 4, b.data(), 16, f32, 4, 4, results, 0, 16, f32, 1),
+                  korStatusOk);
+        for (std::size_t i = 0; i < 4; ++i) {
+            for (std::size_t j = 0; j < 4; ++j) {
+                float p[4];
+                for (std::size_t k = 0; k < 4; ++k) p[k] = a[i * 4 + k] * b[j * 4 + k];
+                const float crossed = ((0.0f + p[0]) + (0.0f + p[2])) + ((0.0f + p[1]) + (0.0f + p[3]));
+                const float inTurn = ((p[0] + p[1]) + p[2]) + p[3];
+                EXPECT_TRUE(sameBits(standard[i * 4 + j], crossed));
+                EXPECT_TRUE(sameBits(list[i * 4 + j], inTurn));
+                differs = differs || !sameBits(crossed, inTurn);
+            }
+        }
+    }
+    EXPECT_TRUE(differs);
+}
+
+TEST(ProductExamples, NegativeZerosStayOnlyWithoutAStart) {
+    // All products are -0.
+    const std::vector<float> ones(49, 1.0f), zeros(49, -0.0f);
+    for (const std::int32_t n : {1, 2, 3, 4, 5, 6, 7}) {
+        for (const bool transposed : {false, true}) {
+            std::vector<float> c(49, 1.0f);
+            const auto product = transposed ? kormMul_tm_32f : kormMul_mm_32f;
+            ASSERT_EQ(
+                product(ones.data(), n * f32, f32, n, n, zeros.data(), n * f32, f32, n, n, c.data(), n * f32, f32),
+                korStatusOk);
+            const bool square = n >= 3 && n <= (transposed ? 5 : 6);
+            for (std::int32_t at = 0; at < n * n; ++at)
+                EXPECT_EQ(std::signbit(c[static_cast<std::size_t>(at)]), square) << "order " << n;
+        }
+    }
+}
+
+TEST(ProductExamples, MatrixTimesVectorOfOrderFour) {
+    bool differs = false;
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        const auto a = numbers<double>(16, seed), x = numbers<double>(4, seed + 100);
+        double straight[4], turned[4];
+        std::array<const double*, 16> table;
+        for (std::size_t at = 0; at < 16; ++at) table[at] = &a[at];
+        std::array<const double*, 4> vector{&x[0], &x[1], &x[2], &x[3]};
+        std::array<double*, 4> result{&turned[0], &turned[1], &turned[2], &turned[3]};
+        ASSERT_EQ(kormMul_mv_64f(a.data(), 4 * f64, f64, 4, 4, x.data(), f64, 4, straight, f64), korStatusOk);
+        ASSERT_EQ(kormMul_tv_64f_P(table.data(), 0, 4, 4, vector.data(), 0, 4, result.data(), 0), korStatusOk);
+        for (std::size_t i = 0; i < 4; ++i) {
+            double p[4], q[4];
+            for (std::size_t k = 0; k < 4; ++k) {
+                p[k] = a[i * 4 + k] * x[k];
+                q[k] = a[k * 4 + i] * x[k];
+            }
+            EXPECT_TRUE(sameBits(straight[i], (p[0] + p[1]) + (p[2] + p[3])));
+            EXPECT_TRUE(sameBits(turned[i], ((q[0] + q[1]) + q[2]) + q[3]));
+            differs = differs || !sameBits((p[0] + p[1]) + (p[2] + p[3]), ((p[0] + p[1]) + p[2]) + p[3]);
+        }
+    }
+    EXPECT_TRUE(differs);
+}
+
+TEST(ProductExamples, OneRowOfNineHasEightPartialSums) {
+    const auto a = numbers<float>(9, 3), x = numbers<float>(9, 4);
+    float p[9], y = 0;
+    for (std::size_t k = 0; k < 9; ++k) p[k] = 0.0f + a[k] * x[k];
+    ASSERT_EQ(kormMul_mv_32f(a.data(), 9 * f32, f32, 9, 1, x.data(), f32, 9, &y, f32), korStatusOk);
+    const float sum = (((p[0] + p[4]) + (p[2] + p[6])) + ((p[1] + p[5]) + (p[3] + p[7]))) + a[8] * x[8];
+    EXPECT_TRUE(sameBits(y, sum));
+}
+
+TEST(ProductExamples, MismatchComesBeforeStrides) {
+    const std::vector<float> a(64, 1.0f), b(64, 1.0f);
+    std::vector<float> c(64, 7.0f);
+    // Equal widths are no match for two untransposed operands.
+    EXPECT_EQ(kormMul_mm_32f(a.data(), 3, f32, 3, 2, b.data(), 12, f32, 3, 2, c.data(), 12, f32),
+              korStatusSizeMismatch);
+    EXPECT_EQ(kormMul_mt_32f(a.data(), 3, f32, 3, 2, b.data(), 12, f32, 3, 2, c.data(), 12, f32), korStatusBadStride);
+    EXPECT_EQ(kormMul_tm_32f(a.data(), 12, f32, 3, 2, b.data(), 12, f32, 3, 2, c.data(), 12, f32), korStatusOk);
+    EXPECT_EQ(kormMul_tt_32f(a.data(), 12, f32, 3, 2, b.data(), 12, f32, 3, 2, c.data(), 12, f32),
+              korStatusSizeMismatch);
+    EXPECT_EQ(kormMul_mv_32f(a.data(), 12, f32, 3, 2, b.data(), 0, 2, c.data(), f32), korStatusSizeMismatch);
+    EXPECT_EQ(kormMul_tv_32f(a.data(), 12, f32, 3, 2, b.data(), 0, 2, c.data(), f32), korStatusBadStride);
+}
+
+TEST(ProductExamples, InnerLengthOfOne) {
+    const std::vector<double> a{2, -3, 0.5}, b{-0.0, 4};
+    std::vector<double> c(6, 9);
+    ASSERT_EQ(kormMul_mm_64f(a.data(), f64, f64, 1, 3, b.data(), 2 * f64, f64, 2, 1, c.data(), 2 * f64, f64),
+              korStatusOk);
+    const double expected[] = {0, 8, 0, -12, 0, 2};
+    for (std::size_t at = 0; at < 6; ++at) {
+        EXPECT_EQ(c[at], expected[at]);
+        // 0 + -0 is +0.
+        if (at % 2 == 0) {
+            EXPECT_FALSE(std::signbit(c[at]));
+        }
+    }
+}
+
+}  // namespace
+}  // namespace kormtest
