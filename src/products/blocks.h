@@ -49,7 +49,8 @@ struct LeftBlocks {
             const Float4 two = loadPair(at(i, k));
             return interleaveLow(two, two);
         } else if constexpr (n >= 4 && k < 4) {
-            return __builtin_shufflevector(loadLanes<float>(at(i, 0)), loadLanes<float>(at(i + 1, 0)), k, k, k + 4, k + 4);
+            return __builtin_shufflevector(loadLanes<float>(at(i, 0)), loadLanes<float>(at(i + 1, 0)), k, k, k + 4,
+                                           k + 4);
         } else {
             return __builtin_shufflevector(alone(at(i, k)), alone(at(i + 1, k)), 0, 0, 4, 4);
         }

@@ -24,9 +24,7 @@ inline constexpr int panelVectors = 3;
 constexpr int sumsAtOnce(Sum shape) {
     return shape.partials < sumRegisters / panelVectors ? shape.partials : sumRegisters / panelVectors;
 }
-constexpr int rowsAtOnce(Sum shape) {
-    return sumRegisters / panelVectors / sumsAtOnce(shape);
-}
+constexpr int rowsAtOnce(Sum shape) { return sumRegisters / panelVectors / sumsAtOnce(shape); }
 
 // A panel: vector v of row k lies at origin + k * step + 16 * v, but for the last, which is at `last` instead of
 // 16 * v. Thus a panel at the right edge of a matrix has its last vector end with the row.

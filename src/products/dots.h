@@ -10,7 +10,7 @@
 namespace korm {
 
 template <class T>
-using DotColumns = const std::byte* [laneCount<T>];  // where the columns of a tile begin
+using DotColumns = const std::byte * [laneCount<T>];  // where the columns of a tile begin
 
 // Partial sums of `lanes` columns, a vector each, to a vector of their sums: the last two steps of joined().
 [[gnu::always_inline]] inline Float4 joinedLanes(Float4 (&column)[4]) {
@@ -82,9 +82,8 @@ template <class T, Sum shape, int groups>
             });
         unrolled<groups>([&](auto g) __attribute__((always_inline)) {
             Lanes<T> row[lanes];
-            unrolled<lanes>([&](auto r) __attribute__((always_inline)) {
-                row[r] = joinedVectors(partial[g * lanes + r]);
-            });
+            unrolled<lanes>([&](auto r)
+                                __attribute__((always_inline)) { row[r] = joinedVectors(partial[g * lanes + r]); });
             sum[g] = joinedLanes(row);
         });
     }
@@ -126,12 +125,14 @@ template <class T, Sum shape, int rows>
                     });
                     unrolled<lanes>([&](auto c) __attribute__((always_inline)) {
                         const Lanes<T> right = loadLanes<T>(b[c] + at + 16 * v);
-                        unrolled<rows>([&](auto r) __attribute__((always_inline)) { partial[r][c][v] += left[r] * right; });
+                        unrolled<rows>([&](auto r)
+                                           __attribute__((always_inline)) { partial[r][c][v] += left[r] * right; });
                     });
                 });
             unrolled<rows>([&](auto r) __attribute__((always_inline)) {
                 Lanes<T> column[lanes];
-                unrolled<lanes>([&](auto c) __attribute__((always_inline)) { column[c] = joinedVectors(partial[r][c]); });
+                unrolled<lanes>([&](auto c)
+                                    __attribute__((always_inline)) { column[c] = joinedVectors(partial[r][c]); });
                 sum[r] = joinedLanes(column);
             });
         }
@@ -140,7 +141,8 @@ template <class T, Sum shape, int rows>
             if constexpr (lanes == 4)
                 right = Float4{load<T>(b[0] + at), load<T>(b[1] + at), load<T>(b[2] + at), load<T>(b[3] + at)};
             else right = Double2{load<T>(b[0] + at), load<T>(b[1] + at)};
-            unrolled<rows>([&](auto r) __attribute__((always_inline)) { sum[r] += spread<T>(a + r * aStep + at) * right; });
+            unrolled<rows>([&](auto r)
+                               __attribute__((always_inline)) { sum[r] += spread<T>(a + r * aStep + at) * right; });
         }
         unrolled<rows>([&](auto r) __attribute__((always_inline)) { storeFirst<T>(to + r * step, sum[r], width); });
         a += rows * aStep;

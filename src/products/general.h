@@ -134,7 +134,8 @@ void gatheredProduct(const Operand& a, const Operand& b, const Operand& dst, Pro
 
 // Rows of the left operand, contiguous: where they lie, or copied.
 template <class T>
-[[gnu::always_inline]] inline LeftRows leftRows(const GridOperand& a, std::ptrdiff_t i, int, std::ptrdiff_t, std::byte*) {
+[[gnu::always_inline]] inline LeftRows leftRows(const GridOperand& a, std::ptrdiff_t i, int, std::ptrdiff_t,
+                                                std::byte*) {
     return {a.origin + i * a.rowStep, a.rowStep, a.columnStep};
 }
 
@@ -192,8 +193,8 @@ void columnProduct(const Operand& a, const Operand& b, const Operand& dst, Produ
                 constexpr std::ptrdiff_t step = panelVectors * 16;
                 alignas(16) std::byte results[16 + tall.value * step];  // `last` may be below 0
                 for (; count > 0; --count, i += tall.value) {
-                    tilesOf<T, sum.value, tall.value>(vectors, leftRows<T>(a, i, tall.value, products, rowCopies), panel,
-                                                      products, {results + 16, step, last}, 1);
+                    tilesOf<T, sum.value, tall.value>(vectors, leftRows<T>(a, i, tall.value, products, rowCopies),
+                                                      panel, products, {results + 16, step, last}, 1);
                     scatterRows<T>(dst, i, j, tall.value, width, results + 16, step);
                 }
             });

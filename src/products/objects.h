@@ -1,4 +1,5 @@
-// Arrays of small objects with one object per lane: element (i, j) of four (two) objects is one vector.
+// Arrays of small objects of the strided and the pointer layout with one object per lane: element (i, j) of four (two)
+// objects is one vector.
 //
 // Every lane does what a single object would, so the order of each sum is that of the code for scalars. Spare lanes at
 // the end of an array repeat the last object.
@@ -14,7 +15,7 @@
 namespace korm {
 
 template <class T>
-using Origins = const std::byte* [laneCount<T>];
+using Origins = const std::byte * [laneCount<T>];
 
 template <class T>
 [[gnu::always_inline]] inline Lanes<T> lanesAt(const Origins<T>& origins, std::ptrdiff_t offset) {
@@ -71,61 +72,6 @@ template <class T>
         }
 }
 
-// --- Objects whose elements touch: n elements from each origin on ---------------------------------
-
-// Elements e to e + 3 (+ 1) of all objects by a transposition in registers, what is left in pairs and one by one.
-// `put(e, lanes)` takes element e of all objects; e is a type.
-template <class T, int n, class Put>
-[[gnu::always_inline]] inline void gatherRun(const Origins<T>& origins, const Put& put) {
-    constexpr int lanes = laneCount<T>;
-    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    unrolled<n / lanes>([&](auto v) __attribute__((always_inline)) {
-        Lanes<T> block[lanes];
-        unrolled<lanes>([&](auto l) __attribute__((always_inline)) { block[l] = loadLanes<T>(origins[l] + 16 * v); });
-        transpose(block);
-        unrolled<lanes>([&](auto l) __attribute__((always_inline)) {
-            put(std::integral_constant<int, v * lanes + l>{}, block[l]);
-        });
-    });
-    constexpr int left = n % lanes;
-    constexpr int first = n - left;
-    if constexpr (left >= 2) {
-        const auto pairs = [&](int l) __attribute__((always_inline)) {
-            return __builtin_shufflevector(loadPair(origins[l] + first * size), loadPair(origins[l + 1] + first * size),
-                                           0, 1, 4, 5);
-        };
-        const Float4 a = pairs(0), b = pairs(2);
-        put(std::integral_constant<int, first>{}, __builtin_shufflevector(a, b, 0, 2, 4, 6));
-        put(std::integral_constant<int, first + 1>{}, __builtin_shufflevector(a, b, 1, 3, 5, 7));
-    }
-    if constexpr (left % 2 == 1) put(std::integral_constant<int, n - 1>{}, lanesAt<T>(origins, (n - 1) * size));
-}
-
-template <class T, int n>
-[[gnu::always_inline]] inline void scatterRun(const Origins<T>& origins, const Lanes<T>* from) {
-    constexpr int lanes = laneCount<T>;
-    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    const auto at = [&](int l, int e) __attribute__((always_inline)) { return const_cast<std::byte*>(origins[l]) + e * size; };
-    unrolled<n / lanes>([&](auto v) __attribute__((always_inline)) {
-        Lanes<T> block[lanes];
-        unrolled<lanes>([&](auto l) __attribute__((always_inline)) { block[l] = from[v * lanes + l]; });
-        transpose(block);
-        unrolled<lanes>([&](auto l) __attribute__((always_inline)) { storeLanes(at(l, v * lanes), block[l]); });
-    });
-    constexpr int left = n % lanes;
-    constexpr int first = n - left;
-    if constexpr (left >= 2) {
-        const Float4 low = interleaveLow(from[first], from[first + 1]);
-        const Float4 high = interleaveHigh(from[first], from[first + 1]);
-        storePair(at(0, first), low);
-        storePair(at(1, first), highPairTwice(low));
-        storePair(at(2, first), high);
-        storePair(at(3, first), highPairTwice(high));
-    }
-    if constexpr (left % 2 == 1)
-        unrolled<lanes>([&](auto l) __attribute__((always_inline)) { store(at(l, n - 1), T{from[n - 1][l.value]}); });
-}
-
 // --- Objects of a view ------------------------------------------------------------------------------
 
 template <class View>
@@ -134,21 +80,11 @@ template <class View>
 inline constexpr bool isShared = View::objects == Objects::single;
 template <class View>
 inline constexpr bool isTurnedView = View::spacing == Spacing::columnAdjacent;
-template <class View>
-inline constexpr bool isPlainView = View::spacing == Spacing::rowAdjacent || isTurnedView<View>;
 
 // From row to row as they are stored.
 template <class View>
 [[gnu::always_inline]] inline std::ptrdiff_t storedStride(const View& view) {
     return isTurnedView<View> ? view.elementStride : view.rowStride;
-}
-
-// Whether the elements of an object of height rows and width columns touch.
-template <int height, int width, class View>
-[[gnu::always_inline]] inline bool touches(const View& view) {
-    constexpr std::ptrdiff_t length = isTurnedView<View> ? height : width;
-    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(typename View::Element));
-    return length == height * width || storedStride(view) == length * size;
 }
 
 // Objects `first` to `first` + `count` - 1.
@@ -172,14 +108,6 @@ template <int height, int width, class View>
     } else {
         Origins<T> origins;
         originsOf<T>(view, first, count, origins);
-        if constexpr (isPlainView<View>)
-            if (touches<height, width>(view)) {
-                gatherRun<T, height * width>(origins, [&](auto e, Lanes<T> value) __attribute__((always_inline)) {
-                    if constexpr (isTurnedView<View>) to[e % height * width + e / height] = value;
-                    else to[e] = value;
-                });
-                return;
-            }
         gatherObjects<T>(origins, object.rowStep, object.columnStep, height, width, to);
     }
 }
@@ -194,11 +122,6 @@ template <int height, int width, class View>
     } else {
         Origins<T> origins;
         originsOf<T>(view, first, count, origins);
-        if constexpr (isPlainView<View>)
-            if (count == laneCount<T> && touches<height, width>(view)) {
-                scatterRun<T, height * width>(origins, from);
-                return;
-            }
         scatterObjects<T>(origins, object.rowStep, object.columnStep, height, width, from, count);
     }
 }

@@ -17,7 +17,8 @@ template <int n, class F>
 [[gnu::always_inline]] inline void unrolled(const F& f) {
     [&]<int... i>(std::integer_sequence<int, i...>) __attribute__((always_inline)) {
         (f(std::integral_constant<int, i>{}), ...);
-    }(std::make_integer_sequence<int, n>{});
+    }
+    (std::make_integer_sequence<int, n>{});
 }
 
 // An element in all lanes. For doubles by the load unit alone: left to itself, a compiler that sees the element used

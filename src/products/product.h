@@ -20,7 +20,8 @@ inline constexpr bool isSingleProduct = !std::is_same_v<Count, std::int32_t>;
 template <class T, int n, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void squareProduct(const A& a, const B& b, const D& dst, Count count) {
     if constexpr (D::spacing == Spacing::rowAdjacent) squaresByRows<T, n>(a, b, dst, count);
-    else if constexpr (isSingleProduct<Count>) squareObject<T, n>(operand(a.at(0)), operand(b.at(0)), operand(dst.at(0)));
+    else if constexpr (isSingleProduct<Count>)
+        squareObject<T, n>(operand(a.at(0)), operand(b.at(0)), operand(dst.at(0)));
     else squareObjects<T, n>(a, b, dst, count);
 }
 

@@ -37,9 +37,12 @@ template <class T, bool turned>
 // Elements (i, j) to (i, j + count - 1), repeated until they fill the vector; of three, the last one twice.
 template <class T, int count, bool turned>
 [[gnu::always_inline]] inline Lanes<T> rowPart(const std::byte* origin, std::ptrdiff_t stride, int i, int j) {
-    const auto at = [&](int c) __attribute__((always_inline)) { return elementAt<T, turned>(origin, stride, i, j + c); };
+    const auto at = [&](int c) __attribute__((always_inline)) {
+        return elementAt<T, turned>(origin, stride, i, j + c);
+    };
     if constexpr (count == 1) return spread<T>(at(0));
-    else if constexpr (laneCount<T> == 2) return turned ? Lanes<T>{load<T>(at(0)), load<T>(at(1))} : loadLanes<T>(at(0));
+    else if constexpr (laneCount<T> == 2)
+        return turned ? Lanes<T>{load<T>(at(0)), load<T>(at(1))} : loadLanes<T>(at(0));
     else if constexpr (count == 4 && !turned) return loadLanes<T>(at(0));
     else if constexpr (count == 2 && !turned) return loadPair(at(0));
     else if constexpr (count == 3 && !turned) {
@@ -81,7 +84,9 @@ struct LeftInPlace {
     const std::byte* origin;
     std::ptrdiff_t stride;
 
-    [[gnu::always_inline]] const std::byte* at(int i, int k) const { return elementAt<T, turned>(origin, stride, i, k); }
+    [[gnu::always_inline]] const std::byte* at(int i, int k) const {
+        return elementAt<T, turned>(origin, stride, i, k);
+    }
 
     template <int i, int k>
     [[gnu::always_inline]] Lanes<T> spread() const {
@@ -212,7 +217,7 @@ template <class T, int n, class A, class B, class D, class Count>
         };
         if constexpr (isShared<B>) {
             const auto held = right(0);
-            eachObject([&](std::int32_t) __attribute__((always_inline)) -> const auto& { return held; });
+            eachObject([&](std::int32_t) __attribute__((always_inline))->const auto& { return held; });
         } else {
             eachObject(right);
         }

@@ -17,7 +17,8 @@ template <int n, class S>
     unrolled<n * n>([&](auto e) __attribute__((always_inline)) {
         constexpr int i = e / n, j = e % n;
         S sum = a[i * n] * b[j];
-        unrolled<n - 1>([&](auto k) __attribute__((always_inline)) { sum = sum + a[i * n + k + 1] * b[(k + 1) * n + j]; });
+        unrolled<n - 1>([&](auto k)
+                            __attribute__((always_inline)) { sum = sum + a[i * n + k + 1] * b[(k + 1) * n + j]; });
         c[e] = sum;
     });
 }

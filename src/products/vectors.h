@@ -123,7 +123,8 @@ void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::pt
                                                 target(dst, 0, i));
                 for (; i < end; i += lanes) {
                     const std::ptrdiff_t at = std::min(i, end - lanes);
-                    dotVector<T, shape, 1>(x.origin, a.origin + at * a.rowStep, a.rowStep, products, target(dst, 0, at));
+                    dotVector<T, shape, 1>(x.origin, a.origin + at * a.rowStep, a.rowStep, products,
+                                           target(dst, 0, at));
                 }
                 return;
             }
