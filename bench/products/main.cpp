@@ -8,6 +8,10 @@
 #include <cstdlib>
 #include <cstring>
 
+#ifdef KORM_BENCH_CGLM
+#include <cglm/version.h>
+#endif
+
 #include "korm_calls.h"
 #include "peers.h"
 #include "results.h"
@@ -65,7 +69,8 @@ int main(int argc, char** argv) {
     context.push_back({"glm", std::to_string(GLM_VERSION)});
 #endif
 #ifdef KORM_BENCH_CGLM
-    context.push_back({"cglm", "present"});
+    context.push_back({"cglm", std::to_string(CGLM_VERSION_MAJOR) + "." + std::to_string(CGLM_VERSION_MINOR) + "." +
+                                   std::to_string(CGLM_VERSION_PATCH)});
 #endif
 #ifdef KORM_BENCH_OPENBLAS
     context.push_back({"openblas", openblas_get_config()});

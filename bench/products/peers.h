@@ -163,7 +163,9 @@ template <Shape shape, int n, class T>
     using Matrix = glm::mat<n, n, T>;
     using Vector = glm::vec<n, T>;
     static_assert(sizeof(Matrix) == n * n * sizeof(T) && sizeof(Vector) == n * sizeof(T));
-    const auto load = []<class V>(const T* from, V& value) { std::memcpy(static_cast<void*>(&value), from, sizeof value); };
+    const auto load = []<class V>(const T* from, V& value) {
+        std::memcpy(static_cast<void*>(&value), from, sizeof value);
+    };
     for (std::ptrdiff_t k = 0; k < objectsOf(p); ++k) {
         Matrix left;
         load(p.a(k), left);

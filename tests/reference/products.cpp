@@ -22,21 +22,22 @@ struct General {
     Sum three;       // r = 3: the last three rows
 };
 
+// clang-format off
 // Matrix by matrix.
-//                          group  usual            r = 1           r = 2: M-2      r = 2: M-1      r = 3
-constexpr General mm_32f{4, Sum::zeroStart, Sum::two2, Sum::two2, Sum::two2, Sum::zeroStart};
-constexpr General tt_32f = mm_32f;
-constexpr General tm_32f{4, Sum::zeroStart, Sum::two2, Sum::zeroStart, Sum::zeroStart, Sum::zeroStart};
-constexpr General mt_32f{4, Sum::four4, Sum::eight8, Sum::eight8, Sum::four8, Sum::four8};
-constexpr General mm_64f{4, Sum::two2, Sum::eight8, Sum::four8, Sum::two8, Sum::two8};
-constexpr General zeroStart{4, Sum::zeroStart, Sum::zeroStart, Sum::zeroStart, Sum::zeroStart, Sum::zeroStart};
-constexpr General eightByEight{4, Sum::eight8, Sum::eight8, Sum::eight8, Sum::eight8, Sum::eight8};
+//                            group  usual           r = 1           r = 2: M-2      r = 2: M-1      r = 3
+constexpr General mm_32f      {4, Sum::zeroStart, Sum::two2,      Sum::two2,      Sum::two2,      Sum::zeroStart};
+constexpr General tt_32f      {4, Sum::zeroStart, Sum::two2,      Sum::two2,      Sum::two2,      Sum::zeroStart};
+constexpr General tm_32f      {4, Sum::zeroStart, Sum::two2,      Sum::zeroStart, Sum::zeroStart, Sum::zeroStart};
+constexpr General mt_32f      {4, Sum::four4,     Sum::eight8,    Sum::eight8,    Sum::four8,     Sum::four8};
+constexpr General mm_64f      {4, Sum::two2,      Sum::eight8,    Sum::four8,     Sum::two8,      Sum::two8};
+constexpr General zeroStart   {4, Sum::zeroStart, Sum::zeroStart, Sum::zeroStart, Sum::zeroStart, Sum::zeroStart};
+constexpr General eightByEight{4, Sum::eight8,    Sum::eight8,    Sum::eight8,    Sum::eight8,    Sum::eight8};
 
 // Matrix by vector; a rest of 3 to 7 rows is like the others.
-//                          group  usual            r = 1           r = 2: M-2      r = 2: M-1      r = 3
-constexpr General mv_32f{8, Sum::four4, Sum::eight8, Sum::eight8, Sum::four8, Sum::four4};
-constexpr General tv_32f{8, Sum::zeroStart, Sum::two2, Sum::two2, Sum::two2, Sum::zeroStart};
-constexpr General mv_64f{8, Sum::two2, Sum::eight8, Sum::four8, Sum::two8, Sum::two2};
+constexpr General mv_32f      {8, Sum::four4,     Sum::eight8,    Sum::eight8,    Sum::four8,     Sum::four4};
+constexpr General tv_32f      {8, Sum::zeroStart, Sum::two2,      Sum::two2,      Sum::two2,      Sum::zeroStart};
+constexpr General mv_64f      {8, Sum::two2,      Sum::eight8,    Sum::four8,     Sum::two8,      Sum::two2};
+// clang-format on
 
 struct KernelRow {
     const char* kernels;  // form, type and kernel kind, separated by spaces; with * all others that end so
@@ -84,13 +85,21 @@ struct SquareRow {
     Sum four, five, fiveLastRow, six;
 };
 
+// clang-format off
 constexpr SquareRow vectorSquares[] = {
-    {"mv_32f tv_32f tv_64f tva_64f tav_64f tava_64f", Sum::leftToRight, Sum::leftToRight, Sum::leftToRight,
-     Sum::leftToRight},
-    {"mv_64f mva_64f mav_64f mava_64f", Sum::pairs, Sum::pairs, Sum::pairs, Sum::pairs},
-    {"tva_32f tav_32f tava_32f", Sum::pairs, Sum::pairsInside, Sum::pairsInside, Sum::pairs},
-    {"mva_32f mav_32f mava_32f", Sum::crossed, Sum::pairsInside, Sum::crossed, Sum::crossed},
+    {"mv_32f tv_32f",
+     // 4               5: rows 0 to 3    5: row 4          6
+     Sum::leftToRight, Sum::leftToRight, Sum::leftToRight, Sum::leftToRight},
+    {"tv_64f tva_64f tav_64f tava_64f",
+     Sum::leftToRight, Sum::leftToRight, Sum::leftToRight, Sum::leftToRight},
+    {"mv_64f mva_64f mav_64f mava_64f",
+     Sum::pairs,       Sum::pairs,       Sum::pairs,       Sum::pairs},
+    {"tva_32f tav_32f tava_32f",
+     Sum::pairs,       Sum::pairsInside, Sum::pairsInside, Sum::pairs},
+    {"mva_32f mav_32f mava_32f",
+     Sum::crossed,     Sum::pairsInside, Sum::crossed,     Sum::crossed},
 };
+// clang-format on
 
 bool names(const char* list, const std::string& kernel) {
     std::istringstream stream(list);
