@@ -1,4 +1,6 @@
 // When a call goes to the parallel driver, told by whether it asks for the number of threads.
+#include <ostream>
+
 #include "support/checker.h"
 #include "support/each_form.h"
 #include "support/scene.h"
@@ -19,6 +21,8 @@ struct Example {
     Sizes sizes;
     bool plain;
     bool driver;
+    // Not by its bytes, which is GoogleTest's way: some are padding.
+    friend void PrintTo(const Example& example, std::ostream* out) { *out << example.name; }
 };
 
 class ThresholdExamples : public testing::TestWithParam<Example> {};
