@@ -70,7 +70,7 @@ def report(data, calls, batches, stub):
     yield ""
     yield "Written by bench/geometry/report.py. To repeat:"
     yield ""
-    yield "    scripts/bench --geometry"
+    yield "    scripts/bench geometry"
     yield ""
     yield f"- Processor: {processor()}"
     yield f"- Library: {data['library']}"

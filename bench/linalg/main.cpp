@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
     }
     std::printf(
         "# LU, solve, inverse, determinant: measured\n\n"
-        "Written by `scripts/bench-linalg`. Packed arrays on one thread of %s; contenders take turns in one run and\n"
+        "Written by `scripts/bench linalg`. Packed arrays on one thread of %s; contenders take turns in one run and\n"
         "medians are compared; all are compiled with %s, and OpenBLAS uses its %s kernels.\n"
         "`cache`: 24 KiB of matrices. `shuffled`: up to a hundred thousand objects with their rows in random order, "
         "so\n"

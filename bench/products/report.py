@@ -168,7 +168,7 @@ def thread_table(rows):
 def report(context, rows, errors, any_blas, any_context):
     yield "# Benchmarks of products"
     yield ""
-    yield "Written by bench/products/report.py. To repeat: `scripts/bench --products`, or for some rows only"
+    yield "Written by bench/products/report.py. To repeat: `scripts/bench products`, or for some rows only"
     yield ""
     yield "    cmake --build build/x86_64 --target korm_bench_products"
     yield "    build/x86_64/bin/korm_bench_products --filter 'arrays/mama_32f' --out results.json"
