@@ -9,8 +9,13 @@
 
 namespace kormtest {
 
-// So wide that its own rounding doesn't count against the bounds.
+// So wide that its own rounding doesn't count against the bounds. clang 14 computes wrongly in 128 bits on ia32; the
+// 64 bits of the extended format are 11 more than a double has, which the bounds have room for.
+#if defined(__clang__) && defined(__i386__)
+using Quad = long double;
+#else
 __extension__ typedef __float128 Quad;
+#endif
 
 template <class T>
 struct WideOf {
