@@ -47,7 +47,7 @@ TEST(ThreadsTogether, ManyCallersAtOnce) {
     for (std::size_t caller = 0; caller < messages.size(); ++caller) {
         callers.emplace_back([&, caller] {
             Random random(mixSeed(options.seed, 1000 + caller));
-            for (int i = 0; i < options.casesOr(150) && messages[caller].empty(); ++i) {
+            for (int i = 0; i < options.share(150) && messages[caller].empty(); ++i) {
                 const Form& form =
                     *forms[static_cast<std::size_t>(random.between(0, static_cast<std::int32_t>(forms.size()) - 1))];
                 const std::int32_t threads = random.between(2, 4);

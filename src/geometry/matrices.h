@@ -77,7 +77,7 @@ inline void isIdentity4(const Unaligned* m, std::int32_t* result) {
         const auto equal = [](Float4 row, Float4 identity) { return row == identity; };
         const auto columns = (equal(loadRow(m, 0), Float4{1, 0, 0, 0}) & equal(loadRow(m, 1), Float4{0, 1, 0, 0})) &
                              (equal(loadRow(m, 2), Float4{0, 0, 1, 0}) & equal(loadRow(m, 3), Float4{0, 0, 0, 1}));
-        found = _mm_movemask_ps(reinterpret_cast<__m128>(columns)) != 0;
+        found = _mm_movemask_ps(reinterpret_cast<__m128>(columns)) != 0 ? 1 : 0;
     }
     store(reinterpret_cast<std::byte*>(result), found);
 }

@@ -101,9 +101,10 @@ template <int length, class S>
 [[gnu::always_inline]] inline void readRun(const Places<lanesOf<S>>& from, S* to) {
     constexpr std::ptrdiff_t size = sizeof(ElementOf<S>);
     int j = 0;
-    if constexpr (lanesOf<S> == 4)
+    if constexpr (lanesOf<S> == 4) {
 #pragma GCC unroll 9
         for (; j + 4 <= length; j += 4) readFour(from, j * size, to + j);
+    }
 #pragma GCC unroll 18
     for (; j + 2 <= length; j += 2) readTwo(from, j * size, to + j);
     if constexpr (length % 2 != 0) to[length - 1] = gatherOne<S>(from, (length - 1) * size);
@@ -147,9 +148,10 @@ template <int length, class S>
 [[gnu::always_inline]] inline void writeRun(const Targets<lanesOf<S>>& to, const S* from) {
     constexpr std::ptrdiff_t size = sizeof(ElementOf<S>);
     int j = 0;
-    if constexpr (lanesOf<S> == 4)
+    if constexpr (lanesOf<S> == 4) {
 #pragma GCC unroll 9
         for (; j + 4 <= length; j += 4) writeFour(to, j * size, from + j);
+    }
 #pragma GCC unroll 18
     for (; j + 2 <= length; j += 2) writeTwo(to, j * size, from + j);
     if constexpr (length % 2 != 0) writeOne(to, (length - 1) * size, from[length - 1]);

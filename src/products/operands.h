@@ -66,7 +66,7 @@ template <class T, Spacing spacing>
 
 template <class T, bool transposed>
 [[gnu::always_inline]] inline TableOperand operand(const Scatter<T, transposed>& scatter) {
-    const auto table = reinterpret_cast<const void* const*>(scatter.table);
+    const auto* const table = reinterpret_cast<const void* const*>(scatter.table);
     if (transposed) return {table, scatter.offset, 1, scatter.pitch};
     return {table, scatter.offset, scatter.pitch, 1};
 }

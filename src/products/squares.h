@@ -40,7 +40,7 @@ template <class T, int n, class Operand>
 // Tables whose entries are runs of adjacent objects: a vector of objects is one load.
 template <class T, int n, class View>
 [[gnu::always_inline]] inline const std::byte* streamAt(const View& view, std::ptrdiff_t offset, int i, int j) {
-    const auto entry = View::transposed ? view.table[j * n + i] : view.table[i * n + j];
+    const auto* const entry = View::transposed ? view.table[j * n + i] : view.table[i * n + j];
     return reinterpret_cast<const std::byte*>(entry) + offset;
 }
 

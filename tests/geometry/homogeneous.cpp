@@ -213,7 +213,7 @@ Verdict runTeam(const Library& library, HomogeneousOptions one, std::int32_t dec
 }  // namespace
 
 Verdict checkHomogeneousResults(const Library& library, const Options& options) {
-    for (int i = 0; i < options.casesOr(4000); ++i) {
+    for (int i = 0; i < options.share(4000); ++i) {
         Random random = caseRandom(options, i, 1);
         HomogeneousOptions one;
         one.count = random.chance(90) ? random.between(1, 24) : random.between(25, 130);

@@ -38,7 +38,7 @@ int randomAlias(const GeometryFunction& function, Random& random) {
 
 Verdict checkGeometryResults(const GeometryFunction& function, const Library& library, const Options& options) {
     void* const code = library.find(function.name);
-    const int cases = options.casesOr(600);
+    const int cases = options.share(600);
     for (int number = 0; number < cases; ++number) {
         Random random = caseRandom(options, function, number, 1);
         GeometryOptions one;

@@ -163,7 +163,7 @@ Verdict checkBadArguments(const Form& form, const Library& library, const Option
             if (Verdict verdict = checker.expectFirst(); !verdict.ok) return verdict;
         }
     }
-    const int subsets = options.casesOr(300);
+    const int subsets = options.share(300);
     for (int i = 0; i < subsets; ++i) {
         checker.reset();
         const std::int32_t percent = checker.random().between(10, 90);

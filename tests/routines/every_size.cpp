@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <vector>
 
 #include "../support/scene.h"
@@ -54,7 +55,7 @@ Verdict checkSizes(const Form& form, const Library& library, const Options& opti
 Verdict checkLargeSizes(const Form& form, const Library& library, const Options& options) {
     // A table has as many entries as its operand elements, and must fit into the arena as they must.
     const std::int32_t mostElements = form.layout == Layout::pointer ? 8000 : 30000;
-    for (int number = 0; number < options.casesOr(12); ++number) {
+    for (int number = 0; number < options.share(12); ++number) {
         Random random = options.random(form, number, 10);
         Sizes sizes;
         const auto fits = [&] {
@@ -94,11 +95,12 @@ Verdict checkEverySize(const Form& form, const Library& library, const Options& 
             }
         }
     }
-    // A mistake at some size is found sooner.
+    // A mistake at some size is found sooner, and a part of the cases is a fair one.
     options.random(form, 0, 9).shuffle(cases);
-    for (std::size_t number = 0; number < cases.size(); ++number) {
-        const Case& one = cases[number];
-        Verdict verdict = checkSizes(form, library, options, one.sizes, one.plain, static_cast<int>(number));
+    const int all = static_cast<int>(cases.size());
+    for (int number = 0; number < std::min(options.share(all), all); ++number) {
+        const Case& one = cases[static_cast<std::size_t>(number)];
+        Verdict verdict = checkSizes(form, library, options, one.sizes, one.plain, number);
         if (!verdict.ok) return verdict;
     }
     return Verdict::pass();

@@ -14,7 +14,7 @@ Verdict checkOverlap(const Form& form, const Library& library, const Options& op
     Arena& arena = threadArena();
     const std::int32_t size = form.elementSize();
     const bool constant = form.operands[1].shape == Shape::constant;
-    for (int number = 0; number < options.casesOr(300); ++number) {
+    for (int number = 0; number < options.share(300); ++number) {
         Random random = options.random(form, number, 3);
         SceneOptions scene;
         scene.special = false;

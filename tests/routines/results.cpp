@@ -35,7 +35,7 @@ Verdict checkOne(const Form& form, const Library& library, const Options& option
 }  // namespace
 
 Verdict checkResults(const Form& form, const Library& library, const Options& options) {
-    const int cases = options.casesOr(800);
+    const int cases = options.share(800);
     for (int number = 0; number < cases; ++number)
         if (Verdict verdict = checkOne(form, library, options, number); !verdict.ok) return verdict;
     return Verdict::pass();

@@ -2,6 +2,7 @@
 // libraries that are wrong on purpose, which they must tell from the real one.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "../support/forms.h"
@@ -13,9 +14,11 @@ namespace kormtest {
 
 struct Options {
     std::uint64_t seed = 1;  // KORM_TEST_SEED
-    int cases = 0;           // KORM_TEST_CASES: random cases of each form, 0 for each routine's usual number
+    int percent = 100;       // KORM_TEST_PERCENT, of each routine's usual number of random cases
     static Options fromEnvironment();
-    int casesOr(int usual) const { return cases > 0 ? cases : usual; }
+    int share(int usual) const {
+        return static_cast<int>(std::max<std::int64_t>(std::int64_t{usual} * percent / 100, 1));
+    }
     Random random(const Form& form, int caseNumber, std::uint64_t routine) const {
         return Random(mixSeed(mixSeed(seed, form.index * 64 + routine), static_cast<std::uint64_t>(caseNumber)));
     }

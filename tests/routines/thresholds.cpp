@@ -170,7 +170,7 @@ Verdict checkThresholds(const Form& form, const Library& library, const Options&
             if (Verdict verdict = checkBothSides(form, library, plain, random); !verdict.ok) return verdict;
         }
         if (!mayFault) continue;
-        for (int i = 0; i < options.casesOr(150); ++i) {
+        for (int i = 0; i < options.share(150); ++i) {
             Sizes sizes = anySizes(form, random);
             // All of the scratch area must be inaccessible, or its far end could be anyone's memory.
             if (scratch) sizes.order = std::min(sizes.order, 80);
