@@ -157,6 +157,24 @@ TEST(ProductExamples, MismatchComesBeforeStrides) {
     EXPECT_EQ(kormMul_tv_32f(a.data(), 12, f32, 3, 2, b.data(), 0, 2, c.data(), f32), korStatusBadStride);
 }
 
+// No promise to callers, but what square kernels are known for: the right operand is read before anything is written,
+// and a row of the left one before that row of the result.
+TEST(ProductExamples, SmallSquaresOverTheirOperands) {
+    for (const std::int32_t n : {3, 4}) {
+        const auto elements = static_cast<std::size_t>(n) * static_cast<std::size_t>(n);
+        const auto a = numbers<float>(elements, 7), b = numbers<float>(elements, 8);
+        const auto multiply = [n](const float* left, const float* right, float* to) {
+            return kormMul_mm_32f(left, n * f32, f32, n, n, right, n * f32, f32, n, n, to, n * f32, f32);
+        };
+        std::vector<float> apart(elements), overLeft = a, overRight = b;
+        ASSERT_EQ(multiply(a.data(), b.data(), apart.data()), korStatusOk);
+        ASSERT_EQ(multiply(overLeft.data(), b.data(), overLeft.data()), korStatusOk);
+        ASSERT_EQ(multiply(a.data(), overRight.data(), overRight.data()), korStatusOk);
+        EXPECT_EQ(std::memcmp(overLeft.data(), apart.data(), elements * sizeof(float)), 0) << n;
+        EXPECT_EQ(std::memcmp(overRight.data(), apart.data(), elements * sizeof(float)), 0) << n;
+    }
+}
+
 TEST(ProductExamples, InnerLengthOfOne) {
     const std::vector<double> a{2, -3, 0.5}, b{-0.0, 4};
     std::vector<double> c(6, 9);
