@@ -18,6 +18,13 @@ namespace korm {
     return reinterpret_cast<Float4>(spread<double>(from));
 }
 
+// Two floats and two others. The second load takes the place of a shuffle, though it takes its port.
+[[gnu::always_inline]] inline Float4 twoPairs(const std::byte* first, const std::byte* second) {
+    using Bits2 = long long __attribute__((vector_size(16)));
+    const Bits2 both = {load<std::int64_t>(first), load<std::int64_t>(second)};
+    return reinterpret_cast<Float4>(both);
+}
+
 // A float in the first lane. The compiler is kept from seeing where it came from: it would build vectors of such
 // elements by three shuffles where one of two vectors does.
 [[gnu::always_inline]] inline Float4 alone(const std::byte* from) {

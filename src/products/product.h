@@ -49,7 +49,7 @@ template <class SquareOrders, RowSums rows, class A, class B, class D, class Cou
 
 template <class T, int n, class Order, class A, class X, class D, class Count>
 [[gnu::always_inline]] inline void squareVectorProduct(const A& a, const X& x, const D& dst, Count count) {
-    if constexpr (D::spacing == Spacing::rowAdjacent) squareVectorsByColumns<T, n, Order>(a, x, dst, count);
+    if constexpr (D::spacing == Spacing::rowAdjacent) squareVectors<T, n, Order>(a, x, dst, count);
     else if constexpr (isSingleProduct<Count>)
         squareVectorObject<T, n, Order>(operand(a.at(0)), operand(x.at(0)), operand(dst.at(0)));
     else squareVectorObjects<T, n, Order>(a, x, dst, count);
