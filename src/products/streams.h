@@ -106,7 +106,6 @@ inline constexpr int streamRows = 2;
 #endif
 inline constexpr int streamProducts = 64;  // of which the left factors are copied at a time: 4 KiB of stack
 
-// All by value here: stores into results could change what is reached by reference, as far as a compiler can tell.
 struct StreamProducts {
     std::ptrdiff_t first;  // of the products that are added at a time
     std::ptrdiff_t count;
@@ -136,14 +135,18 @@ template <class T, int rows, int columns, bool sharedB>
 }
 
 // The left factors of a few rows are copied once for all columns: looked up anew for each pair of columns, they would
-// cost more instructions than the products.
+// cost more instructions than the products. Operands are copied too, since stores into results could change what is
+// reached by reference, as far as a compiler can tell.
 template <class T, int rows, bool sharedA, bool sharedB>
-[[gnu::noinline]] void addToRows(TableOperand a, TableOperand b, TableOperand dst, std::ptrdiff_t i,
-                                 std::ptrdiff_t columns, StreamProducts products) {
+[[gnu::noinline]] void addToRows(const TableOperand& leftOperand, const TableOperand& rightOperand,
+                                 const TableOperand& result, std::ptrdiff_t i, std::ptrdiff_t columns,
+                                 std::ptrdiff_t first, std::ptrdiff_t count, std::ptrdiff_t at) {
+    const TableOperand a = leftOperand, b = rightOperand, dst = result;
+    const StreamProducts products{first, count, at};
     Lanes<T> left[streamProducts][rows];
-    for (std::ptrdiff_t k = 0; k < products.count; ++k)
+    for (std::ptrdiff_t k = 0; k < count; ++k)
         unrolled<rows>([&](auto r) __attribute__((always_inline)) {
-            left[k][r] = objectsAt<T, sharedA>(a.address(i + r, products.first + k), products.at);
+            left[k][r] = objectsAt<T, sharedA>(a.address(i + r, first + k), at);
         });
     std::ptrdiff_t j = 0;
     for (; j + 2 <= columns; j += 2) addToTile<T, rows, 2, sharedB>(left, b, dst, i, j, products);
@@ -159,7 +162,7 @@ template <class T, bool sharedA, bool sharedB>
                 for (; tiles > 0; --tiles, i += tall.value)
                     for (std::ptrdiff_t first = 0; first < shape.products; first += streamProducts) {
                         const auto products = std::min<std::ptrdiff_t>(shape.products - first, streamProducts);
-                        addToRows<T, tall.value, sharedA, sharedB>(a, b, dst, i, shape.columns, {first, products, at});
+                        addToRows<T, tall.value, sharedA, sharedB>(a, b, dst, i, shape.columns, first, products, at);
                     }
             });
         });

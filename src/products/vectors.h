@@ -159,7 +159,7 @@ template <int n>
         return __builtin_shufflevector(upper, lower, 0, 2, 4, 6) + __builtin_shufflevector(upper, lower, 1, 3, 5, 7);
     };
     storeLanes(to, joinedRows(sums[0], sums[1]));
-    if constexpr (n == 6) storeLowPair(to + 16, joinedRows(sums[2], sums[2]));
+    if constexpr (n == 6) storeLowPair(to + 16, settled(joinedRows(sums[2], sums[2])));
 }
 
 template <class T, int n, class Order>
@@ -216,6 +216,45 @@ T elementSum(const Operand& a, std::ptrdiff_t i, const Operand& x, std::ptrdiff_
     return sum;
 }
 
+// Elements of the result along vectors, where columns of the matrix are contiguous: each is added, times an element of
+// the vector. A vector of sums waits for its additions, so as many go side by side as registers hold.
+template <class T, Sum shape>
+struct ColumnSums {
+    static constexpr int widest = 8 / sumsAtOnce(shape);
+
+    const std::byte* x;
+    std::ptrdiff_t xStep;
+    std::ptrdiff_t step;  // from column to column
+    std::ptrdiff_t products;
+
+    // `last` is where the last vector begins.
+    template <int vectors>
+    [[gnu::noinline]] void vectorsOf(const std::byte* a, std::byte* to, std::ptrdiff_t last) const {
+        tile<T, shape, 1, vectors>({x, 0, xStep}, {a, step, last}, products, {to, 0, last});
+    }
+
+    // Elements from `a` on, at least as many as a vector has; the last vector ends with them.
+    void elements(const std::byte* a, std::byte* to, std::ptrdiff_t count) const {
+        constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+        constexpr int lanes = laneCount<T>;
+        const auto take = [&](auto vectors) __attribute__((always_inline)) {
+            const std::ptrdiff_t width = std::min<std::ptrdiff_t>(vectors.value * lanes, count);
+            vectorsOf<vectors.value>(a, to, (width - lanes) * size);
+            a += width * size;
+            to += width * size;
+            count -= width;
+        };
+        while (count > (widest - 1) * lanes) take(std::integral_constant<int, widest>{});
+        if constexpr (widest == 8)
+            if (count > 3 * lanes) take(std::integral_constant<int, 4>{});
+        if constexpr (widest >= 4)
+            if (count > 2 * lanes) return take(std::integral_constant<int, 3>{});
+        if constexpr (widest >= 4)
+            if (count > lanes) return take(std::integral_constant<int, 2>{});
+        if (count > 0) take(std::integral_constant<int, 1>{});
+    }
+};
+
 // Elements of the result from `first` up to `end`, all of one shape.
 template <class T, Sum shape, class Operand>
 void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::ptrdiff_t first, std::ptrdiff_t end,
@@ -240,23 +279,9 @@ void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::pt
                 return;
             }
         }
-        // Elements of the result along vectors: columns of the matrix are contiguous.
         if (adjacent && a.rowStep == size) {
-            const LeftRows left{x.origin, 0, x.columnStep};
-            constexpr int wide = 8 / sumsAtOnce(shape);
-            std::ptrdiff_t i = first;
-            for (; i + wide * lanes <= end; i += wide * lanes)
-                tiles<T, shape, 1, wide>(left, {a.origin + i * size, a.columnStep, (wide - 1) * 16}, products,
-                                         {target(dst, 0, i), 0, (wide - 1) * 16}, 1);
-            std::ptrdiff_t width;
-            for (; i < end; i += width) {
-                const int vectors = nextPanel<T>(end - i);
-                width = std::min<std::ptrdiff_t>(vectors * lanes, end - i);
-                const std::ptrdiff_t last = (width - lanes) * size;
-                tilesOf<T, shape, 1>(vectors, left, {a.origin + i * size, a.columnStep, last}, products,
-                                     {target(dst, 0, i), 0, last}, 1);
-            }
-            return;
+            const ColumnSums<T, shape> sums{x.origin, x.columnStep, a.columnStep, products};
+            return sums.elements(a.origin + first * size, target(dst, 0, first), end - first);
         }
     }
     for (std::ptrdiff_t i = first; i < end; ++i) store(target(dst, 0, i), elementSum<T, shape>(a, i, x, products));
