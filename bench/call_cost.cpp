@@ -143,10 +143,17 @@ struct Size {
     bool isStrided;
 };
 
+// What a form's operands are. Those of products have sizes of their own, between their strides and the next operand.
+enum class Operands { matrices, vectors, product, vectorProduct };
+
+constexpr bool isProduct(Operands operands) {
+    return operands == Operands::product || operands == Operands::vectorProduct;
+}
+
 // Fills in the arguments from the prototype: a pointer opens an operand, and the integers behind it are its
-// strides or its offset, the outermost first; the last one or two integers are the sizes.
+// strides or its offset, the outermost first, of products then its sizes; else the last one or two integers are the sizes.
 template <class... Parameters>
-std::tuple<Parameters...> argumentsFor(std::int32_t (*)(Parameters...), bool isPointerLayout, int sizeArguments,
+std::tuple<Parameters...> argumentsFor(std::int32_t (*)(Parameters...), bool isPointerLayout, Operands operands,
                                        std::byte* memory, Size size) {
     std::tuple<Parameters...> arguments;
     constexpr int all = sizeof...(Parameters);
@@ -154,9 +161,13 @@ std::tuple<Parameters...> argumentsFor(std::int32_t (*)(Parameters...), bool isP
                               (std::is_same_v<Parameters, const double* const*> || ...);
     const std::int32_t elementSize = isDouble ? 8 : 4;
     const std::int32_t elementStride = size.isStrided ? 2 * elementSize : elementSize;
+    const int sizeArguments = isProduct(operands) ? 0 : operands == Operands::vectors ? 1 : 2;
     int position = 0;
     int operand = -1;
     int integersBehind = 0;
+    const auto isMatrix = [&] {
+        return operands != Operands::vectors && !(operands == Operands::vectorProduct && operand > 0);
+    };
     const auto give = [&]<class P>(P& argument) {
         if constexpr (std::is_pointer_v<P>) {
             ++operand;
@@ -166,12 +177,14 @@ std::tuple<Parameters...> argumentsFor(std::int32_t (*)(Parameters...), bool isP
             argument = P(1.5);
         } else if (position >= all - sizeArguments) {
             argument = position == all - 1 && sizeArguments == 2 ? size.height : size.width;
-        } else if (isPointerLayout) {
-            argument = 0;
         } else {
-            // A vector has one stride, a matrix the row's before the element's.
-            const bool isRowStride = sizeArguments == 2 && integersBehind == 0;
-            argument = isRowStride ? elementStride * std::max(size.width, size.height) : elementStride;
+            // A vector has one stride, a matrix the row's before the element's; with a table there is an offset only.
+            const int places = isPointerLayout || !isMatrix() ? 1 : 2;
+            if (isProduct(operands) && integersBehind >= places)
+                argument = integersBehind == places ? size.width : size.height;
+            else if (isPointerLayout) argument = 0;
+            else if (places == 2 && integersBehind == 0) argument = elementStride * std::max(size.width, size.height);
+            else argument = elementStride;
             ++integersBehind;
         }
         ++position;
@@ -202,59 +215,64 @@ struct Cost {
 std::vector<Cost> costs;
 
 template <class... Parameters>
-void measure(const char* name, std::int32_t (*function)(Parameters...), bool isVector) {
+void measure(const char* name, std::int32_t (*function)(Parameters...), Operands operands) {
     const bool isPointerLayout = std::strstr(name, "_P") != nullptr;
     const std::size_t elementSize = std::strstr(name, "_64f") ? 8 : 4;
-    const int sizeArguments = isVector ? 1 : 2;
     if (calledForm) {
         if (std::strcmp(calledForm, name) != 0) return;
         if (isPointerLayout) fillTables(open, 9, elementSize);
-        const auto near = argumentsFor(function, isPointerLayout, sizeArguments, open, Size{3, 3, false});
+        const auto near = argumentsFor(function, isPointerLayout, operands, open, Size{3, 3, false});
         std::exit(std::apply(function, near) == korStatusOk ? 0 : 1);
     }
     std::vector<std::int32_t> sizes{3, 4, 5, 6, 1, 2, 7, 8, 9, 10, 33};
-    if (isVector) sizes.push_back(1000);
+    if (operands == Operands::vectors) sizes.push_back(1000);
     for (int isStrided = 0; isStrided <= (isPointerLayout ? 0 : 1); ++isStrided) {
         Cost cost{name, sizeof...(Parameters), 0, 0, 0};
         if (isStrided) cost.name += " (strided)";
         for (std::int32_t order : sizes) {
             const Size size{order, order, isStrided != 0};
-            const auto far = argumentsFor(function, isPointerLayout, sizeArguments, guarded, size);
+            const auto far = argumentsFor(function, isPointerLayout, operands, guarded, size);
             const int toLoad = countInstructions(function, far, true);
             int& most = order >= 3 && order <= 6 ? cost.toLoadSquare : cost.toLoadOther;
             most = std::max(most, toLoad);
             if (order != 3) continue;
             if (tracedForm && !isStrided && !std::strcmp(tracedForm, name)) printPlaces(toLoad);
             if (isPointerLayout) fillTables(open, order * order, elementSize);
-            const auto near = argumentsFor(function, isPointerLayout, sizeArguments, open, size);
+            const auto near = argumentsFor(function, isPointerLayout, operands, open, size);
             cost.toReturn = countInstructions(function, near, false);
         }
         costs.push_back(cost);
     }
 }
 
-#define COST(NAME, IS_VECTOR)                         \
-    measure(#NAME "_32f", NAME##_32f, IS_VECTOR);     \
-    measure(#NAME "_64f", NAME##_64f, IS_VECTOR);     \
-    measure(#NAME "_32f_P", NAME##_32f_P, IS_VECTOR); \
-    measure(#NAME "_64f_P", NAME##_64f_P, IS_VECTOR);
+#define COST(NAME, OPERANDS)                                   \
+    measure(#NAME "_32f", NAME##_32f, Operands::OPERANDS);     \
+    measure(#NAME "_64f", NAME##_64f, Operands::OPERANDS);     \
+    measure(#NAME "_32f_P", NAME##_32f_P, Operands::OPERANDS); \
+    measure(#NAME "_64f_P", NAME##_64f_P, Operands::OPERANDS);
 
 void measureAllForms() {
-    COST(kormAdd_mm, false)
-    COST(kormAdd_tm, false)
-    COST(kormAdd_tt, false)
-    COST(kormSub_mm, false)
-    COST(kormSub_mt, false)
-    COST(kormSub_tm, false)
-    COST(kormSub_tt, false)
-    COST(kormMul_mc, false)
-    COST(kormMul_tc, false)
-    COST(kormAdd_vv, true)
-    COST(kormSub_vv, true)
-    COST(kormAdd_vc, true)
-    COST(kormSub_vc, true)
-    COST(kormSub_cv, true)
-    COST(kormMul_vc, true)
+    COST(kormAdd_mm, matrices)
+    COST(kormAdd_tm, matrices)
+    COST(kormAdd_tt, matrices)
+    COST(kormSub_mm, matrices)
+    COST(kormSub_mt, matrices)
+    COST(kormSub_tm, matrices)
+    COST(kormSub_tt, matrices)
+    COST(kormMul_mc, matrices)
+    COST(kormMul_tc, matrices)
+    COST(kormAdd_vv, vectors)
+    COST(kormSub_vv, vectors)
+    COST(kormAdd_vc, vectors)
+    COST(kormSub_vc, vectors)
+    COST(kormSub_cv, vectors)
+    COST(kormMul_vc, vectors)
+    COST(kormMul_mm, product)
+    COST(kormMul_mt, product)
+    COST(kormMul_tm, product)
+    COST(kormMul_tt, product)
+    COST(kormMul_mv, vectorProduct)
+    COST(kormMul_tv, vectorProduct)
 }
 
 enum class Check { none, smallSizes, allSizes };

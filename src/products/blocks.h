@@ -6,6 +6,8 @@
 // ports, by rows 153.
 #pragma once
 
+#include <xmmintrin.h>
+
 #include <cstddef>
 
 #include "entry/lanes.h"
@@ -18,18 +20,26 @@ namespace korm {
     return reinterpret_cast<Float4>(spread<double>(from));
 }
 
+// Two floats and two others. The second load takes the place of a shuffle, though it takes its port.
+[[gnu::always_inline]] inline Float4 twoPairs(const std::byte* first, const std::byte* second) {
+    using Bits2 = long long __attribute__((vector_size(16)));
+    const Bits2 both = {load<std::int64_t>(first), load<std::int64_t>(second)};
+    return reinterpret_cast<Float4>(both);
+}
+
 // A float in the first lane. The compiler is kept from seeing where it came from: it would build vectors of such
 // elements by three shuffles where one of two vectors does.
 [[gnu::always_inline]] inline Float4 alone(const std::byte* from) {
     return settled(Float4{load<float>(from), 0, 0, 0});
 }
 
+// By intrinsics: the compiler would gather adjacent pairs to whole vectors first, with shuffles that cost more than stores.
 [[gnu::always_inline]] inline void storeLowPair(std::byte* to, Float4 value) {
-    store(to, reinterpret_cast<Double2>(value)[0]);
+    _mm_storel_pi(reinterpret_cast<__m64*>(to), value);
 }
 
 [[gnu::always_inline]] inline void storeHighPair(std::byte* to, Float4 value) {
-    store(to, reinterpret_cast<Double2>(value)[1]);
+    _mm_storeh_pi(reinterpret_cast<__m64*>(to), value);
 }
 
 // The left operand, element (i, k) as it is read.
@@ -57,27 +67,93 @@ struct LeftBlocks {
     }
 };
 
-template <int k, class V>
+// Product k of an element of order n. The compiler is told where the sum is complete so far: left to itself it has all
+// additions at the end, and keeps what they need in memory meanwhile. Order 6 of floats took 17.0 ns for 14.2;
+// order 3 has registers enough and loses from being told.
+template <int n, int k, class V>
 [[gnu::always_inline]] inline void addProduct(V& sum, V product) {
     if constexpr (k == 0) sum = product;
     else sum += product;
+    if constexpr (n > 3) asm("" : "+x"(sum));
 }
 
+// The right operand of an even order, columns 2 j and 2 j + 1 of row k twice: from where it lies.
+struct RightInPlace {
+    const std::byte* origin;
+    std::ptrdiff_t stride;
+
+    template <int k, int j>
+    [[gnu::always_inline]] Float4 pair() const {
+        return pairTwice(origin + k * stride + j * 8);
+    }
+
+    [[gnu::always_inline]] void readAnew() const {}
+};
+
+// Of an operand that is read as its transpose, such pairs are made once, by half the shuffles of a transposition.
+template <int n>
+struct RightTurned {
+    alignas(16) std::byte pairs[n / 2][n * 8];
+
+    [[gnu::always_inline]] RightTurned(const std::byte* b, std::ptrdiff_t stride) {
+        unrolled<n / 2>([&](auto j) __attribute__((always_inline)) {
+            const std::byte* const first = b + 2 * j * stride;
+            const std::byte* const second = first + stride;
+            const Float4 upper = loadLanes<float>(first), lower = loadLanes<float>(second);
+            storeLanes(pairs[j], interleaveLow(upper, lower));
+            storeLanes(pairs[j] + 16, interleaveHigh(upper, lower));
+            if constexpr (n == 6) storeLanes(pairs[j] + 32, interleaveLow(loadPair(first + 16), loadPair(second + 16)));
+        });
+    }
+
+    template <int k, int j>
+    [[gnu::always_inline]] Float4 pair() const {
+        return pairTwice(pairs[j] + k * 8);
+    }
+
+    // Pairs twice that a compiler keeps for the next rows would go to the stack, a store and a load for one load.
+    [[gnu::always_inline]] void readAnew() const { asm volatile("" : : "r"(pairs) : "memory"); }
+};
+
+// Where results go: as they are or as the transpose of the result.
+template <bool turned>
+struct BlockTarget {
+    std::byte* origin;
+    std::ptrdiff_t stride;
+
+    [[gnu::always_inline]] std::byte* at(int i, int j) const {
+        return turned ? origin + j * stride + i * 4 : origin + i * stride + j * 4;
+    }
+
+    // Elements (i, j), (i, j + 1), (i + 1, j), (i + 1, j + 1).
+    [[gnu::always_inline]] void store(int i, int j, Float4 block) const {
+        if constexpr (turned) block = __builtin_shufflevector(block, block, 0, 2, 1, 3);
+        storeLowPair(at(i, j), block);
+        storeHighPair(turned ? at(i, j + 1) : at(i + 1, j), block);
+    }
+
+    // Order 3: the first block, elements (2, 0), (2, 1), (0, 2), (1, 2), and the last element.
+    [[gnu::always_inline]] void storeThree(Float4 block, Float4 edges, float corner) const {
+        store(0, 0, block);
+        if constexpr (turned) edges = __builtin_shufflevector(edges, edges, 2, 3, 0, 1);
+        korm::store(origin + 8, edges[2]);
+        korm::store(origin + stride + 8, edges[3]);
+        storeLowPair(origin + 2 * stride, edges);
+        korm::store(origin + 2 * stride + 8, corner);
+    }
+};
+
 // Rows i to i + 1 of an even order, columns in pairs.
-template <int n, int i, bool turned>
-[[gnu::always_inline]] inline void multiplyTwoRows(const LeftBlocks<n, turned>& a, const std::byte* b,
-                                                   std::ptrdiff_t bStride, std::byte* to, std::ptrdiff_t stride) {
+template <int n, int i, class Left, class Right, class Target>
+[[gnu::always_inline]] inline void multiplyTwoRows(const Left& a, const Right& b, const Target& to) {
     Float4 sum[n / 2];
     unrolled<n>([&](auto k) __attribute__((always_inline)) {
         const Float4 left = a.template twoRows<i, k>();
         unrolled<n / 2>([&](auto j) __attribute__((always_inline)) {
-            addProduct<k>(sum[j], left * pairTwice(b + k * bStride + j * 8));
+            addProduct<n, k>(sum[j], left * b.template pair<k, j>());
         });
     });
-    unrolled<n / 2>([&](auto j) __attribute__((always_inline)) {
-        storeLowPair(to + i * stride + j * 8, sum[j]);
-        storeHighPair(to + (i + 1) * stride + j * 8, sum[j]);
-    });
+    unrolled<n / 2>([&](auto j) __attribute__((always_inline)) { to.store(i, 2 * j, sum[j]); });
 }
 
 // The rows of a right operand of order 3: two columns twice, all with the third one twice, the third alone.
@@ -85,10 +161,18 @@ struct RightThree {
     Float4 twoColumns[3], edge[3];
     float third[3];
 
-    [[gnu::always_inline]] RightThree(const std::byte* b, std::ptrdiff_t stride) {
+    template <bool turned>
+    [[gnu::always_inline]] RightThree(std::bool_constant<turned>, const std::byte* b, std::ptrdiff_t stride) {
+        if constexpr (turned) {
+            const Float4 two = interleaveLow(loadPair(b), loadPair(b + stride));
+            const Float4 last = interleaveLow(alone(b + 8), alone(b + stride + 8));
+            twoColumns[0] = lowPairTwice(two);
+            twoColumns[1] = highPairTwice(two);
+            twoColumns[2] = lowPairTwice(last);
+        }
         unrolled<3>([&](auto k) __attribute__((always_inline)) {
-            const Float4 last = alone(b + k * stride + 8);
-            twoColumns[k] = pairTwice(b + k * stride);
+            const Float4 last = alone(turned ? b + 2 * stride + k * 4 : b + k * stride + 8);
+            if constexpr (!turned) twoColumns[k] = pairTwice(b + k * stride);
             edge[k] = __builtin_shufflevector(twoColumns[k], last, 0, 1, 4, 4);
             third[k] = last[0];
         });
@@ -96,24 +180,18 @@ struct RightThree {
 };
 
 // Order 3: a block, beside it what is left of its two rows with what is left of its two columns, and the corner.
-template <bool turned>
-[[gnu::always_inline]] inline void multiplyThree(const LeftBlocks<3, turned>& a, const RightThree& b, std::byte* to,
-                                                 std::ptrdiff_t stride) {
+template <class Left, class Target>
+[[gnu::always_inline]] inline void multiplyThree(const Left& a, const RightThree& b, const Target& to) {
     Float4 block, edges;
     float corner;
     unrolled<3>([&](auto k) __attribute__((always_inline)) {
         const Float4 left = a.template twoRows<0, k>();
         const Float4 last = alone(a.at(2, k));
-        addProduct<k>(block, left * b.twoColumns[k]);
-        addProduct<k>(edges, __builtin_shufflevector(last, left, 0, 0, 4, 6) * b.edge[k]);
-        addProduct<k>(corner, last[0] * b.third[k]);
+        addProduct<3, k>(block, left * b.twoColumns[k]);
+        addProduct<3, k>(edges, __builtin_shufflevector(last, left, 0, 0, 4, 6) * b.edge[k]);
+        addProduct<3, k>(corner, last[0] * b.third[k]);
     });
-    storeLowPair(to, block);
-    store(to + 8, edges[2]);
-    storeHighPair(to + stride, block);
-    store(to + stride + 8, edges[3]);
-    storeLowPair(to + 2 * stride, edges);
-    store(to + 2 * stride + 8, corner);
+    to.storeThree(block, edges, corner);
 }
 
 // Order 5: four blocks, the last column of their rows as a vector, and the last row.
@@ -128,11 +206,11 @@ template <bool turned>
         const Float4 lower = a.template twoRows<2, k>();
         const Float4 first = pairTwice(from), second = pairTwice(from + 8);
         const float fifth = load<float>(from + 16);
-        addProduct<k>(block[0], upper * first);
-        addProduct<k>(block[1], upper * second);
-        addProduct<k>(block[2], lower * first);
-        addProduct<k>(block[3], lower * second);
-        addProduct<k>(column, __builtin_shufflevector(upper, lower, 0, 2, 4, 6) * broadcast(fifth));
+        addProduct<5, k>(block[0], upper * first);
+        addProduct<5, k>(block[1], upper * second);
+        addProduct<5, k>(block[2], lower * first);
+        addProduct<5, k>(block[3], lower * second);
+        addProduct<5, k>(column, __builtin_shufflevector(upper, lower, 0, 2, 4, 6) * broadcast(fifth));
     });
     unrolled<2>([&](auto i) __attribute__((always_inline)) {
         std::byte* const at = to + 2 * i * stride;
@@ -146,23 +224,34 @@ template <bool turned>
     unrolled<5>([&](auto k) __attribute__((always_inline)) {
         const std::byte* const from = b + k * bStride;
         const float left = load<float>(a.at(4, k));
-        addProduct<k>(row, broadcast(left) * loadLanes<float>(from));
-        addProduct<k>(corner, left * load<float>(from + 16));
+        addProduct<5, k>(row, broadcast(left) * loadLanes<float>(from));
+        addProduct<5, k>(corner, left * load<float>(from + 16));
     });
     storeLanes(to + 4 * stride, row);
     store(to + 4 * stride + 16, corner);
 }
 
+template <int n, class Left, class Right, class Target>
+[[gnu::always_inline]] inline void multiplyEven(const Left& a, const Right& b, const Target& to) {
+    unrolled<n / 2>([&](auto i) __attribute__((always_inline)) {
+        multiplyTwoRows<n, 2 * i>(a, b, to);
+        b.readAnew();
+    });
+}
+
+// The right operand of an order, made ready for multiplyBlocks.
 template <int n, bool turned>
-[[gnu::always_inline]] inline void multiplyBlocks(const std::byte* a, std::ptrdiff_t aStride, const std::byte* b,
-                                                  std::ptrdiff_t bStride, std::byte* to, std::ptrdiff_t stride) {
-    const LeftBlocks<n, turned> left{a, aStride};
-    if constexpr (n == 3) multiplyThree(left, RightThree(b, bStride), to, stride);
-    else if constexpr (n == 5) multiplyFive(left, b, bStride, to, stride);
-    else
-        unrolled<n / 2>([&](auto i) __attribute__((always_inline)) {
-            multiplyTwoRows<n, 2 * i>(left, b, bStride, to, stride);
-        });
+[[gnu::always_inline]] inline auto rightBlocks(const std::byte* b, std::ptrdiff_t stride) {
+    if constexpr (n == 3) return RightThree(std::bool_constant<turned>{}, b, stride);
+    else if constexpr (turned) return RightTurned<n>(b, stride);
+    else return RightInPlace{b, stride};
+}
+
+template <int n, class Left, class Right, class Target>
+[[gnu::always_inline]] inline void multiplyBlocks(const Left& a, const Right& b, const Target& to) {
+    if constexpr (n == 3) multiplyThree(a, b, to);
+    else if constexpr (n == 5) multiplyFive(a, b.origin, b.stride, to.origin, to.stride);
+    else multiplyEven<n>(a, b, to);
 }
 
 }  // namespace korm

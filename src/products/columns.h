@@ -87,45 +87,55 @@ template <class T, int sums, int rows, int vectors>
     });
 }
 
-// Tiles below each other, of all K products. Partial sums are independent of each other: those for which there
-// are no registers are made after the others.
+// A tile of all K products. Partial sums are independent of each other: those for which there are no registers are made
+// after the others.
 template <class T, Sum shape, int rows, int vectors>
-[[gnu::noinline]] void tiles(LeftRows a, Panel b, std::ptrdiff_t products, TileTarget to, std::ptrdiff_t count) {
+[[gnu::always_inline]] inline void tile(const LeftRows& a, const Panel& b, std::ptrdiff_t products,
+                                        const TileTarget& to) {
     using Sums = TileSums<T, rows, vectors>;
     const std::ptrdiff_t inBlocks = shape == zeroStart ? 0 : products - products % shape.block;
-    for (; count > 0; --count) {
-        Sums result[1];
-        LeftRows aRest = a;
-        Panel bRest = b;
-        if (shape == zeroStart || inBlocks == 0) {
-            clear(result);
-        } else {
-            constexpr int partials = shape.partials;
-            constexpr int together = sumsAtOnce(shape);
-            Sums partial[partials / together][together];
-            unrolled<partials / together>([&](auto pass) __attribute__((always_inline)) {
-                constexpr int first = pass * together;
-                clear(partial[pass]);
-                accumulate(partial[pass], {a.origin + first * a.step, a.rowStep, a.step},
-                           {b.origin + first * b.step, b.step, b.last}, partials, inBlocks / partials);
-            });
-            unrolled<rows * vectors>([&](auto e) __attribute__((always_inline)) {
-                Lanes<T> all[partials];
-                unrolled<partials>([&](auto c) __attribute__((always_inline)) {
-                    all[c] = partial[c / together][c % together].of[e / vectors][e % vectors];
-                });
-                result[0].of[e / vectors][e % vectors] = joined<T>(all);
-            });
-            aRest.origin += inBlocks * a.step;
-            bRest.origin += inBlocks * b.step;
-        }
-        accumulate(result, aRest, bRest, 1, products - inBlocks);
-        unrolled<rows * vectors>([&](auto e) __attribute__((always_inline)) {
-            constexpr int i = e / vectors, v = e % vectors;
-            storeLanes(to.origin + i * to.step + vectorOffset<vectors>(v, to.last), result[0].of[i][v]);
+    Sums result[1];
+    LeftRows aRest = a;
+    Panel bRest = b;
+    if (shape == zeroStart || inBlocks == 0) {
+        clear(result);
+    } else {
+        constexpr int partials = shape.partials;
+        constexpr int together = sumsAtOnce(shape);
+        Sums partial[partials / together][together];
+        unrolled<partials / together>([&](auto pass) __attribute__((always_inline)) {
+            constexpr int first = pass * together;
+            clear(partial[pass]);
+            accumulate(partial[pass], {a.origin + first * a.step, a.rowStep, a.step},
+                       {b.origin + first * b.step, b.step, b.last}, partials, inBlocks / partials);
         });
-        a.origin += rows * a.rowStep;
-        to.origin += rows * to.step;
+        unrolled<rows * vectors>([&](auto e) __attribute__((always_inline)) {
+            Lanes<T> all[partials];
+            unrolled<partials>([&](auto c) __attribute__((always_inline)) {
+                all[c] = partial[c / together][c % together].of[e / vectors][e % vectors];
+            });
+            result[0].of[e / vectors][e % vectors] = joined<T>(all);
+        });
+        aRest.origin += inBlocks * a.step;
+        bRest.origin += inBlocks * b.step;
+    }
+    accumulate(result, aRest, bRest, 1, products - inBlocks);
+    unrolled<rows * vectors>([&](auto e) __attribute__((always_inline)) {
+        constexpr int i = e / vectors, v = e % vectors;
+        storeLanes(to.origin + i * to.step + vectorOffset<vectors>(v, to.last), result[0].of[i][v]);
+    });
+}
+
+// Tiles below each other. Numbers one by one: structures are passed in memory, written as single words and read as pairs
+// of them, which waits until the words are in the cache. Order 8 of floats took 75 ns instead of 52.
+template <class T, Sum shape, int rows, int vectors>
+[[gnu::noinline]] void tiles(const std::byte* a, std::ptrdiff_t aRowStep, std::ptrdiff_t aStep, const std::byte* b,
+                             std::ptrdiff_t bStep, std::ptrdiff_t bLast, std::ptrdiff_t products, std::byte* to,
+                             std::ptrdiff_t toStep, std::ptrdiff_t toLast, std::ptrdiff_t count) {
+    for (; count > 0; --count) {
+        tile<T, shape, rows, vectors>({a, aRowStep, aStep}, {b, bStep, bLast}, products, {to, toStep, toLast});
+        a += rows * aRowStep;
+        to += rows * toStep;
     }
 }
 
@@ -133,9 +143,13 @@ template <class T, Sum shape, int rows>
 [[gnu::always_inline]] inline void tilesOf(int vectors, const LeftRows& a, const Panel& b, std::ptrdiff_t products,
                                            const TileTarget& to, std::ptrdiff_t count) {
     static_assert(panelVectors == 3);
-    if (vectors == 1) tiles<T, shape, rows, 1>(a, b, products, to, count);
-    else if (vectors == 2) tiles<T, shape, rows, 2>(a, b, products, to, count);
-    else tiles<T, shape, rows, 3>(a, b, products, to, count);
+    const auto call = [&](auto many) __attribute__((always_inline)) {
+        tiles<T, shape, rows, many.value>(a.origin, a.rowStep, a.step, b.origin, b.step, b.last, products, to.origin,
+                                          to.step, to.last, count);
+    };
+    if (vectors == 1) call(std::integral_constant<int, 1>{});
+    else if (vectors == 2) call(std::integral_constant<int, 2>{});
+    else call(std::integral_constant<int, 3>{});
 }
 
 // The next panel's vectors: four are two and two rather than three and one.

@@ -227,7 +227,7 @@ constexpr bool alongProducts(Sum shape) {
 }
 
 template <class T, RowSums rows, class Operand>
-[[gnu::noinline]] void generalProduct(Operand a, Operand b, Operand dst, ProductShape shape) {
+[[gnu::noinline]] void generalProduct(const Operand& a, const Operand& b, const Operand& dst, ProductShape shape) {
     if constexpr (std::is_same_v<Operand, GridOperand> && alongProducts<T>(rows.blocks)) {
         constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
         constexpr bool always = laneCount<T> == 4;  // only one kernel has such sums, and it reads k along rows

@@ -9,6 +9,7 @@
 #include "products/general.h"
 #include "products/rows.h"
 #include "products/squares.h"
+#include "products/streams.h"
 #include "products/sums.h"
 #include "products/vectors.h"
 
@@ -28,6 +29,10 @@ template <class T, int n, class A, class B, class D, class Count>
 template <class SquareOrders, RowSums rows, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void product(const A& a, const B& b, const D& dst, ProductShape shape, Count count) {
     using T = typename D::Element;
+    if constexpr (isTabled<D> && !isSingleProduct<Count>) {
+        static_assert(rows == sums::zero_start);
+        if (areStreams(a, b, dst, count)) return streamProduct<SquareOrders, false>(a, b, dst, shape, count);
+    }
     if (shape.rows == shape.columns && shape.rows == shape.products) {
         if constexpr (SquareOrders::has(3))
             if (shape.rows == 3) return squareProduct<T, 3>(a, b, dst, count);
@@ -44,7 +49,7 @@ template <class SquareOrders, RowSums rows, class A, class B, class D, class Cou
 
 template <class T, int n, class Order, class A, class X, class D, class Count>
 [[gnu::always_inline]] inline void squareVectorProduct(const A& a, const X& x, const D& dst, Count count) {
-    if constexpr (D::spacing == Spacing::rowAdjacent) squareVectorsByColumns<T, n, Order>(a, x, dst, count);
+    if constexpr (D::spacing == Spacing::rowAdjacent) squareVectors<T, n, Order>(a, x, dst, count);
     else if constexpr (isSingleProduct<Count>)
         squareVectorObject<T, n, Order>(operand(a.at(0)), operand(x.at(0)), operand(dst.at(0)));
     else squareVectorObjects<T, n, Order>(a, x, dst, count);
@@ -54,6 +59,11 @@ template <class Order, ElementSums elements, class A, class X, class D, class Co
 [[gnu::always_inline]] inline void vectorProduct(const A& a, const X& x, const D& dst, VectorProductShape shape,
                                                  Count count) {
     using T = typename D::Element;
+    if constexpr (isTabled<D> && !isSingleProduct<Count>) {
+        static_assert(std::is_same_v<Order, square::left_to_right> && elements == sums::vector_zero_start);
+        if (areStreams(a, x, dst, count))
+            return streamProduct<Squares<3, 4, 5, 6>, true>(a, x, dst, {shape.rows, shape.products, 1}, count);
+    }
     if (shape.rows == shape.products) {
         if (shape.rows == 3) return squareVectorProduct<T, 3, Order>(a, x, dst, count);
         if (shape.rows == 4) return squareVectorProduct<T, 4, Order>(a, x, dst, count);

@@ -151,76 +151,114 @@ template <class T, int rest>
     }
 }
 
-template <class T, int n, class Left>
-[[gnu::always_inline]] inline void multiplyRows(const Left& left, const RightRows<T, n>& b, std::byte* to,
-                                                std::ptrdiff_t stride) {
+// Where results go: as they are, or as the transpose of the result, element by element.
+template <class T, int n, bool turned>
+struct RowTarget {
+    static_assert(!turned || RowParts<T, n>::rest <= 1);
+    static constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
     using Parts = RowParts<T, n>;
-    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    std::byte* origin;
+    std::ptrdiff_t stride;
+
+    [[gnu::always_inline]] void storeWhole(int i, int v, const Lanes<T>& value) const {
+        if constexpr (turned)
+            unrolled<laneCount<T>>([&](auto c) __attribute__((always_inline)) {
+                store(origin + (v * laneCount<T> + c) * stride + i * size, value[c.value]);
+            });
+        else storeLanes(origin + i * stride + 16 * v, value);
+    }
+
+    // The rest of `count` rows.
+    template <int count>
+    [[gnu::always_inline]] void storeRests(int i, const Lanes<T>& value) const {
+        unrolled<count>([&](auto r) __attribute__((always_inline)) {
+            if constexpr (turned) store(origin + (n - 1) * stride + (i + r) * size, value[r.value]);
+            else storeRest<T, Parts::rest>(origin + (i + r) * stride + Parts::whole * 16, value, r * Parts::rest);
+        });
+    }
+};
+
+template <class T, int n, class Left, class Target>
+[[gnu::always_inline]] inline void multiplyRows(const Left& left, const RightRows<T, n>& b, const Target& to) {
+    using Parts = RowParts<T, n>;
     unrolled<n>([&](auto i) __attribute__((always_inline)) {
         if constexpr (Parts::whole > 0) {
             Lanes<T> sum[Parts::whole];
             unrolled<n>([&](auto k) __attribute__((always_inline)) {
                 const Lanes<T> factor = left.template spread<i, k>();
                 unrolled<Parts::whole>([&](auto v) __attribute__((always_inline)) {
-                    if constexpr (k == 0) sum[v] = factor * b.whole[k][v];
-                    else sum[v] += factor * b.whole[k][v];
+                    addProduct<n, k>(sum[v], factor * b.whole[k][v]);
                 });
             });
-            unrolled<Parts::whole>([&](auto v) __attribute__((always_inline)) {
-                storeLanes(to + i * stride + 16 * v, sum[v]);
-            });
+            unrolled<Parts::whole>([&](auto v) __attribute__((always_inline)) { to.storeWhole(i, v, sum[v]); });
         }
         if constexpr (Parts::rest > 0)
             if constexpr (i % Parts::together == 0) {
                 constexpr int count = n - i < Parts::together ? n - i : Parts::together;
                 Lanes<T> sum;
                 unrolled<n>([&](auto k) __attribute__((always_inline)) {
-                    const Lanes<T> factor = left.template rest<i, count, k>();
-                    if constexpr (k == 0) sum = factor * b.rest[k];
-                    else sum += factor * b.rest[k];
+                    addProduct<n, k>(sum, left.template rest<i, count, k>() * b.rest[k]);
                 });
-                unrolled<count>([&](auto r) __attribute__((always_inline)) {
-                    storeRest<T, Parts::rest>(to + (i + r) * stride + Parts::whole * laneCount<T> * size, sum,
-                                              r * Parts::rest);
-                });
+                to.template storeRests<count>(i, sum);
             }
     });
 }
 
+// Packed objects of floats and their transposes by blocks, unless a left operand serves them all: held as whole vectors,
+// it needs no shuffles. A transpose of order 5 has no blocks.
+template <class T, int n, bool turnB>
+inline constexpr bool inBlocks = laneCount<T> == 4 && !(n == 5 && turnB);
+
 template <class T, int n, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void squaresByRows(const A& a, const B& b, const D& dst, Count count) {
-    constexpr bool turnA = isTurnedView<A>, turnB = isTurnedView<B>;
+    constexpr bool turnA = isTurnedView<A>, turnB = isTurnedView<B>, isArray = std::is_same_v<Count, std::int32_t>;
     const std::ptrdiff_t aStride = storedStride(a), bStride = storedStride(b), stride = dst.rowStride;
-    const auto right = [&](std::int32_t k) __attribute__((always_inline)) {
-        return rightRows<T, n, turnB>(b.at(k).origin, bStride);
+    const auto leftAt = [&](std::int32_t k) __attribute__((always_inline)) { return a.at(k).origin; };
+    const auto rightAt = [&](std::int32_t k) __attribute__((always_inline)) { return b.at(k).origin; };
+    const auto rows = [&](std::int32_t k) __attribute__((always_inline)) {
+        return rightRows<T, n, turnB>(rightAt(k), bStride);
     };
-    using InPlace = LeftInPlace<T, n, turnA>;
-    if constexpr (!std::is_same_v<Count, std::int32_t>) {
-        multiplyRows<T, n>(InPlace{a.at(0).origin, aStride}, right(0), dst.at(0).origin, stride);
-    } else if constexpr (isShared<A>) {
+    const auto forObjects = [&](const auto& multiply) __attribute__((always_inline)) {
+        for (std::int32_t k = 0; k < count; ++k) multiply(k, RowTarget<T, n, false>{dst.at(k).origin, stride});
+    };
+    if constexpr (isArray && isShared<A>) {
         if (count <= 0) return;
-        const LeftHeld<T, n, turnA> left(a.at(0).origin, aStride);
-        for (std::int32_t k = 0; k < count; ++k) multiplyRows<T, n>(left, right(k), dst.at(k).origin, stride);
-    } else if constexpr (laneCount<T> == 4 && n == 3 && isShared<B> && !turnB) {
-        const RightThree held(b.at(0).origin, bStride);
-        for (std::int32_t k = 0; k < count; ++k)
-            multiplyThree(LeftBlocks<3, turnA>{a.at(k).origin, aStride}, held, dst.at(k).origin, stride);
-    } else if constexpr (laneCount<T> == 4 && !turnB) {
-        for (std::int32_t k = 0; k < count; ++k)
-            multiplyBlocks<n, turnA>(a.at(k).origin, aStride, b.at(k).origin, bStride, dst.at(k).origin, stride);
-    } else {
-        const auto eachObject = [&](const auto& rightOf) __attribute__((always_inline)) {
-            for (std::int32_t k = 0; k < count; ++k) {
-                const InPlace left{a.at(k).origin, aStride};
-                multiplyRows<T, n>(left, rightOf(k), dst.at(k).origin, stride);
-            }
+        const LeftHeld<T, n, turnA> left(leftAt(0), aStride);
+        forObjects([&](std::int32_t k, const auto& to)
+                       __attribute__((always_inline)) { multiplyRows<T, n>(left, rows(k), to); });
+    } else if constexpr (isArray && turnA && turnB && (laneCount<T> == 2 || n % 2 == 0 || n == 3)) {
+        // The product of two transposes is the transpose of a product, for which neither has to be turned.
+        forObjects([&](std::int32_t k, const auto& to) __attribute__((always_inline)) {
+            if constexpr (laneCount<T> == 4)
+                multiplyBlocks<n>(LeftBlocks<n, false>{rightAt(k), bStride}, rightBlocks<n, false>(leftAt(k), aStride),
+                                  BlockTarget<true>{to.origin, to.stride});
+            else
+                multiplyRows<T, n>(LeftInPlace<T, n, false>{rightAt(k), bStride},
+                                   rightRows<T, n, false>(leftAt(k), aStride),
+                                   RowTarget<T, n, true>{to.origin, to.stride});
+        });
+    } else if constexpr (isArray && inBlocks<T, n, turnB>) {
+        const auto blocks = [&](std::int32_t k, const auto& right, const auto& to) __attribute__((always_inline)) {
+            multiplyBlocks<n>(LeftBlocks<n, turnA>{leftAt(k), aStride}, right,
+                              BlockTarget<false>{to.origin, to.stride});
         };
         if constexpr (isShared<B>) {
-            const auto held = right(0);
-            eachObject([&](std::int32_t) __attribute__((always_inline))->const auto& { return held; });
+            const auto held = rightBlocks<n, turnB>(rightAt(0), bStride);
+            forObjects([&](std::int32_t k, const auto& to) __attribute__((always_inline)) { blocks(k, held, to); });
         } else {
-            eachObject(right);
+            forObjects([&](std::int32_t k, const auto& to) __attribute__((always_inline)) {
+                blocks(k, rightBlocks<n, turnB>(rightAt(k), bStride), to);
+            });
         }
+    } else if constexpr (isArray && isShared<B>) {
+        const auto held = rows(0);
+        forObjects([&](std::int32_t k, const auto& to) __attribute__((always_inline)) {
+            multiplyRows<T, n>(LeftInPlace<T, n, turnA>{leftAt(k), aStride}, held, to);
+        });
+    } else {
+        forObjects([&](std::int32_t k, const auto& to) __attribute__((always_inline)) {
+            multiplyRows<T, n>(LeftInPlace<T, n, turnA>{leftAt(k), aStride}, rows(k), to);
+        });
     }
 }
 

@@ -58,6 +58,7 @@ struct RowSums {
     Sum secondOfTwo;
     Sum lastThree;
 
+    constexpr bool operator==(const RowSums&) const = default;
     constexpr bool uniform() const {
         return lastOfOne == blocks && firstOfTwo == blocks && secondOfTwo == blocks && lastThree == blocks;
     }
@@ -69,6 +70,8 @@ struct ElementSums {
     Sum lastOfOne;
     Sum firstOfTwo;
     Sum secondOfTwo;
+
+    constexpr bool operator==(const ElementSums&) const = default;
 };
 
 namespace sums {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "products/blocks.h"
 #include "products/columns.h"
 #include "products/dots.h"
 #include "products/objects.h"
@@ -50,39 +51,149 @@ template <class T, int n, class Order, class A, class X, class D>
     }
 }
 
+// Columns of the matrix, where they lie: each is read when it is needed, so that none has to wait on the stack.
+template <class T, int n>
+struct ColumnsInPlace {
+    const std::byte* origin;
+    std::ptrdiff_t stride;
+
+    template <int k, int v>
+    [[gnu::always_inline]] Lanes<T> part() const {
+        constexpr int left = n - v * laneCount<T>;
+        return rowPart<T, (left < laneCount<T> ? left : laneCount<T>), false>(origin, stride, k, v * laneCount<T>);
+    }
+};
+
+// Columns brought together from rows, or held for many vectors.
+template <class T, int n>
+struct ColumnsHeld {
+    RightRows<T, n> columns;
+
+    template <int k, int v>
+    [[gnu::always_inline]] Lanes<T> part() const {
+        if constexpr (v < RowParts<T, n>::whole) return columns.whole[k][v];
+        else return columns.rest[k];
+    }
+};
+
 // Elements of the result as vectors: column k of the matrix times element k of the vector gives product k of all.
-template <class T, int n, class Order>
-[[gnu::always_inline]] inline void multiplyColumns(const RightRows<T, n>& columns, const std::byte* x, std::byte* to) {
+template <class T, int n, class Order, class Columns>
+[[gnu::always_inline]] inline void multiplyColumns(const Columns& columns, const std::byte* x, std::byte* to) {
     using Parts = RowParts<T, n>;
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
     Lanes<T> factor[n];
     unrolled<n>([&](auto k) __attribute__((always_inline)) { factor[k] = spread<T>(x + k * size); });
-    unrolled<Parts::whole>([&](auto v) __attribute__((always_inline)) {
+    const auto sums = [&](auto v) __attribute__((always_inline)) {
         Lanes<T> product[n];
-        unrolled<n>([&](auto k) __attribute__((always_inline)) { product[k] = columns.whole[k][v] * factor[k]; });
-        storeLanes(to + 16 * v, square::sum<Order, n>(product, v * laneCount<T>));
+        unrolled<n>([&](auto k)
+                        __attribute__((always_inline)) { product[k] = columns.template part<k, v>() * factor[k]; });
+        return square::sum<Order, n>(product, v * laneCount<T>);
+    };
+    unrolled<Parts::whole>([&](auto v) __attribute__((always_inline)) { storeLanes(to + 16 * v, sums(v)); });
+    if constexpr (Parts::rest > 0)
+        storeRest<T, Parts::rest>(to + 16 * Parts::whole, sums(std::integral_constant<int, Parts::whole>{}), 0);
+}
+
+// --- Rows times the vector, then added up: for a matrix that lies in rows and is used once -----------
+
+// Doubles: products of two rows go side by side, two products at a time.
+template <int n, class Order>
+[[gnu::always_inline]] inline void multiplyRowPairs(const std::byte* a, std::ptrdiff_t stride, const std::byte* x,
+                                                    std::byte* to) {
+    unrolled<n / 2>([&](auto pair) __attribute__((always_inline)) {
+        const std::byte* const first = a + 2 * pair * stride;
+        const std::byte* const second = first + stride;
+        Double2 product[n];
+        unrolled<n / 2>([&](auto m) __attribute__((always_inline)) {
+            const Double2 factors = loadLanes<double>(x + 16 * m);
+            const Double2 upper = loadLanes<double>(first + 16 * m) * factors;
+            const Double2 lower = loadLanes<double>(second + 16 * m) * factors;
+            product[2 * m] = interleaveLow(upper, lower);
+            product[2 * m + 1] = interleaveHigh(upper, lower);
+        });
+        if constexpr (n % 2 == 1)
+            product[n - 1] = Double2{load<double>(first + 8 * (n - 1)), load<double>(second + 8 * (n - 1))} *
+                             spread<double>(x + 8 * (n - 1));
+        storeLanes(to + 16 * pair, square::sum<Order, n>(product, 2 * pair));
     });
-    if constexpr (Parts::rest > 0) {
-        Lanes<T> product[n];
-        unrolled<n>([&](auto k) __attribute__((always_inline)) { product[k] = columns.rest[k] * factor[k]; });
-        constexpr int first = Parts::whole * laneCount<T>;
-        storeRest<T, Parts::rest>(to + first * size, square::sum<Order, n>(product, first), 0);
+    if constexpr (n % 2 == 1) {
+        double product[n];
+        unrolled<n>([&](auto k) __attribute__((always_inline)) {
+            product[k] = load<double>(a + (n - 1) * stride + 8 * k) * load<double>(x + 8 * k);
+        });
+        store(to + 8 * (n - 1), square::sum<Order, n>(product, n - 1));
     }
+}
+
+// Floats of order 3: the first two products of all rows from pairs of neighbours.
+[[gnu::always_inline]] inline void multiplyThreeRows(const std::byte* a, std::ptrdiff_t stride, const std::byte* x,
+                                                     std::byte* to) {
+    const std::byte* const second = a + stride;
+    const std::byte* const third = second + stride;
+    const Float4 factors = pairTwice(x);
+    const Float4 two = twoPairs(a, second) * factors;
+    const Float4 one = pairTwice(third) * factors;
+    const Float4 last =
+        __builtin_shufflevector(interleaveLow(alone(a + 8), alone(second + 8)), alone(third + 8), 0, 1, 4, 4);
+    const Float4 product[3] = {__builtin_shufflevector(two, one, 0, 2, 4, 6),
+                               __builtin_shufflevector(two, one, 1, 3, 5, 7), last * spread<float>(x + 8)};
+    storeRest<float, 3>(to, square::sum<square::left_to_right, 3>(product, 0), 0);
+}
+
+// Floats of orders 4 and 6 where the products of even k are added up, those of odd k, and then the two: both
+// run side by side, for two rows in a vector.
+template <int n>
+[[gnu::always_inline]] inline void multiplyEvensAndOdds(const std::byte* a, std::ptrdiff_t stride, const std::byte* x,
+                                                        std::byte* to) {
+    const Float4 factors = loadLanes<float>(x);
+    Float4 sums[n / 2];
+    unrolled<n / 2>([&](auto pair) __attribute__((always_inline)) {
+        const std::byte* const first = a + 2 * pair * stride;
+        const Float4 upper = loadLanes<float>(first) * factors;
+        const Float4 lower = loadLanes<float>(first + stride) * factors;
+        sums[pair] =
+            __builtin_shufflevector(upper, lower, 0, 1, 4, 5) + __builtin_shufflevector(upper, lower, 2, 3, 6, 7);
+        if constexpr (n == 6) sums[pair] += twoPairs(first + 16, first + stride + 16) * pairTwice(x + 16);
+    });
+    const auto joinedRows = [](Float4 upper, Float4 lower) __attribute__((always_inline)) {
+        return __builtin_shufflevector(upper, lower, 0, 2, 4, 6) + __builtin_shufflevector(upper, lower, 1, 3, 5, 7);
+    };
+    storeLanes(to, joinedRows(sums[0], sums[1]));
+    if constexpr (n == 6) storeLowPair(to + 16, settled(joinedRows(sums[2], sums[2])));
+}
+
+template <class T, int n, class Order>
+inline constexpr bool addsUpRows = laneCount<T> == 2 || n == 3 || (std::is_same_v<Order, square::mva_32f> && n != 5);
+
+template <class T, int n, class Order>
+[[gnu::always_inline]] inline void multiplyByRows(const std::byte* a, std::ptrdiff_t stride, const std::byte* x,
+                                                  std::byte* to) {
+    if constexpr (laneCount<T> == 2) multiplyRowPairs<n, Order>(a, stride, x, to);
+    else if constexpr (n == 3) multiplyThreeRows(a, stride, x, to);
+    else multiplyEvensAndOdds<n>(a, stride, x, to);
 }
 
 // Plain operands.
 template <class T, int n, class Order, class A, class X, class D, class Count>
-[[gnu::always_inline]] inline void squareVectorsByColumns(const A& a, const X& x, const D& dst, Count count) {
+[[gnu::always_inline]] inline void squareVectors(const A& a, const X& x, const D& dst, Count count) {
     const std::ptrdiff_t stride = storedStride(a);
-    const auto columns = [&](std::int32_t k) __attribute__((always_inline)) {
-        return rightRows<T, n, !isTurnedView<A>>(a.at(k).origin, stride);
+    const auto held = [&](std::int32_t k) __attribute__((always_inline)) {
+        return ColumnsHeld<T, n>{rightRows<T, n, !isTurnedView<A>>(a.at(k).origin, stride)};
     };
-    if constexpr (isShared<A>) {
-        const auto held = columns(0);
-        for (std::int32_t k = 0; k < count; ++k) multiplyColumns<T, n, Order>(held, x.at(k).origin, dst.at(k).origin);
-    } else {
+    if constexpr (isShared<A> && std::is_same_v<Count, std::int32_t>) {
+        const auto columns = held(0);
         for (std::int32_t k = 0; k < count; ++k)
-            multiplyColumns<T, n, Order>(columns(k), x.at(k).origin, dst.at(k).origin);
+            multiplyColumns<T, n, Order>(columns, x.at(k).origin, dst.at(k).origin);
+    } else {
+        for (std::int32_t k = 0; k < count; ++k) {
+            const std::byte* const origin = a.at(k).origin;
+            const std::byte* const vector = x.at(k).origin;
+            std::byte* const to = dst.at(k).origin;
+            if constexpr (isTurnedView<A>)
+                multiplyColumns<T, n, Order>(ColumnsInPlace<T, n>{origin, stride}, vector, to);
+            else if constexpr (addsUpRows<T, n, Order>) multiplyByRows<T, n, Order>(origin, stride, vector, to);
+            else multiplyColumns<T, n, Order>(held(k), vector, to);
+        }
     }
 }
 
@@ -104,6 +215,45 @@ T elementSum(const Operand& a, std::ptrdiff_t i, const Operand& x, std::ptrdiff_
     for (; k < products; ++k) sum += product(k);
     return sum;
 }
+
+// Elements of the result along vectors, where columns of the matrix are contiguous: each is added, times an element of
+// the vector. A vector of sums waits for its additions, so as many go side by side as registers hold.
+template <class T, Sum shape>
+struct ColumnSums {
+    static constexpr int widest = 8 / sumsAtOnce(shape);
+
+    const std::byte* x;
+    std::ptrdiff_t xStep;
+    std::ptrdiff_t step;  // from column to column
+    std::ptrdiff_t products;
+
+    // `last` is where the last vector begins.
+    template <int vectors>
+    [[gnu::noinline]] void vectorsOf(const std::byte* a, std::byte* to, std::ptrdiff_t last) const {
+        tile<T, shape, 1, vectors>({x, 0, xStep}, {a, step, last}, products, {to, 0, last});
+    }
+
+    // Elements from `a` on, at least as many as a vector has; the last vector ends with them.
+    void elements(const std::byte* a, std::byte* to, std::ptrdiff_t count) const {
+        constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+        constexpr int lanes = laneCount<T>;
+        const auto take = [&](auto vectors) __attribute__((always_inline)) {
+            const std::ptrdiff_t width = std::min<std::ptrdiff_t>(vectors.value * lanes, count);
+            vectorsOf<vectors.value>(a, to, (width - lanes) * size);
+            a += width * size;
+            to += width * size;
+            count -= width;
+        };
+        while (count > (widest - 1) * lanes) take(std::integral_constant<int, widest>{});
+        if constexpr (widest == 8)
+            if (count > 3 * lanes) take(std::integral_constant<int, 4>{});
+        if constexpr (widest >= 4)
+            if (count > 2 * lanes) return take(std::integral_constant<int, 3>{});
+        if constexpr (widest >= 4)
+            if (count > lanes) return take(std::integral_constant<int, 2>{});
+        if (count > 0) take(std::integral_constant<int, 1>{});
+    }
+};
 
 // Elements of the result from `first` up to `end`, all of one shape.
 template <class T, Sum shape, class Operand>
@@ -129,23 +279,9 @@ void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::pt
                 return;
             }
         }
-        // Elements of the result along vectors: columns of the matrix are contiguous.
         if (adjacent && a.rowStep == size) {
-            const LeftRows left{x.origin, 0, x.columnStep};
-            constexpr int wide = 8 / sumsAtOnce(shape);
-            std::ptrdiff_t i = first;
-            for (; i + wide * lanes <= end; i += wide * lanes)
-                tiles<T, shape, 1, wide>(left, {a.origin + i * size, a.columnStep, (wide - 1) * 16}, products,
-                                         {target(dst, 0, i), 0, (wide - 1) * 16}, 1);
-            std::ptrdiff_t width;
-            for (; i < end; i += width) {
-                const int vectors = nextPanel<T>(end - i);
-                width = std::min<std::ptrdiff_t>(vectors * lanes, end - i);
-                const std::ptrdiff_t last = (width - lanes) * size;
-                tilesOf<T, shape, 1>(vectors, left, {a.origin + i * size, a.columnStep, last}, products,
-                                     {target(dst, 0, i), 0, last}, 1);
-            }
-            return;
+            const ColumnSums<T, shape> sums{x.origin, x.columnStep, a.columnStep, products};
+            return sums.elements(a.origin + first * size, target(dst, 0, first), end - first);
         }
     }
     for (std::ptrdiff_t i = first; i < end; ++i) store(target(dst, 0, i), elementSum<T, shape>(a, i, x, products));

@@ -33,11 +33,16 @@ std::int32_t largeSize(Random& random) {
     return random.chance(30) ? random.between(20, 300) : edge + random.between(-2, 3);
 }
 
+// Objects of tables may go in vectors of four and more, whatever their sizes.
+std::int32_t objectsBeyondOneVector(const Form& form, std::int32_t otherwise) {
+    return form.layout == Layout::pointer ? 5 : otherwise;
+}
+
 Verdict checkSizes(const Form& form, const Library& library, const Options& options, Sizes sizes, bool plain,
                    int number) {
     Random random = options.random(form, number, 8);
     if (form.array && sizes.count == 1 && workOf(form, sizes) < 40000)
-        sizes.count = random.between(1, workOf(form, sizes) > 300 ? 2 : 5);
+        sizes.count = random.between(1, workOf(form, sizes) > 300 ? objectsBeyondOneVector(form, 2) : 5);
     SceneOptions scene;
     scene.sizes = sizes;
     scene.plain = plain;
@@ -66,7 +71,7 @@ Verdict checkLargeSizes(const Form& form, const Library& library, const Options&
             for (const Extent extent : form.extents)
                 sizes.set(extent, random.chance(25) ? random.between(1, 20) : largeSize(random));
         } while (!fits() || workOf(form, sizes) < mostElements / 4);
-        if (form.array) sizes.count = workOf(form, sizes) < 100000 ? 2 : 1;
+        if (form.array) sizes.count = workOf(form, sizes) < 100000 ? objectsBeyondOneVector(form, 2) : 1;
         const bool plain = number % 3 != 0 || !form.hasRole(Role::elementStride);
         Verdict verdict = checkSizes(form, library, options, sizes, plain, 1000000 + number);
         if (!verdict.ok) return verdict;

@@ -1,0 +1,192 @@
+// Arrays in the pointer layout whose objects are one element apart: every entry of a table is a stream in which the
+// same element of the next object follows, so a vector of objects is one load.
+//
+// Objects are independent of each other and each has its lane, in which its sums are those of the code for one object.
+// The last vector of an array ends with the last object and repeats some of the one before, so no object is left over.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+#include "entry/lanes.h"
+#include "products/general.h"
+#include "products/objects.h"
+#include "products/operands.h"
+#include "products/sums.h"
+
+namespace korm {
+
+// An operand that is not an array counts as well: its elements are spread.
+template <class View>
+[[gnu::always_inline]] inline bool objectsTouchOf(const View& view) {
+    return isShared<View> || view.objectStride == sizeof(typename View::Element);
+}
+
+template <class A, class B, class D>
+[[gnu::always_inline]] inline bool areStreams(const A& a, const B& b, const D& dst, std::int32_t count) {
+    return count >= laneCount<typename D::Element> && objectsTouchOf(a) && objectsTouchOf(b) && objectsTouchOf(dst);
+}
+
+// A vector is read as the only column of a matrix.
+[[gnu::always_inline]] inline TableOperand asColumn(TableOperand vector) {
+    std::swap(vector.rowPitch, vector.columnPitch);
+    return vector;
+}
+
+// Calls f(where a vector of objects lies behind every entry).
+template <class T, class F>
+[[gnu::always_inline]] inline void forVectorsOfObjects(std::int32_t count, const F& f) {
+    const std::ptrdiff_t last = (count - laneCount<T>)*static_cast<std::ptrdiff_t>(sizeof(T));
+    for (std::ptrdiff_t at = 0;; at = std::min<std::ptrdiff_t>(at + 16, last)) {
+        f(at);
+        if (at == last) return;
+    }
+}
+
+// One element of a vector of objects.
+template <class T, bool isSharedOperand>
+[[gnu::always_inline]] inline Lanes<T> objectsAt(const std::byte* stream, std::ptrdiff_t at) {
+    if constexpr (isSharedOperand) return spread<T>(stream);
+    else return loadLanes<T>(stream + at);
+}
+
+// What a sum starts with: its first product, or +0 to which that is added.
+enum class Start { firstProduct, zero };
+
+template <int height, int width>
+struct StreamStarts {
+    const std::byte* of[height * width];
+
+    [[gnu::always_inline]] explicit StreamStarts(const TableOperand& operand) {
+        for (int i = 0; i < height; ++i)
+            for (int j = 0; j < width; ++j) of[i * width + j] = operand.address(i, j);
+    }
+};
+
+// Square matrices of order n times matrices of n rows, every sum from left to right.
+template <class T, int n, int columns, bool sharedA, bool sharedB, Start start>
+[[gnu::noinline]] void squareStreams(TableOperand a, TableOperand b, TableOperand dst, std::int32_t count) {
+    const StreamStarts<n, n> aStarts(a);
+    const StreamStarts<n, columns> bStarts(b), dstStarts(dst);
+    Lanes<T> x[n * n], y[n * columns];
+    if constexpr (sharedA)
+        for (int e = 0; e < n * n; ++e) x[e] = spread<T>(aStarts.of[e]);
+    if constexpr (sharedB)
+        for (int e = 0; e < n * columns; ++e) y[e] = spread<T>(bStarts.of[e]);
+    forVectorsOfObjects<T>(
+        count, [&](std::ptrdiff_t at) __attribute__((always_inline)) {
+            if constexpr (!sharedB)
+                unrolled<n * columns>([&](auto e)
+                                          __attribute__((always_inline)) { y[e] = loadLanes<T>(bStarts.of[e] + at); });
+            unrolled<n>([&](auto i) __attribute__((always_inline)) {
+                Lanes<T> row[n];
+                unrolled<n>([&](auto k) __attribute__((always_inline)) {
+                    if constexpr (sharedA) row[k] = x[i * n + k];
+                    else row[k] = loadLanes<T>(aStarts.of[i * n + k] + at);
+                });
+                unrolled<columns>([&](auto j) __attribute__((always_inline)) {
+                    Lanes<T> sum = row[0] * y[j];
+                    if constexpr (start == Start::zero) sum = Lanes<T>{} + sum;
+                    unrolled<n - 1>([&](auto k) __attribute__((always_inline)) {
+                        sum += row[k + 1] * y[(k + 1) * columns + j];
+                    });
+                    storeLanes(const_cast<std::byte*>(dstStarts.of[i * columns + j]) + at, sum);
+                });
+            });
+        });
+}
+
+// --- Any shape -----------------------------------------------------------------------------------
+
+#if defined(__x86_64__)
+inline constexpr int streamRows = 4;  // by two columns in registers
+#else
+inline constexpr int streamRows = 2;
+#endif
+inline constexpr int streamProducts = 64;  // of which the left factors are copied at a time: 4 KiB of stack
+
+struct StreamProducts {
+    std::ptrdiff_t first;  // of the products that are added at a time
+    std::ptrdiff_t count;
+    std::ptrdiff_t at;  // where the objects lie behind every entry
+};
+
+// Adds products to a tile of the result; the first ones to +0.
+template <class T, int rows, int columns, bool sharedB>
+[[gnu::always_inline]] inline void addToTile(const Lanes<T> (*left)[rows], TableOperand b, TableOperand dst,
+                                             std::ptrdiff_t i, std::ptrdiff_t j, StreamProducts products) {
+    Lanes<T> sum[rows * columns];
+    std::byte* place[rows * columns];
+    unrolled<rows * columns>([&](auto e) __attribute__((always_inline)) {
+        place[e] = target(dst, i + e / columns, j + e % columns) + products.at;
+        sum[e] = products.first == 0 ? Lanes<T>{} : loadLanes<T>(place[e]);
+    });
+    for (std::ptrdiff_t k = 0; k < products.count; ++k) {
+        Lanes<T> right[columns];
+        unrolled<columns>([&](auto c) __attribute__((always_inline)) {
+            right[c] = objectsAt<T, sharedB>(b.address(products.first + k, j + c), products.at);
+        });
+        unrolled<rows * columns>([&](auto e) __attribute__((always_inline)) {
+            sum[e] += left[k][e / columns] * right[e % columns];
+        });
+    }
+    unrolled<rows * columns>([&](auto e) __attribute__((always_inline)) { storeLanes(place[e], sum[e]); });
+}
+
+// The left factors of a few rows are copied once for all columns: looked up anew for each pair of columns, they would
+// cost more instructions than the products. Operands are copied too, since stores into results could change what is
+// reached by reference, as far as a compiler can tell.
+template <class T, int rows, bool sharedA, bool sharedB>
+[[gnu::noinline]] void addToRows(const TableOperand& leftOperand, const TableOperand& rightOperand,
+                                 const TableOperand& result, std::ptrdiff_t i, std::ptrdiff_t columns,
+                                 std::ptrdiff_t first, std::ptrdiff_t count, std::ptrdiff_t at) {
+    const TableOperand a = leftOperand, b = rightOperand, dst = result;
+    const StreamProducts products{first, count, at};
+    Lanes<T> left[streamProducts][rows];
+    for (std::ptrdiff_t k = 0; k < count; ++k)
+        unrolled<rows>([&](auto r) __attribute__((always_inline)) {
+            left[k][r] = objectsAt<T, sharedA>(a.address(i + r, first + k), at);
+        });
+    std::ptrdiff_t j = 0;
+    for (; j + 2 <= columns; j += 2) addToTile<T, rows, 2, sharedB>(left, b, dst, i, j, products);
+    if (j < columns) addToTile<T, rows, 1, sharedB>(left, b, dst, i, j, products);
+}
+
+template <class T, bool sharedA, bool sharedB>
+[[gnu::noinline]] void anyStreams(TableOperand a, TableOperand b, TableOperand dst, ProductShape shape,
+                                  std::int32_t count) {
+    forVectorsOfObjects<T>(
+        count, [&](std::ptrdiff_t at) __attribute__((always_inline)) {
+            forTiles<streamRows>(0, shape.rows, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t tiles) {
+                for (; tiles > 0; --tiles, i += tall.value)
+                    for (std::ptrdiff_t first = 0; first < shape.products; first += streamProducts) {
+                        const auto products = std::min<std::ptrdiff_t>(shape.products - first, streamProducts);
+                        addToRows<T, tall.value, sharedA, sharedB>(a, b, dst, i, shape.columns, first, products, at);
+                    }
+            });
+        });
+}
+
+// Orders 3 to 6 that the kernel has no square path for have a path here all the same, which starts at +0. `columns` is
+// the order, or one for a vector.
+template <class SquareOrders, bool ofVectors, class A, class B, class D>
+[[gnu::always_inline]] inline void streamProduct(const A& a, const B& b, const D& dst, ProductShape shape,
+                                                 std::int32_t count) {
+    using T = typename D::Element;
+    const auto column = [](TableOperand table) { return ofVectors ? asColumn(table) : table; };
+    const TableOperand left = operand(a.at(0)), right = column(operand(b.at(0))), result = column(operand(dst.at(0)));
+    const auto square = [&](auto n) __attribute__((always_inline)) {
+        constexpr Start start = SquareOrders::has(n) ? Start::firstProduct : Start::zero;
+        squareStreams<T, n, ofVectors ? 1 : n, isShared<A>, isShared<B>, start>(left, right, result, count);
+    };
+    if (shape.rows == shape.products && (ofVectors || shape.rows == shape.columns)) {
+        if (shape.rows == 3) return square(std::integral_constant<int, 3>{});
+        if (shape.rows == 4) return square(std::integral_constant<int, 4>{});
+        if (shape.rows == 5) return square(std::integral_constant<int, 5>{});
+        if (shape.rows == 6) return square(std::integral_constant<int, 6>{});
+    }
+    anyStreams<T, isShared<A>, isShared<B>>(left, right, result, shape, count);
+}
+
+}  // namespace korm
