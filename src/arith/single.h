@@ -76,11 +76,6 @@ template <class Op, bool square, class A, class B, class D, class Shape>
     other<Op>(a, b, dst, shape);
 }
 
-template <class View>
-inline constexpr bool inTableOrder = true;
-template <class T, Objects objects>
-inline constexpr bool inTableOrder<ScatterView<T, objects, true>> = false;
-
 // Entry e of a table, whose elements come in the order in which the result takes them.
 template <class T, class View>
 [[gnu::always_inline]] inline T entryOf(const View& view, std::ptrdiff_t e) {
