@@ -72,11 +72,18 @@ template <class Op, int width, int height, class A, class B, class D, class Coun
         constexpr bool turnB = isTurned<B> && (keepTurned || !isSingle<B>);
         const auto x = prepared<T, width, height, keepTurned>(a);
         const auto y = prepared<T, width, height, keepTurned>(b);
-        for (std::int32_t k = 0; k < count; ++k) {
+        const auto one = [&](std::int32_t k) __attribute__((always_inline)) {
             const auto z = dst.at(k);
             storeSized<Op, T, width, height, turnA, turnB>(objectOf<T, A>(x, k), objectOf<T, B>(y, k), z.origin,
                                                            z.rowStride);
-        }
+        };
+        std::int32_t k = 0;
+        if constexpr (width * height <= 6)
+            for (; k + 2 <= count; k += 2) {
+                one(k);
+                one(k + 1);
+            }
+        for (; k < count; ++k) one(k);
     }
 }
 
@@ -99,22 +106,19 @@ template <class T, class View>
     else return Adjacent<T>{view.at(0).origin};
 }
 
-// A single operand laid out for a tile; its rows may lie apart.
+// A single operand is laid out for a tile in `copies`; its rows may lie apart.
 template <class T, int width, int height, bool perVector, class View>
-[[gnu::always_inline]] inline auto tileSource(const View& view) {
+[[gnu::always_inline]] inline auto tileSource(const View& view, std::byte* copies) {
     constexpr int elements = width * height;
     using Shape = Tile<T, elements, perVector>;
     if constexpr (isConstant<View>) return TileConstants<T, elements>{view.origin, view.objectStride};
     else if constexpr (!isSingle<View>) return TileOfArray{view.origin};
     else {
-        alignas(16) std::byte copies[Shape::bytes];
         const Rows<T> rows{view.origin, view.rowStride};
         for (int k = 0; k < Shape::objects; ++k)
             storeObject<T, width, height>(rows, copies + k * elements * static_cast<int>(sizeof(T)),
                                           width * static_cast<int>(sizeof(T)));
-        TileHeld<T, Shape::vectors> held;
-        for (int v = 0; v < Shape::vectors; ++v) held.vector[v] = loadLanes<T>(copies + 16 * v);
-        return held;
+        return TileOfOne{copies};
     }
 }
 
@@ -131,8 +135,10 @@ template <class Op, int width, int height, class A, class B, class D>
     constexpr bool repeats = (isSingle<A> && !isConstant<A>) || (isSingle<B> && !isConstant<B>);
     constexpr bool constants = (isConstant<A> && !isSingle<A>) || (isConstant<B> && !isSingle<B>);
     if constexpr (repeats || constants) {
+        alignas(16) std::byte copies[Tile<T, width * height, constants>::bytes];
         const std::int32_t done = storeTiles<Op, T, width * height, constants>(
-            tileSource<T, width, height, constants>(a), tileSource<T, width, height, constants>(b), dst.origin, count);
+            tileSource<T, width, height, constants>(a, copies), tileSource<T, width, height, constants>(b, copies),
+            dst.origin, count);
         if (done < count) eachSized<Op, width, height>(after(a, done), after(b, done), after(dst, done), count - done);
     } else {
         run<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, count * dst.objectStride);
