@@ -161,27 +161,57 @@ template <class T, int elements, class View>
     else return hold<T, elements, 1>(storedObject<T>(view, 0));
 }
 
-// Objects of order 3 with a transposed source, all rows touching.
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void eachThree(const A& a, const B& b, const D& dst, std::int32_t count) {
+// Objects of order 3 with a transposed source, all rows touching, several at a time. Returns how many are done.
+template <class Op, int objects, class A, class B, class D>
+[[gnu::always_inline]] inline std::int32_t turnThrees(const A& a, const B& b, const D& dst, std::int32_t count) {
     using T = typename D::Element;
+    constexpr int elements = 9 * objects;
     constexpr bool turnLast =
         (isTurned<A> || (isConstant<A> && constantFirst<T>)) && (isTurned<B> || (isConstant<B> && constantFirst<T>));
-    const auto x = preparedRun<T, 9>(a);
-    const auto y = preparedRun<T, 9>(b);
-    for (std::int32_t k = 0; k < count; ++k) {
+    const auto x = preparedRun<T, elements>(a);
+    const auto y = preparedRun<T, elements>(b);
+    std::int32_t k = 0;
+    for (; k + objects <= count; k += objects) {
         const auto& p = objectOf<T, A>(x, k);
         const auto& q = objectOf<T, B>(y, k);
         std::byte* const to = dst.at(k).origin;
-        if constexpr (turnLast) storeObject<T, 9, 1>(turnedThree<T>(combined<Op, T>(p, q)), to, 0);
+        if constexpr (turnLast)
+            storeObject<T, elements, 1>(turnThree(hold<T, elements, 1>(combined<Op, T>(p, q))), to, 0);
         else if constexpr (isTurned<A>) {
-            const auto turned = turnedThree<T>(p);
-            storeObject<T, 9, 1>(combined<Op, T>(turned, q), to, 0);
+            const auto turned = turnThree(hold<T, elements, 1>(p));
+            storeObject<T, elements, 1>(combined<Op, T>(turned, q), to, 0);
         } else {
-            const auto turned = turnedThree<T>(q);
-            storeObject<T, 9, 1>(combined<Op, T>(p, turned), to, 0);
+            const auto turned = turnThree(hold<T, elements, 1>(q));
+            storeObject<T, elements, 1>(combined<Op, T>(p, turned), to, 0);
         }
     }
+    return k;
+}
+
+// A single operand of 9 elements, written out twice.
+template <class T, class View>
+[[gnu::always_inline]] inline View twice(View view, std::byte* copies) {
+    if constexpr (isSingle<View> && !isConstant<View>) {
+        const Rows<T> rows{view.origin, 0};
+        storeObject<T, 9, 1>(rows, copies, 0);
+        storeObject<T, 9, 1>(rows, copies + 9 * sizeof(T), 0);
+        view.origin = copies;
+    }
+    return view;
+}
+
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void eachThree(const A& a, const B& b, const D& dst, std::int32_t count) {
+    using T = typename D::Element;
+    constexpr std::ptrdiff_t bytes = 9 * sizeof(T);
+    if constexpr (laneCount<T> == 2 && !isListed<D>)
+        if (objectsTouch(a, bytes) && objectsTouch(b, bytes) && objectsTouch(dst, bytes)) {
+            alignas(16) std::byte copies[2 * bytes];
+            const std::int32_t done = turnThrees<Op, 2>(twice<T>(a, copies), twice<T>(b, copies), dst, count);
+            if (done < count) turnThrees<Op, 1>(after(a, done), after(b, done), after(dst, done), 1);
+            return;
+        }
+    turnThrees<Op, 1>(a, b, dst, count);
 }
 
 template <class View, class Other>
