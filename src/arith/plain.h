@@ -310,27 +310,46 @@ template <class Op, class A, class B, class D>
     else singles<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, bytes);
 }
 
-// Arrays; single objects come in by single.h.
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, MatrixShape shape,
-                                                std::int32_t count) {
-    if (shape.width == shape.height) {
-        if (shape.width == 3) return plainSized<Op, 3, 3>(a, b, dst, count);
-        if (shape.width == 4) return plainSized<Op, 4, 4>(a, b, dst, count);
-        if (shape.width == 5) return plainSized<Op, 5, 5>(a, b, dst, count);
-        if (shape.width == 6) return plainSized<Op, 6, 6>(a, b, dst, count);
+// --- By shape ------------------------------------------------------------------------------------
+
+inline std::int32_t widthOf(MatrixShape shape) { return shape.width; }
+inline std::int32_t widthOf(VectorShape shape) { return shape.length; }
+inline std::int32_t heightOf(MatrixShape shape) { return shape.height; }
+inline std::int32_t heightOf(VectorShape) { return 1; }
+
+// Squares of order 3 to 6 and vectors of that length have paths of their own, which are reached in three comparisons
+// of the size at most: calls known(width, height) with both as types, else other().
+template <bool square, class Known, class Other>
+[[gnu::always_inline]] inline void byLength(std::int32_t size, const Known& known, const Other& other) {
+    if (size <= 4) {
+        if (size == 4) return known(Int<4>{}, Int < square ? 4 : 1 > {});
+        if (size == 3) return known(Int<3>{}, Int < square ? 3 : 1 > {});
+    } else {
+        if (size == 6) return known(Int<6>{}, Int < square ? 6 : 1 > {});
+        if (size < 6) return known(Int<5>{}, Int < square ? 5 : 1 > {});
     }
-    plainAny<Op>(a, b, dst, shape.width, shape.height, count);
+    other();
 }
 
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, VectorShape shape,
-                                                std::int32_t count) {
-    if (shape.length == 3) return plainSized<Op, 3, 1>(a, b, dst, count);
-    if (shape.length == 4) return plainSized<Op, 4, 1>(a, b, dst, count);
-    if (shape.length == 5) return plainSized<Op, 5, 1>(a, b, dst, count);
-    if (shape.length == 6) return plainSized<Op, 6, 1>(a, b, dst, count);
-    plainAny<Op>(a, b, dst, shape.length, 1, count);
+template <class Known, class Other>
+[[gnu::always_inline]] inline void bySize(MatrixShape shape, const Known& known, const Other& other) {
+    if (shape.width == shape.height) byLength<true>(shape.width, known, other);
+    else other();
+}
+
+template <class Known, class Other>
+[[gnu::always_inline]] inline void bySize(VectorShape shape, const Known& known, const Other& other) {
+    byLength<false>(shape.length, known, other);
+}
+
+// Arrays; single objects come in by single.h.
+template <class Op, class A, class B, class D, class Shape>
+[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, Shape shape, std::int32_t count) {
+    bySize(
+        shape,
+        [&](auto width, auto height)
+            __attribute__((always_inline)) { plainSized<Op, width, height>(a, b, dst, count); },
+        [&]() __attribute__((always_inline)) { plainAny<Op>(a, b, dst, widthOf(shape), heightOf(shape), count); });
 }
 
 }  // namespace korm

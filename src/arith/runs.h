@@ -6,11 +6,19 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <type_traits>
 
 #include "entry/lanes.h"
 #include "entry/views.h"
 
 namespace korm {
+
+// `from` is a multiple of 16.
+template <class T>
+inline Lanes<T> loadAligned(const std::byte* from) {
+    return load<Lanes<T>>(std::assume_aligned<16>(from));
+}
 
 // Sources of a run, indexed by the byte distance from its start.
 template <class T>

@@ -56,12 +56,7 @@ inline Lanes<T> loadLanes(const std::byte* from) {
 inline void storeLanes(std::byte* to, Float4 value) { store(to, value); }
 inline void storeLanes(std::byte* to, Double2 value) { store(to, value); }
 
-// `from` and `to` are multiples of 16.
-template <class T>
-inline Lanes<T> loadAligned(const std::byte* from) {
-    return load<Lanes<T>>(std::assume_aligned<16>(from));
-}
-
+// `to` is a multiple of 16.
 template <class V>
 inline void storeAligned(std::byte* to, V value) {
     std::memcpy(std::assume_aligned<16>(to), &value, sizeof value);
