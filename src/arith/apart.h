@@ -144,24 +144,13 @@ template <class Op, class A, class B, class D>
     else stridedNest<Op>(A(a), B(b), D(dst), width, height, count);
 }
 
-template <class Op, class A, class B, class D, class Count>
-[[gnu::always_inline]] inline void apartObjects(const A& a, const B& b, const D& dst, MatrixShape shape, Count count) {
-    if (shape.width == shape.height) {
-        if (shape.width == 3) return apartSized<Op, 3, 3>(a, b, dst, count);
-        if (shape.width == 4) return apartSized<Op, 4, 4>(a, b, dst, count);
-        if (shape.width == 5) return apartSized<Op, 5, 5>(a, b, dst, count);
-        if (shape.width == 6) return apartSized<Op, 6, 6>(a, b, dst, count);
-    }
-    apartAny<Op>(a, b, dst, shape.width, shape.height, count);
-}
-
-template <class Op, class A, class B, class D, class Count>
-[[gnu::always_inline]] inline void apartObjects(const A& a, const B& b, const D& dst, VectorShape shape, Count count) {
-    if (shape.length == 3) return apartSized<Op, 3, 1>(a, b, dst, count);
-    if (shape.length == 4) return apartSized<Op, 4, 1>(a, b, dst, count);
-    if (shape.length == 5) return apartSized<Op, 5, 1>(a, b, dst, count);
-    if (shape.length == 6) return apartSized<Op, 6, 1>(a, b, dst, count);
-    apartAny<Op>(a, b, dst, shape.length, 1, count);
+template <class Op, class A, class B, class D, class Shape, class Count>
+[[gnu::always_inline]] inline void apartObjects(const A& a, const B& b, const D& dst, Shape shape, Count count) {
+    bySize(
+        shape,
+        [&](auto width, auto height)
+            __attribute__((always_inline)) { apartSized<Op, width, height>(a, b, dst, count); },
+        [&]() __attribute__((always_inline)) { apartAny<Op>(a, b, dst, widthOf(shape), heightOf(shape), count); });
 }
 
 }  // namespace korm

@@ -4,6 +4,7 @@
 namespace korm {
 
 struct Plus {
+    static constexpr bool commutes = true;
     template <class S>
     static S apply(S a, S b) {
         return a + b;
@@ -11,6 +12,7 @@ struct Plus {
 };
 
 struct Minus {
+    static constexpr bool commutes = false;
     template <class S>
     static S apply(S a, S b) {
         return a - b;
@@ -18,6 +20,7 @@ struct Minus {
 };
 
 struct Times {
+    static constexpr bool commutes = true;
     template <class S>
     static S apply(S a, S b) {
         return a * b;

@@ -72,11 +72,18 @@ template <class Op, int width, int height, class A, class B, class D, class Coun
         constexpr bool turnB = isTurned<B> && (keepTurned || !isSingle<B>);
         const auto x = prepared<T, width, height, keepTurned>(a);
         const auto y = prepared<T, width, height, keepTurned>(b);
-        for (std::int32_t k = 0; k < count; ++k) {
+        const auto one = [&](std::int32_t k) __attribute__((always_inline)) {
             const auto z = dst.at(k);
             storeSized<Op, T, width, height, turnA, turnB>(objectOf<T, A>(x, k), objectOf<T, B>(y, k), z.origin,
                                                            z.rowStride);
-        }
+        };
+        std::int32_t k = 0;
+        if constexpr (width * height <= 6)
+            for (; k + 2 <= count; k += 2) {
+                one(k);
+                one(k + 1);
+            }
+        for (; k < count; ++k) one(k);
     }
 }
 
@@ -99,22 +106,19 @@ template <class T, class View>
     else return Adjacent<T>{view.at(0).origin};
 }
 
-// A single operand laid out for a tile; its rows may lie apart.
+// A single operand is laid out for a tile in `copies`; its rows may lie apart.
 template <class T, int width, int height, bool perVector, class View>
-[[gnu::always_inline]] inline auto tileSource(const View& view) {
+[[gnu::always_inline]] inline auto tileSource(const View& view, std::byte* copies) {
     constexpr int elements = width * height;
     using Shape = Tile<T, elements, perVector>;
     if constexpr (isConstant<View>) return TileConstants<T, elements>{view.origin, view.objectStride};
     else if constexpr (!isSingle<View>) return TileOfArray{view.origin};
     else {
-        alignas(16) std::byte copies[Shape::bytes];
         const Rows<T> rows{view.origin, view.rowStride};
         for (int k = 0; k < Shape::objects; ++k)
             storeObject<T, width, height>(rows, copies + k * elements * static_cast<int>(sizeof(T)),
                                           width * static_cast<int>(sizeof(T)));
-        TileHeld<T, Shape::vectors> held;
-        for (int v = 0; v < Shape::vectors; ++v) held.vector[v] = loadLanes<T>(copies + 16 * v);
-        return held;
+        return TileOfOne{copies};
     }
 }
 
@@ -131,8 +135,10 @@ template <class Op, int width, int height, class A, class B, class D>
     constexpr bool repeats = (isSingle<A> && !isConstant<A>) || (isSingle<B> && !isConstant<B>);
     constexpr bool constants = (isConstant<A> && !isSingle<A>) || (isConstant<B> && !isSingle<B>);
     if constexpr (repeats || constants) {
+        alignas(16) std::byte copies[Tile<T, width * height, constants>::bytes];
         const std::int32_t done = storeTiles<Op, T, width * height, constants>(
-            tileSource<T, width, height, constants>(a), tileSource<T, width, height, constants>(b), dst.origin, count);
+            tileSource<T, width, height, constants>(a, copies), tileSource<T, width, height, constants>(b, copies),
+            dst.origin, count);
         if (done < count) eachSized<Op, width, height>(after(a, done), after(b, done), after(dst, done), count - done);
     } else {
         run<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, count * dst.objectStride);
@@ -155,27 +161,57 @@ template <class T, int elements, class View>
     else return hold<T, elements, 1>(storedObject<T>(view, 0));
 }
 
-// Objects of order 3 with a transposed source, all rows touching.
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void eachThree(const A& a, const B& b, const D& dst, std::int32_t count) {
+// Objects of order 3 with a transposed source, all rows touching, several at a time. Returns how many are done.
+template <class Op, int objects, class A, class B, class D>
+[[gnu::always_inline]] inline std::int32_t turnThrees(const A& a, const B& b, const D& dst, std::int32_t count) {
     using T = typename D::Element;
+    constexpr int elements = 9 * objects;
     constexpr bool turnLast =
         (isTurned<A> || (isConstant<A> && constantFirst<T>)) && (isTurned<B> || (isConstant<B> && constantFirst<T>));
-    const auto x = preparedRun<T, 9>(a);
-    const auto y = preparedRun<T, 9>(b);
-    for (std::int32_t k = 0; k < count; ++k) {
+    const auto x = preparedRun<T, elements>(a);
+    const auto y = preparedRun<T, elements>(b);
+    std::int32_t k = 0;
+    for (; k + objects <= count; k += objects) {
         const auto& p = objectOf<T, A>(x, k);
         const auto& q = objectOf<T, B>(y, k);
         std::byte* const to = dst.at(k).origin;
-        if constexpr (turnLast) storeObject<T, 9, 1>(turnedThree<T>(combined<Op, T>(p, q)), to, 0);
+        if constexpr (turnLast)
+            storeObject<T, elements, 1>(turnThree(hold<T, elements, 1>(combined<Op, T>(p, q))), to, 0);
         else if constexpr (isTurned<A>) {
-            const auto turned = turnedThree<T>(p);
-            storeObject<T, 9, 1>(combined<Op, T>(turned, q), to, 0);
+            const auto turned = turnThree(hold<T, elements, 1>(p));
+            storeObject<T, elements, 1>(combined<Op, T>(turned, q), to, 0);
         } else {
-            const auto turned = turnedThree<T>(q);
-            storeObject<T, 9, 1>(combined<Op, T>(p, turned), to, 0);
+            const auto turned = turnThree(hold<T, elements, 1>(q));
+            storeObject<T, elements, 1>(combined<Op, T>(p, turned), to, 0);
         }
     }
+    return k;
+}
+
+// A single operand of 9 elements, written out twice.
+template <class T, class View>
+[[gnu::always_inline]] inline View twice(View view, std::byte* copies) {
+    if constexpr (isSingle<View> && !isConstant<View>) {
+        const Rows<T> rows{view.origin, 0};
+        storeObject<T, 9, 1>(rows, copies, 0);
+        storeObject<T, 9, 1>(rows, copies + 9 * sizeof(T), 0);
+        view.origin = copies;
+    }
+    return view;
+}
+
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void eachThree(const A& a, const B& b, const D& dst, std::int32_t count) {
+    using T = typename D::Element;
+    constexpr std::ptrdiff_t bytes = 9 * sizeof(T);
+    if constexpr (laneCount<T> == 2 && !isListed<D>)
+        if (objectsTouch(a, bytes) && objectsTouch(b, bytes) && objectsTouch(dst, bytes)) {
+            alignas(16) std::byte copies[2 * bytes];
+            const std::int32_t done = turnThrees<Op, 2>(twice<T>(a, copies), twice<T>(b, copies), dst, count);
+            if (done < count) turnThrees<Op, 1>(after(a, done), after(b, done), after(dst, done), 1);
+            return;
+        }
+    turnThrees<Op, 1>(a, b, dst, count);
 }
 
 template <class View, class Other>
@@ -274,27 +310,46 @@ template <class Op, class A, class B, class D>
     else singles<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, bytes);
 }
 
-// Arrays; single objects come in by single.h.
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, MatrixShape shape,
-                                                std::int32_t count) {
-    if (shape.width == shape.height) {
-        if (shape.width == 3) return plainSized<Op, 3, 3>(a, b, dst, count);
-        if (shape.width == 4) return plainSized<Op, 4, 4>(a, b, dst, count);
-        if (shape.width == 5) return plainSized<Op, 5, 5>(a, b, dst, count);
-        if (shape.width == 6) return plainSized<Op, 6, 6>(a, b, dst, count);
+// --- By shape ------------------------------------------------------------------------------------
+
+inline std::int32_t widthOf(MatrixShape shape) { return shape.width; }
+inline std::int32_t widthOf(VectorShape shape) { return shape.length; }
+inline std::int32_t heightOf(MatrixShape shape) { return shape.height; }
+inline std::int32_t heightOf(VectorShape) { return 1; }
+
+// Squares of order 3 to 6 and vectors of that length have paths of their own, which are reached in three comparisons
+// of the size at most: calls known(width, height) with both as types, else other().
+template <bool square, class Known, class Other>
+[[gnu::always_inline]] inline void byLength(std::int32_t size, const Known& known, const Other& other) {
+    if (size <= 4) {
+        if (size == 4) return known(Int<4>{}, Int < square ? 4 : 1 > {});
+        if (size == 3) return known(Int<3>{}, Int < square ? 3 : 1 > {});
+    } else {
+        if (size == 6) return known(Int<6>{}, Int < square ? 6 : 1 > {});
+        if (size < 6) return known(Int<5>{}, Int < square ? 5 : 1 > {});
     }
-    plainAny<Op>(a, b, dst, shape.width, shape.height, count);
+    other();
 }
 
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, VectorShape shape,
-                                                std::int32_t count) {
-    if (shape.length == 3) return plainSized<Op, 3, 1>(a, b, dst, count);
-    if (shape.length == 4) return plainSized<Op, 4, 1>(a, b, dst, count);
-    if (shape.length == 5) return plainSized<Op, 5, 1>(a, b, dst, count);
-    if (shape.length == 6) return plainSized<Op, 6, 1>(a, b, dst, count);
-    plainAny<Op>(a, b, dst, shape.length, 1, count);
+template <class Known, class Other>
+[[gnu::always_inline]] inline void bySize(MatrixShape shape, const Known& known, const Other& other) {
+    if (shape.width == shape.height) byLength<true>(shape.width, known, other);
+    else other();
+}
+
+template <class Known, class Other>
+[[gnu::always_inline]] inline void bySize(VectorShape shape, const Known& known, const Other& other) {
+    byLength<false>(shape.length, known, other);
+}
+
+// Arrays; single objects come in by single.h.
+template <class Op, class A, class B, class D, class Shape>
+[[gnu::always_inline]] inline void plainObjects(const A& a, const B& b, const D& dst, Shape shape, std::int32_t count) {
+    bySize(
+        shape,
+        [&](auto width, auto height)
+            __attribute__((always_inline)) { plainSized<Op, width, height>(a, b, dst, count); },
+        [&]() __attribute__((always_inline)) { plainAny<Op>(a, b, dst, widthOf(shape), heightOf(shape), count); });
 }
 
 }  // namespace korm

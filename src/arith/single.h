@@ -63,24 +63,6 @@ template <class Op, class A, class B, class D>
     otherVector<Op, A, B, D>(HandedVector<A>(a), HandedVector<B>(b), HandedVector<D>(dst), shape.length);
 }
 
-// The orders and lengths with paths of their own, in three comparisons at most.
-template <class Op, bool square, class A, class B, class D, class Shape>
-[[gnu::always_inline]] inline void plainSingle(const A& a, const B& b, const D& dst, Shape shape, std::int32_t size) {
-    if (size <= 4) {
-        if (size == 4) return plainSized<Op, 4, square ? 4 : 1>(a, b, dst, oneObject);
-        if (size == 3) return plainSized<Op, 3, square ? 3 : 1>(a, b, dst, oneObject);
-    } else {
-        if (size == 6) return plainSized<Op, 6, square ? 6 : 1>(a, b, dst, oneObject);
-        if (size < 6) return plainSized<Op, 5, square ? 5 : 1>(a, b, dst, oneObject);
-    }
-    other<Op>(a, b, dst, shape);
-}
-
-template <class View>
-inline constexpr bool inTableOrder = true;
-template <class T, Objects objects>
-inline constexpr bool inTableOrder<ScatterView<T, objects, true>> = false;
-
 // Entry e of a table, whose elements come in the order in which the result takes them.
 template <class T, class View>
 [[gnu::always_inline]] inline T entryOf(const View& view, std::ptrdiff_t e) {
@@ -98,23 +80,19 @@ template <class Op, class A, class B, class D>
     } while (++e < entries);
 }
 
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void singleObject(const A& a, const B& b, const D& dst, MatrixShape shape) {
+template <class Op, class A, class B, class D, class Shape>
+[[gnu::always_inline]] inline void singleObject(const A& a, const B& b, const D& dst, Shape shape) {
     if constexpr (D::spacing == Spacing::rowAdjacent) {
-        if (shape.width == shape.height) plainSingle<Op, true>(a, b, dst, shape, shape.width);
-        else other<Op>(a, b, dst, shape);
+        bySize(
+            shape,
+            [&](auto width, auto height)
+                __attribute__((always_inline)) { plainSized<Op, width, height>(a, b, dst, oneObject); },
+            [&]() __attribute__((always_inline)) { other<Op>(a, b, dst, shape); });
     } else if constexpr (D::spacing == Spacing::scattered && inTableOrder<A> && inTableOrder<B>) {
-        scatteredEntries<Op>(a, b, dst, static_cast<std::ptrdiff_t>(shape.width) * shape.height);
+        scatteredEntries<Op>(a, b, dst, static_cast<std::ptrdiff_t>(widthOf(shape)) * heightOf(shape));
     } else {
         apartObjects<Op>(a, b, dst, shape, oneObject);
     }
-}
-
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void singleObject(const A& a, const B& b, const D& dst, VectorShape shape) {
-    if constexpr (D::spacing == Spacing::rowAdjacent) plainSingle<Op, false>(a, b, dst, shape, shape.length);
-    else if constexpr (D::spacing == Spacing::scattered) scatteredEntries<Op>(a, b, dst, shape.length);
-    else apartObjects<Op>(a, b, dst, shape, oneObject);
 }
 
 }  // namespace korm

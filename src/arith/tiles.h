@@ -6,7 +6,7 @@
 // the constants of a tile are one vector whose lanes are spread over the tile.
 #pragma once
 
-#include <utility>
+#include <type_traits>
 
 #include "arith/pieces.h"
 
@@ -61,6 +61,11 @@ struct TileHeld {
     [[gnu::always_inline]] void next(std::ptrdiff_t, int) {}
 };
 
+// A tile of the single operand, still in memory.
+struct TileOfOne {
+    const std::byte* at;
+};
+
 template <class T, int elements>
 struct TileConstants {
     const std::byte* at;
@@ -93,10 +98,23 @@ template <class Op, class T, int elements, int vectors, int v = 0, class A, clas
     }
 }
 
-// Does the whole tiles and returns how many objects these were.
+template <class T, int vectors, class Source>
+[[gnu::always_inline]] inline auto inRegisters(const Source& source) {
+    if constexpr (!std::is_same_v<Source, TileOfOne>) return source;
+    else {
+        TileHeld<T, vectors> held;
+        for (int v = 0; v < vectors; ++v) held.vector[v] = loadLanes<T>(source.at + 16 * v);
+        return held;
+    }
+}
+
+// Does the whole tiles and returns how many objects these were. A function of its own, shared by all forms: inlined
+// into kernels, which have many loops, gcc kept a pointer of this one in memory, for a third more time.
 template <class Op, class T, int elements, bool perVector, class A, class B>
-[[gnu::always_inline]] inline std::int32_t storeTiles(A a, B b, std::byte* to, std::int32_t count) {
+[[gnu::noinline]] std::int32_t storeTiles(A first, B second, std::byte* to, std::int32_t count) {
     using Shape = Tile<T, elements, perVector>;
+    auto a = inRegisters<T, Shape::vectors>(first);
+    auto b = inRegisters<T, Shape::vectors>(second);
     std::int32_t done = 0;
     for (; done + Shape::objects <= count; done += Shape::objects) {
         storeTile<Op, T, elements, Shape::vectors>(a.template here<T, elements>(), b.template here<T, elements>(), to);

@@ -93,29 +93,34 @@ inline Held<float, 9, 1> turnThree(const Held<float, 9, 1>& m) {
     return result;
 }
 
+// The first of one vector beside the second of another: all that a turn of order 3 needs of doubles.
+inline Double2 firstSecond(Double2 x, Double2 y) { return __builtin_shufflevector(x, y, 0, 3); }
+
 inline Held<double, 9, 1> turnThree(const Held<double, 9, 1>& m) {
     const auto& v = m.whole[0];
     Held<double, 9, 1> result;
-    result.whole[0][0] = __builtin_shufflevector(v[0], v[1], 0, 3);
-    result.whole[0][1] = __builtin_shufflevector(v[3], v[0], 0, 3);
-    result.whole[0][2] = __builtin_shufflevector(v[2], v[3], 0, 3);
-    result.whole[0][3] = __builtin_shufflevector(v[1], v[2], 0, 3);
+    result.whole[0][0] = firstSecond(v[0], v[1]);
+    result.whole[0][1] = firstSecond(v[3], v[0]);
+    result.whole[0][2] = firstSecond(v[2], v[3]);
+    result.whole[0][3] = firstSecond(v[1], v[2]);
     result.one[0] = m.one[0];
     return result;
 }
 
-template <class T, class Source>
-[[gnu::always_inline]] inline Held<T, 9, 1> turnedThree(const Source& m) {
-    if constexpr (laneCount<T> == 2 && std::is_same_v<Source, Rows<T>>) {
-        const auto at = [&](auto e) __attribute__((always_inline)) { return m.template get<0, e, 1>(); };
-        Held<T, 9, 1> result;
-        result.whole[0][0] = Double2{at(Int<0>{}), at(Int<3>{})};
-        result.whole[0][1] = Double2{at(Int<6>{}), at(Int<1>{})};
-        result.whole[0][2] = Double2{at(Int<4>{}), at(Int<7>{})};
-        result.whole[0][3] = Double2{at(Int<2>{}), at(Int<5>{})};
-        result.one[0] = at(Int<8>{});
-        return result;
-    } else return turnThree(hold<T, 9, 1>(m));
+// Two matrices, one behind the other: 9 vectors, where one by one they would be 8 and two single elements.
+inline Held<double, 18, 1> turnThree(const Held<double, 18, 1>& m) {
+    const auto& v = m.whole[0];
+    Held<double, 18, 1> result;
+    result.whole[0][0] = firstSecond(v[0], v[1]);
+    result.whole[0][1] = firstSecond(v[3], v[0]);
+    result.whole[0][2] = firstSecond(v[2], v[3]);
+    result.whole[0][3] = firstSecond(v[1], v[2]);
+    result.whole[0][4] = v[4];
+    result.whole[0][5] = firstSecond(v[6], v[7]);
+    result.whole[0][6] = firstSecond(v[5], v[6]);
+    result.whole[0][7] = firstSecond(v[8], v[5]);
+    result.whole[0][8] = firstSecond(v[7], v[8]);
+    return result;
 }
 
 // Whether a constant goes before the turn (one operation on what was loaded whole) or after it.
