@@ -43,15 +43,9 @@ template <class T>
 [[gnu::noinline]] Elimination<T> eliminateRows(const Scratchpad<T>& pad, std::ptrdiff_t n, T tiny) {
     Elimination<T> result{true, 1, 1};
     for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
-        T best = std::fabs(pad.at(k, k));
-        std::ptrdiff_t bestPosition = k;
-        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
-            const T candidate = std::fabs(pad.at(i, k));
-            if (candidate > best) {
-                best = candidate;
-                bestPosition = i;
-            }
-        }
+        T best;
+        const std::ptrdiff_t bestPosition = greatestPosition(
+            k, n, [&](std::ptrdiff_t i) { return pad.at(i, k); }, best);
         const std::int32_t pivotRow = pad.row(bestPosition);
         if (bestPosition != k) {
             store(pad.positions + 4 * bestPosition, pad.row(k));
@@ -65,7 +59,7 @@ template <class T>
         const T pivot = load<T>(pad.matrix.address(pivotRow, k));
         const T scale = 1 / pivot;
         for (std::ptrdiff_t i = k + 1; i < n; ++i)
-            subtractRow(pad.matrix, pad.row(i), pad.matrix, pivotRow, pad.at(i, k) * scale, k + 1, n);
+            eliminateFromRow(pad.matrix, pad.row(i), pivotRow, pad.at(i, k) * scale, k, n);
         result.product = result.product * pivot;
     }
     return result;

@@ -60,15 +60,9 @@ template <Search search, Vanishing vanishing, class T, class A>
     };
     T sign = 1, product = 1;
     for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
-        T best = held(std::fabs(load<T>(work.address(row(k), k))));
-        std::ptrdiff_t bestPosition = k;
-        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
-            const T candidate = std::fabs(load<T>(work.address(row(i), k)));
-            if (candidate > best) {
-                best = held(candidate);
-                bestPosition = i;
-            }
-        }
+        T best;
+        const std::ptrdiff_t bestPosition = greatestPosition(
+            k, n, [&](std::ptrdiff_t i) { return load<T>(work.address(row(i), k)); }, best, held);
         const std::int32_t pivotRow = row(bestPosition);
         if (bestPosition != k) {
             store(positions + 4 * bestPosition, row(k));
@@ -82,7 +76,7 @@ template <Search search, Vanishing vanishing, class T, class A>
         }
         for (std::ptrdiff_t i = k + 1; i < n; ++i) {
             const T multiplier = load<T>(work.address(row(i), k)) / pivot;
-            subtractRow(work, row(i), work, pivotRow, multiplier, k + 1, n);
+            eliminateFromRow(work, row(i), pivotRow, multiplier, k, n);
         }
         product = product * pivot;
     }

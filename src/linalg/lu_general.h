@@ -22,15 +22,9 @@ std::int32_t luGeneral(const A& src, const D& dst, std::byte* pivots, std::ptrdi
     }
     const auto row = [pivots](std::ptrdiff_t position) { return load<std::int32_t>(pivots + 4 * position); };
     for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
-        T best = std::fabs(load<T>(dst.address(row(k), k)));
-        std::ptrdiff_t bestPosition = k;
-        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
-            const T candidate = std::fabs(load<T>(dst.address(row(i), k)));
-            if (candidate > best) {
-                best = candidate;
-                bestPosition = i;
-            }
-        }
+        T best;
+        const std::ptrdiff_t bestPosition = greatestPosition(
+            k, n, [&](std::ptrdiff_t i) { return load<T>(dst.address(row(i), k)); }, best);
         if (tiny >= best) return korStatusSingular;
         const std::int32_t pivotRow = row(bestPosition);
         store(pivots + 4 * bestPosition, row(k));
@@ -38,8 +32,7 @@ std::int32_t luGeneral(const A& src, const D& dst, std::byte* pivots, std::ptrdi
         const T scale = 1 / load<T>(dst.address(pivotRow, k));
         for (std::ptrdiff_t i = k + 1; i < n; ++i) {
             const T multiplier = load<T>(dst.address(row(i), k)) * scale;
-            store(dst.address(row(i), k), multiplier);
-            subtractRow(dst, row(i), dst, pivotRow, multiplier, k + 1, n);
+            eliminateFromRow(dst, row(i), pivotRow, multiplier, k, n);
         }
     }
     return tiny >= std::fabs(load<T>(dst.address(row(n - 1), n - 1))) ? korStatusSingular : korStatusOk;
