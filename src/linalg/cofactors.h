@@ -40,7 +40,7 @@ struct Elimination {
 
 // Eliminates the first n - 1 columns of the matrix in the scratchpad, unless a pivot is too small.
 template <class T>
-[[gnu::noinline]] Elimination<T> eliminateRows(const Scratchpad<T>& pad, std::ptrdiff_t n, T tiny) {
+[[gnu::noinline]] Elimination<T> eliminateRows(Scratchpad<T> pad, std::ptrdiff_t n, T tiny) {
     Elimination<T> result{true, 1, 1};
     for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
         T best;
@@ -75,7 +75,7 @@ template <class T, class A>
 }
 
 template <class T, class A, class D>
-[[gnu::noinline]] std::int32_t invertByCofactors(const A& src, const D& dst, T* buffer, std::int32_t order) {
+[[gnu::noinline]] std::int32_t invertByCofactors(A src, D dst, T* buffer, std::int32_t order) {
     const std::ptrdiff_t n = order;
     const T tiny = tolerance<T>(order);
     const Scratchpad<T> pad(buffer, n);

@@ -45,7 +45,7 @@ enum class Search { exact, single };
 enum class Vanishing { zero, signedZero };
 
 template <Search search, Vanishing vanishing, class T, class A>
-[[gnu::noinline]] T eliminatedDeterminant(const A& src, T* buffer, std::int32_t order) {
+[[gnu::noinline]] T eliminatedDeterminant(A src, T* buffer, std::int32_t order) {
     const std::ptrdiff_t n = order;
     const T tiny = tolerance<T>(order);
     const auto work = plain(buffer, n * static_cast<std::ptrdiff_t>(sizeof(T))).at(0);

@@ -12,9 +12,10 @@
 
 namespace korm {
 
-// Eliminates in the destination. The tolerance is absolute and far above that of the orders 3 to 6, on purpose.
+// Eliminates in the destination. The tolerance is absolute and far above that of the orders 3 to 6, on purpose. Views
+// come by value: behind a reference a store might change them, and each address would be computed anew.
 template <class T, class A, class D>
-std::int32_t luGeneral(const A& src, const D& dst, std::byte* pivots, std::ptrdiff_t n) {
+std::int32_t luGeneral(A src, D dst, std::byte* pivots, std::ptrdiff_t n) {
     constexpr T tiny = std::numeric_limits<T>::epsilon();
     for (std::ptrdiff_t i = 0; i < n; ++i) {
         store(pivots + 4 * i, static_cast<std::int32_t>(i));

@@ -80,8 +80,7 @@ template <class T, class A, class D>
 
 // dst is the work vector.
 template <class T, class A, class B, class D>
-[[gnu::noinline]] void luSolveGeneral(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
-                                      std::ptrdiff_t n) {
+[[gnu::noinline]] void luSolveGeneral(A matrix, B src, D dst, const std::byte* pivots, std::ptrdiff_t n) {
     const auto row = [pivots](std::ptrdiff_t k) { return load<std::int32_t>(pivots + 4 * k); };
     store(dst.address(0, 0), load<T>(src.address(0, row(0))));
     for (std::ptrdiff_t k = 1; k < n; ++k) {
@@ -133,8 +132,8 @@ template <class S, class Term>
 
 // Both sweeps of the objects from t on, as many as fill `vectors`, where dst's are alike in where their blocks begin.
 template <class T, class A, class B, class D>
-[[gnu::noinline]] void luSolveGroup(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
-                                    std::ptrdiff_t t, int vectors, std::ptrdiff_t n) {
+[[gnu::noinline]] void luSolveGroup(A matrix, B src, D dst, const std::byte* pivots, std::ptrdiff_t t, int vectors,
+                                    std::ptrdiff_t n) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
     constexpr bool oneMatrix = A::objects == Objects::single;

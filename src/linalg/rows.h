@@ -55,29 +55,30 @@ template <class T, class At>
 template <class T, class D>
 [[gnu::always_inline]] inline void eliminateFromRow(const D& matrix, std::ptrdiff_t to, std::ptrdiff_t pivot,
                                                     T multiplier, std::ptrdiff_t k, std::ptrdiff_t n) {
-    std::ptrdiff_t j = k;
     std::ptrdiff_t alone = n;  // columns before this one are taken one by one
     if constexpr (hasAdjacentElements<D>) {
         constexpr std::ptrdiff_t lanes = laneCount<T>;
-        alone = n % lanes;
+        std::byte* const row = matrix.address(to, 0);
+        const std::byte* const pivotRow = matrix.address(pivot, 0);
         const Lanes<T> multipliers = broadcast(multiplier);
-        const auto difference = [&](std::ptrdiff_t at) __attribute__((always_inline)) {
-            return loadLanes<T>(matrix.address(to, at)) - loadLanes<T>(matrix.address(pivot, at)) * multipliers;
+        const auto offset = [](std::ptrdiff_t j) { return j * static_cast<std::ptrdiff_t>(sizeof(T)); };
+        const auto difference = [&](std::ptrdiff_t j) __attribute__((always_inline)) {
+            return loadLanes<T>(row + offset(j)) - loadLanes<T>(pivotRow + offset(j)) * multipliers;
         };
+        alone = n % lanes;
+        std::ptrdiff_t j = alone;
         if (k >= alone) {
-            j -= (k - alone) % lanes;
-            std::byte* const at = matrix.address(to, j);
+            j = k - (k - alone) % lanes;
             const Lanes<T> column = broadcast(static_cast<T>(k - j)), columns = numbered<T>();
-            storeLanes(
-                at, chosen(columns < column, loadLanes<T>(at), chosen(columns > column, difference(j), multipliers)));
+            const Lanes<T> behind = chosen(columns > column, difference(j), multipliers);
+            storeLanes(row + offset(j), chosen(columns < column, loadLanes<T>(row + offset(j)), behind));
             j += lanes;
         }
-        for (std::ptrdiff_t v = k < alone ? alone : j; v < n; v += lanes)
-            storeLanes(matrix.address(to, v), difference(v));
+        for (; j < n; j += lanes) storeLanes(row + offset(j), difference(j));
+        if (k >= alone) return;
     }
-    if (k >= alone) return;
     store(matrix.address(to, k), multiplier);
-    for (++j; j < alone; ++j) {
+    for (std::ptrdiff_t j = k + 1; j < alone; ++j) {
         std::byte* const at = matrix.address(to, j);
         store(at, load<T>(at) - load<T>(matrix.address(pivot, j)) * multiplier);
     }
