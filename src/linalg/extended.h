@@ -52,8 +52,8 @@ template <class T>
 // --- Minors of the last two rows --------------------------------------------------------------------
 
 // The product of two floats is exact in a double, so the vector unit makes the products of these minors and leaves the
-// x87 unit, which multiplies once in a cycle, their differences. These are made anew for each use: what is in memory as
-// double is free to load, while 80 bits on their way to memory and back cost about ten cycles.
+// x87 unit, which multiplies once in a cycle, their differences. These are made anew for each use: 80 bits to memory and
+// back take nine cycles, a double two.
 template <int n>
 class FloatPairs {
 public:
