@@ -75,12 +75,10 @@ void decompositionRow(const Place& place, std::vector<Measured>& measured) {
 
 }  // namespace
 
-void measureDecompositions() {
-    std::vector<Measured> measured;
+void measureDecompositions(std::vector<Measured>& measured) {
     forOrders(std::integer_sequence<int, 1, 2, 3, 4, 5, 6, 7, 8, 16, 32>(), [&]<class T, int n>() {
         for (const Place& place : places) decompositionRow<T, n>(place, measured);
     });
-    printTable("LU decomposition", measured);
 }
 
 }  // namespace linalgbench

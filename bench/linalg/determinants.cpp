@@ -1,5 +1,4 @@
 // Determinants of arrays of matrices, and what the extended-precision kernels cost beside their unit's own limit.
-#include <cstdio>
 #include <cstring>
 
 #include "data.h"
@@ -112,13 +111,13 @@ constexpr Operations expansionOperations(int n) {
 
 // The list form takes its matrices one by one through the extended kernels at all orders 3 to 6.
 template <class T, int n>
-void extendedRow() {
+void extendedRow(std::vector<ExtendedRow>& rows) {
     constexpr std::size_t size = n * n, count = 100;
     const Block<T> source = shuffledMatrices<T>(n, count), result(count), buffer(size + n);
     const auto list = std::make_shared<std::vector<const T*>>();
     for (std::size_t k = 0; k < count; ++k) list->push_back(source.data() + k * size);
     std::vector<Measured> measured;
-    measure({std::string(isSingle<T> ? "Det_ma_32f_L/" : "Det_ma_64f_L/") + std::to_string(n) + "/extended",
+    measure({std::string(isSingle<T> ? "Det_ma_32f_L/" : "Det_ma_64f_L/") + std::to_string(n),
              count,
              0,
              0,
@@ -132,29 +131,22 @@ void extendedRow() {
             measured);
     if (measured.empty()) return;
     constexpr Operations operations = expansionOperations(n);
-    const double limit = std::max(operations.multiplications, operations.additions) * x87MultiplicationCycles();
-    const double cycles = measured[0].nanoseconds[0] * cyclesPerNanosecond();
-    std::printf("| %s | %d | %d | %.0f | %.0f | %.2f |\n", measured[0].row.c_str(), operations.multiplications,
-                operations.additions, limit, cycles, cycles / limit);
+    rows.push_back({measured[0].row, operations.multiplications, operations.additions,
+                    measured[0].nanoseconds[0] * cyclesPerNanosecond()});
 }
 
 }  // namespace
 
-void measureDeterminants() {
-    std::vector<Measured> measured;
+void measureDeterminants(std::vector<Measured>& measured) {
     forOrders(std::integer_sequence<int, 2, 3, 4, 5, 6, 7, 8>(), [&]<class T, int n>() {
         for (const Place& place : places) determinantRow<T, n>(place, measured);
     });
-    printTable("Determinant", measured);
+}
 
-    std::printf(
-        "## Determinants in extended precision, cycles each\n\n"
-        "The unit multiplies once in %.2f cycles at best, beside one addition; its limit for the operations of the\n"
-        "expansion is the larger of the two numbers. Clock: %.2f GHz.\n\n"
-        "| row | multiplications | additions | limit | korm | korm / limit |\n|---|---:|---:|---:|---:|---:|\n",
-        x87MultiplicationCycles(), cyclesPerNanosecond());
-    forOrders(std::integer_sequence<int, 3, 4, 5, 6>(), []<class T, int n>() { extendedRow<T, n>(); });
-    std::printf("\n");
+std::vector<ExtendedRow> measureExtendedDeterminants() {
+    std::vector<ExtendedRow> rows;
+    forOrders(std::integer_sequence<int, 3, 4, 5, 6>(), [&]<class T, int n>() { extendedRow<T, n>(rows); });
+    return rows;
 }
 
 }  // namespace linalgbench

@@ -77,6 +77,26 @@ void inverseRow(const Place& place, std::vector<Measured>& measured) {
                                   [=](std::size_t i) { return static_cast<double>(cglmInverse[i]); }});
     }
 #endif
+    if constexpr (n > 6) {
+        // What to call instead where each element is a cofactor of its own: LU, and a solve for each column of the identity.
+        const Block<T> factors(size * count), columns(size * count), solved(size * count);
+        const Block<std::int32_t> pivots(n * count);
+        for (std::size_t j = 0; j < n; ++j)
+            for (std::size_t k = 0; k < count; ++k) columns[(j * count + k) * n + j] = 1;
+        row.contenders.push_back({"korm, LU and solves",
+                                  [=] {
+                                      pick<T>(kormLUDecomp_ma_32f, kormLUDecomp_ma_64f)(
+                                          source.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), pivots.data(),
+                                          factors.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), n, objects);
+                                      for (std::size_t j = 0; j < n; ++j)
+                                          pick<T>(kormLUBackSubst_mava_32f, kormLUBackSubst_mava_64f)(
+                                              factors.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), pivots.data(),
+                                              columns.data() + j * n * count, bytes<T>(n), bytes<T>(1),
+                                              solved.data() + j, bytes<T>(size), bytes<T>(n), n, objects);
+                                  },
+                                  [=](std::size_t i) { return static_cast<double>(solved[i]); }});
+    }
+
 #ifdef LINALG_BENCH_LAPACK
     if constexpr (n >= 5) {
         const Block<T> lapackInverse(size * count), work(64 * n);
@@ -97,12 +117,10 @@ void inverseRow(const Place& place, std::vector<Measured>& measured) {
 
 }  // namespace
 
-void measureInverses() {
-    std::vector<Measured> measured;
+void measureInverses(std::vector<Measured>& measured) {
     forOrders(std::integer_sequence<int, 2, 3, 4, 5, 6, 8>(), [&]<class T, int n>() {
         for (const Place& place : places) inverseRow<T, n>(place, measured);
     });
-    printTable("Inverse", measured);
 }
 
 }  // namespace linalgbench

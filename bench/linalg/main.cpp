@@ -1,13 +1,15 @@
-// korm_linalg_bench [--quick] [--filter TEXT]: LU, solve, inverse and determinant beside what one would use otherwise.
+// korm_linalg_bench [--quick] [--filter TEXT] [--out FILE.json]: LU, solve, inverse and determinant beside what one would
+// use otherwise.
 //
-// Peers that the build didn't find are named and left out.
+// Peers that the build didn't find are left out. bench/linalg/report.py makes tables of FILE.json.
+#include <korm.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <string>
+#include <vector>
 
 #include "rows.h"
 #include "side_by_side.h"
@@ -18,13 +20,27 @@ extern "C" std::int32_t ownGetNumThreads() { return 1; }
 
 namespace {
 
-std::string processorName() {
-    std::ifstream info("/proc/cpuinfo");
-    for (std::string line; std::getline(info, line);) {
-        const std::size_t colon = line.find(": ");
-        if (line.compare(0, 10, "model name") == 0 && colon != std::string::npos) return line.substr(colon + 2);
+bool write(const char* name, const std::vector<linalgbench::Measured>& rows,
+           const std::vector<linalgbench::ExtendedRow>& extended) {
+    std::FILE* const to = std::fopen(name, "w");
+    if (to == nullptr) return false;
+    std::fprintf(to,
+                 "{\"context\": {\"library\": \"%s, %s\", \"compiler\": \"%s\", \"flags\": \"%s\", "
+                 "\"openblasKernels\": \"%s\"},\n",
+                 kormGetLibVersion()->name, kormGetLibVersion()->version, KORM_BENCH_COMPILER, KORM_BENCH_FLAGS,
+                 std::getenv("OPENBLAS_CORETYPE"));
+    std::fprintf(to, " \"rows\": [");
+    linalgbench::writeRows(to, rows);
+    std::fprintf(to, "],\n \"x87\": {\"gigahertz\": %.4g, \"multiplication\": %.4g, \"rows\": [",
+                 linalgbench::cyclesPerNanosecond(), linalgbench::x87MultiplicationCycles());
+    const char* before = "";
+    for (const linalgbench::ExtendedRow& row : extended) {
+        std::fprintf(to, "%s\n    {\"name\": \"%s\", \"multiplications\": %d, \"additions\": %d, \"cycles\": %.4g}",
+                     before, row.name.c_str(), row.multiplications, row.additions, row.cycles);
+        before = ",";
     }
-    return "an unknown processor";
+    std::fprintf(to, "]}}\n");
+    return std::fclose(to) == 0;
 }
 
 }  // namespace
@@ -36,31 +52,19 @@ int main(int argc, char** argv) {
         setenv("OPENBLAS_NUM_THREADS", "1", 1);
         execv("/proc/self/exe", argv);
     }
+    const char* file = nullptr;
     for (int i = 1; i < argc; ++i) {
         if (!std::strcmp(argv[i], "--quick")) linalgbench::options.quick = true;
         else if (!std::strcmp(argv[i], "--filter") && i + 1 < argc) linalgbench::options.filter = argv[++i];
-        else return std::fprintf(stderr, "usage: korm_linalg_bench [--quick] [--filter TEXT]\n"), 2;
+        else if (!std::strcmp(argv[i], "--out") && i + 1 < argc) file = argv[++i];
+        else return std::fprintf(stderr, "usage: korm_linalg_bench [--quick] [--filter TEXT] [--out FILE.json]\n"), 2;
     }
-    std::printf(
-        "# LU, solve, inverse, determinant: measured\n\n"
-        "Written by `scripts/bench linalg`. Packed arrays on one thread of %s; contenders take turns in one run and\n"
-        "medians are compared; all are compiled with %s, and OpenBLAS uses its %s kernels.\n"
-        "`cache`: 24 KiB of matrices. `shuffled`: up to a hundred thousand objects with their rows in random order, "
-        "so\n"
-        "that no branch on a pivot can be learnt. Results are compared before anything is timed.\n\n",
-        processorName().c_str(), KORM_BENCH_COMPILER " " KORM_BENCH_FLAGS, std::getenv("OPENBLAS_CORETYPE"));
-#ifndef LINALG_BENCH_LAPACK
-    std::printf("Without LAPACK: the build found none (Debian: libopenblas-pthread-dev, liblapacke-dev).\n\n");
-#endif
-#ifndef LINALG_BENCH_GLM
-    std::printf("Without GLM: the build found none (Debian: libglm-dev).\n\n");
-#endif
-#ifndef LINALG_BENCH_CGLM
-    std::printf("Without cglm: the build found none (Debian: libcglm-dev).\n\n");
-#endif
-    linalgbench::measureDecompositions();
-    linalgbench::measureSolutions();
-    linalgbench::measureInverses();
-    linalgbench::measureDeterminants();
+    std::vector<linalgbench::Measured> rows;
+    linalgbench::measureDecompositions(rows);
+    linalgbench::measureSolutions(rows);
+    linalgbench::measureInverses(rows);
+    linalgbench::measureDeterminants(rows);
+    const auto extended = linalgbench::measureExtendedDeterminants();
+    if (file != nullptr && !write(file, rows, extended)) return std::perror(file), 1;
     return linalgbench::resultsDiffered() ? 1 : 0;
 }

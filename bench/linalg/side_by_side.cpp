@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <map>
 
 namespace linalgbench {
 
@@ -41,8 +40,8 @@ bool sameResults(const Row& row) {
         for (std::size_t i = 0; i < row.values; ++i) {
             const double off = std::fabs(contender.value(i) - row.contenders[0].value(i));
             if (off <= row.tolerance * largest) continue;
-            std::printf("%s: %s differs at value %zu: %g instead of %g\n", row.name.c_str(), contender.name.c_str(), i,
-                        contender.value(i), row.contenders[0].value(i));
+            std::fprintf(stderr, "%s: %s differs at value %zu: %g instead of %g\n", row.name.c_str(),
+                         contender.name.c_str(), i, contender.value(i), row.contenders[0].value(i));
             return false;
         }
     }
@@ -77,59 +76,23 @@ void measure(const Row& row, std::vector<Measured>& measured) {
         result.nanoseconds.push_back(median(samples[who]) / static_cast<double>(row.objects));
     }
     measured.push_back(result);
+    std::fprintf(stderr, "%-32s", row.name.c_str());
+    for (std::size_t i = 0; i < result.names.size(); ++i)
+        std::fprintf(stderr, "  %s %.4g", result.names[i].c_str(), result.nanoseconds[i]);
+    std::fprintf(stderr, "\n");
 }
 
 bool resultsDiffered() { return differed; }
 
-void printTable(const std::string& title, const std::vector<Measured>& measured) {
-    if (measured.empty()) return;
-    std::vector<std::string> columns;
-    for (const Measured& row : measured)
-        for (const std::string& name : row.names)
-            if (std::find(columns.begin(), columns.end(), name) == columns.end()) columns.push_back(name);
-    std::printf("## %s\n\nNanoseconds an object.\n\n| row |", title.c_str());
-    for (const std::string& column : columns) std::printf(" %s |", column.c_str());
-    std::printf(" best peer / korm |\n|---|");
-    for (std::size_t i = 0; i <= columns.size(); ++i) std::printf("---:|");
-    std::printf("\n");
-    std::map<std::string, std::pair<double, int>> means;
-    double worst = 1e9;
-    std::string worstRow;
+void writeRows(std::FILE* to, const std::vector<Measured>& measured) {
+    const char* before = "";
     for (const Measured& row : measured) {
-        std::printf("| %s |", row.row.c_str());
-        double best = 1e300;
-        for (const std::string& column : columns) {
-            const auto at = std::find(row.names.begin(), row.names.end(), column);
-            if (at == row.names.end()) {
-                std::printf(" |");
-                continue;
-            }
-            const double time = row.nanoseconds[static_cast<std::size_t>(at - row.names.begin())];
-            std::printf(" %.4g |", time);
-            if (column == columns[0]) continue;
-            best = std::min(best, time);
-            auto& [sum, count] = means[column];
-            sum += std::log(time / row.nanoseconds[0]);
-            ++count;
-        }
-        if (row.names.size() == 1) {
-            std::printf(" |\n");
-            continue;
-        }
-        const double ratio = best / row.nanoseconds[0];
-        std::printf(" %.2f |\n", ratio);
-        auto& [sum, count] = means["best peer"];
-        sum += std::log(ratio);
-        ++count;
-        if (ratio < worst) {
-            worst = ratio;
-            worstRow = row.row;
-        }
+        std::fprintf(to, "%s\n    {\"name\": \"%s\", \"ns\": {", before, row.row.c_str());
+        for (std::size_t i = 0; i < row.names.size(); ++i)
+            std::fprintf(to, "%s\"%s\": %.6g", i == 0 ? "" : ", ", row.names[i].c_str(), row.nanoseconds[i]);
+        std::fprintf(to, "}}");
+        before = ",";
     }
-    std::printf("\nGeometric means over korm:");
-    for (const auto& [name, mean] : means) std::printf(" %s %.2f,", name.c_str(), std::exp(mean.first / mean.second));
-    std::printf(" worst row %.2f (%s)\n\n", worst, worstRow.c_str());
-    std::fflush(stdout);
 }
 
 double cyclesPerNanosecond() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
@@ -42,8 +43,8 @@ void measure(const Row& row, std::vector<Measured>& measured);
 
 bool resultsDiffered();
 
-// Rows with peers as columns, and the ratio of the best peer to the library.
-void printTable(const std::string& title, const std::vector<Measured>& measured);
+// The rows as elements of a JSON array.
+void writeRows(std::FILE* to, const std::vector<Measured>& measured);
 
 // Cycles of this processor in a nanosecond, from a chain of additions that takes one each.
 double cyclesPerNanosecond();

@@ -94,14 +94,11 @@ void solutionRow(const Place& place, bool oneMatrix, std::vector<Measured>& meas
 
 }  // namespace
 
-void measureSolutions() {
-    for (const bool oneMatrix : {false, true}) {
-        std::vector<Measured> measured;
+void measureSolutions(std::vector<Measured>& measured) {
+    for (const bool oneMatrix : {false, true})
         forOrders(std::integer_sequence<int, 1, 2, 3, 4, 5, 6, 7, 8, 16, 32>(), [&]<class T, int n>() {
             for (const Place& place : places) solutionRow<T, n>(place, oneMatrix, measured);
         });
-        printTable(oneMatrix ? "Solve, one matrix with all vectors" : "Solve, a matrix for each vector", measured);
-    }
 }
 
 }  // namespace linalgbench

@@ -107,15 +107,17 @@ inline Float4 interleaveHigh(Float4 a, Float4 b) { return __builtin_shufflevecto
 inline Double2 interleaveLow(Double2 a, Double2 b) { return __builtin_shufflevector(a, b, 0, 2); }
 inline Double2 interleaveHigh(Double2 a, Double2 b) { return __builtin_shufflevector(a, b, 1, 3); }
 
+// By elements of even and odd places: that is one instruction which two units know, while of the interleaving ones
+// today's processors do only one in a cycle.
 inline void transpose(Float4 (&rows)[4]) {
-    const Float4 t0 = interleaveLow(rows[0], rows[1]);
-    const Float4 t1 = interleaveLow(rows[2], rows[3]);
-    const Float4 t2 = interleaveHigh(rows[0], rows[1]);
-    const Float4 t3 = interleaveHigh(rows[2], rows[3]);
-    rows[0] = __builtin_shufflevector(t0, t1, 0, 1, 4, 5);
-    rows[1] = __builtin_shufflevector(t0, t1, 2, 3, 6, 7);
-    rows[2] = __builtin_shufflevector(t2, t3, 0, 1, 4, 5);
-    rows[3] = __builtin_shufflevector(t2, t3, 2, 3, 6, 7);
+    const Float4 even0 = __builtin_shufflevector(rows[0], rows[1], 0, 2, 4, 6);
+    const Float4 even1 = __builtin_shufflevector(rows[2], rows[3], 0, 2, 4, 6);
+    const Float4 odd0 = __builtin_shufflevector(rows[0], rows[1], 1, 3, 5, 7);
+    const Float4 odd1 = __builtin_shufflevector(rows[2], rows[3], 1, 3, 5, 7);
+    rows[0] = __builtin_shufflevector(even0, even1, 0, 2, 4, 6);
+    rows[1] = __builtin_shufflevector(odd0, odd1, 0, 2, 4, 6);
+    rows[2] = __builtin_shufflevector(even0, even1, 1, 3, 5, 7);
+    rows[3] = __builtin_shufflevector(odd0, odd1, 1, 3, 5, 7);
 }
 
 inline void transpose(Double2 (&rows)[2]) {

@@ -40,18 +40,12 @@ struct Elimination {
 
 // Eliminates the first n - 1 columns of the matrix in the scratchpad, unless a pivot is too small.
 template <class T>
-[[gnu::noinline]] Elimination<T> eliminateRows(const Scratchpad<T>& pad, std::ptrdiff_t n, T tiny) {
+[[gnu::noinline]] Elimination<T> eliminateRows(Scratchpad<T> pad, std::ptrdiff_t n, T tiny) {
     Elimination<T> result{true, 1, 1};
     for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
-        T best = std::fabs(pad.at(k, k));
-        std::ptrdiff_t bestPosition = k;
-        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
-            const T candidate = std::fabs(pad.at(i, k));
-            if (candidate > best) {
-                best = candidate;
-                bestPosition = i;
-            }
-        }
+        T best;
+        const std::ptrdiff_t bestPosition = greatestPosition(
+            k, n, [&](std::ptrdiff_t i) { return pad.at(i, k); }, best);
         const std::int32_t pivotRow = pad.row(bestPosition);
         if (bestPosition != k) {
             store(pad.positions + 4 * bestPosition, pad.row(k));
@@ -65,7 +59,7 @@ template <class T>
         const T pivot = load<T>(pad.matrix.address(pivotRow, k));
         const T scale = 1 / pivot;
         for (std::ptrdiff_t i = k + 1; i < n; ++i)
-            subtractRow(pad.matrix, pad.row(i), pad.matrix, pivotRow, pad.at(i, k) * scale, k + 1, n);
+            eliminateFromRow(pad.matrix, pad.row(i), pivotRow, pad.at(i, k) * scale, k, n);
         result.product = result.product * pivot;
     }
     return result;
@@ -80,8 +74,93 @@ template <class T, class A>
             store(pad.matrix.address(i, j), load<T>(src.address(i + (i >= row), j + (j >= column))));
 }
 
+template <class T, class A>
+[[gnu::always_inline]] inline T cofactor(const A& src, const Scratchpad<T>& pad, std::ptrdiff_t n, std::ptrdiff_t row,
+                                         std::ptrdiff_t column, T tiny) {
+    copyMinor(src, pad, n, row, column);
+    pad.reset(n - 1);
+    Elimination<T> minor = eliminateRows(pad, n - 1, tiny);
+    if (!minor.complete) minor.product = tiny;
+    const T last = pad.at(n - 2, n - 2);
+    return std::fabs(last) > tiny ? (last * minor.sign) * minor.product : tiny;
+}
+
+// --- Minors in lanes ------------------------------------------------------------------------------
+
+// Minors without the same row differ in the column that they are without: each lane has one, with pivots of its own.
+// They lie on the stack, which bounds their order.
+inline constexpr std::ptrdiff_t greatestMinor = 16;
+template <class S>
+using Minors = S[greatestMinor][greatestMinor];
+
+// The matrix without one row and, lane by lane, without one of the columns from `column` on.
+template <class S, class A>
+[[gnu::always_inline]] inline void readMinors(const A& src, Minors<S>& minors, std::ptrdiff_t n, std::ptrdiff_t row,
+                                              std::ptrdiff_t column) {
+    using T = ElementOf<S>;
+    const S without = broadcast(static_cast<T>(column)) + numbered<T>();
+    const auto element = [&](std::ptrdiff_t i, std::ptrdiff_t j) {
+        return broadcast(load<T>(src.address(i + (i >= row), j)));
+    };
+    for (std::ptrdiff_t i = 0; i < n - 1; ++i)
+        for (std::ptrdiff_t j = 0; j < n - 1; ++j)
+            minors[i][j] = chosen(broadcast(static_cast<T>(j)) >= without, element(i, j + 1), element(i, j));
+}
+
+// eliminateRows in lanes, with rows exchanged instead of their positions; false if a pivot of any lane is too small.
+template <class S>
+[[gnu::noinline]] bool eliminateMinors(Minors<S>& a, std::ptrdiff_t n, S tiny, S& sign, S& product) {
+    sign = product = all<S>(1);
+    for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
+        MaskOf<S> with[greatestMinor], exchanged{};
+        S multiplier[greatestMinor];
+        S best = magnitude(a[k][k]);
+        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
+            const S candidate = magnitude(a[i][k]);
+            with[i] = candidate > best;
+            best = greater(candidate, best);
+        }
+        if (any(tiny > best)) return false;
+        // Only the last that was taken is exchanged.
+        for (std::ptrdiff_t i = n - 1; i > k; --i) {
+            const MaskOf<S> taken = with[i];
+            with[i] = asBits(butNot(taken, exchanged));
+            exchanged = either(exchanged, taken);
+        }
+        sign = chosen(exchanged, -sign, sign);
+        const auto exchangeInColumn = [&](std::ptrdiff_t j) __attribute__((always_inline)) {
+            S top = a[k][j];
+            for (std::ptrdiff_t i = k + 1; i < n; ++i) exchangeIf(with[i], top, a[i][j]);
+            return top;
+        };
+        const S pivot = exchangeInColumn(k), scale = all<S>(1) / pivot;
+        for (std::ptrdiff_t i = k + 1; i < n; ++i) multiplier[i] = a[i][k] * scale;
+        for (std::ptrdiff_t j = k + 1; j < n; ++j) {
+            const S top = exchangeInColumn(j);
+            for (std::ptrdiff_t i = k + 1; i < n; ++i) a[i][j] = a[i][j] - top * multiplier[i];
+        }
+        product = product * pivot;
+    }
+    return true;
+}
+
+// Cofactors of a row, without their alternating sign, from `column` on; false if one has to be computed alone.
+template <class S, class A>
+[[gnu::noinline]] bool cofactorsInLanes(A src, std::ptrdiff_t n, std::ptrdiff_t row, std::ptrdiff_t column, S tiny,
+                                        S& values) {
+    Minors<S> minors;
+    S sign, product;
+    readMinors(src, minors, n, row, column);
+    if (!eliminateMinors(minors, n - 1, tiny, sign, product)) return false;
+    const S last = minors[n - 2][n - 2];
+    values = chosen(magnitude(last) > tiny, (last * sign) * product, tiny);
+    return true;
+}
+
+// --- The inverse ----------------------------------------------------------------------------------
+
 template <class T, class A, class D>
-[[gnu::noinline]] std::int32_t invertByCofactors(const A& src, const D& dst, T* buffer, std::int32_t order) {
+[[gnu::noinline]] std::int32_t invertByCofactors(A src, D dst, T* buffer, std::int32_t order) {
     const std::ptrdiff_t n = order;
     const T tiny = tolerance<T>(order);
     const Scratchpad<T> pad(buffer, n);
@@ -97,15 +176,21 @@ template <class T, class A, class D>
     if (tiny >= std::fabs(determinant)) return korStatusSingular;
     const T scale = 1 / determinant;
 
+    const auto write = [&](std::ptrdiff_t i, std::ptrdiff_t j, T value) {
+        store(dst.address(j, i), (value * scale) * ((i + j) % 2 == 0 ? T{1} : T{-1}));
+    };
+    constexpr int lanes = laneCount<T>;
+    const std::ptrdiff_t together = n >= lanes && n <= greatestMinor + 1 ? lanes : 1;
     for (std::ptrdiff_t i = 0; i < n; ++i)
-        for (std::ptrdiff_t j = 0; j < n; ++j) {
-            copyMinor(src, pad, n, i, j);
-            pad.reset(n - 1);
-            Elimination<T> minor = eliminateRows(pad, n - 1, tiny);
-            if (!minor.complete) minor.product = tiny;
-            const T last = pad.at(n - 2, n - 2);
-            const T value = std::fabs(last) > tiny ? (last * minor.sign) * minor.product : tiny;
-            store(dst.address(j, i), (value * scale) * ((i + j) % 2 == 0 ? T{1} : T{-1}));
+        for (std::ptrdiff_t j = 0; j < n; j += together) {
+            // The last group of a row begins early enough to be full.
+            const std::ptrdiff_t first = j + together <= n ? j : n - together;
+            Lanes<T> values;
+            if (together == lanes && cofactorsInLanes(src, n, i, first, broadcast(tiny), values)) {
+                for (int l = 0; l < lanes; ++l) write(i, first + l, values[l]);
+                continue;
+            }
+            for (std::ptrdiff_t l = first; l < first + together; ++l) write(i, l, cofactor(src, pad, n, i, l, tiny));
         }
     return korStatusOk;
 }

@@ -45,7 +45,7 @@ enum class Search { exact, single };
 enum class Vanishing { zero, signedZero };
 
 template <Search search, Vanishing vanishing, class T, class A>
-[[gnu::noinline]] T eliminatedDeterminant(const A& src, T* buffer, std::int32_t order) {
+[[gnu::noinline]] T eliminatedDeterminant(A src, T* buffer, std::int32_t order) {
     const std::ptrdiff_t n = order;
     const T tiny = tolerance<T>(order);
     const auto work = plain(buffer, n * static_cast<std::ptrdiff_t>(sizeof(T))).at(0);
@@ -60,15 +60,9 @@ template <Search search, Vanishing vanishing, class T, class A>
     };
     T sign = 1, product = 1;
     for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
-        T best = held(std::fabs(load<T>(work.address(row(k), k))));
-        std::ptrdiff_t bestPosition = k;
-        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
-            const T candidate = std::fabs(load<T>(work.address(row(i), k)));
-            if (candidate > best) {
-                best = held(candidate);
-                bestPosition = i;
-            }
-        }
+        T best;
+        const std::ptrdiff_t bestPosition = greatestPosition(
+            k, n, [&](std::ptrdiff_t i) { return load<T>(work.address(row(i), k)); }, best, held);
         const std::int32_t pivotRow = row(bestPosition);
         if (bestPosition != k) {
             store(positions + 4 * bestPosition, row(k));
@@ -82,7 +76,7 @@ template <Search search, Vanishing vanishing, class T, class A>
         }
         for (std::ptrdiff_t i = k + 1; i < n; ++i) {
             const T multiplier = load<T>(work.address(row(i), k)) / pivot;
-            subtractRow(work, row(i), work, pivotRow, multiplier, k + 1, n);
+            eliminateFromRow(work, row(i), pivotRow, multiplier, k, n);
         }
         product = product * pivot;
     }

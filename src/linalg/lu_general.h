@@ -12,9 +12,10 @@
 
 namespace korm {
 
-// Eliminates in the destination. The tolerance is absolute and far above that of the orders 3 to 6, on purpose.
+// Eliminates in the destination. The tolerance is absolute and far above that of the orders 3 to 6, on purpose. Views
+// come by value: behind a reference a store might change them, and each address would be computed anew.
 template <class T, class A, class D>
-std::int32_t luGeneral(const A& src, const D& dst, std::byte* pivots, std::ptrdiff_t n) {
+std::int32_t luGeneral(A src, D dst, std::byte* pivots, std::ptrdiff_t n) {
     constexpr T tiny = std::numeric_limits<T>::epsilon();
     for (std::ptrdiff_t i = 0; i < n; ++i) {
         store(pivots + 4 * i, static_cast<std::int32_t>(i));
@@ -22,15 +23,9 @@ std::int32_t luGeneral(const A& src, const D& dst, std::byte* pivots, std::ptrdi
     }
     const auto row = [pivots](std::ptrdiff_t position) { return load<std::int32_t>(pivots + 4 * position); };
     for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
-        T best = std::fabs(load<T>(dst.address(row(k), k)));
-        std::ptrdiff_t bestPosition = k;
-        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
-            const T candidate = std::fabs(load<T>(dst.address(row(i), k)));
-            if (candidate > best) {
-                best = candidate;
-                bestPosition = i;
-            }
-        }
+        T best;
+        const std::ptrdiff_t bestPosition = greatestPosition(
+            k, n, [&](std::ptrdiff_t i) { return load<T>(dst.address(row(i), k)); }, best);
         if (tiny >= best) return korStatusSingular;
         const std::int32_t pivotRow = row(bestPosition);
         store(pivots + 4 * bestPosition, row(k));
@@ -38,8 +33,7 @@ std::int32_t luGeneral(const A& src, const D& dst, std::byte* pivots, std::ptrdi
         const T scale = 1 / load<T>(dst.address(pivotRow, k));
         for (std::ptrdiff_t i = k + 1; i < n; ++i) {
             const T multiplier = load<T>(dst.address(row(i), k)) * scale;
-            store(dst.address(row(i), k), multiplier);
-            subtractRow(dst, row(i), dst, pivotRow, multiplier, k + 1, n);
+            eliminateFromRow(dst, row(i), pivotRow, multiplier, k, n);
         }
     }
     return tiny >= std::fabs(load<T>(dst.address(row(n - 1), n - 1))) ? korStatusSingular : korStatusOk;

@@ -7,8 +7,8 @@
 #include "entry/lanes.h"
 #include "entry/views.h"
 #include "linalg/groups.h"
+#include "linalg/lu_solve_general.h"
 #include "linalg/objects.h"
-#include "linalg/rows.h"
 #include "linalg/scalars.h"
 
 namespace korm {
@@ -120,68 +120,7 @@ template <int n, class T, class A, class B, class D>
     }
 }
 
-// --- All other orders ---------------------------------------------------------------------------
-
-[[gnu::always_inline]] inline float folded(const Float4 (&part)[2]) {
-    const Float4 v = part[0] + part[1];
-    const Float4 w = v + __builtin_shufflevector(v, v, 2, 3, 2, 3);
-    return w[0] + w[1];
-}
-
-[[gnu::always_inline]] inline double folded(const Double2 (&part)[4]) {
-    const Double2 w = (part[0] + part[1]) + (part[2] + part[3]);
-    return w[0] + w[1];
-}
-
-// The sum of products of row `row` of the matrix and the work vector, over columns first to end - 1.
-//
-// Long sums of adjacent elements run in eight partial sums, from where the work vector reaches a multiple of 16
-// bytes on. Where that is decides about the rounding, so it depends on the address.
-template <class T, class A, class D>
-[[gnu::always_inline]] inline T sumOfProducts(const A& matrix, std::ptrdiff_t row, const D& work, std::ptrdiff_t first,
-                                              std::ptrdiff_t end) {
-    constexpr std::ptrdiff_t block = 8;
-    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    const auto term = [&](std::ptrdiff_t j) { return load<T>(matrix.address(row, j)) * load<T>(work.address(0, j)); };
-    T sum = 0;
-    std::ptrdiff_t j = first;
-    if constexpr (hasAdjacentElements<A> && hasAdjacentElements<D>) {
-        const auto address = reinterpret_cast<std::intptr_t>(work.address(0, first));
-        const std::ptrdiff_t aligned = first + (-address & 15) / size;
-        if (address % size == 0 && end - aligned >= block) {
-            for (; j < aligned; ++j) sum = sum + term(j);
-            constexpr int vectors = block / laneCount<T>;
-            Lanes<T> part[vectors] = {};
-            part[0][0] = sum;
-            for (; end - j >= block; j += block)
-#pragma GCC unroll 4
-                for (int v = 0; v < vectors; ++v) {
-                    const std::ptrdiff_t at = j + v * laneCount<T>;
-                    part[v] = part[v] + loadLanes<T>(matrix.address(row, at)) * loadLanes<T>(work.address(0, at));
-                }
-            sum = folded(part);
-        }
-    }
-    for (; j < end; ++j) sum = sum + term(j);
-    return sum;
-}
-
-// dst is the work vector.
-template <class T, class A, class B, class D>
-[[gnu::noinline]] void luSolveGeneral(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
-                                      std::ptrdiff_t n) {
-    const auto row = [pivots](std::ptrdiff_t k) { return load<std::int32_t>(pivots + 4 * k); };
-    store(dst.address(0, 0), load<T>(src.address(0, row(0))));
-    for (std::ptrdiff_t k = 1; k < n; ++k) {
-        const T sum = sumOfProducts<T>(matrix, row(k), dst, 0, k);
-        store(dst.address(0, k), load<T>(src.address(0, row(k))) - sum);
-    }
-    for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
-        T y = load<T>(dst.address(0, k));
-        if (k < n - 1) y = y - sumOfProducts<T>(matrix, row(k), dst, k + 1, n);
-        store(dst.address(0, k), y / load<T>(matrix.address(row(k), k)));
-    }
-}
+// --- Choice ---------------------------------------------------------------------------------------
 
 template <int n, class T, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void luSolveObjects(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
@@ -204,9 +143,8 @@ template <class A, class B, class D, class Count>
         case 6: return luSolveObjects<6, T>(matrix, src, dst, bytes, count);
         default: break;
     }
-    const std::ptrdiff_t pivotsApart = A::objects == Objects::single ? 0 : std::ptrdiff_t{4} * order;
-    for (std::ptrdiff_t t = 0; t < count; ++t)
-        luSolveGeneral<T>(matrix.at(t), src.at(t), dst.at(t), bytes + pivotsApart * t, order);
+    if constexpr (isOne<Count>) luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, order);
+    else luSolveManyGeneral<T>(matrix, src, dst, bytes, order, count);
 }
 
 }  // namespace korm

@@ -54,6 +54,13 @@ using IndexOf = typename ScalarTraits<S>::Index;
 template <class S>
 inline constexpr int lanesOf = ScalarTraits<S>::lanes;
 
+// The number of each lane.
+template <class T>
+[[gnu::always_inline]] inline Lanes<T> numbered() {
+    if constexpr (laneCount<T> == 4) return Float4{0, 1, 2, 3};
+    else return Double2{0, 1};
+}
+
 // The same value in all lanes.
 template <class S>
 [[gnu::always_inline]] inline S all(ElementOf<S> value) {

@@ -1,0 +1,215 @@
+// Solves of any order: each sum first, then one difference. Objects of arrays go in lanes where all lanes have the
+// same order of additions.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "entry/lanes.h"
+#include "entry/views.h"
+#include "linalg/groups.h"
+#include "linalg/objects.h"
+#include "linalg/rows.h"
+#include "linalg/scalars.h"
+
+namespace korm {
+
+// --- Sums of products -----------------------------------------------------------------------------
+
+// Long sums of adjacent elements run in this many partial sums, from where the work vector reaches a multiple of 16
+// bytes on. Where that is decides about the rounding, so it depends on the address.
+inline constexpr std::ptrdiff_t block = 8;
+
+// The column where blocks begin; `end` if the sum has none.
+template <class T, class D>
+[[gnu::always_inline]] inline std::ptrdiff_t blocksFrom(const D& work, std::ptrdiff_t first, std::ptrdiff_t end) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    const auto address = reinterpret_cast<std::intptr_t>(work.address(0, first));
+    const std::ptrdiff_t aligned = first + (-address & 15) / size;
+    return address % size == 0 && end - aligned >= block ? aligned : end;
+}
+
+// The sum of eight partial sums, for one object from vectors of them, or for objects in lanes.
+[[gnu::always_inline]] inline float folded(const Float4 (&part)[2]) {
+    const Float4 v = part[0] + part[1];
+    const Float4 w = v + __builtin_shufflevector(v, v, 2, 3, 2, 3);
+    return w[0] + w[1];
+}
+
+[[gnu::always_inline]] inline double folded(const Double2 (&part)[4]) {
+    const Double2 w = (part[0] + part[1]) + (part[2] + part[3]);
+    return w[0] + w[1];
+}
+
+[[gnu::always_inline]] inline Float4 folded(const Float4 (&p)[8]) {
+    return ((p[0] + p[4]) + (p[2] + p[6])) + ((p[1] + p[5]) + (p[3] + p[7]));
+}
+
+[[gnu::always_inline]] inline Double2 folded(const Double2 (&p)[8]) {
+    return ((p[0] + p[2]) + (p[4] + p[6])) + ((p[1] + p[3]) + (p[5] + p[7]));
+}
+
+// --- One object -----------------------------------------------------------------------------------
+
+// The sum of products of row `row` of the matrix and the work vector, over columns first to end - 1.
+template <class T, class A, class D>
+[[gnu::always_inline]] inline T sumOfProducts(const A& matrix, std::ptrdiff_t row, const D& work, std::ptrdiff_t first,
+                                              std::ptrdiff_t end) {
+    const auto term = [&](std::ptrdiff_t j) { return load<T>(matrix.address(row, j)) * load<T>(work.address(0, j)); };
+    T sum = 0;
+    std::ptrdiff_t j = first;
+    if constexpr (hasAdjacentElements<A> && hasAdjacentElements<D>) {
+        const std::ptrdiff_t aligned = blocksFrom<T>(work, first, end);
+        if (aligned < end) {
+            for (; j < aligned; ++j) sum = sum + term(j);
+            constexpr int vectors = block / laneCount<T>;
+            Lanes<T> part[vectors] = {};
+            part[0][0] = sum;
+            for (; end - j >= block; j += block)
+#pragma GCC unroll 4
+                for (int v = 0; v < vectors; ++v) {
+                    const std::ptrdiff_t at = j + v * laneCount<T>;
+                    part[v] = part[v] + loadLanes<T>(matrix.address(row, at)) * loadLanes<T>(work.address(0, at));
+                }
+            sum = folded(part);
+        }
+    }
+    for (; j < end; ++j) sum = sum + term(j);
+    return sum;
+}
+
+// dst is the work vector.
+template <class T, class A, class B, class D>
+[[gnu::noinline]] void luSolveGeneral(A matrix, B src, D dst, const std::byte* pivots, std::ptrdiff_t n) {
+    const auto row = [pivots](std::ptrdiff_t k) { return load<std::int32_t>(pivots + 4 * k); };
+    store(dst.address(0, 0), load<T>(src.address(0, row(0))));
+    for (std::ptrdiff_t k = 1; k < n; ++k) {
+        const T sum = sumOfProducts<T>(matrix, row(k), dst, 0, k);
+        store(dst.address(0, k), load<T>(src.address(0, row(k))) - sum);
+    }
+    for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
+        T y = load<T>(dst.address(0, k));
+        if (k < n - 1) y = y - sumOfProducts<T>(matrix, row(k), dst, k + 1, n);
+        store(dst.address(0, k), y / load<T>(matrix.address(row(k), k)));
+    }
+}
+
+// --- Objects in lanes -----------------------------------------------------------------------------
+
+// Each sum is a chain of additions and each row ends in a division, so several vectors are in flight. Their work vectors
+// lie on the stack, which bounds the order.
+inline constexpr int mostInLanes = 8;
+inline constexpr std::ptrdiff_t greatestInLanes = 64;
+
+template <class S>
+using RowNumbers = std::int32_t[lanesOf<S>];
+
+// Column j of a row of each matrix in a group, or of the one matrix that serves all.
+template <class S, class Matrices>
+[[gnu::always_inline]] inline S elements(const Matrices& matrices, const RowNumbers<S>& row, std::ptrdiff_t j) {
+    if constexpr (requires { matrices.object; })
+        return gatherOne<S>(matrices.addressOf([&](int l) { return row[l]; }, j), 0);
+    else return broadcast(load<ElementOf<S>>(matrices.address(row[0], j)));
+}
+
+// sumOfProducts, with `term` giving those of all lanes.
+template <class S, class Term>
+[[gnu::always_inline]] inline S sumInLanes(const Term& term, std::ptrdiff_t first, std::ptrdiff_t blocks,
+                                           std::ptrdiff_t end) {
+    S sum = S();
+    std::ptrdiff_t j = first;
+    if (blocks < end) {
+        for (; j < blocks; ++j) sum = sum + term(j);
+        S part[block] = {sum};
+        for (; end - j >= block; j += block)
+#pragma GCC unroll 8
+            for (int p = 0; p < block; ++p) part[p] = part[p] + term(j + p);
+        sum = folded(part);
+    }
+    for (; j < end; ++j) sum = sum + term(j);
+    return sum;
+}
+
+// Both sweeps of the objects from t on, as many as fill `vectors`, where dst's are alike in where their blocks begin.
+template <class T, class A, class B, class D>
+[[gnu::noinline]] void luSolveGroup(A matrix, B src, D dst, const std::byte* pivots, std::ptrdiff_t t, int vectors,
+                                    std::ptrdiff_t n) {
+    using S = Lanes<T>;
+    constexpr int lanes = laneCount<T>;
+    constexpr bool oneMatrix = A::objects == Objects::single;
+    S work[mostInLanes / lanes][greatestInLanes];
+    const auto blocksOf = [&](std::ptrdiff_t first, std::ptrdiff_t end) {
+        if constexpr (isPlain<A>) return blocksFrom<T>(dst.at(t), first, end);
+        else return end;
+    };
+    const auto matricesOf = [&](int v) __attribute__((always_inline)) {
+        if constexpr (oneMatrix) return matrix.at(0);
+        else return groupAt<lanes>(matrix, t + v * lanes);
+    };
+    const auto readRowNumbers = [&](int v, std::ptrdiff_t k, RowNumbers<S>& row) __attribute__((always_inline)) {
+#pragma GCC unroll 4
+        for (int l = 0; l < lanes; ++l)
+            row[l] = load<std::int32_t>(pivots + 4 * (oneMatrix ? k : (t + v * lanes + l) * n + k));
+    };
+    for (std::ptrdiff_t k = 0; k < n; ++k) {
+        const std::ptrdiff_t blocks = blocksOf(0, k);
+        for (int v = 0; v < vectors; ++v) {
+            RowNumbers<S> row;
+            readRowNumbers(v, k, row);
+            const auto matrices = matricesOf(v);
+            const auto term = [&](std::ptrdiff_t j) { return elements<S>(matrices, row, j) * work[v][j]; };
+            const S y = gatherOne<S>(groupAt<lanes>(src, t + v * lanes).addressAt([&](int l) { return row[l]; }), 0);
+            work[v][k] = k == 0 ? y : y - sumInLanes<S>(term, 0, blocks, k);
+        }
+    }
+    for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
+        const std::ptrdiff_t blocks = blocksOf(k + 1, n);
+        for (int v = 0; v < vectors; ++v) {
+            RowNumbers<S> row;
+            readRowNumbers(v, k, row);
+            const auto matrices = matricesOf(v);
+            const auto term = [&](std::ptrdiff_t j) { return elements<S>(matrices, row, j) * work[v][j]; };
+            S y = work[v][k];
+            if (k < n - 1) y = y - sumInLanes<S>(term, k + 1, blocks, n);
+            work[v][k] = y / elements<S>(matrices, row, k);
+        }
+    }
+    for (int v = 0; v < vectors; ++v) {
+        const auto results = groupAt<lanes>(dst, t + v * lanes);
+        std::ptrdiff_t k = 0;
+        if constexpr (isPlain<A>)
+            for (; k + lanes <= n; k += lanes) writeRun<lanes>(results.address(0, k), work[v] + k);
+        for (; k < n; ++k) writeOne(results.address(0, k), 0, work[v][k]);
+    }
+}
+
+// Sums of fewer terms than a block are the same wherever the vectors lie.
+template <class A, class D>
+[[gnu::always_inline]] inline bool haveSameSums(const A&, const D& dst, std::ptrdiff_t t, std::ptrdiff_t objects,
+                                                std::ptrdiff_t n) {
+    if (!isPlain<A> || n <= block) return true;
+    std::intptr_t differences = 0;
+    const auto place = [&](std::ptrdiff_t k) { return reinterpret_cast<std::intptr_t>(dst.at(k).address(0, 0)); };
+    for (std::ptrdiff_t k = t + 1; k < t + objects; ++k) differences |= place(k) ^ place(t);
+    return differences % 16 == 0;
+}
+
+template <class T, class A, class B, class D>
+[[gnu::noinline]] void luSolveManyGeneral(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
+                                          std::ptrdiff_t n, std::ptrdiff_t count) {
+    constexpr int lanes = laneCount<T>;
+    const std::ptrdiff_t pivotsApart = A::objects == Objects::single ? 0 : 4 * n;
+    for (std::ptrdiff_t t = 0; t < count;) {
+        const std::ptrdiff_t left = count - t;
+        const int vectors = static_cast<int>(left < mostInLanes ? left : mostInLanes) / lanes;
+        if (vectors > 0 && n <= greatestInLanes && haveSameSums(matrix, dst, t, vectors * lanes, n)) {
+            luSolveGroup<T>(matrix, src, dst, pivots, t, vectors, n);
+            t += vectors * lanes;
+        } else {
+            luSolveGeneral<T>(matrix.at(t), src.at(t), dst.at(t), pivots + pivotsApart * t, n);
+            ++t;
+        }
+    }
+}
+
+}  // namespace korm
