@@ -17,11 +17,23 @@ namespace korm {
 inline bool isDegenerate(float divisor) { return !(std::fabs(divisor) > FLT_MIN); }
 
 struct Homogeneous {
+    // An element of four vectors in lanes; the fourth is the divisor.
+    struct Four {
+        Float4 m[16];
+
+        explicit Four(const Unaligned* transposed) {
+            for (int i = 0; i < 16; ++i) m[i] = broadcast(transposed[i]);
+        }
+        Float4 sum(int element, const FourVectors& v) const {
+            return Affine<3>::sum(m[element], m[element + 4], m[element + 8], m[element + 12], v);
+        }
+    };
+
     Affine<3>::One one;
-    Affine<3>::Two two;
+    Four four;
     std::int32_t status = korStatusOk;
 
-    explicit Homogeneous(const Unaligned* transposed) : one(transposed), two(transposed) {}
+    explicit Homogeneous(const Unaligned* transposed) : one(transposed), four(transposed) {}
 
     // The elements in lanes 0 to 2.
     Float4 transform(float x, float y, float z) {
@@ -43,39 +55,25 @@ template <class From, class To>
     for (int i = 0; i < 3; ++i) store(to.address(0, i), result[i]);
 }
 
-inline void storeTwoOfThree(std::byte* to, std::ptrdiff_t step, Float4 front, Float4 back) {
-    constexpr std::ptrdiff_t third = 2 * sizeof(float);
-    storeLowPair(to, front);
-    store(to + third, back[0]);
-    storeHighPair(to + step, front);
-    store(to + step + third, back[2]);
-}
-
-// Four vectors a round, whose elements touch, as two times two with one division for all; four with a degenerate one
-// among them go one by one.
-template <Source source, class From, class To>
+// Four vectors a round, whose elements touch; four with a degenerate one among them go one by one.
+template <bool packed, class From, class To>
 inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From src, const To dst, std::ptrdiff_t count) {
-    const Affine<3>::Two two = matrix.two;
+    const Homogeneous::Four four = matrix.four;
     const Float4 least = broadcast(FLT_MIN), one = broadcast(1.0F), sign = broadcast(-0.0F);
-    const std::ptrdiff_t srcStride = source == Source::packed ? 3 * sizeof(float) : src.objectStride;
-    const std::ptrdiff_t dstStride = dst.objectStride;
+    const std::ptrdiff_t srcStride = packed ? 3 * sizeof(float) : src.objectStride;
+    const std::ptrdiff_t dstStride = packed ? 3 * sizeof(float) : dst.objectStride;
     const bool isWide = takesTwoLines(srcStride, dstStride);
     const std::byte* from = src.at(0).address(0, 0);
     std::byte* to = dst.at(0).address(0, 0);
     std::ptrdiff_t k = 0;
     for (; k + 4 <= count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
         fetchAhead(from, to);
-        if (source == Source::any && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
-        const TwoVectors a = loadTwo<3, source>(from, srcStride),
-                         b = loadTwo<3, source>(from + 2 * srcStride, srcStride);
-        const Float4 backA = two(a, 1), backB = two(b, 1);
-        const Float4 divisors = __builtin_shufflevector(backA, backB, 1, 3, 5, 7);
+        if (!packed && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
+        const FourVectors v = loadFour<packed>(from, srcStride);
+        const Float4 divisors = four.sum(3, v);
         if (_mm_movemask_ps(_mm_cmpgt_ps(_mm_andnot_ps(sign, divisors), least)) == 0xf) [[likely]] {
-            const Float4 reciprocals = one / divisors;
-            const Float4 forA = interleaveLow(reciprocals, reciprocals);
-            const Float4 forB = interleaveHigh(reciprocals, reciprocals);
-            storeTwoOfThree(to, dstStride, two(a, 0) * forA, backA * forA);
-            storeTwoOfThree(to + 2 * dstStride, dstStride, two(b, 0) * forB, backB * forB);
+            const Float4 r = one / divisors;
+            storeFour<packed>(to, dstStride, {four.sum(0, v) * r, four.sum(1, v) * r, four.sum(2, v) * r});
         } else {
             for (std::ptrdiff_t i = k; i < k + 4; ++i) transformObject(matrix, src.at(i), dst.at(i));
         }
@@ -87,8 +85,10 @@ template <class From, class To>
 inline std::int32_t transformObjects(Homogeneous matrix, const From src, const To dst, std::ptrdiff_t count) {
     std::ptrdiff_t k = 0;
     if constexpr (From::spacing == Spacing::rowAdjacent) {
-        if (src.objectStride == 3 * sizeof(float)) k = transformFours<Source::packed>(matrix, src, dst, count);
-        else k = transformFours<Source::any>(matrix, src, dst, count);
+        constexpr std::ptrdiff_t packed = 3 * sizeof(float);
+        const bool allPacked = src.objectStride == packed && dst.objectStride == packed;
+        if (allPacked) k = transformFours<true>(matrix, src, dst, count);
+        else k = transformFours<false>(matrix, src, dst, count);
     }
     for (; k < count; ++k) transformObject(matrix, src.at(k), dst.at(k));
     return matrix.status;
