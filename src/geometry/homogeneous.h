@@ -17,23 +17,10 @@ namespace korm {
 inline bool isDegenerate(float divisor) { return !(std::fabs(divisor) > FLT_MIN); }
 
 struct Homogeneous {
-    // An element of four vectors in lanes; the fourth is the divisor.
-    struct Four {
-        Float4 m[16];
-
-        explicit Four(const Unaligned* transposed) {
-            for (int i = 0; i < 16; ++i) m[i] = broadcast(transposed[i]);
-        }
-        Float4 sum(int element, const FourVectors& v) const {
-            return Affine<3>::sum(m[element], m[element + 4], m[element + 8], m[element + 12], v);
-        }
-    };
-
     Affine<3>::One one;
-    Four four;
     std::int32_t status = korStatusOk;
 
-    explicit Homogeneous(const Unaligned* transposed) : one(transposed), four(transposed) {}
+    explicit Homogeneous(const Unaligned* transposed) : one(transposed) {}
 
     // The elements in lanes 0 to 2.
     Float4 transform(float x, float y, float z) {
@@ -48,6 +35,27 @@ struct Homogeneous {
     }
 };
 
+// The same for four vectors in lanes: element by element, of which the fourth is the divisor.
+struct FourHomogeneous {
+    Float4 x[4], y[4], z[4], w[4];
+
+    explicit FourHomogeneous(const Affine<3>::One& one) {
+        const auto spread = [](Float4 row, Float4(&elements)[4]) {
+            elements[0] = everyLane<0>(row);
+            elements[1] = everyLane<1>(row);
+            elements[2] = everyLane<2>(row);
+            elements[3] = everyLane<3>(row);
+        };
+        spread(one.x, x);
+        spread(one.y, y);
+        spread(one.z, z);
+        spread(one.w, w);
+    }
+    Float4 sum(int element, const FourVectors& v) const {
+        return Affine<3>::sum(x[element], y[element], z[element], w[element], v);
+    }
+};
+
 template <class From, class To>
 [[gnu::noinline]] void transformObject(Homogeneous& matrix, const From& from, const To& to) {
     const Float4 result = matrix.transform(load<float>(from.address(0, 0)), load<float>(from.address(0, 1)),
@@ -58,7 +66,7 @@ template <class From, class To>
 // Four vectors a round, whose elements touch; four with a degenerate one among them go one by one.
 template <bool packed, class From, class To>
 inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From src, const To dst, std::ptrdiff_t count) {
-    const Homogeneous::Four four = matrix.four;
+    const FourHomogeneous four(matrix.one);
     const Float4 least = broadcast(FLT_MIN), one = broadcast(1.0F), sign = broadcast(-0.0F);
     const std::ptrdiff_t srcStride = packed ? 3 * sizeof(float) : src.objectStride;
     const std::ptrdiff_t dstStride = packed ? 3 * sizeof(float) : dst.objectStride;
