@@ -23,9 +23,9 @@ inline Float4 loadPairs(const std::byte* first, const std::byte* second) {
 inline void storeLowPair(std::byte* to, Float4 v) { _mm_storel_pi(reinterpret_cast<__m64*>(to), v); }
 inline void storeHighPair(std::byte* to, Float4 v) { _mm_storeh_pi(reinterpret_cast<__m64*>(to), v); }
 
-// Asks for what a loop will need some twenty to forty rounds later, on both sides. Out of cache that is 10 to 20 % of the time: a
-// round has so many instructions for its few bytes that the processor doesn't see far enough ahead by itself. Nothing
-// is read: an address behind the end does no harm.
+// Asks for what a loop will need some twenty to forty rounds later, on both sides. Out of cache that is 10 to 20 % of
+// the time: a round has so many instructions for its few bytes that the processor doesn't see far enough ahead by
+// itself. Nothing is read: an address behind the end does no harm.
 inline void fetchAhead(const std::byte* from, const std::byte* to) {
     constexpr std::uintptr_t ahead = 2048;
     __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(from) + ahead));
@@ -116,7 +116,7 @@ inline FourVectors loadFour(const std::byte* from, std::ptrdiff_t step) {
 }
 
 // Those that aren't packed are stored as two pairs, (x, y) and (y, z), one over the other: a third element by itself
-// takes a shuffle of its own to where single elements are stored from.
+// takes a shuffle of its own to where single elements are stored from. One vector after the other: results may overlap.
 template <bool packed>
 inline void storeFour(std::byte* to, std::ptrdiff_t step, const FourVectors& v) {
     if constexpr (packed) {

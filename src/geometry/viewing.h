@@ -85,8 +85,8 @@ template <Hand hand>
 inline void orthoOffCenter(float left, float right, float bottom, float top, float zNear, float zFar, Unaligned* d) {
     const Depth<hand> depth(zNear, zFar);
     const Float4 quotients = scalesAndMiddle<true>(2.0F, left, right, bottom, top);
-    const Float4 depths = Float4{zNear, zNear, 1.0F, 1.0F} /
-                          Float4{depth.forOffset, depth.forOffset, depth.forScale, depth.forScale};
+    const Float4 depths =
+        Float4{zNear, zNear, 1.0F, 1.0F} / Float4{depth.forOffset, depth.forOffset, depth.forScale, depth.forScale};
     storeRows(d, only<0>(quotients), only<1>(quotients), only<2>(depths), middleRow(quotients, depths, 1));
 }
 
@@ -119,10 +119,9 @@ inline void perspectiveOffCenter(float left, float right, float bottom, float to
     const Depth<hand> depth(zNear, zFar);
     const Float4 quotients = scalesAndMiddle<hand == Hand::left>(zNear + zNear, left, right, bottom, top);
     const float product = zNear * zFar;
-    const Float4 depths = Float4{zFar, zFar, product, product} /
-                          Float4{depth.forScale, depth.forScale, depth.forOffset, depth.forOffset};
-    storeRows(d, only<0>(quotients), only<1>(quotients), middleRow(quotients, depths, depthToW<hand>),
-              only<2>(depths));
+    const Float4 depths =
+        Float4{zFar, zFar, product, product} / Float4{depth.forScale, depth.forScale, depth.forOffset, depth.forOffset};
+    storeRows(d, only<0>(quotients), only<1>(quotients), middleRow(quotients, depths, depthToW<hand>), only<2>(depths));
 }
 
 }  // namespace korm
