@@ -20,7 +20,7 @@ struct Homogeneous {
     Affine<3>::One one;
     std::int32_t status = korStatusOk;
 
-    explicit Homogeneous(const Unaligned* transposed) : one(transposed) {}
+    explicit Homogeneous(const Affine<3>::One& transposed) : one(transposed) {}
 
     // The elements in lanes 0 to 2.
     Float4 transform(float x, float y, float z) {
@@ -65,7 +65,7 @@ template <class From, class To>
 
 // Four vectors a round, whose elements touch; four with a degenerate one among them go one by one.
 template <bool packed, class From, class To>
-inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From src, const To dst, std::ptrdiff_t count) {
+inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From& src, const To& dst, std::ptrdiff_t count) {
     const FourHomogeneous four(matrix.one);
     const Float4 least = broadcast(FLT_MIN), one = broadcast(1.0F), sign = broadcast(-0.0F);
     const std::ptrdiff_t srcStride = packed ? 3 * sizeof(float) : src.objectStride;
@@ -90,7 +90,7 @@ inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From src, const 
 }
 
 template <class From, class To>
-inline std::int32_t transformObjects(Homogeneous matrix, const From src, const To dst, std::ptrdiff_t count) {
+inline std::int32_t transformObjects(Homogeneous& matrix, const From& src, const To& dst, std::ptrdiff_t count) {
     std::ptrdiff_t k = 0;
     if constexpr (From::spacing == Spacing::rowAdjacent) {
         constexpr std::ptrdiff_t packed = 3 * sizeof(float);
@@ -104,10 +104,11 @@ inline std::int32_t transformObjects(Homogeneous matrix, const From src, const T
 
 template <class Matrix, class From, class To>
 inline std::int32_t transform3DH(const Matrix& matrix, const From& src, const To& dst, std::int32_t count) {
-    float transposed[16];
-    for (int r = 0; r < 4; ++r)
-        for (int c = 0; c < 4; ++c) transposed[4 * c + r] = load<float>(matrix.at(0).address(r, c));
-    const Homogeneous held(transposed);
+    // In registers: rows put together in memory would have to wait for their elements' stores.
+    const auto column = [grid = matrix.at(0)](std::ptrdiff_t c) {
+        return gather<float>(grid.address(0, c), grid.address(1, c) - grid.address(0, c));
+    };
+    Homogeneous held(Affine<3>::One(column(0), column(1), column(2), column(3)));
     if constexpr (From::spacing == Spacing::strided)
         if (src.elementStride == sizeof(float) && dst.elementStride == sizeof(float)) {
             // It was the matrix alone whose elements lie apart: one stored by columns.
