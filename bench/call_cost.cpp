@@ -5,6 +5,8 @@
 //  - To the first load: the operands lie in an inaccessible page, so the kernel's first load of an element,
 //    or of an entry of a pointer table, ends the counting.
 //  - To the return: the same call on accessible operands, up to and with its `ret`.
+// Functions of fixed size are counted to the return, those without a call of the mathematics library; batches have
+// 64 packed vectors.
 // --check fails if a form needs more than 4 instructions an argument to its first load, --check-small looks at
 // orders and lengths 3 to 6 only. --trace writes where the instructions of one form stand in the library, order or
 // length 3, for `addr2line -fe libkorm.so`. --call makes just this one call, for other tools that count.
@@ -30,6 +32,7 @@ namespace {
 
 constexpr int instructionsAnArgument = 4;
 constexpr std::size_t operandBytes = 1 << 20;  // for each operand, tables of pointers included
+constexpr std::size_t operandPlaces = 5;
 constexpr greg_t trapFlag = 0x100;
 #ifdef __x86_64__
 constexpr int programCounter = REG_RIP, stackPointer = REG_RSP;
@@ -52,7 +55,7 @@ const char* tracedForm = nullptr;
 const char* calledForm = nullptr;
 constexpr int placesKept = 1000;
 greg_t places[placesKept];     // of the instructions behind the call
-std::byte* guarded = nullptr;  // three operands' inaccessible memory
+std::byte* guarded = nullptr;  // the operands' inaccessible memory
 std::byte* open = nullptr;     // the same, accessible
 
 void onTrap(int, siginfo_t*, void* context) {
@@ -75,7 +78,7 @@ void onTrap(int, siginfo_t*, void* context) {
 
 void onFault(int, siginfo_t* info, void*) {
     auto* const address = static_cast<std::byte*>(info->si_addr);
-    if (trace == nullptr || address < guarded || address >= guarded + 3 * operandBytes) {
+    if (trace == nullptr || address < guarded || address >= guarded + operandPlaces * operandBytes) {
         static const char message[] = "call_cost: a fault outside the guarded operands\n";
         std::fputs(message, stderr);
         std::_Exit(2);
@@ -128,7 +131,7 @@ void installHandlers() {
     action.sa_sigaction = onFault;
     sigaction(SIGSEGV, &action, nullptr);
     const auto map = [](int protection) {
-        void* const memory = mmap(nullptr, 3 * operandBytes, protection, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        void* const memory = mmap(nullptr, operandPlaces * operandBytes, protection, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         if (memory == MAP_FAILED) std::exit(2);
         return static_cast<std::byte*>(memory);
     };
@@ -195,8 +198,8 @@ std::tuple<Parameters...> argumentsFor(std::int32_t (*)(Parameters...), bool isP
 
 // Tables for the pointer layout at the start of each operand's memory, their elements behind them.
 void fillTables(std::byte* memory, std::int32_t positions, std::size_t elementSize) {
-    for (int operand = 0; operand < 3; ++operand) {
-        std::byte* const base = memory + static_cast<std::size_t>(operand) * operandBytes;
+    for (std::size_t operand = 0; operand < operandPlaces; ++operand) {
+        std::byte* const base = memory + operand * operandBytes;
         for (std::int32_t i = 0; i < positions; ++i)
             reinterpret_cast<std::byte**>(base)[i] =
                 base + operandBytes / 2 + static_cast<std::size_t>(i) * elementSize;
@@ -211,6 +214,7 @@ struct Cost {
     int toLoadSquare;  // the most of sizes 3 to 6
     int toLoadOther;   // the most of the other sizes tried
     int toReturn;      // of order or length 3
+    bool isFixed;      // of fixed size: counted to the return only
 };
 std::vector<Cost> costs;
 
@@ -227,7 +231,7 @@ void measure(const char* name, std::int32_t (*function)(Parameters...), Operands
     std::vector<std::int32_t> sizes{3, 4, 5, 6, 1, 2, 7, 8, 9, 10, 33};
     if (operands == Operands::vectors) sizes.push_back(1000);
     for (int isStrided = 0; isStrided <= (isPointerLayout ? 0 : 1); ++isStrided) {
-        Cost cost{name, sizeof...(Parameters), 0, 0, 0};
+        Cost cost{name, sizeof...(Parameters), 0, 0, 0, false};
         if (isStrided) cost.name += " (strided)";
         for (std::int32_t order : sizes) {
             const Size size{order, order, isStrided != 0};
@@ -245,11 +249,106 @@ void measure(const char* name, std::int32_t (*function)(Parameters...), Operands
     }
 }
 
+// Pointers are operands, the first of them a matrix that can be inverted; integers are the strides of a batch and,
+// last, its count.
+template <class... Parameters>
+void measureFixed(const char* name, std::int32_t sourceStride, std::int32_t resultStride,
+                  std::int32_t (*function)(Parameters...)) {
+    for (std::size_t i = 0; i < 16; ++i) reinterpret_cast<float*>(open)[i] = i % 5 ? 0.0F : 1.0F;
+    std::tuple<Parameters...> arguments;
+    std::byte* operand = open;
+    std::int32_t integers[] = {sourceStride, resultStride, 64}, *integer = integers;
+    const auto give = [&]<class P>(P& argument) {
+        if constexpr (std::is_pointer_v<P>) {
+            argument = reinterpret_cast<P>(operand);
+            operand += operandBytes;
+        } else if constexpr (std::is_floating_point_v<P>) argument = 1.5F;
+        else argument = *integer++;
+    };
+    std::apply([&](Parameters&... parameters) { (give(parameters), ...); }, arguments);
+    if (calledForm) {
+        if (std::strcmp(calledForm, name) != 0) return;
+        std::exit(std::apply(function, arguments) == korStatusOk ? 0 : 1);
+    }
+    const int toReturn = countInstructions(function, arguments, false);
+    if (tracedForm && !std::strcmp(tracedForm, name)) printPlaces(toReturn);
+    costs.push_back({name, sizeof...(Parameters), 0, 0, toReturn, true});
+}
+
 #define COST(NAME, OPERANDS)                                   \
     measure(#NAME "_32f", NAME##_32f, Operands::OPERANDS);     \
     measure(#NAME "_64f", NAME##_64f, Operands::OPERANDS);     \
     measure(#NAME "_32f_P", NAME##_32f_P, Operands::OPERANDS); \
     measure(#NAME "_64f_P", NAME##_64f_P, Operands::OPERANDS);
+
+#define FIXED(NAME) measureFixed(#NAME "_32f", 0, 0, NAME##_32f);
+#define BATCH(NAME, SOURCE_STRIDE, RESULT_STRIDE) measureFixed(#NAME "_32f", SOURCE_STRIDE, RESULT_STRIDE, NAME##_32f);
+
+void measureFixedSizes() {
+    FIXED(kormAdd_v2)
+    FIXED(kormAdd_v3)
+    FIXED(kormAdd_v4)
+    FIXED(kormSub_v3)
+    FIXED(kormMin_v3)
+    FIXED(kormMax_v4)
+    FIXED(kormMulC_v2)
+    FIXED(kormMulC_v3)
+    FIXED(kormMulC_v4)
+    FIXED(kormDotProduct_v2)
+    FIXED(kormDotProduct_v3)
+    FIXED(kormDotProduct_v4)
+    FIXED(kormLenSqr_v3)
+    FIXED(kormLen_v3)
+    FIXED(kormLen_v4)
+    FIXED(kormNormalize_v2)
+    FIXED(kormNormalize_v3)
+    FIXED(kormNormalize_v4)
+    FIXED(kormCrossProduct_v2)
+    FIXED(kormCrossProduct_v3)
+    FIXED(kormCrossProduct_v4)
+    FIXED(kormIdentity_m4)
+    FIXED(kormTranslation_m4)
+    FIXED(kormScaling_m4)
+    FIXED(kormLookAtLH_m4)
+    FIXED(kormOrthoLH_m4)
+    FIXED(kormOrthoOffCenterRH_m4)
+    FIXED(kormPerspectiveLH_m4)
+    FIXED(kormPerspectiveOffCenterLH_m4)
+    FIXED(kormPerspectiveOffCenterRH_m4)
+    FIXED(kormDet_m4)
+    FIXED(kormInvert_m4)
+    FIXED(kormTranspose_m4)
+    FIXED(kormMul_mm4x4)
+    FIXED(kormMulTranspose_m4)
+    FIXED(kormIsIdentity_m4)
+    FIXED(kormAffineTransform_m4v2)
+    FIXED(kormAffineTransform_m4v3)
+    FIXED(kormAffineTransform_m4v4)
+    FIXED(kormAffineTransformCoord_m4v2)
+    FIXED(kormAffineTransformCoord_m4v3)
+    FIXED(kormAffineTransformNormal_m4v2)
+    FIXED(kormAffineTransformNormal_m4v3)
+    FIXED(kormProject_m4v3)
+    FIXED(kormBaryCentric_v3)
+    FIXED(kormBaryCentric_v4)
+    FIXED(kormInterpolationLinear_v2)
+    FIXED(kormInterpolationLinear_v3)
+    FIXED(kormInterpolationLinear_v4)
+    FIXED(kormHermite_v2)
+    FIXED(kormHermite_v3)
+    FIXED(kormHermite_v4)
+    FIXED(kormInterpolationCatmullRom_v2)
+    FIXED(kormInterpolationCatmullRom_v3)
+    FIXED(kormInterpolationCatmullRom_v4)
+    BATCH(kormAffineTransform_m4v2a, 8, 16)
+    BATCH(kormAffineTransform_m4v3a, 12, 16)
+    BATCH(kormAffineTransform_m4v4a, 16, 16)
+    BATCH(kormAffineTransformCoord_m4v2a, 8, 8)
+    BATCH(kormAffineTransformCoord_m4v3a, 12, 12)
+    BATCH(kormAffineTransformNormal_m4v2a, 8, 8)
+    BATCH(kormAffineTransformNormal_m4v3a, 12, 12)
+    BATCH(kormProject_m4v3a, 12, 12)
+}
 
 void measureAllForms() {
     COST(kormAdd_mm, matrices)
@@ -279,13 +378,17 @@ enum class Check { none, smallSizes, allSizes };
 
 int print(Check check) {
     int misses = 0;
-    std::printf("%-28s %9s %18s %18s %10s\n", "form", "arguments", "to load, 3 to 6", "to load, others", "to return");
+    std::printf("%-36s %9s %18s %18s %10s\n", "form", "arguments", "to load, 3 to 6", "to load, others", "to return");
     for (const Cost& cost : costs) {
+        if (cost.isFixed) {
+            std::printf("%-36s %9d %18s %18s %10d\n", cost.name.c_str(), cost.arguments, "", "", cost.toReturn);
+            continue;
+        }
         const int judged =
             check == Check::smallSizes ? cost.toLoadSquare : std::max(cost.toLoadSquare, cost.toLoadOther);
         const bool isOver = judged > instructionsAnArgument * cost.arguments;
         misses += isOver;
-        std::printf("%-28s %9d %10d (%5.2f) %10d (%5.2f) %10d%s\n", cost.name.c_str(), cost.arguments,
+        std::printf("%-36s %9d %10d (%5.2f) %10d (%5.2f) %10d%s\n", cost.name.c_str(), cost.arguments,
                     cost.toLoadSquare, static_cast<double>(cost.toLoadSquare) / cost.arguments, cost.toLoadOther,
                     static_cast<double>(cost.toLoadOther) / cost.arguments, cost.toReturn,
                     isOver ? "  over the limit" : "");
@@ -298,11 +401,13 @@ bool writeJson(const char* path) {
     std::FILE* const file = std::fopen(path, "w");
     if (!file) return false;
     std::fputs("[\n", file);
-    for (std::size_t i = 0; i < costs.size(); ++i)
-        std::fprintf(file,
-                     R"({"name": "%s", "arguments": %d, "toLoadSquare": %d, "toLoadOther": %d, "toReturn": %d}%s)",
-                     costs[i].name.c_str(), costs[i].arguments, costs[i].toLoadSquare, costs[i].toLoadOther,
-                     costs[i].toReturn, i + 1 < costs.size() ? ",\n" : "\n");
+    for (std::size_t i = 0; i < costs.size(); ++i) {
+        const Cost& cost = costs[i];
+        std::fprintf(file, R"({"name": "%s", "arguments": %d, )", cost.name.c_str(), cost.arguments);
+        if (!cost.isFixed)
+            std::fprintf(file, R"("toLoadSquare": %d, "toLoadOther": %d, )", cost.toLoadSquare, cost.toLoadOther);
+        std::fprintf(file, R"("toReturn": %d}%s)", cost.toReturn, i + 1 < costs.size() ? ",\n" : "\n");
+    }
     std::fputs("]\n", file);
     return std::fclose(file) == 0;
 }
@@ -326,8 +431,9 @@ int main(int argc, char** argv) {
     }
     installHandlers();
     measureAllForms();
+    measureFixedSizes();
     if (calledForm) {
-        std::fprintf(stderr, "call_cost: %s is no single-object form\n", calledForm);
+        std::fprintf(stderr, "call_cost: %s is not counted\n", calledForm);
         return 2;
     }
     if (json && !writeJson(json)) {

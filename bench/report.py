@@ -341,7 +341,7 @@ def main():
     costs = []
     if options.call_cost:
         with open(options.call_cost, encoding="utf-8") as file:
-            costs = json.load(file)
+            costs = [cost for cost in json.load(file) if "toLoadSquare" in cost]  # without those of fixed size
     if options.output:
         write(options.output, report(context, rows, threads, errors, costs))
     if options.misses:

@@ -1,10 +1,14 @@
 #include "model.h"
 
 #include <assimp/postprocess.h>
+#include <sys/resource.h>
+#include <unistd.h>
 #include <assimp/Importer.hpp>
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <fstream>
 #include <limits>
 #include <vector>
 
@@ -12,13 +16,49 @@
 
 namespace example {
 
+namespace {
+
+// While it lives, the process gets no more memory than a model of this size could need. Libassimp makes room for as many
+// vertices as a file announces; a broken one may announce billions, and the machine would be busy clearing memory.
+class MemoryLimit {
+public:
+    explicit MemoryLimit(const std::string& model) {
+        std::error_code unknown;
+        const std::uintmax_t fileSize = std::filesystem::file_size(model, unknown);
+        std::uintmax_t pagesInUse = 0;
+        std::ifstream("/proc/self/statm") >> pagesInUse;
+        if (unknown || pagesInUse == 0 || getrlimit(RLIMIT_AS, &before_) != 0) return;
+        // The constant also stands for files that the model names: textures, buffers of vertices.
+        constexpr std::uintmax_t anyModel = std::uintmax_t{4} << 30, bytesOfAByte = 64;
+        const std::uintmax_t limit =
+            pagesInUse * static_cast<std::uintmax_t>(sysconf(_SC_PAGESIZE)) + anyModel + bytesOfAByte * fileSize;
+        rlimit lower = before_;
+        lower.rlim_cur = std::min<std::uintmax_t>(limit, before_.rlim_cur);
+        isSet_ = setrlimit(RLIMIT_AS, &lower) == 0;
+    }
+    ~MemoryLimit() {
+        if (isSet_) setrlimit(RLIMIT_AS, &before_);
+    }
+    MemoryLimit(const MemoryLimit&) = delete;
+    MemoryLimit& operator=(const MemoryLimit&) = delete;
+
+private:
+    rlimit before_{};
+    bool isSet_ = false;
+};
+
+}  // namespace
+
 std::unique_ptr<aiScene> readModel(const std::string& name, unsigned steps) {
     Assimp::Importer importer;
+    const MemoryLimit limit(name);
     // Lines and points that are in the way go while triangles are sorted from them.
     importer.SetPropertyInteger(AI_CONFIG_PP_SBP_REMOVE, aiPrimitiveType_LINE | aiPrimitiveType_POINT);
     const aiScene* const read = importer.ReadFile(name, aiProcess_PreTransformVertices | steps);
     if (read == nullptr) {
         const std::string reason = importer.GetErrorString();
+        if (reason.find("bad_alloc") != std::string::npos)
+            throw Failure(name + ": reading it takes more memory than a model of its size can need; it may be broken");
         throw Failure(name + ": " + (reason.empty() ? "can't be read as a model" : reason));
     }
     std::unique_ptr<aiScene> scene(importer.GetOrphanedScene());

@@ -78,31 +78,28 @@ inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v) {
     const std::byte* from = v.src;
     std::byte* to = v.dst;
     std::ptrdiff_t k = 0;
-    for (; k + 4 <= v.count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
+    constexpr std::ptrdiff_t round = Transform::outputs == 2 && resultPacked ? 8 : 4;  // a line of cache, or less
+    for (; k + round <= v.count; k += round, from += round * srcStride, to += round * dstStride) {
         fetchAhead(from, to);
         if (source == Source::any && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
-        transformTwo(from, to);
-        transformTwo(from + 2 * srcStride, to + 2 * dstStride);
+        for (std::ptrdiff_t i = 0; i < round; i += 2) transformTwo(from + i * srcStride, to + i * dstStride);
     }
-    if (k + 2 <= v.count) {
-        transformTwo(from, to);
-        k += 2;
-    }
+    for (; k + 2 <= v.count; k += 2, from += 2 * srcStride, to += 2 * dstStride) transformTwo(from, to);
     return k;
 }
 
 // Results of three elements, four vectors a round.
-template <bool srcPacked, bool dstPacked, class Four>
+template <bool packed, class Four>
 inline std::ptrdiff_t fourByFour(const Four& four, const Vectors& v) {
-    const std::ptrdiff_t srcStride = srcPacked ? 12 : v.srcStride, dstStride = dstPacked ? 12 : v.dstStride;
+    const std::ptrdiff_t srcStride = packed ? 12 : v.srcStride, dstStride = packed ? 12 : v.dstStride;
     const bool isWide = takesTwoLines(srcStride, dstStride);
     const std::byte* from = v.src;
     std::byte* to = v.dst;
     std::ptrdiff_t k = 0;
     for (; k + 4 <= v.count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
         fetchAhead(from, to);
-        if (!srcPacked && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
-        storeFour<dstPacked>(to, dstStride, four(loadFour<srcPacked>(from, srcStride)));
+        if (!packed && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
+        storeFour<packed>(to, dstStride, four(loadFour<packed>(from, srcStride)));
     }
     return k;
 }
@@ -144,7 +141,7 @@ inline std::ptrdiff_t severalByFour(const Vectors& v, const Arguments&... argume
         }
     }
     const typename Transform::Four four(arguments...);
-    return allPacked ? fourByFour<true, true>(four, v) : fourByFour<false, false>(four, v);
+    return allPacked ? fourByFour<true>(four, v) : fourByFour<false>(four, v);
 }
 
 template <class Transform, class... Arguments>

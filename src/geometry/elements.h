@@ -52,6 +52,12 @@ inline float inRegister(float value) {
     return value;
 }
 
+// Two adjacent floats in lanes 0 and 1; the spare lanes are never computed with.
+inline Float4 loadFirstPair(const std::byte* from) {
+    using Bits2 = long long __attribute__((vector_size(16)));
+    return settled(reinterpret_cast<Float4>(Bits2{load<long long>(from)}));
+}
+
 // Each element of a vector in all lanes.
 struct Repeated {
     Float4 x, y, z, w;
@@ -60,10 +66,15 @@ struct Repeated {
 template <int n>
 inline Repeated repeated(const Unaligned* from) {
     Repeated v;
-    v.x = broadcast(from[0]);
-    v.y = broadcast(from[1]);
-    if constexpr (n > 2) v.z = broadcast(from[2]);
-    if constexpr (n > 3) v.w = broadcast(from[3]);
+    const Float4 firstTwo = loadFirstPair(bytes(from));
+    v.x = everyLane<0>(firstTwo);
+    v.y = everyLane<1>(firstTwo);
+    if constexpr (n == 3) v.z = broadcast(from[2]);
+    if constexpr (n == 4) {
+        const Float4 lastTwo = loadFirstPair(bytes(from + 2));
+        v.z = everyLane<0>(lastTwo);
+        v.w = everyLane<1>(lastTwo);
+    }
     return v;
 }
 

@@ -18,10 +18,9 @@ inline bool isDegenerate(float divisor) { return !(std::fabs(divisor) > FLT_MIN)
 
 struct Homogeneous {
     Affine<3>::One one;
-    Affine<3>::Two two;
     std::int32_t status = korStatusOk;
 
-    explicit Homogeneous(const Unaligned* transposed) : one(transposed), two(transposed) {}
+    explicit Homogeneous(const Affine<3>::One& transposed) : one(transposed) {}
 
     // The elements in lanes 0 to 2.
     Float4 transform(float x, float y, float z) {
@@ -36,6 +35,27 @@ struct Homogeneous {
     }
 };
 
+// The same for four vectors in lanes: element by element, of which the fourth is the divisor.
+struct FourHomogeneous {
+    Float4 x[4], y[4], z[4], w[4];
+
+    explicit FourHomogeneous(const Affine<3>::One& one) {
+        const auto spread = [](Float4 row, Float4(&elements)[4]) {
+            elements[0] = everyLane<0>(row);
+            elements[1] = everyLane<1>(row);
+            elements[2] = everyLane<2>(row);
+            elements[3] = everyLane<3>(row);
+        };
+        spread(one.x, x);
+        spread(one.y, y);
+        spread(one.z, z);
+        spread(one.w, w);
+    }
+    Float4 sum(int element, const FourVectors& v) const {
+        return Affine<3>::sum(x[element], y[element], z[element], w[element], v);
+    }
+};
+
 template <class From, class To>
 [[gnu::noinline]] void transformObject(Homogeneous& matrix, const From& from, const To& to) {
     const Float4 result = matrix.transform(load<float>(from.address(0, 0)), load<float>(from.address(0, 1)),
@@ -43,39 +63,25 @@ template <class From, class To>
     for (int i = 0; i < 3; ++i) store(to.address(0, i), result[i]);
 }
 
-inline void storeTwoOfThree(std::byte* to, std::ptrdiff_t step, Float4 front, Float4 back) {
-    constexpr std::ptrdiff_t third = 2 * sizeof(float);
-    storeLowPair(to, front);
-    store(to + third, back[0]);
-    storeHighPair(to + step, front);
-    store(to + step + third, back[2]);
-}
-
-// Four vectors a round, whose elements touch, as two times two with one division for all; four with a degenerate one
-// among them go one by one.
-template <Source source, class From, class To>
-inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From src, const To dst, std::ptrdiff_t count) {
-    const Affine<3>::Two two = matrix.two;
+// Four vectors a round, whose elements touch; four with a degenerate one among them go one by one.
+template <bool packed, class From, class To>
+inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From& src, const To& dst, std::ptrdiff_t count) {
+    const FourHomogeneous four(matrix.one);
     const Float4 least = broadcast(FLT_MIN), one = broadcast(1.0F), sign = broadcast(-0.0F);
-    const std::ptrdiff_t srcStride = source == Source::packed ? 3 * sizeof(float) : src.objectStride;
-    const std::ptrdiff_t dstStride = dst.objectStride;
+    const std::ptrdiff_t srcStride = packed ? 3 * sizeof(float) : src.objectStride;
+    const std::ptrdiff_t dstStride = packed ? 3 * sizeof(float) : dst.objectStride;
     const bool isWide = takesTwoLines(srcStride, dstStride);
     const std::byte* from = src.at(0).address(0, 0);
     std::byte* to = dst.at(0).address(0, 0);
     std::ptrdiff_t k = 0;
     for (; k + 4 <= count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
         fetchAhead(from, to);
-        if (source == Source::any && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
-        const TwoVectors a = loadTwo<3, source>(from, srcStride),
-                         b = loadTwo<3, source>(from + 2 * srcStride, srcStride);
-        const Float4 backA = two(a, 1), backB = two(b, 1);
-        const Float4 divisors = __builtin_shufflevector(backA, backB, 1, 3, 5, 7);
+        if (!packed && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
+        const FourVectors v = loadFour<packed>(from, srcStride);
+        const Float4 divisors = four.sum(3, v);
         if (_mm_movemask_ps(_mm_cmpgt_ps(_mm_andnot_ps(sign, divisors), least)) == 0xf) [[likely]] {
-            const Float4 reciprocals = one / divisors;
-            const Float4 forA = interleaveLow(reciprocals, reciprocals);
-            const Float4 forB = interleaveHigh(reciprocals, reciprocals);
-            storeTwoOfThree(to, dstStride, two(a, 0) * forA, backA * forA);
-            storeTwoOfThree(to + 2 * dstStride, dstStride, two(b, 0) * forB, backB * forB);
+            const Float4 r = one / divisors;
+            storeFour<packed>(to, dstStride, {four.sum(0, v) * r, four.sum(1, v) * r, four.sum(2, v) * r});
         } else {
             for (std::ptrdiff_t i = k; i < k + 4; ++i) transformObject(matrix, src.at(i), dst.at(i));
         }
@@ -84,11 +90,13 @@ inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From src, const 
 }
 
 template <class From, class To>
-inline std::int32_t transformObjects(Homogeneous matrix, const From src, const To dst, std::ptrdiff_t count) {
+inline std::int32_t transformObjects(Homogeneous& matrix, const From& src, const To& dst, std::ptrdiff_t count) {
     std::ptrdiff_t k = 0;
     if constexpr (From::spacing == Spacing::rowAdjacent) {
-        if (src.objectStride == 3 * sizeof(float)) k = transformFours<Source::packed>(matrix, src, dst, count);
-        else k = transformFours<Source::any>(matrix, src, dst, count);
+        constexpr std::ptrdiff_t packed = 3 * sizeof(float);
+        const bool allPacked = src.objectStride == packed && dst.objectStride == packed;
+        if (allPacked) k = transformFours<true>(matrix, src, dst, count);
+        else k = transformFours<false>(matrix, src, dst, count);
     }
     for (; k < count; ++k) transformObject(matrix, src.at(k), dst.at(k));
     return matrix.status;
@@ -96,10 +104,11 @@ inline std::int32_t transformObjects(Homogeneous matrix, const From src, const T
 
 template <class Matrix, class From, class To>
 inline std::int32_t transform3DH(const Matrix& matrix, const From& src, const To& dst, std::int32_t count) {
-    float transposed[16];
-    for (int r = 0; r < 4; ++r)
-        for (int c = 0; c < 4; ++c) transposed[4 * c + r] = load<float>(matrix.at(0).address(r, c));
-    const Homogeneous held(transposed);
+    // In registers: rows put together in memory would have to wait for their elements' stores.
+    const auto column = [grid = matrix.at(0)](std::ptrdiff_t c) {
+        return gather<float>(grid.address(0, c), grid.address(1, c) - grid.address(0, c));
+    };
+    Homogeneous held(Affine<3>::One(column(0), column(1), column(2), column(3)));
     if constexpr (From::spacing == Spacing::strided)
         if (src.elementStride == sizeof(float) && dst.elementStride == sizeof(float)) {
             // It was the matrix alone whose elements lie apart: one stored by columns.

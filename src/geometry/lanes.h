@@ -23,11 +23,11 @@ inline Float4 loadPairs(const std::byte* first, const std::byte* second) {
 inline void storeLowPair(std::byte* to, Float4 v) { _mm_storel_pi(reinterpret_cast<__m64*>(to), v); }
 inline void storeHighPair(std::byte* to, Float4 v) { _mm_storeh_pi(reinterpret_cast<__m64*>(to), v); }
 
-// Asks for what a loop will need about ten rounds later, on both sides. Out of cache that is 10 to 20 % of the time: a
-// round has so many instructions for its few bytes that the processor doesn't see far enough ahead by itself. Nothing
-// is read: an address behind the end does no harm.
+// Asks for what a loop will need some twenty to forty rounds later, on both sides. Out of cache that is 10 to 20 % of
+// the time: a round has so many instructions for its few bytes that the processor doesn't see far enough ahead by
+// itself. Nothing is read: an address behind the end does no harm.
 inline void fetchAhead(const std::byte* from, const std::byte* to) {
-    constexpr std::uintptr_t ahead = 1024;
+    constexpr std::uintptr_t ahead = 2048;
     __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(from) + ahead));
     __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(to) + ahead), 1);
 }
@@ -50,12 +50,6 @@ inline Float4 loadAligned(const std::byte* from) { return loadLanes<float>(std::
 
 // An element in lane 0, by itself: put together with another in a constructor it would cost two more shuffles.
 inline Float4 loadFirst(const std::byte* from) { return settled(Float4{load<float>(from)}); }
-
-// Without copies for all lanes: the spare lanes are never computed with.
-inline Float4 loadFirstPair(const std::byte* from) {
-    using Bits2 = long long __attribute__((vector_size(16)));
-    return settled(reinterpret_cast<Float4>(Bits2{load<long long>(from)}));
-}
 
 inline Float4 evenTwice(Float4 v) { return __builtin_shufflevector(v, v, 0, 0, 2, 2); }
 inline Float4 oddTwice(Float4 v) { return __builtin_shufflevector(v, v, 1, 1, 3, 3); }
@@ -102,42 +96,47 @@ struct FourVectors {
     Float4 x, y, z;
 };
 
+inline Float4 evenOfBoth(Float4 a, Float4 b) { return __builtin_shufflevector(a, b, 0, 2, 4, 6); }
+inline Float4 oddOfBoth(Float4 a, Float4 b) { return __builtin_shufflevector(a, b, 1, 3, 5, 7); }
+
 // Vectors of three.
 template <bool packed>
 inline FourVectors loadFour(const std::byte* from, std::ptrdiff_t step) {
     if constexpr (packed) {
-        const Float4 a = loadLanes<float>(from), b = loadLanes<float>(from + 16), c = loadLanes<float>(from + 32);
-        const Float4 xy23 = __builtin_shufflevector(b, c, 2, 3, 5, 6);
-        const Float4 yz01 = __builtin_shufflevector(a, b, 1, 2, 4, 5);
-        return {__builtin_shufflevector(a, xy23, 0, 3, 4, 6), __builtin_shufflevector(yz01, xy23, 0, 2, 5, 7),
-                __builtin_shufflevector(yz01, c, 1, 3, 4, 7)};
+        // An element of the first vector starts a load that ends with the same element of the second.
+        const auto ends = [](const std::byte* first) {
+            const Float4 a = loadLanes<float>(first), b = loadLanes<float>(first + 24);
+            return __builtin_shufflevector(a, b, 0, 3, 4, 7);
+        };
+        return {ends(from), ends(from + 4), ends(from + 8)};
     } else {
         const Float4 xy01 = loadPairs(from, from + step), xy23 = loadPairs(from + 2 * step, from + 3 * step);
-        return {__builtin_shufflevector(xy01, xy23, 0, 2, 4, 6), __builtin_shufflevector(xy01, xy23, 1, 3, 5, 7),
-                gather<float>(from + 2 * sizeof(float), step)};
+        return {evenOfBoth(xy01, xy23), oddOfBoth(xy01, xy23), gather<float>(from + 2 * sizeof(float), step)};
     }
 }
 
+// Those that aren't packed are stored as two pairs, (x, y) and (y, z), one over the other: a third element by itself
+// takes a shuffle of its own to where single elements are stored from. One vector after the other: results may overlap.
 template <bool packed>
 inline void storeFour(std::byte* to, std::ptrdiff_t step, const FourVectors& v) {
     if constexpr (packed) {
-        const Float4 xy = __builtin_shufflevector(v.x, v.y, 0, 2, 4, 6);
-        const Float4 yz = __builtin_shufflevector(v.y, v.z, 1, 3, 5, 7);
+        const Float4 xy = evenOfBoth(v.x, v.y), yz = oddOfBoth(v.y, v.z);
         const Float4 zx = __builtin_shufflevector(v.z, v.x, 0, 2, 5, 7);
-        storeLanes(to, __builtin_shufflevector(xy, zx, 0, 2, 4, 6));
+        storeLanes(to, evenOfBoth(xy, zx));
         storeLanes(to + 16, __builtin_shufflevector(yz, xy, 0, 2, 5, 7));
-        storeLanes(to + 32, __builtin_shufflevector(zx, yz, 1, 3, 5, 7));
+        storeLanes(to + 32, oddOfBoth(zx, yz));
     } else {
-        const Float4 xy01 = interleaveLow(v.x, v.y), xy23 = interleaveHigh(v.x, v.y);
-        constexpr auto third = static_cast<std::ptrdiff_t>(2 * sizeof(float));
+        constexpr auto second = static_cast<std::ptrdiff_t>(sizeof(float));
+        const Float4 xy01 = interleaveLow(v.x, v.y), yz01 = interleaveLow(v.y, v.z);
+        const Float4 xy23 = interleaveHigh(v.x, v.y), yz23 = interleaveHigh(v.y, v.z);
         storeLowPair(to, xy01);
-        store(to + third, v.z[0]);
+        storeLowPair(to + second, yz01);
         storeHighPair(to + step, xy01);
-        store(to + step + third, v.z[1]);
+        storeHighPair(to + step + second, yz01);
         storeLowPair(to + 2 * step, xy23);
-        store(to + 2 * step + third, v.z[2]);
+        storeLowPair(to + 2 * step + second, yz23);
         storeHighPair(to + 3 * step, xy23);
-        store(to + 3 * step + third, v.z[3]);
+        storeHighPair(to + 3 * step + second, yz23);
     }
 }
 

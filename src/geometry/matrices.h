@@ -7,6 +7,7 @@
 
 #include "geometry/lanes.h"
 #include "geometry/shared.h"
+#include "geometry/vectors.h"
 #include "korm.h"
 
 namespace korm {
@@ -48,19 +49,10 @@ inline void transpose4(const Unaligned* s, Unaligned* d) {
     rows.store(d);
 }
 
-// Along the first row. Lane j is for the minor without column j: of its three columns `front` is the first, `middle`
-// the second, `back` the third.
+// Along the first row.
 inline void determinant4(const Unaligned* m, Unaligned* d) {
-    const auto front = [](Float4 row) { return __builtin_shufflevector(row, row, 1, 0, 0, 0); };
-    const auto middle = [](Float4 row) { return __builtin_shufflevector(row, row, 2, 2, 1, 1); };
-    const auto back = [](Float4 row) { return __builtin_shufflevector(row, row, 3, 3, 3, 2); };
     const Matrix4 rows(m);
-    const Float4 second = rows.row[1], third = rows.row[2], fourth = rows.row[3];
-    const Float4 behindFront = middle(third) * back(fourth) - back(third) * middle(fourth);
-    const Float4 besidesMiddle = front(third) * back(fourth) - back(third) * front(fourth);
-    const Float4 beforeBack = front(third) * middle(fourth) - middle(third) * front(fourth);
-    const Float4 minors = (behindFront * front(second) - besidesMiddle * middle(second)) + beforeBack * back(second);
-    const Float4 terms = minors * rows.row[0];
+    const Float4 terms = minorsOf(rows.row[1], rows.row[2], rows.row[3]) * rows.row[0];
     const Float4 differences = evenTwice(terms) - oddTwice(terms);
     *d = differences[0] + differences[2];
 }

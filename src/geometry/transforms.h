@@ -29,7 +29,8 @@ struct Affine {
     struct One {
         Float4 x, y, z, w;
 
-        explicit One(const Unaligned* m) : x(loadRow(m, 0)), y(loadRow(m, 1)), z(loadRow(m, 2)), w(loadRow(m, 3)) {}
+        explicit One(const Unaligned* m) : One(loadRow(m, 0), loadRow(m, 1), loadRow(m, 2), loadRow(m, 3)) {}
+        One(Float4 row0, Float4 row1, Float4 row2, Float4 row3) : x(row0), y(row1), z(row2), w(row3) {}
         Float4 operator()(const Unaligned* v) const { return sum(x, y, z, w, repeated<n>(v)); }
     };
 

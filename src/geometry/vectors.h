@@ -111,19 +111,23 @@ inline void crossProduct3(const Unaligned* a, const Unaligned* b, Unaligned* d) 
     d[2] = a[0] * b[1] - a[1] * b[0];
 }
 
+// Of three rows of four, the minors of three columns along the first row: lane j is for the minor without column j. Of
+// its columns `front` is the first, `middle` the second, `back` the third.
+inline Float4 minorsOf(Float4 first, Float4 second, Float4 third) {
+    const auto front = [](Float4 row) { return __builtin_shufflevector(row, row, 1, 0, 0, 0); };
+    const auto middle = [](Float4 row) { return __builtin_shufflevector(row, row, 2, 2, 1, 1); };
+    const auto back = [](Float4 row) { return __builtin_shufflevector(row, row, 3, 3, 3, 2); };
+    const Float4 behindFront = middle(second) * back(third) - back(second) * middle(third);
+    const Float4 besidesMiddle = front(second) * back(third) - back(second) * front(third);
+    const Float4 beforeBack = front(second) * middle(third) - middle(second) * front(third);
+    return (behindFront * front(first) - besidesMiddle * middle(first)) + beforeBack * back(first);
+}
+
 // The vector orthogonal to three others. 0 - x is a subtraction, not a change of sign: it never gives -0.
 inline void crossProduct4(const Unaligned* u, const Unaligned* v, const Unaligned* w, Unaligned* d) {
-    const float p = v[2] * w[3] - v[3] * w[2];
-    const float q = w[3] * v[1] - v[3] * w[1];
-    const float r = w[2] * v[1] - v[2] * w[1];
-    const float s = w[3] * v[0] - v[3] * w[0];
-    const float t = w[2] * v[0] - v[2] * w[0];
-    const float x = w[1] * v[0] - v[1] * w[0];
-    const Vector<4> a = loadVector<4>(u);
-    storeVector<4>(d, {{p * a[1] - q * a[2] + r * a[3],           //
-                        0.0F - (p * a[0] - s * a[2] + t * a[3]),  //
-                        q * a[0] - s * a[1] + x * a[3],           //
-                        0.0F - (r * a[0] - t * a[1] + x * a[2])}});
+    const Float4 minors = minorsOf(loadRow(u, 0), loadRow(v, 0), loadRow(w, 0));
+    const Float4 turned = broadcast(0.0F) - minors;
+    storeRow(d, 0, __builtin_shufflevector(minors, turned, 0, 5, 2, 7));
 }
 
 }  // namespace korm

@@ -65,14 +65,29 @@ inline void ortho(float viewWidth, float viewHeight, float zNear, float zFar, Un
     storeRows(d, s.row0(), s.row1(), only<2>(s.quotients), Float4{0, 0, s.depthOffset(), 1});
 }
 
+// The borders of a view that need not lie about the axis. The quotients of one division: the scales in x and y, and
+// the offsets of the view's middle, whose divisors some projections negate.
+template <bool negatesMiddle>
+inline Float4 scalesAndMiddle(float dividend, float left, float right, float bottom, float top) {
+    const Float4 low = {left, bottom, left, bottom}, high = {right, top, right, top};
+    const Float4 sizes = high - low, sums = low + high;
+    const Float4 dividends = __builtin_shufflevector(broadcast(dividend), sums, 0, 0, 4, 5);
+    if constexpr (!negatesMiddle) return dividends / sizes;
+    return dividends / __builtin_shufflevector(sizes, broadcast(0.0F) - sizes, 0, 1, 4, 5);
+}
+
+// The middle's offsets, the first of the depth's quotients, and a constant.
+inline Float4 middleRow(Float4 scalesAndMiddle, Float4 depths, float last) {
+    return __builtin_shufflevector(scalesAndMiddle, interleaveLow(depths, broadcast(last)), 2, 3, 4, 5);
+}
+
 template <Hand hand>
 inline void orthoOffCenter(float left, float right, float bottom, float top, float zNear, float zFar, Unaligned* d) {
     const Depth<hand> depth(zNear, zFar);
-    const float width = right - left, height = top - bottom;
-    const Scales s{Float4{2.0F, 2.0F, 1.0F, zNear} / Float4{width, height, depth.forScale, depth.forOffset}};
-    const float sumX = left + right, sumY = bottom + top, forX = 0.0F - width, forY = 0.0F - height;
-    const Float4 center = Float4{sumX, sumY, sumX, sumY} / Float4{forX, forY, forX, forY};
-    storeRows(d, s.row0(), s.row1(), only<2>(s.quotients), Float4{center[0], center[1], s.depthOffset(), 1});
+    const Float4 quotients = scalesAndMiddle<true>(2.0F, left, right, bottom, top);
+    const Float4 depths =
+        Float4{zNear, zNear, 1.0F, 1.0F} / Float4{depth.forOffset, depth.forOffset, depth.forScale, depth.forScale};
+    storeRows(d, only<0>(quotients), only<1>(quotients), only<2>(depths), middleRow(quotients, depths, 1));
 }
 
 template <Hand hand>
@@ -102,15 +117,11 @@ template <Hand hand>
 inline void perspectiveOffCenter(float left, float right, float bottom, float top, float zNear, float zFar,
                                  Unaligned* d) {
     const Depth<hand> depth(zNear, zFar);
-    const float twice = zNear + zNear;
-    const float width = right - left, height = top - bottom;
-    const Scales s{Float4{twice, twice, zFar, zNear * zFar} / Float4{width, height, depth.forScale, depth.forOffset}};
-    const float sumX = left + right, sumY = bottom + top;
-    const float forX = hand == Hand::left ? 0.0F - width : width;
-    const float forY = hand == Hand::left ? 0.0F - height : height;
-    const Float4 center = Float4{sumX, sumY, sumX, sumY} / Float4{forX, forY, forX, forY};
-    storeRows(d, s.row0(), s.row1(), Float4{center[0], center[1], s.depthScale(), depthToW<hand>},
-              Float4{0, 0, s.depthOffset(), 0});
+    const Float4 quotients = scalesAndMiddle<hand == Hand::left>(zNear + zNear, left, right, bottom, top);
+    const float product = zNear * zFar;
+    const Float4 depths =
+        Float4{zFar, zFar, product, product} / Float4{depth.forScale, depth.forScale, depth.forOffset, depth.forOffset};
+    storeRows(d, only<0>(quotients), only<1>(quotients), middleRow(quotients, depths, depthToW<hand>), only<2>(depths));
 }
 
 }  // namespace korm
