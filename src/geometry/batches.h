@@ -148,12 +148,13 @@ template <class Transform, class... Arguments>
 inline void batch(const Unaligned* src, std::int32_t srcStride, Unaligned* dst, std::int32_t dstStride,
                   std::int32_t count, const Arguments&... arguments) {
     const Vectors v{bytes(src), srcStride, bytes(dst), dstStride, count};
+    const typename Transform::One one(arguments...);  // now: results may be written over the matrix
     std::ptrdiff_t done = 0;
     if (mayReadAhead<Transform>(v)) {
         if constexpr (Transform::outputs == 3) done = severalByFour<Transform>(v, arguments...);
         else done = severalByTwo<Transform>(typename Transform::Two(arguments...), v);
     }
-    oneByOne<Transform>(typename Transform::One(arguments...), v, done);
+    oneByOne<Transform>(one, v, done);
 }
 
 }  // namespace korm

@@ -96,30 +96,34 @@ template <class T, int n, class Order, class Columns>
 
 // --- Rows times the vector, then added up: for a matrix that lies in rows and is used once -----------
 
-// Doubles: products of two rows go side by side, two products at a time.
+// Doubles: products of two rows go side by side, two products at a time. The vector is read whole before the first
+// store, as in all of these, so that the result may take its place.
 template <int n, class Order>
 [[gnu::always_inline]] inline void multiplyRowPairs(const std::byte* a, std::ptrdiff_t stride, const std::byte* x,
                                                     std::byte* to) {
+    Double2 factors[n / 2], lastFactor{};
+    unrolled<n / 2>([&](auto m) __attribute__((always_inline)) { factors[m] = loadLanes<double>(x + 16 * m); });
+    if constexpr (n % 2 == 1) lastFactor = spread<double>(x + 8 * (n - 1));
     unrolled<n / 2>([&](auto pair) __attribute__((always_inline)) {
         const std::byte* const first = a + 2 * pair * stride;
         const std::byte* const second = first + stride;
         Double2 product[n];
         unrolled<n / 2>([&](auto m) __attribute__((always_inline)) {
-            const Double2 factors = loadLanes<double>(x + 16 * m);
-            const Double2 upper = loadLanes<double>(first + 16 * m) * factors;
-            const Double2 lower = loadLanes<double>(second + 16 * m) * factors;
+            const Double2 upper = loadLanes<double>(first + 16 * m) * factors[m];
+            const Double2 lower = loadLanes<double>(second + 16 * m) * factors[m];
             product[2 * m] = interleaveLow(upper, lower);
             product[2 * m + 1] = interleaveHigh(upper, lower);
         });
         if constexpr (n % 2 == 1)
-            product[n - 1] = Double2{load<double>(first + 8 * (n - 1)), load<double>(second + 8 * (n - 1))} *
-                             spread<double>(x + 8 * (n - 1));
+            product[n - 1] =
+                Double2{load<double>(first + 8 * (n - 1)), load<double>(second + 8 * (n - 1))} * lastFactor;
         storeLanes(to + 16 * pair, square::sum<Order, n>(product, 2 * pair));
     });
     if constexpr (n % 2 == 1) {
         double product[n];
         unrolled<n>([&](auto k) __attribute__((always_inline)) {
-            product[k] = load<double>(a + (n - 1) * stride + 8 * k) * load<double>(x + 8 * k);
+            const Double2 factor = k == n - 1 ? lastFactor : factors[k / 2];
+            product[k] = load<double>(a + (n - 1) * stride + 8 * k) * factor[k % 2];
         });
         store(to + 8 * (n - 1), square::sum<Order, n>(product, n - 1));
     }
