@@ -4,7 +4,6 @@
 
 #include <emmintrin.h>
 
-#include <bit>
 #include <cstddef>
 
 #include "entry/lanes.h"
@@ -163,8 +162,8 @@ template <int n>
 [[gnu::always_inline]] inline void minorsOfThree(const RowsInPlace<float>& m, float (&three)[1 << n]) {
     FloatPairs<n> pairs(m);
     forEachChoice<n, 3>([&](auto choice) __attribute__((always_inline)) {
-        three[choice] = expandedOnce<choice, n>(
-            m, n - 3, [&](unsigned rest) { return pairs.minor(std::countr_zero(rest), std::bit_width(rest) - 1); });
+        three[choice] =
+            expandedOnce<choice, n>(m, n - 3, [&](unsigned rest) { return pairs.minor(firstOf(rest), lastOf(rest)); });
     });
 }
 
@@ -173,8 +172,7 @@ template <int n>
     DoublePairs<n> pairs(m);
     double two[1 << n];
     forEachChoice<n, 2>([&](auto choice) __attribute__((always_inline)) {
-        constexpr unsigned pair = choice;
-        two[choice] = static_cast<double>(pairs.minor(std::countr_zero(pair), std::bit_width(pair) - 1));
+        two[choice] = static_cast<double>(pairs.minor(firstOf(choice), lastOf(choice)));
     });
     expandAndRound<3, n>(m, two, three);
 }

@@ -14,6 +14,8 @@ namespace korm {
 // --- Choices as sets of bits --------------------------------------------------------------------
 
 inline constexpr int bitCount(unsigned choice) { return std::popcount(choice); }
+inline constexpr int firstOf(unsigned choice) { return std::countr_zero(choice); }
+inline constexpr int lastOf(unsigned choice) { return static_cast<int>(std::bit_width(choice)) - 1; }
 
 // The number of choices of `size` out of n, and the which-th of them.
 template <int n>
