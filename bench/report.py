@@ -9,10 +9,10 @@ RESULTS.json is what korm_bench wrote with --benchmark_out, CALL_COST.json what 
 
 import argparse
 import json
-import math
-import os
 import sys
 from collections import defaultdict
+
+from tables import Goal, at_least, every_row, goals_section, mean, number, print_goals, processor, table, write
 
 PARITY = 0.97           # of the best peer, in every row; the missing part allows for noise
 ADVANTAGE = 1.3         # geometric mean of a group
@@ -78,28 +78,6 @@ def read(path):
     return data["context"], rows, threads, errors
 
 
-def mean(values):
-    values = [value for value in values if value is not None]
-    return math.exp(sum(map(math.log, values)) / len(values)) if values else None
-
-
-def number(value, digits=2):
-    return "" if value is None else f"{value:.{digits}f}"
-
-
-def table(header, lines):
-    yield "| " + " | ".join(header) + " |"
-    yield "|" + "|".join("---" if i == 0 else "---:" for i in range(len(header))) + "|"
-    for line in lines:
-        yield "| " + " | ".join(line) + " |"
-    yield ""
-
-
-class Goal:
-    def __init__(self, text, figure, wanted, is_met):
-        self.text, self.figure, self.wanted, self.is_met = text, figure, wanted, is_met
-
-
 def long_packed(rows):
     """One run over all operands: every operand has objects, or is one constant for all."""
     return [row for row in rows if "copy" in row.result and row.layout == "packed"
@@ -111,29 +89,16 @@ def goals_of(rows, costs):
     small = [row for row in array if row.size in SMALL and row.place == "cache"]
     goals = []
 
-    def group(text, values):
-        value = mean(values)
-        if value is not None:
-            goals.append(Goal(text, number(value), f">= {ADVANTAGE}", value >= ADVANTAGE))
-
-    group("packed arrays, orders and lengths 3 to 6, in cache: Eigen with fixed sizes / korm",
-          [row.against("eigen") for row in small if row.layout == "packed"])
+    goals += at_least("packed arrays, orders and lengths 3 to 6, in cache: Eigen with fixed sizes / korm",
+                      mean(row.against("eigen") for row in small if row.layout == "packed"), ADVANTAGE)
     for name, layouts in (("strided", ("strided",)), ("list", ("list", "stridedList")),
                           ("pointer", ("streams", "pointers"))):
-        group(f"{name} layout, in cache: plain loop / korm",
-              [row.against("loop") for row in array if row.layout in layouts and row.place == "cache"])
-
-    judged = [row for row in rows if not row.is_small_call]
-    if judged:
-        worst = min(judged, key=lambda row: row.ratio)
-        misses = sum(row.ratio < PARITY for row in judged)
-        goals.append(Goal(f"every row: best peer / korm ({len(judged)} rows, {misses} below; worst: {worst.name})",
-                          number(worst.ratio), f">= {PARITY}", misses == 0))
-    runs = [(row, row.bandwidth()[0] / row.bandwidth()[1]) for row in long_packed(rows)]
-    if runs:
-        worst, share = min(runs, key=lambda run: run[1])
-        goals.append(Goal(f"long packed runs: bandwidth of korm / of a copying loop (worst: {worst.name})",
-                          number(share), f">= {BANDWIDTH}", share >= BANDWIDTH))
+        goals += at_least(f"{name} layout, in cache: plain loop / korm",
+                          mean(row.against("loop") for row in array if row.layout in layouts and row.place == "cache"),
+                          ADVANTAGE)
+    goals += every_row("every row: best peer / korm", [row for row in rows if not row.is_small_call], PARITY)
+    goals += every_row("long packed runs: bandwidth of korm / of a copying loop", long_packed(rows), BANDWIDTH,
+                       lambda row: row.bandwidth()[0] / row.bandwidth()[1])
     for sizes, key in (("orders and lengths 3 to 6", "toLoadSquare"), ("other sizes", "toLoadOther")):
         if costs:
             most = max(costs, key=lambda cost: cost[key] / cost["arguments"])
@@ -259,14 +224,6 @@ def by_kind(rows):
     yield from table(["form/layout/place", "sizes", "geometric mean of the misses"], lines)
 
 
-def processor():
-    with open("/proc/cpuinfo", encoding="utf-8") as file:
-        for line in file:
-            if line.startswith("model name"):
-                return line.split(":", 1)[1].strip()
-    return os.uname().machine
-
-
 def conditions(context):
     caches = ", ".join(f"L{cache['level']} {cache['type'].lower()} {cache['size'] // 1024} KiB"
                        for cache in context["caches"])
@@ -304,11 +261,7 @@ def report(context, rows, threads, errors, costs):
     yield "other element; *list* and *stridedList*, one pointer an object; *streams*, pointer layout with objects one"
     yield "element apart; *pointers*, pointer layout over packed objects."
     yield ""
-    yield "## Goals"
-    yield ""
-    yield from table(["goal", "figure", "wanted", "met"],
-                     [[goal.text, goal.figure, goal.wanted, "yes" if goal.is_met else "**no**"]
-                      for goal in goals_of(rows, costs)])
+    yield from goals_section(goals_of(rows, costs))
     for error in errors:
         yield f"**{error}**"
         yield ""
@@ -322,11 +275,6 @@ def report(context, rows, threads, errors, costs):
     yield from bandwidth_table(rows)
     yield from single_tables(rows, costs)
     yield from thread_table(threads)
-
-
-def write(path, lines):
-    with open(path, "w", encoding="utf-8") as file:
-        file.write("\n".join(lines).rstrip() + "\n")
 
 
 def main():
@@ -348,14 +296,10 @@ def main():
         misses = misses_of(rows, False)
         write(options.misses, [f"{len(misses)} of {sum(not row.is_small_call for row in rows)} rows below {PARITY}", ""]
               + list(by_kind(misses)) + list(miss_table(misses)))
-    goals = goals_of(rows, costs)
-    for goal in goals:
-        print(f"{'met   ' if goal.is_met else 'MISSED'} {goal.figure:>8} {goal.wanted:>8}  {goal.text}")
+    met = print_goals(goals_of(rows, costs))
     for error in errors:
         print(f"ERROR  {error}")
-    if options.check and (errors or not all(goal.is_met for goal in goals)):
-        return 1
-    return 0
+    return 1 if options.check and (errors or not met) else 0
 
 
 if __name__ == "__main__":

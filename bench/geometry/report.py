@@ -12,7 +12,7 @@ from pathlib import Path
 import sys
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
-from report import Goal, mean, number, processor, table, write  # noqa: E402
+from tables import Goal, at_least, every_row, goals_section, mean, number, print_goals, processor, table, write  # noqa: E402
 
 PARITY = 0.97     # of the best peer, in every batch; the missing part allows for noise
 ADVANTAGE = 1.2   # geometric mean of the batches
@@ -37,20 +37,10 @@ def in_cache(row):
 
 
 def goals_of(calls, batches, stub):
-    goals = []
-    if batches:
-        figure = mean([row.ratio for row in batches])
-        goals.append(Goal("batches, geometric mean: best peer / korm", number(figure), f">= {ADVANTAGE}", figure >= ADVANTAGE))
-        worst = min(batches, key=lambda row: row.ratio)
-        misses = sum(row.ratio < PARITY for row in batches)
-        goals.append(Goal(f"every batch ({len(batches)} rows, {misses} below; worst: {worst.name})",
-                          number(worst.ratio), f">= {PARITY}", misses == 0))
+    goals = (at_least("batches, geometric mean: best peer / korm", mean(row.ratio for row in batches), ADVANTAGE)
+             + every_row("every batch", batches, PARITY) + every_row("every call", calls, PARITY))
     judged = [row for row in calls if row.peers]
     if judged:
-        slower = [row for row in judged if row.korm > min(row.peers.values()) / PARITY]
-        worst = min(judged, key=lambda row: row.ratio)
-        goals.append(Goal(f"every call ({len(judged)} rows, {len(slower)} below; worst: {worst.name})", number(worst.ratio),
-                          f">= {PARITY}", not slower))
         slower = [row for row in judged if row.korm - stub > min(row.peers.values()) / PARITY]
         goals.append(Goal(f"the same without the stub's jump ({len(slower)} below: "
                           f"{', '.join(row.name.removeprefix('call/') for row in slower) or 'none'})",
@@ -80,11 +70,7 @@ def report(data, calls, batches, stub):
     yield "Nanoseconds an object, medians of short samples in which the contenders take turns, on one thread; the ratio is that"
     yield "of the best peer to korm. Results are compared first, within what the different orders of rounding allow."
     yield ""
-    yield "## Goals"
-    yield ""
-    yield from table(["goal", "figure", "wanted", "met"],
-                     [[goal.text, goal.figure, goal.wanted, "yes" if goal.is_met else "**no**"]
-                      for goal in goals_of(calls, batches, stub)])
+    yield from goals_section(goals_of(calls, batches, stub))
     if batches:
         yield "## Batches"
         yield ""
@@ -129,12 +115,8 @@ def main():
     batches = [row for row in rows if not row.is_call]
     if options.output:
         write(options.output, report(data, calls, batches, stub))
-    goals = goals_of(calls, batches, stub)
-    for goal in goals:
-        print(f"{'met   ' if goal.is_met else 'MISSED'} {goal.figure:>8} {goal.wanted:>8}  {goal.text}")
-    if options.check and not all(goal.is_met for goal in goals):
-        return 1
-    return 0
+    met = print_goals(goals_of(calls, batches, stub))
+    return 1 if options.check and not met else 0
 
 
 if __name__ == "__main__":

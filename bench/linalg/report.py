@@ -12,7 +12,7 @@ from pathlib import Path
 import sys
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
-from report import Goal, mean, number, processor, table, write  # noqa: E402
+from tables import at_least, every_row, goals_section, mean, number, print_goals, processor, table, write  # noqa: E402
 
 OWN = ("korm", "korm, LU and solves")
 INVERSE_PEERS = ("Eigen", "GLM", "cglm")
@@ -46,34 +46,24 @@ def goals_of(rows):
         return [row for row in rows if row.family == family and row.order in orders and row.place == "shuffled"
                 and element in (None, row.type)]
 
-    def average(text, group, wanted, *peers):
-        figure = mean([row.against(*peers) for row in group])
-        if figure is not None:
-            goals.append(Goal(text, number(figure), f">= {wanted}", figure >= wanted))
-
-    def every(text, group, wanted, *peers):
-        ratios = [(row.against(*peers) if peers else row.ratio, row.name) for row in group]
-        ratios = [ratio for ratio in ratios if ratio[0] is not None]
-        if ratios:
-            least, name = min(ratios)
-            below = sum(ratio < wanted for ratio, _ in ratios)
-            goals.append(Goal(f"{text} ({len(ratios)} rows, {below} below; worst: {name})", number(least), f">= {wanted}",
-                              below == 0))
-
     for element, wanted in (("32f", 4), ("64f", 2)):
-        average(f"LU, {element}, geometric mean: Eigen / korm", chosen("LUDecomp_ma", SMALL, element), wanted, "Eigen")
+        goals += at_least(f"LU, {element}, geometric mean: Eigen / korm",
+                          mean(row.against("Eigen") for row in chosen("LUDecomp_ma", SMALL, element)), wanted)
     for element, wanted in (("32f", 2), ("64f", 1.5)):
         for family in ("LUBackSubst_mava", "LUBackSubst_mva"):
-            average(f"{TITLES[family].lower()}, {element}, geometric mean: Eigen / korm", chosen(family, SMALL, element),
-                    wanted, "Eigen", "Eigen, one call")
-    every("LU and solves, every row: best peer / korm",
-          [row for family in ("LUDecomp_ma", "LUBackSubst_mava", "LUBackSubst_mva") for row in chosen(family, SMALL)], 1)
-    every("inverse, orders 3 and 4: best of Eigen, GLM, cglm / korm", chosen("Invert_ma", (3, 4)), 1, *INVERSE_PEERS)
-    average("the same, 32f, geometric mean", chosen("Invert_ma", (3, 4), "32f"), 1.3, *INVERSE_PEERS)
+            goals += at_least(f"{TITLES[family].lower()}, {element}, geometric mean: Eigen / korm",
+                              mean(row.against("Eigen", "Eigen, one call") for row in chosen(family, SMALL, element)), wanted)
+    goals += every_row("LU and solves, every row: best peer / korm",
+                       [row for family in ("LUDecomp_ma", "LUBackSubst_mava", "LUBackSubst_mva")
+                        for row in chosen(family, SMALL)], 1)
+    goals += every_row("inverse, orders 3 and 4: best of Eigen, GLM, cglm / korm", chosen("Invert_ma", (3, 4)), 1,
+                       lambda row: row.against(*INVERSE_PEERS))
+    goals += at_least("the same, 32f, geometric mean",
+                      mean(row.against(*INVERSE_PEERS) for row in chosen("Invert_ma", (3, 4), "32f")), 1.3)
     for element, wanted in (("32f", 4), ("64f", 2)):
-        every(f"inverse, orders 5 and 6, {element}: best peer / korm", chosen("Invert_ma", (5, 6), element), wanted)
-    every("determinant in single precision, orders 3 and 4: best peer / korm", chosen("Det_ma", (3, 4), "32f"), 1)
-    every("determinant, orders 5 and 6: best peer / korm", chosen("Det_ma", (5, 6)), 2)
+        goals += every_row(f"inverse, orders 5 and 6, {element}: best peer / korm", chosen("Invert_ma", (5, 6), element), wanted)
+    goals += every_row("determinant in single precision, orders 3 and 4: best peer / korm", chosen("Det_ma", (3, 4), "32f"), 1)
+    goals += every_row("determinant, orders 5 and 6: best peer / korm", chosen("Det_ma", (5, 6)), 2)
     return goals
 
 
@@ -135,14 +125,7 @@ def report(data, rows):
     yield "`shuffled`: up to a hundred thousand objects with their rows in random order, so that no branch on a pivot can be learnt."
     yield "The last column is the best peer's time over korm's."
     yield ""
-    goals = goals_of(rows)
-    if goals:
-        yield "## Goals"
-        yield ""
-        yield "Of the shuffled arrays of orders 3 to 6."
-        yield ""
-        yield from table(["goal", "figure", "wanted", "met"],
-                         [[goal.text, goal.figure, goal.wanted, "yes" if goal.is_met else "**no**"] for goal in goals])
+    yield from goals_section(goals_of(rows), "Of the shuffled arrays of orders 3 to 6.")
     for family, title in TITLES.items():
         group = [row for row in rows if row.family == family]
         if group:
@@ -166,10 +149,8 @@ def main():
     rows = [Row(result) for result in data["rows"]]
     if options.output:
         write(options.output, report(data, rows))
-    goals = goals_of(rows)
-    for goal in goals:
-        print(f"{'met   ' if goal.is_met else 'MISSED'} {goal.figure:>8} {goal.wanted:>8}  {goal.text}", file=sys.stderr)
-    return 1 if options.check and not all(goal.is_met for goal in goals) else 0
+    met = print_goals(goals_of(rows))
+    return 1 if options.check and not met else 0
 
 
 if __name__ == "__main__":

@@ -11,10 +11,11 @@ import argparse
 import datetime
 import json
 import os
+from pathlib import Path
 import sys
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
-from report import Goal, mean, number, processor, table, write  # noqa: E402
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+from tables import at_least, every_row, goals_section, mean, number, print_goals, processor, table, write  # noqa: E402
 
 PARITY = 0.97         # of the best peer, in every row of small packed arrays
 FLOAT_MEAN, DOUBLE_MEAN = 1.3, 1.2
@@ -77,40 +78,27 @@ def goals_of(context, rows):
     small = [row for row in rows if row.kind == "arrays" and row.order in SMALL]
     at_run_time = [row for row in rows if row.kind == "singles" and row.order <= SINGLE_LARGEST]
 
-    def least(text, group, value, wanted):
-        if group:
-            worst = min(group, key=value)
-            below = sum(value(row) < wanted for row in group)
-            goals.append(Goal(f"{text} ({len(group)} rows, {below} below; worst: {worst.name})", number(value(worst)),
-                              f">= {wanted}", below == 0))
-
-    def average(text, values, wanted):
-        value = mean(values)
-        if value is not None:
-            goals.append(Goal(text, number(value), f">= {wanted}", value >= wanted))
-
-    least("packed arrays, orders 3 to 6: best peer / korm", small, lambda row: row.ratio, PARITY)
+    goals += every_row("packed arrays, orders 3 to 6: best peer / korm", small, PARITY)
     for is_float, best, eigen in ((True, FLOAT_MEAN, FLOAT_EIGEN), (False, DOUBLE_MEAN, DOUBLE_EIGEN)):
         chosen = [row for row in small if row.is_float == is_float]
         name = "32f" if is_float else "64f"
-        average(f"the same, geometric mean, {name}", [row.ratio for row in chosen], best)
-        average(f"Eigen with fixed sizes / korm, geometric mean, {name}", [row.against("eigenFixed") for row in chosen],
-                eigen)
+        goals += at_least(f"the same, geometric mean, {name}", mean(row.ratio for row in chosen), best)
+        goals += at_least(f"Eigen with fixed sizes / korm, geometric mean, {name}",
+                          mean(row.against("eigenFixed") for row in chosen), eigen)
     streams = [row for row in rows if row.kind == "streams" and "v" not in row.form]
-    least("objects one element apart (`_P`): packed arrays / streams", streams,
-          lambda row: row.ns["kormPacked"] / row.ns["korm"], STREAMS)
+    goals += every_row("objects one element apart (`_P`): packed arrays / streams", streams, STREAMS,
+                       lambda row: row.ns["kormPacked"] / row.ns["korm"])
     if context["target"] == "ia32":
-        least("single products, orders 8 to 64: Eigen / korm", [row for row in at_run_time if row.order >= 8],
-              lambda row: row.against("eigenDynamic"), SINGLE_IA32)
+        goals += every_row("single products, orders 8 to 64: Eigen / korm", [row for row in at_run_time if row.order >= 8],
+                           SINGLE_IA32, lambda row: row.against("eigenDynamic"))
     else:
-        least("single products up to order 64: the better of Eigen and OpenBLAS, sizes given at run time, / korm",
-              at_run_time, lambda row: row.against("eigenDynamic", "openblas"), SINGLE)
+        goals += every_row("single products up to order 64: the better of Eigen and OpenBLAS, sizes given at run time, / korm",
+                           at_run_time, SINGLE, lambda row: row.against("eigenDynamic", "openblas"))
     for row in rows:
         if row.kind == "threads":
             control = row.ns["controlOne"] / row.ns["controlTwo"]
-            value = row.ns["oneThread"] / row.ns["twoThreads"]
             if control >= THREADS:
-                goals.append(Goal(f"two threads, {row.name}", number(value), f">= {THREADS}", value >= THREADS))
+                goals += at_least(f"two threads, {row.name}", row.ns["oneThread"] / row.ns["twoThreads"], THREADS)
     return goals
 
 
@@ -188,11 +176,7 @@ def report(context, rows, errors, any_blas, any_context):
     yield "All results are compared first, to the rounding errors that an order of additions may leave. Contenders then"
     yield "take turns in short samples, by the time of their own thread, and a row tells medians."
     yield ""
-    yield "## Goals"
-    yield ""
-    yield from table(["goal", "figure", "wanted", "met"],
-                     [[goal.text, goal.figure, goal.wanted, "yes" if goal.is_met else "**no**"]
-                      for goal in goals_of(context, rows)])
+    yield from goals_section(goals_of(context, rows))
     for row in errors:
         yield f"**{row.name}: the results of {row.error} differ**"
         yield ""
@@ -222,14 +206,10 @@ def main():
         any_context, any_blas, _ = read(options.any_blas)
     if options.output:
         write(options.output, report(context, rows, errors, any_blas, any_context))
-    goals = goals_of(context, rows)
-    for goal in goals:
-        print(f"{'met   ' if goal.is_met else 'MISSED'} {goal.figure:>8} {goal.wanted:>8}  {goal.text}")
+    met = print_goals(goals_of(context, rows))
     for row in errors:
         print(f"ERROR  {row.name}: the results of {row.error} differ")
-    if options.check and (errors or not all(goal.is_met for goal in goals)):
-        return 1
-    return 0
+    return 1 if options.check and (errors or not met) else 0
 
 
 if __name__ == "__main__":
