@@ -5811,8 +5811,8 @@ int32_t kormIsIdentity_m4_32f(const float *src, int32_t *dst);
  * `kormAffineTransform3DH_mva_32f` alone is a form of the general grammar: vectors are columns and stand on the right of
  * a matrix with strides, arguments are checked, long calls are spread over threads. A vector whose fourth element is not
  * above the smallest normal number (1.1754944e-38) in magnitude, or is NaN, gives three times the largest number
- * (3.4028235e38); all others are still done, and the call then returns ::korStatusDivideByZero. dst may be src2 with the
- * same strides.
+ * (3.4028235e38); all others are still done, and the call then returns ::korStatusDivideByZero. Overlap is as in a batch
+ * for calls on one thread; on several, vectors that overlap others leave dst undefined.
  * @{
  */
 

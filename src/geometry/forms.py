@@ -56,8 +56,8 @@ Status: ::korStatusOk, always, with no checks; a fourth element of zero gives in
 `kormAffineTransform3DH_mva_32f` alone is a form of the general grammar: vectors are columns and stand on the right of
 a matrix with strides, arguments are checked, long calls are spread over threads. A vector whose fourth element is not
 above the smallest normal number (1.1754944e-38) in magnitude, or is NaN, gives three times the largest number
-(3.4028235e38); all others are still done, and the call then returns ::korStatusDivideByZero. dst may be src2 with the
-same strides.
+(3.4028235e38); all others are still done, and the call then returns ::korStatusDivideByZero. Overlap is as in a batch
+for calls on one thread; on several, vectors that overlap others leave dst undefined.
 """,
     "projection": """Points to a viewport and back
 A point goes through `world`, `view` and `projection`, is divided by its fourth element, and the square from -1 to 1 is

@@ -17,6 +17,8 @@ namespace korm {
 inline bool isDegenerate(float divisor) { return !(std::fabs(divisor) > FLT_MIN); }
 
 struct Homogeneous {
+    static constexpr int inputs = 3, outputs = 3;
+
     Affine<3>::One one;
     std::int32_t status = korStatusOk;
 
@@ -94,9 +96,13 @@ inline std::int32_t transformObjects(Homogeneous& matrix, const From& src, const
     std::ptrdiff_t k = 0;
     if constexpr (From::spacing == Spacing::rowAdjacent) {
         constexpr std::ptrdiff_t packed = 3 * sizeof(float);
-        const bool allPacked = src.objectStride == packed && dst.objectStride == packed;
-        if (allPacked) k = transformFours<true>(matrix, src, dst, count);
-        else k = transformFours<false>(matrix, src, dst, count);
+        const Vectors vectors{src.at(0).address(0, 0), src.objectStride, dst.at(0).address(0, 0), dst.objectStride,
+                              count};
+        if (count >= 4 && mayReadAhead<Homogeneous>(vectors)) {  // fewer get no further than the last loop
+            const bool allPacked = src.objectStride == packed && dst.objectStride == packed;
+            if (allPacked) k = transformFours<true>(matrix, src, dst, count);
+            else k = transformFours<false>(matrix, src, dst, count);
+        }
     }
     for (; k < count; ++k) transformObject(matrix, src.at(k), dst.at(k));
     return matrix.status;

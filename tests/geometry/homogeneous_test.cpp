@@ -39,6 +39,38 @@ TEST_F(Homogeneous, OneVectorAtInfinityAmongOthers) {
         for (int i = 0; i < 3; ++i) EXPECT_EQ(points[k][i], expected[k][i]) << k << " " << i;
 }
 
+// Each vector is read when its turn has come: what results before it have left there counts.
+TEST_F(Homogeneous, OverlappingVectorsGoOneByOne) {
+    const float matrix[16] = {1, 2, 0, 0, 0, 1, 3, 0, 1, 0, 1, 0, 0, 0, 0, 1};
+    const std::int32_t count = 9;
+    for (const int stride : {1, 2, 3, 4})
+        for (const int distance : {-4, -1, 0, 1, 2, 3, 5}) {
+            std::vector<float> found(60);
+            for (std::size_t i = 0; i < found.size(); ++i) found[i] = static_cast<float>(i % 7) - 2;
+            std::vector<float> expected = found;
+            float* const source = found.data() + 10;
+            for (int k = 0; k < count; ++k) {
+                float* const at = expected.data() + 10 + k * stride;
+                const float x = at[0], y = at[1], z = at[2];
+                at[distance] = x + y * 2;
+                at[distance + 1] = y + z * 3;
+                at[distance + 2] = x + z;
+            }
+            const std::vector<CallValue> arguments{CallValue::pointer(matrix),
+                                                   CallValue::integer(16),
+                                                   CallValue::integer(4),
+                                                   CallValue::pointer(source),
+                                                   CallValue::integer(4 * stride),
+                                                   CallValue::integer(4),
+                                                   CallValue::pointer(source + distance),
+                                                   CallValue::integer(4 * stride),
+                                                   CallValue::integer(4),
+                                                   CallValue::integer(count)};
+            EXPECT_EQ(callFunction(library.find(homogeneousName), arguments).status(), 0);
+            EXPECT_EQ(found, expected) << "stride " << stride << ", distance " << distance;
+        }
+}
+
 // Every caller has its own team.
 TEST_F(Homogeneous, ManyCallersAtOnce) {
     std::vector<std::string> messages(4);
