@@ -155,6 +155,9 @@ void run(const Arguments& arguments) {
     const auto vertices = static_cast<double>(vertexCount(*scene));
     std::printf("%s: %u %s, %.0f vertices, %lld triangles\n", arguments.model.c_str(), scene->mNumMeshes,
                 scene->mNumMeshes == 1 ? "mesh" : "meshes", vertices, static_cast<long long>(triangles));
+    std::printf("centred and scaled, the bounds are right: (%g, %g, %g) to (%g, %g, %g)\n", double{after.low.x},
+                double{after.low.y}, double{after.low.z}, double{after.high.x}, double{after.high.y},
+                double{after.high.z});
     const double korm = centring + matrices + times.projecting + times.normals + times.picking;
     std::puts("korm:");
     row("centring and scaling", centring);
