@@ -5,6 +5,8 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <functional>
+#include <type_traits>
 #include <vector>
 
 #include "support/random.h"
@@ -172,6 +174,116 @@ TEST(ProductExamples, SmallSquaresOverTheirOperands) {
         ASSERT_EQ(multiply(a.data(), overRight.data(), overRight.data()), korStatusOk);
         EXPECT_EQ(std::memcmp(overLeft.data(), apart.data(), elements * sizeof(float)), 0) << n;
         EXPECT_EQ(std::memcmp(overRight.data(), apart.data(), elements * sizeof(float)), 0) << n;
+    }
+}
+
+template <class T, class Single, class Double>
+auto ofType(Single* single, Double* twice) {
+    if constexpr (std::is_same_v<T, float>) return single;
+    else return twice;
+}
+
+template <class T>
+std::array<T*, 3> three(T* first, std::ptrdiff_t step) {
+    return {first, first + step, first + 2 * step};
+}
+
+// The plain square paths read a vector whole before its result is written, so the result may lie over it.
+template <class T>
+void expectVectorsReadWhole(std::int32_t n) {
+    constexpr std::int32_t count = 3, size = sizeof(T);
+    constexpr std::ptrdiff_t margin = 2;
+    const std::ptrdiff_t apart = 2 * n;  // elements from vector to vector and from result to result
+    const std::int32_t row = n * size, matrix = n * row, object = 2 * row;
+    const auto a = numbers<T>(static_cast<std::size_t>(count * n * n), 7);
+    const auto numbersOfVectors = numbers<T>(static_cast<std::size_t>(count * apart + 2 * margin), 8);
+
+    struct Form {
+        const char* name;
+        std::int32_t results;
+        std::function<std::int32_t(const T*, T*)> multiply;
+    };
+    const auto one = [&](const char* name, auto* f) {
+        return Form{name, 1, [=, &a](const T* x, T* y) { return f(a.data(), row, size, n, n, x, size, n, y, size); }};
+    };
+    const auto byVectors = [&](const char* name, auto* f) {
+        return Form{name, count, [=, &a](const T* x, T* y) {
+                        return f(a.data(), row, size, n, n, x, object, size, n, y, object, size, count);
+                    }};
+    };
+    const auto byVectorsOfLists = [&](const char* name, auto* f) {
+        return Form{name, count, [=, &a](const T* x, T* y) {
+                        const auto vectors = three(x, apart);
+                        const auto results = three(y, apart);
+                        return f(a.data(), row, size, n, n, vectors.data(), 0, size, n, results.data(), 0, size, count);
+                    }};
+    };
+    // One vector for all: it lies where the last result goes.
+    const auto manyByOne = [&](const char* name, auto* f) {
+        return Form{name, count, [=, &a](const T* x, T* y) {
+                        return f(a.data(), matrix, row, size, n, n, x + 2 * apart, size, n, y, object, size, count);
+                    }};
+    };
+    const auto manyByOneOfLists = [&](const char* name, auto* f) {
+        return Form{name, count, [=, &a](const T* x, T* y) {
+                        const auto matrices = three(a.data(), n * n);
+                        const auto results = three(y, apart);
+                        return f(matrices.data(), 0, row, size, n, n, x + 2 * apart, size, n, results.data(), 0, size,
+                                 count);
+                    }};
+    };
+    const auto manyByVectors = [&](const char* name, auto* f) {
+        return Form{name, count, [=, &a](const T* x, T* y) {
+                        return f(a.data(), matrix, row, size, n, n, x, object, size, n, y, object, size, count);
+                    }};
+    };
+    const auto manyByVectorsOfLists = [&](const char* name, auto* f) {
+        return Form{name, count, [=, &a](const T* x, T* y) {
+                        const auto matrices = three(a.data(), n * n);
+                        const auto vectors = three(x, apart);
+                        const auto results = three(y, apart);
+                        return f(matrices.data(), 0, row, size, n, n, vectors.data(), 0, size, n, results.data(), 0,
+                                 size, count);
+                    }};
+    };
+    const Form forms[] = {
+        one("mv", ofType<T>(kormMul_mv_32f, kormMul_mv_64f)),
+        one("tv", ofType<T>(kormMul_tv_32f, kormMul_tv_64f)),
+        byVectors("mva", ofType<T>(kormMul_mva_32f, kormMul_mva_64f)),
+        byVectors("tva", ofType<T>(kormMul_tva_32f, kormMul_tva_64f)),
+        byVectorsOfLists("mva_L", ofType<T>(kormMul_mva_32f_L, kormMul_mva_64f_L)),
+        byVectorsOfLists("tva_L", ofType<T>(kormMul_tva_32f_L, kormMul_tva_64f_L)),
+        manyByOne("mav", ofType<T>(kormMul_mav_32f, kormMul_mav_64f)),
+        manyByOne("tav", ofType<T>(kormMul_tav_32f, kormMul_tav_64f)),
+        manyByOneOfLists("mav_L", ofType<T>(kormMul_mav_32f_L, kormMul_mav_64f_L)),
+        manyByOneOfLists("tav_L", ofType<T>(kormMul_tav_32f_L, kormMul_tav_64f_L)),
+        manyByVectors("mava", ofType<T>(kormMul_mava_32f, kormMul_mava_64f)),
+        manyByVectors("tava", ofType<T>(kormMul_tava_32f, kormMul_tava_64f)),
+        manyByVectorsOfLists("mava_L", ofType<T>(kormMul_mava_32f_L, kormMul_mava_64f_L)),
+        manyByVectorsOfLists("tava_L", ofType<T>(kormMul_tava_32f_L, kormMul_tava_64f_L)),
+    };
+    for (const Form& form : forms) {
+        std::vector<T> elsewhere(numbersOfVectors.size());
+        ASSERT_EQ(form.multiply(numbersOfVectors.data() + margin, elsewhere.data() + margin), korStatusOk);
+        for (std::ptrdiff_t shift = -margin; shift <= margin; ++shift) {
+            auto memory = numbersOfVectors;
+            T* const x = memory.data() + margin;
+            ASSERT_EQ(form.multiply(x, x + shift), korStatusOk);
+            for (std::int32_t k = 0; k < form.results; ++k)
+                EXPECT_EQ(std::memcmp(x + shift + k * apart, elsewhere.data() + margin + k * apart,
+                                      static_cast<std::size_t>(row)),
+                          0)
+                    << form.name << ", " << 8 * size << " bits, order " << n << ", result " << k << ", " << shift
+                    << " elements behind its vector";
+        }
+    }
+}
+
+// No promise to callers either, as above.
+TEST(ProductExamples, SmallSquaresTimesVectorsUnderTheirResults) {
+    for (const std::int32_t n : {3, 4, 5, 6}) {
+        expectVectorsReadWhole<float>(n);
+        expectVectorsReadWhole<double>(n);
     }
 }
 
