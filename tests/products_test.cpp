@@ -218,18 +218,17 @@ void expectVectorsReadWhole(std::int32_t n) {
                         return f(a.data(), row, size, n, n, vectors.data(), 0, size, n, results.data(), 0, size, count);
                     }};
     };
-    // One vector for all: it lies where the last result goes.
+    // One vector for all: it lies where the first result goes, and all others are made of it too.
     const auto manyByOne = [&](const char* name, auto* f) {
         return Form{name, count, [=, &a](const T* x, T* y) {
-                        return f(a.data(), matrix, row, size, n, n, x + 2 * apart, size, n, y, object, size, count);
+                        return f(a.data(), matrix, row, size, n, n, x, size, n, y, object, size, count);
                     }};
     };
     const auto manyByOneOfLists = [&](const char* name, auto* f) {
         return Form{name, count, [=, &a](const T* x, T* y) {
                         const auto matrices = three(a.data(), n * n);
                         const auto results = three(y, apart);
-                        return f(matrices.data(), 0, row, size, n, n, x + 2 * apart, size, n, results.data(), 0, size,
-                                 count);
+                        return f(matrices.data(), 0, row, size, n, n, x, size, n, results.data(), 0, size, count);
                     }};
     };
     const auto manyByVectors = [&](const char* name, auto* f) {

@@ -189,9 +189,13 @@ template <class T, int n, class Order, class A, class X, class D, class Count>
         for (std::int32_t k = 0; k < count; ++k)
             multiplyColumns<T, n, Order>(columns, x.at(k).origin, dst.at(k).origin);
     } else {
+        // A vector that serves all objects is read before the first result too: from here on it lies on the stack.
+        constexpr bool isHeld = isShared<X> && std::is_same_v<Count, std::int32_t>;
+        [[maybe_unused]] std::byte own[isHeld ? n * sizeof(T) : 1];
+        if constexpr (isHeld) __builtin_memcpy(own, x.at(0).origin, sizeof own);
         for (std::int32_t k = 0; k < count; ++k) {
             const std::byte* const origin = a.at(k).origin;
-            const std::byte* const vector = x.at(k).origin;
+            const std::byte* const vector = isHeld ? own : x.at(k).origin;
             std::byte* const to = dst.at(k).origin;
             if constexpr (isTurnedView<A>)
                 multiplyColumns<T, n, Order>(ColumnsInPlace<T, n>{origin, stride}, vector, to);
