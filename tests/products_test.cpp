@@ -177,10 +177,10 @@ TEST(ProductExamples, SmallSquaresOverTheirOperands) {
     }
 }
 
-template <class T, class Single, class Double>
-auto ofType(Single* single, Double* twice) {
-    if constexpr (std::is_same_v<T, float>) return single;
-    else return twice;
+template <class T, class OfFloats, class OfDoubles>
+auto ofType(OfFloats* ofFloats, OfDoubles* ofDoubles) {
+    if constexpr (std::is_same_v<T, float>) return ofFloats;
+    else return ofDoubles;
 }
 
 template <class T>
