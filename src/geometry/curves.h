@@ -1,6 +1,8 @@
 // Curves between given points, element by element.
 #pragma once
 
+#include <emmintrin.h>
+
 #include "geometry/elements.h"
 
 namespace korm {
@@ -22,21 +24,24 @@ inline void linear(const Unaligned* a, const Unaligned* b, float t, Unaligned* d
 }
 
 // The powers of t are rounded to float, their sums formed in double and rounded again. `startOverEnd` weights
-// the difference of the two points: its basis functions add up to 1.
+// the difference of the two points: its basis functions add up to 1. Both sums in double are formed side by side, and
+// every weight is in all lanes.
 struct HermiteWeights {
-    float startTangent;
-    float startOverEnd;
-    float endTangent;
+    Float4 startTangent;  // t - t2 - t2 + t3
+    Float4 startOverEnd;  // t3 - 3 * t2 + t3
+    Float4 endTangent;    // t3 - t2, which rounds to float alike from float and from double
 
     explicit HermiteWeights(float parameter) {
-        const float square = parameter * parameter;
-        const double t = parameter, t2 = square, t3 = square * parameter;
-        startTangent = static_cast<float>(t - t2 - t2 + t3);
-        startOverEnd = static_cast<float>(t3 - 3.0 * t2 + t3);
-        endTangent = static_cast<float>(t3 - t2);
+        const Float4 t = settled(broadcast(parameter)), square = t * t, cube = square * t;
+        const Double2 first = _mm_cvtps_pd(interleaveLow(t, cube)), squares = _mm_cvtps_pd(square);
+        const Double2 differences = first - squares * Double2{1.0, 3.0};
+        const Float4 sums = _mm_cvtpd_ps(_mm_sub_sd(differences, squares) + interleaveHigh(first, first));
+        startTangent = everyLane<0>(sums);
+        startOverEnd = everyLane<1>(sums);
+        endTangent = cube - square;
     }
 
-    float at(float start, float tangent, float end, float endsTangent) const {
+    Float4 at(Float4 start, Float4 tangent, Float4 end, Float4 endsTangent) const {
         return (start - end) * startOverEnd + ((start + tangent * startTangent) + endsTangent * endTangent);
     }
 };
@@ -45,9 +50,7 @@ template <int n>
 inline void hermite(const Unaligned* a, const Unaligned* b, const Unaligned* c, const Unaligned* d, float t,
                     Unaligned* to) {
     const HermiteWeights weights(t);
-    Vector<n> result;
-    for (int i = 0; i < n; ++i) result[i] = weights.at(a[i], b[i], c[i], d[i]);
-    storeVector(to, result);
+    storeLoadedElements<n>(to, weights.at(loadElements<n>(a), loadElements<n>(b), loadElements<n>(c), loadElements<n>(d)));
 }
 
 // Hermite from b to c. A tangent is half the way from the point before to the point behind.
@@ -55,12 +58,9 @@ template <int n>
 inline void catmullRom(const Unaligned* a, const Unaligned* b, const Unaligned* c, const Unaligned* d, float t,
                        Unaligned* to) {
     const HermiteWeights weights(t);
-    Vector<n> result;
-    for (int i = 0; i < n; ++i) {
-        const float tangent = (c[i] - a[i]) * 0.5F, endsTangent = (d[i] - b[i]) * 0.5F;
-        result[i] = weights.at(b[i], tangent, c[i], endsTangent);
-    }
-    storeVector(to, result);
+    const Float4 half = broadcast(0.5F), start = loadElements<n>(b), end = loadElements<n>(c);
+    const Float4 tangent = (end - loadElements<n>(a)) * half, endsTangent = (loadElements<n>(d) - start) * half;
+    storeLoadedElements<n>(to, weights.at(start, tangent, end, endsTangent));
 }
 
 }  // namespace korm

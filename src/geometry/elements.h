@@ -1,6 +1,8 @@
 // How the functions of fixed size reach memory: contiguous elements at any address, and nothing beyond them.
 #pragma once
 
+#include <xmmintrin.h>
+
 #include <cstddef>
 #include <cstdint>
 
@@ -76,6 +78,22 @@ inline Repeated repeated(const Unaligned* from) {
         v.w = everyLane<1>(lastTwo);
     }
     return v;
+}
+
+// A vector in lanes of which none is empty: x y x y, x y y z or x y z w. So whatever is computed in a lane is computed
+// for an element, and three elements come by one move of lanes and go by none.
+template <int n>
+inline Float4 loadElements(const Unaligned* from) {
+    if constexpr (n == 2) return loadPair(bytes(from));
+    else if constexpr (n == 3) return _mm_loadh_pi(loadFirstPair(bytes(from)), reinterpret_cast<const __m64*>(from + 1));
+    else return loadLanes<float>(bytes(from));
+}
+
+template <int n>
+inline void storeLoadedElements(Unaligned* to, Float4 v) {
+    if constexpr (n == 4) storeLanes(bytes(to), v);
+    else storePair(bytes(to), v);
+    if constexpr (n == 3) _mm_storeh_pi(reinterpret_cast<__m64*>(to + 1), v);
 }
 
 // The first elements of lanes.
