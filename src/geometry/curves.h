@@ -50,7 +50,8 @@ template <int n>
 inline void hermite(const Unaligned* a, const Unaligned* b, const Unaligned* c, const Unaligned* d, float t,
                     Unaligned* to) {
     const HermiteWeights weights(t);
-    storeLoadedElements<n>(to, weights.at(loadElements<n>(a), loadElements<n>(b), loadElements<n>(c), loadElements<n>(d)));
+    storeLoadedElements<n>(to,
+                           weights.at(loadElements<n>(a), loadElements<n>(b), loadElements<n>(c), loadElements<n>(d)));
 }
 
 // Hermite from b to c. A tangent is half the way from the point before to the point behind.

@@ -85,7 +85,8 @@ inline Repeated repeated(const Unaligned* from) {
 template <int n>
 inline Float4 loadElements(const Unaligned* from) {
     if constexpr (n == 2) return loadPair(bytes(from));
-    else if constexpr (n == 3) return _mm_loadh_pi(loadFirstPair(bytes(from)), reinterpret_cast<const __m64*>(from + 1));
+    else if constexpr (n == 3)
+        return _mm_loadh_pi(loadFirstPair(bytes(from)), reinterpret_cast<const __m64*>(from + 1));
     else return loadLanes<float>(bytes(from));
 }
 

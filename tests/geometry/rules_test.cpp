@@ -423,6 +423,37 @@ TEST(GeometryTransforms, OverlappingResultsAreWrittenInOrder) {
     EXPECT_EQ(found[60], 9);
 }
 
+TEST(GeometryTransforms, TheMatrixIsReadBeforeResultsLieOverIt) {
+    struct Batch {
+        decltype(&kormAffineTransform_m4v3a_32f) transform;
+        std::int32_t inputs, outputs;
+    };
+    const Batch batches[] = {
+        {kormAffineTransform_m4v2a_32f, 2, 4},       {kormAffineTransform_m4v3a_32f, 3, 4},
+        {kormAffineTransform_m4v4a_32f, 4, 4},       {kormAffineTransformCoord_m4v2a_32f, 2, 2},
+        {kormAffineTransformCoord_m4v3a_32f, 3, 3},  {kormAffineTransformNormal_m4v2a_32f, 2, 2},
+        {kormAffineTransformNormal_m4v3a_32f, 3, 3},
+    };
+    const Matrix matrix{0.5F, 0.25F, -1, 0.125F, 2, 1, 0.75F, 0.5F, -0.5F, 3, 1, 0.25F, 1, -2, 0.5F, 2};
+    // Enough for every path's rounds, and all numbers of vectors left over by them.
+    constexpr std::size_t most = 19, room = 16 + 8 * most;
+    std::vector<float> source;
+    for (std::size_t i = 0; i < 4 * most; ++i) source.push_back(0.125F * static_cast<float>(i % 29) + 1);
+    for (const Batch& batch : batches)
+        for (const std::int32_t gap : {0, 4})
+            for (const std::size_t first : {0, 1, 5, 12})
+                for (std::int32_t count = 1; count <= static_cast<std::int32_t>(most); ++count) {
+                    const std::int32_t srcStride = 4 * batch.inputs, dstStride = 4 * batch.outputs + gap;
+                    std::vector<float> found = matrix, expected = matrix;
+                    found.resize(room, untouched);
+                    expected.resize(room, untouched);
+                    batch.transform(matrix.data(), source.data(), srcStride, expected.data() + first, dstStride, count);
+                    batch.transform(found.data(), source.data(), srcStride, found.data() + first, dstStride, count);
+                    EXPECT_EQ(found, expected) << "batch " << &batch - batches << ", gap " << gap << ", from element "
+                                               << first << ", " << count << " vectors";
+                }
+}
+
 TEST(GeometryTransforms, DivisionByZeroIsNoFailure) {
     Matrix m = identityMatrix;
     m[15] = 0;
