@@ -74,9 +74,11 @@ inline void squaredLength(const Unaligned* a, Unaligned* d) {
     *d = dot(v, v);
 }
 
+inline float rootOf(float sum) { return static_cast<float>(std::sqrt(static_cast<double>(sum))); }
+
 template <int n>
 inline float lengthOf(const Vector<n>& v) {
-    return static_cast<float>(std::sqrt(static_cast<double>(dot(v, v))));
+    return rootOf(dot(v, v));
 }
 
 template <int n>
@@ -99,10 +101,6 @@ inline void normalize(const Unaligned* a, Unaligned* d) {
 }
 
 inline void crossProduct2(const Unaligned* a, const Unaligned* b, Unaligned* d) { *d = a[0] * b[1] - a[1] * b[0]; }
-
-inline Vector<3> cross(const Vector<3>& a, const Vector<3>& b) {
-    return {{a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]}};
-}
 
 // Each element is stored before the next is computed from what is in memory then.
 inline void crossProduct3(const Unaligned* a, const Unaligned* b, Unaligned* d) {

@@ -12,16 +12,37 @@ namespace korm {
 
 enum class Hand { left, right };
 
+// A vector of three in lanes x y y z, as it is loaded.
+inline Float4 normalizedLanes(Float4 v) {
+    const Float4 squares = v * v;
+    return v / broadcast(rootOf((squares[0] + squares[1]) + squares[3]));
+}
+
+inline Float4 turnedOn(Float4 v) { return __builtin_shufflevector(v, v, 1, 3, 3, 0); }  // y z z x
+
+// Before the last turn the third element stands first.
+inline Float4 crossLanes(Float4 a, Float4 b) { return turnedOn(a * turnedOn(b) - turnedOn(a) * b); }
+
 template <Hand hand>
 inline void lookAt(const Unaligned* eyeAt, const Unaligned* atAt, const Unaligned* upAt, Unaligned* d) {
-    const Vector<3> eye = loadVector<3>(eyeAt), at = loadVector<3>(atAt), up = loadVector<3>(upAt);
-    const Vector<3>& to = hand == Hand::left ? at : eye;
-    const Vector<3>& from = hand == Hand::left ? eye : at;
-    const Vector<3> z = normalized<3>({{to[0] - from[0], to[1] - from[1], to[2] - from[2]}});
-    const Vector<3> x = normalized(cross(up, z));
-    const Vector<3> y = cross(z, x);
-    storeRows(d, Float4{x[0], y[0], z[0], 0}, Float4{x[1], y[1], z[1], 0}, Float4{x[2], y[2], z[2], 0},
-              Float4{0.0F - dot(x, eye), 0.0F - dot(y, eye), 0.0F - dot(z, eye), 1});
+    const Float4 eye = loadElements<3>(eyeAt), at = loadElements<3>(atAt), up = loadElements<3>(upAt);
+    const Float4 z = normalizedLanes(hand == Hand::left ? at - eye : eye - at);
+    const Float4 x = normalizedLanes(crossLanes(up, z));
+    const Float4 y = crossLanes(z, x);
+
+    // x, y and z as columns; the fourth repeats the third until it is stored.
+    const Float4 upper = interleaveLow(x, y), lower = interleaveHigh(x, y);
+    const Float4 row0 = __builtin_shufflevector(upper, z, 0, 1, 4, 4);
+    const Float4 row1 = __builtin_shufflevector(upper, z, 2, 3, 5, 5);
+    const Float4 row2 = __builtin_shufflevector(lower, z, 2, 3, 7, 7);
+    const Float4 dots = (row0 * everyLane<0>(eye) + row1 * everyLane<1>(eye)) + row2 * everyLane<3>(eye);
+    const auto firstThree = [](Float4 row, float last) {
+        using Bits4 = int __attribute__((vector_size(16)));
+        constexpr Bits4 three = {-1, -1, -1, 0};
+        const Float4 fourth = {0, 0, 0, last};
+        return reinterpret_cast<Float4>((reinterpret_cast<Bits4>(row) & three) | reinterpret_cast<Bits4>(fourth));
+    };
+    storeRows(d, firstThree(row0, 0), firstThree(row1, 0), firstThree(row2, 0), firstThree(broadcast(0.0F) - dots, 1));
 }
 
 // The distance of the planes as the divisor of a depth's scale, and of its offset.
