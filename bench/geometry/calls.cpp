@@ -6,24 +6,32 @@
 namespace bench {
 namespace {
 
-void invertEach(const Calls& work) {
+template <auto invert>
+[[gnu::noinline]] void invertEach(const Calls& work) {
     for (std::ptrdiff_t k = 0; k < Calls::objects; ++k)
-        kormInvert_m4_32f(work.inputs[0] + k * Calls::floats, nullptr, work.result + k * Calls::floats);
+        invert(work.inputs[0] + k * Calls::floats, nullptr, work.result + k * Calls::floats);
+}
+
+// The library's own loop, and the same without the stub: a control, not a peer.
+CallRow row(const char* name, int floats, void (*run)(const Calls&), void (*direct)(const Calls&)) {
+    CallRow made{name, floats, 0, 0, {{"korm", run}}};
+    if (direct != nullptr) made.contenders.push_back({"direct", direct, false});
+    return made;
 }
 
 }  // namespace
 
-#define CALL(name, floats)                     \
-    {                                          \
-#name, floats, 0, 0, {                 \
-            { "korm", each<korm##name##_32f> } \
-        }                                      \
-    }
+#if defined(__x86_64__)
+#define ROW(name, floats, loop, function) row(name, floats, loop<function>, loop<Direct<function>::call>)
+#else
+#define ROW(name, floats, loop, function) row(name, floats, loop<function>, nullptr)
+#endif
+#define CALL(name, floats) ROW(#name, floats, each, korm##name##_32f)
 
 std::vector<CallRow> callRows() {
     return {
         // What a call costs by itself: korm's goes over a stub, which is one jump more than to other libraries.
-        {"empty", 0, 0, 0, {{"korm", each<kormGetLibVersion>}}},
+        ROW("empty", 0, each, kormGetLibVersion),
         CALL(Add_v2, 2),
         CALL(Add_v3, 3),
         CALL(Add_v4, 4),
@@ -63,7 +71,7 @@ std::vector<CallRow> callRows() {
         CALL(PerspectiveFovRH_m4, 16),
         CALL(PerspectiveOffCenterRH_m4, 16),
         CALL(Det_m4, 1),
-        {"Invert_m4", 16, 0, 0, {{"korm", invertEach}}},
+        ROW("Invert_m4", 16, invertEach, kormInvert_m4_32f),
         CALL(Transpose_m4, 16),
         CALL(Mul_mm4x4, 16),
         CALL(MulTranspose_m4, 16),

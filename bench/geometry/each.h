@@ -1,6 +1,9 @@
 // A loop that calls one function for every object, with arguments that follow from its prototype.
 #pragma once
 
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <type_traits>
 #include <utility>
 
@@ -55,5 +58,33 @@ template <auto function, Output output = Output::last>
         callEach<function, output>(work, type, std::index_sequence_for<Parameters...>());
     }(function);
 }
+
+#if defined(__x86_64__)
+// Where a stub of the library jumps to: what its one instruction, a jump through a record, finds there.
+inline void* behindStub(const void* stub) {
+    const auto* const code = static_cast<const unsigned char*>(stub);
+    if (code[0] != 0xff || code[1] != 0x25) {
+        std::fprintf(stderr, "geometry_bench: a stub isn't a jump through a record\n");
+        std::abort();
+    }
+    std::int32_t distance;
+    std::memcpy(&distance, code + 2, sizeof distance);
+    void* entry;
+    std::memcpy(&entry, code + 6 + distance, sizeof entry);
+    return entry;
+}
+
+// A function of the library without its stub. It is entered as the peers are, by a call of a jump through a table: this
+// one is as the linker's, which leads to the stub, and takes 16 bytes as there.
+template <auto function>
+struct Direct;
+
+template <class Return, class... Parameters, Return (*function)(Parameters...)>
+struct Direct<function> {
+    static inline void* const entry = behindStub(reinterpret_cast<const void*>(function));
+
+    [[gnu::naked, gnu::noinline, gnu::aligned(16)]] static Return call(Parameters...) { asm("jmp *%0" : : "m"(entry)); }
+};
+#endif
 
 }  // namespace bench

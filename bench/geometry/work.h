@@ -37,6 +37,7 @@ template <class Work>
 struct Contender {
     const char* name;
     void (*run)(const Work&);
+    bool isPeer = true;  // or the library, or a control
 };
 
 template <class Work>
@@ -67,7 +68,7 @@ template <class Work>
 void compete(std::vector<Row<Work>>& rows, const std::string& name, const char* who, void (*run)(const Work&)) {
     for (Row<Work>& row : rows)
         if (row.name == name) {
-            row.contenders.push_back({who, run});
+            row.contenders.push_back({who, run, true});
             return;
         }
     throw std::string("no row is called ") + name;
