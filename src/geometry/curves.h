@@ -9,18 +9,15 @@ namespace korm {
 
 template <int n>
 inline void baryCentric(const Unaligned* a, const Unaligned* b, const Unaligned* c, float f, float g, Unaligned* d) {
-    const float forB = inRegister(f), forC = inRegister(g);
-    Vector<n> result;
-    for (int i = 0; i < n; ++i) result[i] = ((b[i] - a[i]) * forB + a[i]) + (c[i] - a[i]) * forC;
-    storeVector(d, result);
+    const Float4 forB = broadcast(inRegister(f)), forC = broadcast(inRegister(g));
+    const Float4 first = loadElements<n>(a), second = loadElements<n>(b), third = loadElements<n>(c);
+    storeLoadedElements<n>(d, ((second - first) * forB + first) + (third - first) * forC);
 }
 
 template <int n>
 inline void linear(const Unaligned* a, const Unaligned* b, float t, Unaligned* d) {
-    const float part = inRegister(t);
-    Vector<n> result;
-    for (int i = 0; i < n; ++i) result[i] = a[i] + (b[i] - a[i]) * part;
-    storeVector(d, result);
+    const Float4 part = broadcast(inRegister(t)), first = loadElements<n>(a), second = loadElements<n>(b);
+    storeLoadedElements<n>(d, first + (second - first) * part);
 }
 
 // The powers of t are rounded to float, their sums formed in double and rounded again. `startOverEnd` weights
@@ -32,7 +29,7 @@ struct HermiteWeights {
     Float4 endTangent;    // t3 - t2, which rounds to float alike from float and from double
 
     explicit HermiteWeights(float parameter) {
-        const Float4 t = settled(broadcast(parameter)), square = t * t, cube = square * t;
+        const Float4 t = settled(broadcast(inRegister(parameter))), square = t * t, cube = square * t;
         const Double2 first = _mm_cvtps_pd(interleaveLow(t, cube)), squares = _mm_cvtps_pd(square);
         const Double2 differences = first - squares * Double2{1.0, 3.0};
         const Float4 sums = _mm_cvtpd_ps(_mm_sub_sd(differences, squares) + interleaveHigh(first, first));
