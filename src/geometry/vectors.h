@@ -86,18 +86,23 @@ inline void length(const Unaligned* a, Unaligned* d) {
     *d = lengthOf(loadVector<n>(a));
 }
 
+// Of a vector in lanes as loadElements gives it.
+template <int n>
+inline float sumOf(Float4 v) {
+    if constexpr (n == 2) return v[0] + v[1];
+    else if constexpr (n == 3) return (v[0] + v[1]) + v[3];
+    else return ((v[0] + v[1]) + v[2]) + v[3];
+}
+
 // A division for each element: a multiplication by the reciprocal would round twice.
 template <int n>
-inline Vector<n> normalized(const Vector<n>& v) {
-    const float length = lengthOf(v);
-    Vector<n> result;
-    for (int i = 0; i < n; ++i) result[i] = v[i] / length;
-    return result;
+inline Float4 normalized(Float4 v) {
+    return v / broadcast(rootOf(sumOf<n>(v * v)));
 }
 
 template <int n>
 inline void normalize(const Unaligned* a, Unaligned* d) {
-    storeVector(d, normalized(loadVector<n>(a)));
+    storeLoadedElements<n>(d, normalized<n>(loadElements<n>(a)));
 }
 
 inline void crossProduct2(const Unaligned* a, const Unaligned* b, Unaligned* d) { *d = a[0] * b[1] - a[1] * b[0]; }

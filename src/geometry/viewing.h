@@ -12,12 +12,7 @@ namespace korm {
 
 enum class Hand { left, right };
 
-// A vector of three in lanes x y y z, as it is loaded.
-inline Float4 normalizedLanes(Float4 v) {
-    const Float4 squares = v * v;
-    return v / broadcast(rootOf((squares[0] + squares[1]) + squares[3]));
-}
-
+// Vectors of three, in lanes x y y z as they are loaded.
 inline Float4 turnedOn(Float4 v) { return __builtin_shufflevector(v, v, 1, 3, 3, 0); }  // y z z x
 
 // Before the last turn the third element stands first.
@@ -26,8 +21,8 @@ inline Float4 crossLanes(Float4 a, Float4 b) { return turnedOn(a * turnedOn(b) -
 template <Hand hand>
 inline void lookAt(const Unaligned* eyeAt, const Unaligned* atAt, const Unaligned* upAt, Unaligned* d) {
     const Float4 eye = loadElements<3>(eyeAt), at = loadElements<3>(atAt), up = loadElements<3>(upAt);
-    const Float4 z = normalizedLanes(hand == Hand::left ? at - eye : eye - at);
-    const Float4 x = normalizedLanes(crossLanes(up, z));
+    const Float4 z = normalized<3>(hand == Hand::left ? at - eye : eye - at);
+    const Float4 x = normalized<3>(crossLanes(up, z));
     const Float4 y = crossLanes(z, x);
 
     // x, y and z as columns; the fourth repeats the third until it is stored.
