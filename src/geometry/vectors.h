@@ -10,43 +10,30 @@
 
 namespace korm {
 
-// `operation` writes its result instead of returning it: a float that is only chosen keeps its bits that way, where a
-// return value of 32-bit code may pass through a register that turns a signalling NaN quiet.
-template <int n, class Operation>
-inline void eachElement(const Unaligned* a, const Unaligned* b, Unaligned* d, Operation operation) {
-    const Vector<n> first = loadVector<n>(a), second = loadVector<n>(b);
-    Vector<n> result;
-    for (int i = 0; i < n; ++i) operation(first.e[i], second.e[i], result.e[i]);
-    storeVector(d, result);
-}
-
 template <int n>
 inline void addVectors(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    eachElement<n>(a, b, d, [](const float& x, const float& y, float& sum) { sum = x + y; });
+    storeLoadedElements<n>(d, loadElements<n>(a) + loadElements<n>(b));
 }
 
 template <int n>
 inline void subtractVectors(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    eachElement<n>(a, b, d, [](const float& x, const float& y, float& difference) { difference = x - y; });
+    storeLoadedElements<n>(d, loadElements<n>(a) - loadElements<n>(b));
 }
 
-// A failed comparison, as with a NaN, takes the second.
+// A failed comparison, as with a NaN, takes the second: that is how the processor chooses.
 template <int n>
 inline void lesserElements(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    eachElement<n>(a, b, d, [](const float& x, const float& y, float& lesser) { lesser = x < y ? x : y; });
+    storeLoadedElements<n>(d, _mm_min_ps(loadElements<n>(a), loadElements<n>(b)));
 }
 
 template <int n>
 inline void greaterElements(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    eachElement<n>(a, b, d, [](const float& x, const float& y, float& greater) { greater = x > y ? x : y; });
+    storeLoadedElements<n>(d, _mm_max_ps(loadElements<n>(a), loadElements<n>(b)));
 }
 
 template <int n>
 inline void scaleVector(const Unaligned* a, float factor, Unaligned* d) {
-    const float same = inRegister(factor);
-    Vector<n> result;
-    for (int i = 0; i < n; ++i) result[i] = a[i] * same;
-    storeVector(d, result);
+    storeLoadedElements<n>(d, loadElements<n>(a) * broadcast(inRegister(factor)));
 }
 
 template <int n>
