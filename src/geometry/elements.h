@@ -16,7 +16,7 @@ using Unaligned = float __attribute__((aligned(1)));
 inline const std::byte* bytes(const Unaligned* from) { return reinterpret_cast<const std::byte*>(from); }
 inline std::byte* bytes(Unaligned* to) { return reinterpret_cast<std::byte*>(to); }
 
-// A vector of n elements in locals: all of it is read before anything is written.
+// A vector of n elements in locals.
 template <int n>
 struct Vector {
     float e[n];
@@ -26,21 +26,12 @@ struct Vector {
 };
 
 template <int n>
-inline Vector<n> loadVector(const Unaligned* from) {
-    Vector<n> v;
-    for (int i = 0; i < n; ++i) v.e[i] = from[i];
-    return v;
-}
-
-template <int n>
 inline void storeVector(Unaligned* to, const Vector<n>& v) {
     for (int i = 0; i < n; ++i) to[i] = v.e[i];
 }
 
 inline const Unaligned* elementsAt(const std::byte* from) { return reinterpret_cast<const Unaligned*>(from); }
 inline Unaligned* elementsAt(std::byte* to) { return reinterpret_cast<Unaligned*>(to); }
-
-inline Float4 lanes(const Vector<4>& v) { return Float4{v[0], v[1], v[2], v[3]}; }
 
 template <int i>
 inline Float4 everyLane(Float4 v) {

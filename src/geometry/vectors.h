@@ -36,44 +36,7 @@ inline void scaleVector(const Unaligned* a, float factor, Unaligned* d) {
     storeLoadedElements<n>(d, loadElements<n>(a) * broadcast(inRegister(factor)));
 }
 
-template <int n>
-inline float dot(const Vector<n>& a, const Vector<n>& b) {
-    float sum = a[0] * b[0];
-    for (int i = 1; i < n; ++i) sum = sum + a[i] * b[i];
-    return sum;
-}
-
-// The products of four elements at once; their sum as ever.
-template <>
-inline float dot(const Vector<4>& a, const Vector<4>& b) {
-    const Float4 products = lanes(a) * lanes(b);
-    return ((products[0] + products[1]) + products[2]) + products[3];
-}
-
-template <int n>
-inline void dotProduct(const Unaligned* a, const Unaligned* b, Unaligned* d) {
-    *d = dot(loadVector<n>(a), loadVector<n>(b));
-}
-
-template <int n>
-inline void squaredLength(const Unaligned* a, Unaligned* d) {
-    const Vector<n> v = loadVector<n>(a);
-    *d = dot(v, v);
-}
-
-inline float rootOf(float sum) { return static_cast<float>(std::sqrt(static_cast<double>(sum))); }
-
-template <int n>
-inline float lengthOf(const Vector<n>& v) {
-    return rootOf(dot(v, v));
-}
-
-template <int n>
-inline void length(const Unaligned* a, Unaligned* d) {
-    *d = lengthOf(loadVector<n>(a));
-}
-
-// Of a vector in lanes as loadElements gives it.
+// Of the elements of a vector as loadElements gives it.
 template <int n>
 inline float sumOf(Float4 v) {
     if constexpr (n == 2) return v[0] + v[1];
@@ -81,10 +44,30 @@ inline float sumOf(Float4 v) {
     else return ((v[0] + v[1]) + v[2]) + v[3];
 }
 
+template <int n>
+inline float lengthOf(Float4 v) {
+    return static_cast<float>(std::sqrt(static_cast<double>(sumOf<n>(v * v))));
+}
+
+template <int n>
+inline void dotProduct(const Unaligned* a, const Unaligned* b, Unaligned* d) {
+    *d = sumOf<n>(loadElements<n>(a) * loadElements<n>(b));
+}
+
+template <int n>
+inline void squaredLength(const Unaligned* a, Unaligned* d) {
+    dotProduct<n>(a, a, d);
+}
+
+template <int n>
+inline void length(const Unaligned* a, Unaligned* d) {
+    *d = lengthOf<n>(loadElements<n>(a));
+}
+
 // A division for each element: a multiplication by the reciprocal would round twice.
 template <int n>
 inline Float4 normalized(Float4 v) {
-    return v / broadcast(rootOf(sumOf<n>(v * v)));
+    return v / broadcast(lengthOf<n>(v));
 }
 
 template <int n>
