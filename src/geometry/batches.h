@@ -78,7 +78,8 @@ inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v) {
     const std::byte* from = v.src;
     std::byte* to = v.dst;
     std::ptrdiff_t k = 0;
-    constexpr std::ptrdiff_t round = Transform::outputs == 2 && resultPacked ? 8 : 4;  // a line of cache, or less
+    // A line of cache, or less.
+    constexpr std::ptrdiff_t round = Transform::outputs == 2 && resultPacked && source != Source::any ? 8 : 4;
     for (; k + round <= v.count; k += round, from += round * srcStride, to += round * dstStride) {
         fetchAhead(from, to);
         if (source == Source::any && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
@@ -111,8 +112,8 @@ template <class Transform, class Two>
 inline std::ptrdiff_t severalByTwo(const Two& two, const Vectors& v) {
     constexpr std::ptrdiff_t packedSource = Transform::inputs * sizeof(float);
     constexpr std::ptrdiff_t packedResult = Transform::outputs * sizeof(float);
-    if (v.srcStride != packedSource || v.dstStride != packedResult)
-        return twoByTwo<Transform, Source::any, false>(two, v);
+    if (v.dstStride != packedResult) return twoByTwo<Transform, Source::any, false>(two, v);
+    if (v.srcStride != packedSource) return twoByTwo<Transform, Source::any, true>(two, v);
     if constexpr (Transform::inputs == 2)
         if (isAligned(v.src)) return twoByTwo<Transform, Source::aligned, true>(two, v);
     return twoByTwo<Transform, Source::packed, true>(two, v);
