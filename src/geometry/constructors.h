@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "geometry/elements.h"
+#include "geometry/vectors.h"
 
 namespace korm {
 
@@ -82,25 +83,26 @@ inline void rotationYawPitchRoll(float yaw, float pitch, float roll, Unaligned* 
 // axis, s and c the sine and cosine, row i is (1 - c)*u * u[i] plus c in the diagonal and plus or minus an element of
 // s*u elsewhere. x - y is x + (-y) to the bit, so a row is one product and one sum.
 inline void rotationAxis(const Unaligned* axis, float angle, Unaligned* d) {
-    const float x = axis[0], y = axis[1], z = axis[2];
-    const float length = std::sqrt(x * x + y * y + z * z);
-    const Float4 unit = Float4{x, y, z, 1} / Float4{length, length, length, 1};
+    const Float4 along = loadElements<3>(axis);
+    const Float4 unit = along / broadcast(std::sqrt(sumOf<3>(along * along)));  // x y y z
     const Turn turn(angle);
-    const Float4 across = broadcast(1.0F - turn.c) * __builtin_shufflevector(unit, unit, 0, 1, 2, 2);
-    const Float4 turned = Float4{turn.s, turn.s, turn.s, turn.c} * unit;  // s*u and c
+    const Float4 cosine = broadcast(turn.c), turned = broadcast(turn.s) * unit;
+    const Float4 across = (broadcast(1.0F) - cosine) * __builtin_shufflevector(unit, unit, 0, 1, 3, 3);
+    const Float4 turnedAndCosine = interleaveHigh(turned, cosine);  // y c z c
 
     using Bits4 = int __attribute__((vector_size(16)));
     constexpr int negative = INT32_MIN;
-    const auto row = [&](Float4 along, Float4 beside, Bits4 signs) {
+    const auto row = [&](Float4 element, Float4 beside, Bits4 signs) {
         const Bits4 firstThree = {-1, -1, -1, 0};
         const Float4 signedBeside = reinterpret_cast<Float4>(reinterpret_cast<Bits4>(beside) ^ signs);
-        return reinterpret_cast<Float4>(reinterpret_cast<Bits4>(across * along + signedBeside) & firstThree);
+        return reinterpret_cast<Float4>(reinterpret_cast<Bits4>(across * element + signedBeside) & firstThree);
     };
     storeRows(
         d,
-        row(everyLane<0>(unit), __builtin_shufflevector(turned, turned, 3, 2, 1, 1), Bits4{0, 0, negative, negative}),
-        row(everyLane<1>(unit), __builtin_shufflevector(turned, turned, 2, 3, 0, 0), Bits4{negative, 0, 0, 0}),
-        row(everyLane<2>(unit), __builtin_shufflevector(turned, turned, 1, 0, 3, 3), Bits4{0, negative, 0, 0}),
+        row(everyLane<0>(unit), __builtin_shufflevector(turnedAndCosine, turnedAndCosine, 1, 2, 0, 0),
+            Bits4{0, 0, negative, negative}),
+        row(everyLane<1>(unit), __builtin_shufflevector(turnedAndCosine, turned, 2, 1, 4, 4), Bits4{negative, 0, 0, 0}),
+        row(everyLane<3>(unit), __builtin_shufflevector(turned, turnedAndCosine, 1, 0, 5, 5), Bits4{0, negative, 0, 0}),
         unitRow(3));
 }
 
