@@ -34,6 +34,13 @@ inline Float4 unitRow(int column) {
     }
 }
 
+// Lanes 0 to 2, and zero in the fourth.
+inline Float4 firstThree(Float4 row) {
+    using Bits4 = int __attribute__((vector_size(16)));
+    constexpr Bits4 three = {-1, -1, -1, 0};
+    return reinterpret_cast<Float4>(reinterpret_cast<Bits4>(row) & three);
+}
+
 inline void identity(Unaligned* d) { storeRows(d, unitRow(0), unitRow(1), unitRow(2), unitRow(3)); }
 
 inline void translation(float x, float y, float z, Unaligned* d) {
@@ -93,9 +100,8 @@ inline void rotationAxis(const Unaligned* axis, float angle, Unaligned* d) {
     using Bits4 = int __attribute__((vector_size(16)));
     constexpr int negative = INT32_MIN;
     const auto row = [&](Float4 element, Float4 beside, Bits4 signs) {
-        const Bits4 firstThree = {-1, -1, -1, 0};
         const Float4 signedBeside = reinterpret_cast<Float4>(reinterpret_cast<Bits4>(beside) ^ signs);
-        return reinterpret_cast<Float4>(reinterpret_cast<Bits4>(across * element + signedBeside) & firstThree);
+        return firstThree(across * element + signedBeside);
     };
     storeRows(
         d,

@@ -15,7 +15,7 @@ enum class Hand { left, right };
 // Vectors of three, in lanes x y y z as they are loaded.
 inline Float4 turnedOn(Float4 v) { return __builtin_shufflevector(v, v, 1, 3, 3, 0); }  // y z z x
 
-// Before the last turn the third element stands first.
+// Each element is that of the cross product in its order; before the last turn the third stands first.
 inline Float4 crossLanes(Float4 a, Float4 b) { return turnedOn(a * turnedOn(b) - turnedOn(a) * b); }
 
 template <Hand hand>
@@ -31,13 +31,8 @@ inline void lookAt(const Unaligned* eyeAt, const Unaligned* atAt, const Unaligne
     const Float4 row1 = __builtin_shufflevector(upper, z, 2, 3, 5, 5);
     const Float4 row2 = __builtin_shufflevector(lower, z, 2, 3, 7, 7);
     const Float4 dots = (row0 * everyLane<0>(eye) + row1 * everyLane<1>(eye)) + row2 * everyLane<3>(eye);
-    const auto firstThree = [](Float4 row, float last) {
-        using Bits4 = int __attribute__((vector_size(16)));
-        constexpr Bits4 three = {-1, -1, -1, 0};
-        const Float4 fourth = {0, 0, 0, last};
-        return reinterpret_cast<Float4>((reinterpret_cast<Bits4>(row) & three) | reinterpret_cast<Bits4>(fourth));
-    };
-    storeRows(d, firstThree(row0, 0), firstThree(row1, 0), firstThree(row2, 0), firstThree(broadcast(0.0F) - dots, 1));
+    const Float4 offsets = firstThree(broadcast(0.0F) - dots);
+    storeRows(d, firstThree(row0), firstThree(row1), firstThree(row2), _mm_or_ps(offsets, unitRow(3)));
 }
 
 // The distance of the planes as the divisor of a depth's scale, and of its offset.
