@@ -17,8 +17,8 @@ enum class Output { last, first };
 // What a function returns other than a status is its result.
 template <class... Parameters>
 struct Positions {
-    static constexpr bool isPointer[] = {std::is_pointer_v<Parameters>...};
     static constexpr int all = sizeof...(Parameters);
+    static constexpr bool isPointer[all + 1] = {std::is_pointer_v<Parameters>...};  // no array is empty
 
     static constexpr int before(int position, bool pointers) {
         int found = 0;

@@ -3,9 +3,9 @@
 //   korm_geometry_digests check FILE  compares them with a committed file
 //
 // The lines are the same for every target, compiler and level of optimisation. Two things would differ for reasons that
-// aren't the library's, and are kept out: angles are such that any good mathematics library rounds their sine and cosine
-// to the same number, and of the inverse only status and determinant are digested, as its elements start from the
-// processor's own approximation of a reciprocal.
+// aren't the library's, and are kept out: angles are such that any good mathematics library rounds their sine and
+// cosine to the same number, and of the inverse only status and determinant are digested, as its elements start from
+// the processor's own approximation of a reciprocal.
 #include "../support/digest.h"
 #include "../support/library.h"
 #include "../support/thread_number.h"
@@ -58,7 +58,8 @@ std::uint64_t digestOfHomogeneous() {
 
 std::string allDigests() {
     std::string text;
-    for (const GeometryFunction& function : geometryFunctions()) text += digestLine(function.name, 42, digestOf(function));
+    for (const GeometryFunction& function : geometryFunctions())
+        text += digestLine(function.name, 42, digestOf(function));
     return text + digestLine(homogeneousName, 42, digestOfHomogeneous());
 }
 

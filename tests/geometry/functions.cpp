@@ -9,9 +9,9 @@ using namespace fixed;
 
 namespace {
 
-// Of a row: "name" a constant by value, "name:n" a pointer to n elements, "nameStride" behind an array's pointer, "count".
-// Results stand behind the arrow; "det:1?" may be null, "dst:i" is a 32-bit integer. An "=" marks an input that may be
-// the same memory as dst.
+// Of a row: "name" a constant by value, "name:n" a pointer to n elements, "nameStride" behind an array's pointer,
+// "count". Results stand behind the arrow; "det:1?" may be null, "dst:i" is a 32-bit integer. An "=" marks an input
+// that may be the same memory as dst.
 struct Row {
     const char* name;
     const char* arguments;

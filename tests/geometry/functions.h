@@ -1,4 +1,5 @@
-// The functions of fixed size as the tests know them: typed by hand in functions.cpp, a second time beside the library.
+// The functions of fixed size as the tests know them: typed by hand in functions.cpp, a second time beside the
+// library.
 //
 // The homogeneous transform of arrays isn't among them: it is a form with strides, checks and a driver, and has tests of
 // its own (homogeneous.h).

@@ -1,5 +1,6 @@
-// Operands in blocks of exactly their size, at multiples of 16 as malloc gives them. A checker of memory sees every byte
-// beyond that is touched, also the fourth element behind a vector of three that a 16-byte load would read unpunished.
+// Operands in blocks of exactly their size, at multiples of 16 as malloc gives them. A checker of memory sees every
+// byte beyond that is touched, also the fourth element behind a vector of three that a 16-byte load would read
+// unpunished.
 #include <gtest/gtest.h>
 
 #include <cmath>

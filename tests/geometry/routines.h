@@ -1,5 +1,5 @@
-// What a function of fixed size must show. Called by the tests with the real library, and with libraries that are wrong on
-// purpose.
+// What a function of fixed size must show. Called by the tests with the real library, and with libraries that are wrong
+// on purpose.
 #pragma once
 
 #include "../routines/routines.h"

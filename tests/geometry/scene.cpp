@@ -271,7 +271,8 @@ Verdict GeometryScene::run(void* code, unsigned stackShift) const {
                              ", " + describe());
     makeNansEqual();
     if (bounded) {
-        // An element within its bound is taken for the expected one. Later vectors lie over earlier ones where they overlap.
+        // An element within its bound is taken for the expected one. Later vectors lie over earlier ones where they
+        // overlap.
         std::size_t index = 0;
         const bool overlap = vectors(dst) > 1 && std::abs(places_[dst].stride) < 4 * function_.arguments[dst].elements;
         visitResults([&](std::byte* address) {
