@@ -1,8 +1,8 @@
 // The functions of fixed size as the tests know them: typed by hand in functions.cpp, a second time beside the
 // library.
 //
-// The homogeneous transform of arrays isn't among them: it is a form with strides, checks and a driver, and has tests of
-// its own (homogeneous.h).
+// The homogeneous transform of arrays isn't among them: it is a form with strides, checks and a driver, and has tests
+// of its own (homogeneous.h).
 #pragma once
 
 #include <cstdint>
