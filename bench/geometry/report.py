@@ -42,10 +42,9 @@ def in_cache(row):
 
 
 def goals_of(calls, batches):
-    goals = (at_least("batches, geometric mean: best peer / korm", mean(row.ratio for row in batches), ADVANTAGE)
-             + every_row("every batch", batches, PARITY) + every_row("every call", calls, PARITY)
-             + every_row("the same without the stub's jump", calls, PARITY, lambda row: row.direct_ratio))
-    return goals
+    return (at_least("batches, geometric mean: best peer / korm", mean(row.ratio for row in batches), ADVANTAGE)
+            + every_row("every batch", batches, PARITY) + every_row("every call", calls, PARITY)
+            + every_row("the same without the stub's jump", calls, PARITY, lambda row: row.direct_ratio))
 
 
 def lines_of(rows, peers):
