@@ -53,21 +53,21 @@ template <int n, Reciprocal kind, Minus minus, class S>
     if constexpr (n > 5) expandAll<Line::first, 5>(c[n - 5], chain[4], chain[5]);
     determinant = expanded<Line::first, everyRow>(c[0], chain[n - 1]);
     if (any(threshold > magnitude(determinant))) return false;
+    // All minors come before the first is scaled: they keep the processor busy until the reciprocal is there.
     const S r = reciprocalOf<kind>(determinant);
-
-    const auto writeRow = [&](int j, const S(&minors)[size]) __attribute__((always_inline)) {
+    S minorsOf[n][n];
+    const auto keepRow = [&](int j, const S(&minors)[size]) __attribute__((always_inline)) {
 #pragma GCC unroll 6
-        for (int i = 0; i < n; ++i)
-            inverse[j][i] = scaledCofactor<minus>((i + j) % 2 == 0, minors[everyRow ^ 1U << i], r);
+        for (int i = 0; i < n; ++i) minorsOf[j][i] = minors[everyRow ^ 1U << i];
     };
     S above[size], own[size];
-    writeRow(0, chain[n - 1]);
+    keepRow(0, chain[n - 1]);
     expandAll<Line::first, n - 1>(c[0], chain[n - 2], own);
-    writeRow(1, own);
+    keepRow(1, own);
     if constexpr (n > 4) {
         expandAll<Line::first, n - 2>(c[1], chain[n - 3], above);
         expandAll<Line::first, n - 1>(c[0], above, own);
-        writeRow(2, own);
+        keepRow(2, own);
     }
 
     // From the first columns upwards, for the rows whose minors have the last columns.
@@ -75,29 +75,33 @@ template <int n, Reciprocal kind, Minus minus, class S>
     startMinors(c[0], front[1]);
     expandAll<Line::last, 2>(c[1], front[1], front[2]);
     if constexpr (n == 3) {
-        writeRow(2, front[2]);
+        keepRow(2, front[2]);
     } else if constexpr (n == 4) {
         expandAll<Line::last, 3>(c[3], front[2], own);
-        writeRow(2, own);
+        keepRow(2, own);
         expandAll<Line::last, 3>(c[2], front[2], own);
-        writeRow(3, own);
+        keepRow(3, own);
     } else if constexpr (n == 5) {
         expandAll<Line::last, 3>(c[2], front[2], front[3]);
         expandAll<Line::last, 4>(c[4], front[3], own);
-        writeRow(3, own);
+        keepRow(3, own);
         expandAll<Line::last, 4>(c[3], front[3], own);
-        writeRow(4, own);
+        keepRow(4, own);
     } else {
         expandAll<Line::last, 3>(c[2], front[2], front[3]);
         expandAll<Line::last, 4>(c[4], front[3], above);
         expandAll<Line::last, 5>(c[5], above, own);
-        writeRow(3, own);
+        keepRow(3, own);
         expandAll<Line::last, 4>(c[3], front[3], front[4]);
         expandAll<Line::last, 5>(c[5], front[4], own);
-        writeRow(4, own);
+        keepRow(4, own);
         expandAll<Line::last, 5>(c[4], front[4], own);
-        writeRow(5, own);
+        keepRow(5, own);
     }
+#pragma GCC unroll 6
+    for (int j = 0; j < n; ++j)
+#pragma GCC unroll 6
+        for (int i = 0; i < n; ++i) inverse[j][i] = scaledCofactor<minus>((i + j) % 2 == 0, minorsOf[j][i], r);
     return true;
 }
 
