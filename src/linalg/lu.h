@@ -36,7 +36,8 @@ template <int n, class T, class A, class D>
 template <int n, class S>
 [[gnu::noinline]] bool factorGroup(S (&a)[n][n], IndexOf<S> (&row)[n]) {
     using T = ElementOf<S>;
-    if constexpr (n == 2) return factorOrder2(a, row, all<S>(std::numeric_limits<T>::epsilon()));
+    if constexpr (n == 1) return factorOrder1(a, row, all<S>(std::numeric_limits<T>::epsilon()));
+    else if constexpr (n == 2) return factorOrder2(a, row, all<S>(std::numeric_limits<T>::epsilon()));
     else return eliminate<n>(a, row, all<S>(2 * std::numeric_limits<T>::min())) == n;
 }
 
@@ -83,7 +84,7 @@ template <int n, class T, class A, class D>
         return true;
     };
     const auto each = [&](std::ptrdiff_t k) {
-        if constexpr (n == 2) return luCore(src.at(k), dst.at(k), pivots + 4 * n * k, n);
+        if constexpr (n <= 2) return luCore(src.at(k), dst.at(k), pivots + 4 * n * k, n);
         else return luSized<n, T>(src.at(k), dst.at(k), pivots + 4 * n * k);
     };
     return inGroups<lanes>(0, count, together, each);
@@ -103,6 +104,9 @@ template <class A, class D, class Count>
     using T = typename D::Element;
     auto* const bytes = reinterpret_cast<std::byte*>(pivots);
     switch (order) {
+        case 1:
+            if constexpr (!isOne<Count>) return luArray<1, T>(src, dst, bytes, count);
+            break;
         case 2:
             if constexpr (!isOne<Count>) return luArray<2, T>(src, dst, bytes, count);
             break;

@@ -130,13 +130,23 @@ template <int n, class T, class A, class B, class D, class Count>
     else luSolveArray<n, T>(matrix, src, dst, pivots, count);
 }
 
+template <std::ptrdiff_t n>
+using Known = std::integral_constant<std::ptrdiff_t, n>;
+
 // One matrix for all vectors or one for each.
 template <class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void luSolve(A matrix, B src, D dst, const std::int32_t* pivots, std::int32_t order,
                                            Count count) {
     using T = typename D::Element;
     const auto* const bytes = reinterpret_cast<const std::byte*>(pivots);
+    // Orders 1 and 2 of arrays are the general case with the order known, so that no loop over rows is left: half the time.
     switch (order) {
+        case 1:
+            if constexpr (!isOne<Count>) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<1>(), count);
+            break;
+        case 2:
+            if constexpr (!isOne<Count>) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<2>(), count);
+            break;
         case 3: return luSolveObjects<3, T>(matrix, src, dst, bytes, count);
         case 4: return luSolveObjects<4, T>(matrix, src, dst, bytes, count);
         case 5: return luSolveObjects<5, T>(matrix, src, dst, bytes, count);
@@ -144,7 +154,7 @@ template <class A, class B, class D, class Count>
         default: break;
     }
     if constexpr (isOne<Count>) luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, order);
-    else luSolveManyGeneral<T>(matrix, src, dst, bytes, order, count);
+    else luSolveManyGeneral<T>(matrix, src, dst, bytes, static_cast<std::ptrdiff_t>(order), count);
 }
 
 }  // namespace korm

@@ -131,9 +131,9 @@ template <class S, class Term>
 }
 
 // Both sweeps of the objects from t on, as many as fill `vectors`, where dst's are alike in where their blocks begin.
-template <class T, class A, class B, class D>
+template <class T, class A, class B, class D, class Order>
 [[gnu::noinline]] void luSolveGroup(A matrix, B src, D dst, const std::byte* pivots, std::ptrdiff_t t, int vectors,
-                                    std::ptrdiff_t n) {
+                                    Order n) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
     constexpr bool oneMatrix = A::objects == Objects::single;
@@ -194,9 +194,9 @@ template <class A, class D>
     return differences % 16 == 0;
 }
 
-template <class T, class A, class B, class D>
-[[gnu::noinline]] void luSolveManyGeneral(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
-                                          std::ptrdiff_t n, std::ptrdiff_t count) {
+template <class T, class A, class B, class D, class Order>
+[[gnu::noinline]] void luSolveManyGeneral(const A& matrix, const B& src, const D& dst, const std::byte* pivots, Order n,
+                                          std::ptrdiff_t count) {
     constexpr int lanes = laneCount<T>;
     const std::ptrdiff_t pivotsApart = A::objects == Objects::single ? 0 : 4 * n;
     for (std::ptrdiff_t t = 0; t < count;) {

@@ -1,4 +1,4 @@
-// Order 2 of the algorithms for any order, straight on and in lanes: the same operations in the same order. Where an
+// Orders 1 and 2 of the algorithms for any order, straight on and in lanes: the same operations in the same order. Where an
 // object takes a turn that others don't, nothing is said of the group, and the general kernel does it.
 #pragma once
 
@@ -23,6 +23,12 @@ struct PivotedRows {
         return chosen(exchanged, -last, last);
     }
 };
+
+template <class S>
+[[gnu::always_inline]] inline bool factorOrder1(const S (&a)[1][1], IndexOf<S> (&row)[1], S tiny) {
+    row[0] = allIndices<S>(0);
+    return !any(tiny >= magnitude(a[0][0]));
+}
 
 template <class S>
 [[gnu::always_inline]] inline bool factorOrder2(S (&a)[2][2], IndexOf<S> (&row)[2], S tiny) {
