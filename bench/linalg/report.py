@@ -91,7 +91,8 @@ def x87_table(x87):
         limit = max(row["multiplications"], row["additions"]) * x87["multiplication"]
         lines.append([row["name"], str(row["multiplications"]), str(row["additions"]), number(limit, 0),
                       number(row["cycles"], 0), number(row["cycles"] / limit)])
-    yield from table(["form, order", "multiplications", "additions", "limit", "cycles", "cycles / limit"], lines)
+    yield from table(["form, order", "multiplications", "additions", "the unit's limit, cycles", "cycles a determinant",
+                      "cycles / limit"], lines)
 
 
 def cofactor_text(rows):
