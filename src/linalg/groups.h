@@ -211,6 +211,32 @@ template <int n, class S, class G>
             to, [i](int) { return i; }, a[i]);
 }
 
+// --- Large arrays ---------------------------------------------------------------------------------
+
+// A group is much work on few objects, so that the processor comes late to look for those of the next where they lie
+// beyond its first cache. It is told of them this many objects before: in outer caches LU of order 6 takes a quarter
+// less, inverses and solves of doubles a tenth. Arrays that fit into the first cache are left alone.
+inline constexpr std::ptrdiff_t objectsAhead = 16;
+inline constexpr std::ptrdiff_t firstCache = 32 << 10;
+
+// The first object at which nothing is told any more, so that none is looked for behind the last.
+[[gnu::always_inline]] inline std::ptrdiff_t endOfFetching(std::ptrdiff_t count, int bytesOfObject) {
+    return count > firstCache / bytesOfObject ? count - objectsAhead : 0;
+}
+
+// Tells of as many objects as a group has, the last of them `objectsAhead` behind object k. `bytes` are those of a packed
+// one; it is a hint, which is good enough for others.
+template <int lanes, int bytes, class View>
+[[gnu::always_inline]] inline void fetchAhead(const View& view, std::ptrdiff_t k) {
+    constexpr int line = 64;
+    if constexpr (View::spacing == Spacing::rowAdjacent)
+#pragma GCC unroll 4
+        for (int l = 0; l < lanes; ++l)
+#pragma GCC unroll 5
+            for (int at = 0; at < bytes; at += line)
+                __builtin_prefetch(view.at(k + objectsAhead - l).address(0, 0) + at);
+}
+
 // --- Objects in groups ----------------------------------------------------------------------------
 
 // Hands the objects to `fast` in groups of `lanes`, and to `each` one by one where a group has failed, which leaves

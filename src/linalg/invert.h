@@ -102,9 +102,15 @@ template <int n, class T, class A, class D>
 [[gnu::always_inline]] inline std::int32_t invertGroups(const A& src, const D& dst, std::ptrdiff_t count) {
     constexpr int lanes = laneCount<T>;
     constexpr InversePath path = inversePath<n, A>();
+    constexpr int bytes = n * n * static_cast<int>(sizeof(T));
+    const std::ptrdiff_t fetchEnd = endOfFetching(count, 2 * bytes);
     const bool pairs = n == 4 && invertsInPairs(src, dst);
     const auto together = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
         Lanes<T> a[n][n], inverse[n][n];
+        if (k < fetchEnd) {
+            fetchAhead<lanes, bytes>(src, k);
+            fetchAhead<lanes, bytes>(dst, k);
+        }
         readSquares(groupAt<lanes>(src, k), a);
         if (!invertSized<path>(a, inverse)) return false;
         writeSquares(groupAt<lanes>(dst, k), inverse);

@@ -67,9 +67,15 @@ template <int n, class T, class A, class D>
 [[gnu::noinline]] std::int32_t luArray(const A& src, const D& dst, std::byte* pivots, std::ptrdiff_t count) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
+    constexpr int bytes = n * n * static_cast<int>(sizeof(T));
+    const std::ptrdiff_t fetchEnd = endOfFetching(count, 2 * bytes);
     const auto together = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
         S a[n][n];
         IndexOf<S> row[n];
+        if (k < fetchEnd) {
+            fetchAhead<lanes, bytes>(src, k);
+            fetchAhead<lanes, bytes>(dst, k);
+        }
         readSquares(groupAt<lanes>(src, k), a);
         if (!factorGroup(a, row)) return false;
         Targets<lanes> to;

@@ -65,8 +65,11 @@ template <int n, class T, class A, class B, class D>
                                     std::ptrdiff_t count) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
+    constexpr int bytes = n * n * static_cast<int>(sizeof(T));
+    const std::ptrdiff_t fetchEnd = endOfFetching(count, bytes);
     std::ptrdiff_t t = 0;
     for (; t + lanes <= count; t += lanes) {
+        if (t < fetchEnd) fetchAhead<lanes, bytes>(matrix, t);
         S a[n][n], scale[n], v[n];
         const auto matrices = groupAt<lanes>(matrix, t);
         const auto vectors = groupAt<lanes>(src, t);
