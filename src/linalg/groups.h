@@ -224,12 +224,12 @@ inline constexpr std::ptrdiff_t firstCache = 32 << 10;
     return count > firstCache / bytesOfObject ? count - objectsAhead : 0;
 }
 
-// Tells of as many objects as a group has, the last of them `objectsAhead` behind object k. `bytes` are those of a packed
-// one; it is a hint, which is good enough for others.
+// Tells of as many objects as a group has, the last of them `objectsAhead` behind object k. `bytes` are those of a
+// packed one; it is a hint, which is good enough for others. Small objects come in the lines of their neighbours.
 template <int lanes, int bytes, class View>
 [[gnu::always_inline]] inline void fetchAhead(const View& view, std::ptrdiff_t k) {
     constexpr int line = 64;
-    if constexpr (View::spacing == Spacing::rowAdjacent)
+    if constexpr (View::spacing == Spacing::rowAdjacent && bytes > line / 2)
 #pragma GCC unroll 4
         for (int l = 0; l < lanes; ++l)
 #pragma GCC unroll 5

@@ -136,9 +136,9 @@ template <int n, class T, class A, class D>
 
 template <int n, class T, class A, class D>
 [[gnu::noinline]] std::int32_t invertArray(A src, D dst, std::ptrdiff_t count) {
-    // Packed matrices of order 3 have a loop of their own, in which the distance of rows is known: where one loop serves
-    // all, gcc takes results apart before it asks how to write them, which costs a seventh of the time. At order 5 that
-    // doesn't show, and even orders are written by rows in any case.
+    // Packed matrices of order 3 have a loop of their own, in which the distance of rows is known: where one loop
+    // serves all, gcc takes results apart before it asks how to write them, which costs a seventh of the time. At order
+    // 5 that doesn't show, and even orders are written by rows in any case.
     if constexpr (n == 3 && isPlain<A>) {
         constexpr std::ptrdiff_t packed = n * sizeof(T);
         if (src.rowStride == packed && dst.rowStride == packed) {

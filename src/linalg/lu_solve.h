@@ -142,7 +142,8 @@ template <class A, class B, class D, class Count>
                                            Count count) {
     using T = typename D::Element;
     const auto* const bytes = reinterpret_cast<const std::byte*>(pivots);
-    // Orders 1 and 2 of arrays are the general case with the order known, so that no loop over rows is left: half the time.
+    // Orders 1 and 2 of arrays are the general case with the order known, so that no loop over rows is left: that takes
+    // half the time.
     switch (order) {
         case 1:
             if constexpr (!isOne<Count>) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<1>(), count);

@@ -131,6 +131,7 @@ template <class S, class Term>
 }
 
 // Both sweeps of the objects from t on, as many as fill `vectors`, where dst's are alike in where their blocks begin.
+// The order may be a constant.
 template <class T, class A, class B, class D, class Order>
 [[gnu::noinline]] void luSolveGroup(A matrix, B src, D dst, const std::byte* pivots, std::ptrdiff_t t, int vectors,
                                     Order n) {

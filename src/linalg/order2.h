@@ -1,5 +1,5 @@
-// Orders 1 and 2 of the algorithms for any order, straight on and in lanes: the same operations in the same order. Where an
-// object takes a turn that others don't, nothing is said of the group, and the general kernel does it.
+// Orders 1 and 2 of the algorithms for any order, straight on and in lanes: the same operations in the same order.
+// Where an object takes a turn that others don't, nothing is said of the group, and the general kernel does it.
 #pragma once
 
 #include "linalg/scalars.h"
