@@ -90,6 +90,33 @@ struct RightInPlace {
     [[gnu::always_inline]] void readAnew() const {}
 };
 
+// A single operand of an array form: such pairs once for all objects, as vectors that multiplications read.
+template <int n>
+struct RightHeld {
+    Float4 pairs[n][n / 2];
+
+    template <bool turned>
+    [[gnu::always_inline]] RightHeld(std::bool_constant<turned>, const std::byte* b, std::ptrdiff_t stride) {
+        unrolled<n * n / 2>([&](auto e) __attribute__((always_inline)) {
+            constexpr int k = e / (n / 2), j = e % (n / 2);
+            if constexpr (turned) {
+                const float first = load<float>(b + 2 * j * stride + k * 4);
+                const float second = load<float>(b + (2 * j + 1) * stride + k * 4);
+                pairs[k][j] = Float4{first, second, first, second};
+            } else {
+                pairs[k][j] = pairTwice(b + k * stride + j * 8);
+            }
+        });
+    }
+
+    template <int k, int j>
+    [[gnu::always_inline]] Float4 pair() const {
+        return pairs[k][j];
+    }
+
+    [[gnu::always_inline]] void readAnew() const {}
+};
+
 // Of an operand that is read as its transpose, such pairs are made once, by half the shuffles of a transposition.
 template <int n>
 struct RightTurned {
@@ -245,6 +272,13 @@ template <int n, bool turned>
     if constexpr (n == 3) return RightThree(std::bool_constant<turned>{}, b, stride);
     else if constexpr (turned) return RightTurned<n>(b, stride);
     else return RightInPlace{b, stride};
+}
+
+// The same for all objects of an array.
+template <int n, bool turned>
+[[gnu::always_inline]] inline auto heldBlocks(const std::byte* b, std::ptrdiff_t stride) {
+    if constexpr (n % 2 == 0) return RightHeld<n>(std::bool_constant<turned>{}, b, stride);
+    else return rightBlocks<n, turned>(b, stride);
 }
 
 template <int n, class Left, class Right, class Target>

@@ -210,9 +210,9 @@ template <class T, int n, bool turnB>
 inline constexpr bool inBlocks = laneCount<T> == 4 && !(n == 5 && turnB);
 
 template <class T, int n, class A, class B, class D, class Count>
-[[gnu::always_inline]] inline void squaresByRows(const A& a, const B& b, const D& dst, Count count) {
+[[gnu::always_inline]] inline void squaresByRows(const A& a, std::ptrdiff_t aStride, const B& b, std::ptrdiff_t bStride,
+                                                 const D& dst, std::ptrdiff_t stride, Count count) {
     constexpr bool turnA = isTurnedView<A>, turnB = isTurnedView<B>, isArray = std::is_same_v<Count, std::int32_t>;
-    const std::ptrdiff_t aStride = storedStride(a), bStride = storedStride(b), stride = dst.rowStride;
     const auto leftAt = [&](std::int32_t k) __attribute__((always_inline)) { return a.at(k).origin; };
     const auto rightAt = [&](std::int32_t k) __attribute__((always_inline)) { return b.at(k).origin; };
     const auto rows = [&](std::int32_t k) __attribute__((always_inline)) {
@@ -243,7 +243,7 @@ template <class T, int n, class A, class B, class D, class Count>
                               BlockTarget<false>{to.origin, to.stride});
         };
         if constexpr (isShared<B>) {
-            const auto held = rightBlocks<n, turnB>(rightAt(0), bStride);
+            const auto held = heldBlocks<n, turnB>(rightAt(0), bStride);
             forObjects([&](std::int32_t k, const auto& to) __attribute__((always_inline)) { blocks(k, held, to); });
         } else {
             forObjects([&](std::int32_t k, const auto& to) __attribute__((always_inline)) {
@@ -260,6 +260,20 @@ template <class T, int n, class A, class B, class D, class Count>
             multiplyRows<T, n>(LeftInPlace<T, n, turnA>{leftAt(k), aStride}, rows(k), to);
         });
     }
+}
+
+// Where rows touch, the distances between them are known when compiling. Addresses then take one register for each
+// operand; with strides in registers the rest of the addresses waits on the stack: order 6 of floats takes 14.3 ns for 17.4,
+// order 4 takes 4.8 for 5.7, doubles gain up to 11 %. One object alone is not worth the test, and a left operand that is
+// held leaves registers enough.
+template <class T, int n, class A, class B, class D, class Count>
+[[gnu::always_inline]] inline void squaresByRows(const A& a, const B& b, const D& dst, Count count) {
+    constexpr std::ptrdiff_t packed = n * sizeof(T);
+    const std::ptrdiff_t aStride = storedStride(a), bStride = storedStride(b), stride = dst.rowStride;
+    if constexpr (std::is_same_v<Count, std::int32_t> && !isShared<A>)
+        if (aStride == packed && bStride == packed && stride == packed)
+            return squaresByRows<T, n>(a, packed, b, packed, dst, packed, count);
+    squaresByRows<T, n>(a, aStride, b, bStride, dst, stride, count);
 }
 
 }  // namespace korm
