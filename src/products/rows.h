@@ -264,13 +264,17 @@ template <class T, int n, class A, class B, class D, class Count>
 
 // Where rows touch, the distances between them are known when compiling. Addresses then take one register for each
 // operand; with strides in registers the rest of the addresses waits on the stack: order 6 of floats takes 14.3 ns for 17.4,
-// order 4 takes 4.8 for 5.7, doubles gain up to 11 %. One object alone is not worth the test, and a left operand that is
-// held leaves registers enough.
+// order 4 takes 4.8 for 5.7, doubles gain up to 11 %. A left operand that is held leaves registers enough. Doubles of order
+// 6 lose 10 %: their right operand would fill the registers, and sums go to the stack. One object is not worth the test.
+template <class T, int n, class A, class Count>
+inline constexpr bool testsPacked =
+    std::is_same_v<Count, std::int32_t> && !isShared<A> && !(laneCount<T> == 2 && n == 6);
+
 template <class T, int n, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void squaresByRows(const A& a, const B& b, const D& dst, Count count) {
     constexpr std::ptrdiff_t packed = n * sizeof(T);
     const std::ptrdiff_t aStride = storedStride(a), bStride = storedStride(b), stride = dst.rowStride;
-    if constexpr (std::is_same_v<Count, std::int32_t> && !isShared<A>)
+    if constexpr (testsPacked<T, n, A, Count>)
         if (aStride == packed && bStride == packed && stride == packed)
             return squaresByRows<T, n>(a, packed, b, packed, dst, packed, count);
     squaresByRows<T, n>(a, aStride, b, bStride, dst, stride, count);

@@ -74,27 +74,49 @@ template <class T, int n, int columns, bool sharedA, bool sharedB, Start start>
         for (int e = 0; e < n * n; ++e) x[e] = spread<T>(aStarts.of[e]);
     if constexpr (sharedB)
         for (int e = 0; e < n * columns; ++e) y[e] = spread<T>(bStarts.of[e]);
-    forVectorsOfObjects<T>(
-        count, [&](std::ptrdiff_t at) __attribute__((always_inline)) {
-            if constexpr (!sharedB)
-                unrolled<n * columns>([&](auto e)
-                                          __attribute__((always_inline)) { y[e] = loadLanes<T>(bStarts.of[e] + at); });
-            unrolled<n>([&](auto i) __attribute__((always_inline)) {
-                Lanes<T> row[n];
-                unrolled<n>([&](auto k) __attribute__((always_inline)) {
-                    if constexpr (sharedA) row[k] = x[i * n + k];
-                    else row[k] = loadLanes<T>(aStarts.of[i * n + k] + at);
-                });
+    const auto storeSum = [&](auto i, auto j, std::ptrdiff_t at, const auto& product) __attribute__((always_inline)) {
+        Lanes<T> sum = product(std::integral_constant<int, 0>{});
+        if constexpr (start == Start::zero) sum = Lanes<T>{} + sum;
+        unrolled<n - 1>([&](auto k)
+                            __attribute__((always_inline)) { sum += product(std::integral_constant<int, k + 1>{}); });
+        storeLanes(const_cast<std::byte*>(dstStarts.of[i * columns + j]) + at, sum);
+    };
+    if constexpr (sharedA) {
+        // By columns, so that one of two factors is in a register: by rows both would be on the stack, and order 6 of floats
+        // took 16.4 ns for 14.0, of doubles 31.5 for 26.0.
+        forVectorsOfObjects<T>(
+            count, [&](std::ptrdiff_t at) __attribute__((always_inline)) {
                 unrolled<columns>([&](auto j) __attribute__((always_inline)) {
-                    Lanes<T> sum = row[0] * y[j];
-                    if constexpr (start == Start::zero) sum = Lanes<T>{} + sum;
-                    unrolled<n - 1>([&](auto k) __attribute__((always_inline)) {
-                        sum += row[k + 1] * y[(k + 1) * columns + j];
+                    Lanes<T> column[n];
+                    unrolled<n>([&](auto k) __attribute__((always_inline)) {
+                        column[k] = loadLanes<T>(bStarts.of[k * columns + j] + at);
                     });
-                    storeLanes(const_cast<std::byte*>(dstStarts.of[i * columns + j]) + at, sum);
+                    unrolled<n>([&](auto i) __attribute__((always_inline)) {
+                        storeSum(
+                            i, j, at, [&](auto k) __attribute__((always_inline)) { return x[i * n + k] * column[k]; });
+                    });
                 });
             });
-        });
+    } else {
+        forVectorsOfObjects<T>(
+            count, [&](std::ptrdiff_t at) __attribute__((always_inline)) {
+                if constexpr (!sharedB)
+                    unrolled<n * columns>([&](auto e) __attribute__((always_inline)) {
+                        y[e] = loadLanes<T>(bStarts.of[e] + at);
+                    });
+                unrolled<n>([&](auto i) __attribute__((always_inline)) {
+                    Lanes<T> row[n];
+                    unrolled<n>([&](auto k) __attribute__((always_inline)) {
+                        row[k] = loadLanes<T>(aStarts.of[i * n + k] + at);
+                    });
+                    unrolled<columns>([&](auto j) __attribute__((always_inline)) {
+                        storeSum(
+                            i, j,
+                            at, [&](auto k) __attribute__((always_inline)) { return row[k] * y[k * columns + j]; });
+                    });
+                });
+            });
+    }
 }
 
 // --- Any shape -----------------------------------------------------------------------------------
