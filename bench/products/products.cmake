@@ -9,8 +9,8 @@ endif()
 add_executable(korm_bench_products EXCLUDE_FROM_ALL
     products/main.cpp products/problem.cpp products/results.cpp products/arrays.cpp products/streams.cpp
     products/singles.cpp products/vectors.cpp products/threads.cpp)
-find_package(Threads REQUIRED)
-target_link_libraries(korm_bench_products PRIVATE kormFlags korm Eigen3::Eigen Threads::Threads)
+target_link_libraries(korm_bench_products PRIVATE kormFlags korm Eigen3::Eigen ${KORM_OPENMP_LIBRARY})
+set_source_files_properties(products/threads.cpp PROPERTIES COMPILE_OPTIONS -fopenmp)
 set_target_properties(korm_bench_products PROPERTIES ENABLE_EXPORTS ON)
 set_source_files_properties(products/main.cpp PROPERTIES COMPILE_DEFINITIONS "${buildFacts}")
 

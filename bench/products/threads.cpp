@@ -1,7 +1,7 @@
 // The library on one thread and on two, with a control: the same plain loop on one and on two threads, which shows
-// what two threads are worth on this machine at this moment.
-#include <thread>
-
+// what two threads are worth on this machine at this moment. The control's second thread is the library's too, from the
+// OpenMP runtime: it goes on looking for work for a while after a call, and a thread beside it would share a processor
+// with it.
 #include "korm_calls.h"
 #include "peers.h"
 
@@ -21,15 +21,14 @@ void korm(const Problem<T>& problem) {
 
 template <class Form, int n, class T>
 void controlOnTwo(const Problem<T>& problem) {
-    Problem<T> lower = problem, upper = problem;
-    lower.count = problem.count / 2;
-    upper.count = problem.count - lower.count;
-    upper.first = problem.a(lower.count);
-    upper.second = problem.b(lower.count);
-    upper.result = problem.c(lower.count);
-    std::thread other(loop<Form::shape, n, T>, std::cref(upper));
-    loop<Form::shape, n, T>(lower);
-    other.join();
+    Problem<T> halves[2] = {problem, problem};
+    halves[0].count = problem.count / 2;
+    halves[1].count = problem.count - halves[0].count;
+    halves[1].first = problem.a(halves[0].count);
+    halves[1].second = problem.b(halves[0].count);
+    halves[1].result = problem.c(halves[0].count);
+#pragma omp parallel for num_threads(2) schedule(static)
+    for (int half = 0; half < 2; ++half) loop<Form::shape, n, T>(halves[half]);
 }
 
 template <class Form, class T, int n>
