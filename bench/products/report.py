@@ -121,6 +121,8 @@ def streams_table(rows):
               number(row.each("loopAlongStreams")), number(row.ns["kormPacked"] / row.ns["korm"]),
               number(row.against("loopAlongStreams"))] for row in rows]
     yield "Nanoseconds an object, in cache. The plain loop knows the sizes and does all objects of one position at a time."
+    yield "What additions and multiplications alone take, and why streams gain little where packed arrays are near that, is"
+    yield "told in [the architecture](architecture.md#the-kernels-of-products)."
     yield ""
     yield from table(["form, order", "korm `_P`", "korm, packed", "plain loop", "packed / `_P`", "plain loop / `_P`"],
                      lines)
@@ -137,7 +139,8 @@ def singles_table(rows, any_blas):
                         for name in ("korm", "eigenDynamic", "openblas", "eigenFixed")]
                      + [number(at_run_time)]
                      + [number(other.gigaflops("openblas")) if other and "openblas" in other.ns else ""])
-    yield "Operations a nanosecond (2 n^3 over the time). Eigen with fixed sizes knows the order when it is compiled."
+    yield "Operations a nanosecond (2 n^3 over the time). Eigen with fixed sizes knows the order when it is compiled. Why"
+    yield "`tm` and `tt` fall behind from order 128 on is told in [the architecture](architecture.md#the-kernels-of-products)."
     yield ""
     yield from table(["form, order", "korm", "Eigen, dynamic", "OpenBLAS", "Eigen, fixed sizes",
                       "the better at run time / korm", "OpenBLAS, any kernels, in a run of its own"], lines)
@@ -147,8 +150,8 @@ def thread_table(rows):
     lines = [[row.name.removeprefix("threads/"), number(row.ns["oneThread"] / 1000, 1),
               number(row.ns["twoThreads"] / 1000, 1), number(row.ns["oneThread"] / row.ns["twoThreads"]),
               number(row.ns["controlOne"] / row.ns["controlTwo"])] for row in rows]
-    yield "Microseconds that pass. The control is a plain loop over the same arrays, on one thread and on two: what two"
-    yield "threads are worth on this machine at this moment."
+    yield "Microseconds that pass. The control is a plain loop over the same arrays, on one thread and on two of the same"
+    yield "team: what two threads are worth on this machine at this moment."
     yield ""
     yield from table(["row", "one thread", "two threads", "speed-up", "speed-up of the control"], lines)
 
