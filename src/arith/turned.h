@@ -81,7 +81,7 @@ template <class T, int width, int height, class Stored>
 
 // A 3 by 3 matrix whose rows touch, as one run of 9: four shuffles for 8 of its elements, where blocks of
 // 2 by 2 would need seven and twice the loads and stores.
-inline Held<float, 9, 1> turnThree(const Held<float, 9, 1>& m) {
+[[gnu::always_inline]] inline Held<float, 9, 1> turnThree(const Held<float, 9, 1>& m) {
     const Float4 low = m.whole[0][0];
     const Float4 high = m.whole[0][1];
     const Float4 sixOne = __builtin_shufflevector(high, low, 2, 2, 5, 5);
@@ -96,7 +96,7 @@ inline Held<float, 9, 1> turnThree(const Held<float, 9, 1>& m) {
 // The first of one vector beside the second of another: all that a turn of order 3 needs of doubles.
 inline Double2 firstSecond(Double2 x, Double2 y) { return __builtin_shufflevector(x, y, 0, 3); }
 
-inline Held<double, 9, 1> turnThree(const Held<double, 9, 1>& m) {
+[[gnu::always_inline]] inline Held<double, 9, 1> turnThree(const Held<double, 9, 1>& m) {
     const auto& v = m.whole[0];
     Held<double, 9, 1> result;
     result.whole[0][0] = firstSecond(v[0], v[1]);
@@ -108,7 +108,7 @@ inline Held<double, 9, 1> turnThree(const Held<double, 9, 1>& m) {
 }
 
 // Two matrices, one behind the other: 9 vectors, where one by one they would be 8 and two single elements.
-inline Held<double, 18, 1> turnThree(const Held<double, 18, 1>& m) {
+[[gnu::always_inline]] inline Held<double, 18, 1> turnThree(const Held<double, 18, 1>& m) {
     const auto& v = m.whole[0];
     Held<double, 18, 1> result;
     result.whole[0][0] = firstSecond(v[0], v[1]);
