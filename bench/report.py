@@ -78,6 +78,12 @@ def read(path):
     return data["context"], rows, threads, errors
 
 
+def is_arithmetic(cost):
+    """Sums, differences and scaling by a constant, of any size: call_cost counts other families' forms too."""
+    operation, operands = cost["name"].removeprefix("korm").split("_")[:2]
+    return "toLoadSquare" in cost and (operation in ("Add", "Sub") or (operation == "Mul" and "c" in operands))
+
+
 def long_packed(rows):
     """One run over all operands: every operand has objects, or is one constant for all."""
     return [row for row in rows if "copy" in row.result and row.layout == "packed"
@@ -289,7 +295,7 @@ def main():
     costs = []
     if options.call_cost:
         with open(options.call_cost, encoding="utf-8") as file:
-            costs = [cost for cost in json.load(file) if "toLoadSquare" in cost]  # without those of fixed size
+            costs = [cost for cost in json.load(file) if is_arithmetic(cost)]
     if options.output:
         write(options.output, report(context, rows, threads, errors, costs))
     if options.misses:
