@@ -63,20 +63,27 @@ template <class Op, class A, class B, class D>
     otherVector<Op, A, B, D>(HandedVector<A>(a), HandedVector<B>(b), HandedVector<D>(dst), shape.length);
 }
 
-// Entry e of a table, whose elements come in the order in which the result takes them.
+// The element at the place of a table where a source has it for entry `e` of the result: transposed, entry `turned`.
 template <class T, class View>
-[[gnu::always_inline]] inline T entryOf(const View& view, std::ptrdiff_t e) {
+[[gnu::always_inline]] inline T entryOf(const View& view, std::ptrdiff_t e, std::ptrdiff_t turned) {
     if constexpr (isConstant<View>) return view.value;
-    else return load<T>(reinterpret_cast<const std::byte*>(view.table[e]) + view.offset);
+    else return load<T>(reinterpret_cast<const std::byte*>(view.table[inTableOrder<View> ? e : turned]) + view.offset);
 }
 
-// Tables that are read in one order: one loop for all shapes, in as many registers as need no saving.
+// One loop for all shapes, in few registers: what a path for each order saves in the loop, it costs on the way there.
+// A table that is read by columns is passed over with the step of a stored row, `height`, modulo its last entry.
 template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void scatteredEntries(const A& a, const B& b, const D& dst, std::ptrdiff_t entries) {
+[[gnu::always_inline]] inline void scatteredEntries(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
+                                                    std::ptrdiff_t height) {
     using T = typename D::Element;
+    const std::ptrdiff_t entries = width * height;
     std::ptrdiff_t e = 0;
+    std::ptrdiff_t turned = 0;
     do {
-        store(reinterpret_cast<std::byte*>(dst.table[e]) + dst.offset, Op::apply(entryOf<T>(a, e), entryOf<T>(b, e)));
+        store(reinterpret_cast<std::byte*>(dst.table[e]) + dst.offset,
+              Op::apply(entryOf<T>(a, e, turned), entryOf<T>(b, e, turned)));
+        turned += height;
+        if (turned >= entries) turned -= entries - 1;
     } while (++e < entries);
 }
 
@@ -88,8 +95,8 @@ template <class Op, class A, class B, class D, class Shape>
             [&](auto width, auto height)
                 __attribute__((always_inline)) { plainSized<Op, width, height>(a, b, dst, oneObject); },
             [&]() __attribute__((always_inline)) { other<Op>(a, b, dst, shape); });
-    } else if constexpr (D::spacing == Spacing::scattered && inTableOrder<A> && inTableOrder<B>) {
-        scatteredEntries<Op>(a, b, dst, static_cast<std::ptrdiff_t>(widthOf(shape)) * heightOf(shape));
+    } else if constexpr (D::spacing == Spacing::scattered) {
+        scatteredEntries<Op>(a, b, dst, widthOf(shape), heightOf(shape));
     } else {
         apartObjects<Op>(a, b, dst, shape, oneObject);
     }
