@@ -157,7 +157,9 @@ def bandwidth_table(rows):
     yield "## Long packed runs, GB/s"
     yield ""
     yield ("Bytes of all operands over time. The copying loop moves 16 bytes at a time from the first input to the "
-           "result.")
+           "result. In the first-level cache it is ahead of anything that computes: load, multiplication and store, "
+           "written in assembly in several ways, reached 141 to 148 GB/s where load and store alone reached 182 (Xeon, "
+           "family 6, model 207), a share of 0.8. Beyond that cache nothing is left of the difference.")
     yield ""
     lines = []
     for row in long_packed(rows):
