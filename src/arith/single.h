@@ -70,8 +70,8 @@ template <class T, class View>
     else return load<T>(reinterpret_cast<const std::byte*>(view.table[inTableOrder<View> ? e : turned]) + view.offset);
 }
 
-// One loop for all shapes, in few registers: what a path for each order saves in the loop, it costs on the way there.
-// A table that is read by columns is passed over with the step of a stored row, `height`, modulo its last entry.
+// One loop for all shapes, in few registers. A table that is read by columns is passed over with the step of a stored
+// row, `height`, modulo its last entry.
 template <class Op, class A, class B, class D>
 [[gnu::always_inline]] inline void scatteredEntries(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
                                                     std::ptrdiff_t height) {
@@ -87,6 +87,19 @@ template <class Op, class A, class B, class D>
     } while (++e < entries);
 }
 
+template <class Op, int width, int height, class A, class B, class D>
+[[gnu::always_inline]] inline void scatteredSized(const A& a, const B& b, const D& dst) {
+    using T = typename D::Element;
+    forRows<height>([&](auto i) __attribute__((always_inline)) {
+        forRows<width>([&](auto j) __attribute__((always_inline)) {
+            constexpr std::ptrdiff_t e = i * width + j;
+            constexpr std::ptrdiff_t turned = j * height + i;
+            store(reinterpret_cast<std::byte*>(dst.table[e]) + dst.offset,
+                  Op::apply(entryOf<T>(a, e, turned), entryOf<T>(b, e, turned)));
+        });
+    });
+}
+
 template <class Op, class A, class B, class D, class Shape>
 [[gnu::always_inline]] inline void singleObject(const A& a, const B& b, const D& dst, Shape shape) {
     if constexpr (D::spacing == Spacing::rowAdjacent) {
@@ -96,7 +109,11 @@ template <class Op, class A, class B, class D, class Shape>
                 __attribute__((always_inline)) { plainSized<Op, width, height>(a, b, dst, oneObject); },
             [&]() __attribute__((always_inline)) { other<Op>(a, b, dst, shape); });
     } else if constexpr (D::spacing == Spacing::scattered) {
-        scatteredEntries<Op>(a, b, dst, widthOf(shape), heightOf(shape));
+        bySize(
+            shape,
+            [&](auto width, auto height)
+                __attribute__((always_inline)) { scatteredSized<Op, width, height>(a, b, dst); },
+            [&]() __attribute__((always_inline)) { scatteredEntries<Op>(a, b, dst, widthOf(shape), heightOf(shape)); });
     } else {
         apartObjects<Op>(a, b, dst, shape, oneObject);
     }
