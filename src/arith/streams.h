@@ -177,12 +177,6 @@ template <class Op, class A, class B, class D>
     else stridedNest<Op>(A(a), B(b), D(dst), width, height, count);
 }
 
-template <class T, class X>
-[[gnu::always_inline]] inline T elementOf(const X& object, std::ptrdiff_t i, std::ptrdiff_t j) {
-    if constexpr (std::is_same_v<X, T>) return object;
-    else return load<T>(object.address(i, j));
-}
-
 // --- Tables ---------------------------------------------------------------------------------------
 
 template <class View>
