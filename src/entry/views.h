@@ -10,8 +10,8 @@
 // element. A view of a transposed operand answers in the coordinates of the transpose, so that a
 // kernel sees logical rows and columns only.
 //
-// at() and address() are inlined always: in large kernels gcc leaves them as calls, which took three times as long
-// as the sum of two packed 3 by 3 matrices.
+// at() and address() are inlined always: gcc left them as calls in large kernels, where the sum of two packed 3 by 3
+// matrices took three times as long.
 #pragma once
 
 #include <cstddef>
