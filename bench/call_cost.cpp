@@ -131,7 +131,8 @@ void installHandlers() {
     action.sa_sigaction = onFault;
     sigaction(SIGSEGV, &action, nullptr);
     const auto map = [](int protection) {
-        void* const memory = mmap(nullptr, operandPlaces * operandBytes, protection, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        void* const memory =
+            mmap(nullptr, operandPlaces * operandBytes, protection, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         if (memory == MAP_FAILED) std::exit(2);
         return static_cast<std::byte*>(memory);
     };

@@ -16,8 +16,8 @@ constexpr std::int32_t statusNullPointer = -8;
 // What the C library knows; it asks the processor, or the auxiliary vector.
 std::int64_t largestCacheByLibrary() {
     std::int64_t largest = 0;
-    for (const int level : {_SC_LEVEL1_DCACHE_SIZE, _SC_LEVEL2_CACHE_SIZE, _SC_LEVEL3_CACHE_SIZE,
-                            _SC_LEVEL4_CACHE_SIZE}) {
+    for (const int level :
+         {_SC_LEVEL1_DCACHE_SIZE, _SC_LEVEL2_CACHE_SIZE, _SC_LEVEL3_CACHE_SIZE, _SC_LEVEL4_CACHE_SIZE}) {
         largest = std::max<std::int64_t>(largest, sysconf(level));
     }
     return largest;
@@ -46,9 +46,7 @@ std::int64_t largestCacheByKernel() {
 
 }  // namespace
 
-std::int32_t ownGetNumThreads() {
-    return omp_get_max_threads();
-}
+std::int32_t ownGetNumThreads() { return omp_get_max_threads(); }
 
 std::int32_t korGetMaxCacheSizeB(std::int32_t* bytes) {
     if (bytes == nullptr) return statusNullPointer;

@@ -52,11 +52,11 @@ protected:
 
 TEST_F(Binary, ExportsExactlyTheNames) {
     const std::vector<std::string> expected = everyName();
-    const std::size_t count = 1       // the version query
-                              + 288   // element-wise arithmetic
-                              + 132   // products
-                              + 46    // linear algebra
-                              + 87;   // geometry
+    const std::size_t count = 1      // the version query
+                              + 288  // element-wise arithmetic
+                              + 132  // products
+                              + 46   // linear algebra
+                              + 87;  // geometry
     ASSERT_EQ(expected.size(), count);
     std::vector<std::string> names;
     for (const ElfSymbol& one : file.exports()) {
@@ -148,9 +148,10 @@ TEST_F(Binary, HasTheInternalNames) {
     for (const GeometryFunction& function : geometryFunctions())
         EXPECT_EQ(file.symbols().count("v8_own" + function.name), 0u) << function.name;
     const std::string strided = std::string(homogeneousName);
-    for (const std::string& name : {"v8_own" + strided, "v8_own" + strided + "_S2", "v8_ownOMP_" + strided,
-                                    std::string("v8_own3dkormInvert_m_32f_4x4"), std::string("v8_own3dConvert64f32f_16"),
-                                    std::string("v8_ownMulMat_32f"), std::string("v8_ownkormInvert_m_64f_4x4")})
+    for (const std::string& name :
+         {"v8_own" + strided, "v8_own" + strided + "_S2", "v8_ownOMP_" + strided,
+          std::string("v8_own3dkormInvert_m_32f_4x4"), std::string("v8_own3dConvert64f32f_16"),
+          std::string("v8_ownMulMat_32f"), std::string("v8_ownkormInvert_m_64f_4x4")})
         EXPECT_EQ(symbol(name).type, STT_FUNC) << name;
 }
 

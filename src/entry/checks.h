@@ -36,9 +36,7 @@ inline bool anyBelowOne(Numbers... numbers) {
     return least(numbers...) < 1;
 }
 
-inline constexpr std::uint32_t bitsOf(std::int32_t number) {
-    return static_cast<std::uint32_t>(number);
-}
+inline constexpr std::uint32_t bitsOf(std::int32_t number) { return static_cast<std::uint32_t>(number); }
 
 // A stride is valid if it is a positive multiple of the element size. Subtracting that size leaves the
 // low bits alone and turns 0 and nearly all that is negative negative; only near the least integer it
@@ -48,7 +46,8 @@ template <class T, class... Strides>
 inline bool anyBadStride(Strides... strides) {
     constexpr std::uint32_t size = sizeof(T);
     constexpr std::uint32_t suspicious = 0xC0000000U | (size - 1);
-    if (((... | (bitsOf(strides) - size)) & suspicious) == 0) [[likely]] return false;
+    if (((... | (bitsOf(strides) - size)) & suspicious) == 0) [[likely]]
+        return false;
     return (... || (strides < 1 || (bitsOf(strides) & (size - 1)) != 0));
 }
 

@@ -21,9 +21,7 @@ struct Split {
     std::int32_t chunk;
     std::int32_t remainder;
 
-    static Split over(std::int32_t count, std::int32_t numThreads) {
-        return {count / numThreads, count % numThreads};
-    }
+    static Split over(std::int32_t count, std::int32_t numThreads) { return {count / numThreads, count % numThreads}; }
 
     Run run(std::int32_t thread) const {
         if (thread < remainder) return {(chunk + 1) * thread, chunk + 1};

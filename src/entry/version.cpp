@@ -23,9 +23,7 @@ extern std::int32_t korJumpIndexForMergedDLL;
 [[gnu::used]] std::int32_t korJumpIndexForMergedDLL = 0;
 
 const kormLibVersion* v8_kormGetLibVersion();
-const kormLibVersion* v8_kormGetLibVersion() {
-    return &s_libVer;
-}
+const kormLibVersion* v8_kormGetLibVersion() { return &s_libVer; }
 
 // Everything works from the moment the library is loaded: the hooks have nothing to prepare.
 [[gnu::constructor]] void initializer();

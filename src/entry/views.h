@@ -29,9 +29,9 @@ enum class Spacing {
 };
 
 enum class Objects {
-    single,    // one object serves all k
-    stepped,   // object k lies k strides past object 0
-    listed,    // object k is given by entry k of a list
+    single,   // one object serves all k
+    stepped,  // object k lies k strides past object 0
+    listed,   // object k is given by entry k of a list
 };
 
 struct MatrixShape {
@@ -139,10 +139,8 @@ struct ConstantView {
     [[gnu::always_inline]] T at(std::ptrdiff_t k) const {
         if constexpr (objects == Objects::single) return value;
         T result;
-        if constexpr (objects == Objects::stepped)
-            __builtin_memcpy(&result, origin + k * objectStride, sizeof result);
-        else
-            __builtin_memcpy(&result, reinterpret_cast<const std::byte*>(list[k]) + objectStride, sizeof result);
+        if constexpr (objects == Objects::stepped) __builtin_memcpy(&result, origin + k * objectStride, sizeof result);
+        else __builtin_memcpy(&result, reinterpret_cast<const std::byte*>(list[k]) + objectStride, sizeof result);
         return result;
     }
 };

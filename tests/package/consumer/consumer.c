@@ -6,10 +6,9 @@ int main(void) {
     const float matrices[2][2][3] = {{{1, 2, 3}, {4, 5, 6}}, {{-1, -2, -3}, {0.5F, 0.25F, 0.125F}}};
     const float added[2][3] = {{10, 20, 30}, {40, 50, 60}};
     float sums[2][2][3] = {{{0}}};
-    const int32_t status =
-        kormAdd_mam_32f(&matrices[0][0][0], sizeof matrices[0], sizeof matrices[0][0], sizeof(float), &added[0][0],
-                        sizeof added[0], sizeof(float), &sums[0][0][0], sizeof sums[0], sizeof sums[0][0],
-                        sizeof(float), 3, 2, 2);
+    const int32_t status = kormAdd_mam_32f(&matrices[0][0][0], sizeof matrices[0], sizeof matrices[0][0], sizeof(float),
+                                           &added[0][0], sizeof added[0], sizeof(float), &sums[0][0][0], sizeof sums[0],
+                                           sizeof sums[0][0], sizeof(float), 3, 2, 2);
     int k, i, j;
     if (status != korStatusOk) return 1;
     for (k = 0; k < 2; ++k)

@@ -13,8 +13,9 @@ int main() {
     std::vector<double> moved(points.size());
     const double offset[3] = {1, 2, 3};
 
-    const std::int32_t status = kormSub_vav_64f(points.data(), 3 * sizeof(double), sizeof(double), offset,
-                                                sizeof(double), moved.data(), 3 * sizeof(double), sizeof(double), 3, count);
+    const std::int32_t status =
+        kormSub_vav_64f(points.data(), 3 * sizeof(double), sizeof(double), offset, sizeof(double), moved.data(),
+                        3 * sizeof(double), sizeof(double), 3, count);
     if (status != korStatusOk) return 1;
     for (std::size_t i = 0; i < points.size(); ++i) {
         if (moved[i] != points[i] - offset[i % 3]) return 2;
