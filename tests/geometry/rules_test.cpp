@@ -441,7 +441,7 @@ TEST(GeometryTransforms, TheMatrixIsReadBeforeResultsLieOverIt) {
     for (std::size_t i = 0; i < 4 * most; ++i) source.push_back(0.125F * static_cast<float>(i % 29) + 1);
     for (const Batch& batch : batches)
         for (const std::int32_t gap : {0, 4})
-            for (const std::size_t first : {0, 1, 5, 12})
+            for (const std::ptrdiff_t first : {0, 1, 5, 12})
                 for (std::int32_t count = 1; count <= static_cast<std::int32_t>(most); ++count) {
                     const std::int32_t srcStride = 4 * batch.inputs, dstStride = 4 * batch.outputs + gap;
                     std::vector<float> found = matrix, expected = matrix;
