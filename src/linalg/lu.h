@@ -109,13 +109,11 @@ template <class A, class D, class Count>
                                                            Count count) {
     using T = typename D::Element;
     auto* const bytes = reinterpret_cast<std::byte*>(pivots);
+    if constexpr (!isOne<Count>) {
+        if (order == 1) return luArray<1, T>(src, dst, bytes, count);
+        if (order == 2) return luArray<2, T>(src, dst, bytes, count);
+    }
     switch (order) {
-        case 1:
-            if constexpr (!isOne<Count>) return luArray<1, T>(src, dst, bytes, count);
-            break;
-        case 2:
-            if constexpr (!isOne<Count>) return luArray<2, T>(src, dst, bytes, count);
-            break;
         case 3: return luObjects<3, T>(src, dst, bytes, count);
         case 4: return luObjects<4, T>(src, dst, bytes, count);
         case 5: return luObjects<5, T>(src, dst, bytes, count);

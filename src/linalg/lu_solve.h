@@ -144,13 +144,11 @@ template <class A, class B, class D, class Count>
     const auto* const bytes = reinterpret_cast<const std::byte*>(pivots);
     // Orders 1 and 2 of arrays are the general case with the order known, so that no loop over rows is left: that takes
     // half the time.
+    if constexpr (!isOne<Count>) {
+        if (order == 1) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<1>(), count);
+        if (order == 2) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<2>(), count);
+    }
     switch (order) {
-        case 1:
-            if constexpr (!isOne<Count>) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<1>(), count);
-            break;
-        case 2:
-            if constexpr (!isOne<Count>) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<2>(), count);
-            break;
         case 3: return luSolveObjects<3, T>(matrix, src, dst, bytes, count);
         case 4: return luSolveObjects<4, T>(matrix, src, dst, bytes, count);
         case 5: return luSolveObjects<5, T>(matrix, src, dst, bytes, count);
