@@ -5,6 +5,8 @@
 // elements that they name.
 #pragma once
 
+#include <emmintrin.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -96,6 +98,22 @@ inline Float4 loadPair(const std::byte* from) {
 
 inline void storePair(std::byte* to, Float4 value) { store(to, reinterpret_cast<Double2>(settled(value))[0]); }
 
+// Two pairs of adjacent floats. The second load takes the place of a shuffle, though it takes its port.
+[[gnu::always_inline]] inline Float4 loadPairs(const std::byte* first, const std::byte* second) {
+    using Bits2 = long long __attribute__((vector_size(16)));
+    const Bits2 pairs = {load<std::int64_t>(first), load<std::int64_t>(second)};
+    return reinterpret_cast<Float4>(pairs);
+}
+
+// By their instructions: the compiler would put stores of plain halves together again, by shuffles that cost more than
+// the stores and take the very units which are short.
+[[gnu::always_inline]] inline void storeLowPair(std::byte* to, Float4 v) {
+    _mm_storel_pi(reinterpret_cast<__m64*>(to), v);
+}
+[[gnu::always_inline]] inline void storeHighPair(std::byte* to, Float4 v) {
+    _mm_storeh_pi(reinterpret_cast<__m64*>(to), v);
+}
+
 inline Float4 lowPairTwice(Float4 v) { return __builtin_shufflevector(v, v, 0, 1, 0, 1); }
 inline Float4 highPairTwice(Float4 v) { return __builtin_shufflevector(v, v, 2, 3, 2, 3); }
 
@@ -106,6 +124,21 @@ inline Float4 interleaveLow(Float4 a, Float4 b) { return __builtin_shufflevector
 inline Float4 interleaveHigh(Float4 a, Float4 b) { return __builtin_shufflevector(a, b, 2, 6, 3, 7); }
 inline Double2 interleaveLow(Double2 a, Double2 b) { return __builtin_shufflevector(a, b, 0, 2); }
 inline Double2 interleaveHigh(Double2 a, Double2 b) { return __builtin_shufflevector(a, b, 1, 3); }
+
+// The same as integers: two units of today's processors do that, of floating point only one. It pays where shuffles are
+// short, as in the groups of linear algebra and in products of rows of doubles.
+[[gnu::always_inline]] inline Float4 zipLow(Float4 a, Float4 b) {
+    return reinterpret_cast<Float4>(_mm_unpacklo_epi32(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
+}
+[[gnu::always_inline]] inline Float4 zipHigh(Float4 a, Float4 b) {
+    return reinterpret_cast<Float4>(_mm_unpackhi_epi32(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
+}
+[[gnu::always_inline]] inline Double2 zipLow(Double2 a, Double2 b) {
+    return reinterpret_cast<Double2>(_mm_unpacklo_epi64(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
+}
+[[gnu::always_inline]] inline Double2 zipHigh(Double2 a, Double2 b) {
+    return reinterpret_cast<Double2>(_mm_unpackhi_epi64(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
+}
 
 // By elements of even and odd places: that is one instruction which two units know, while of the interleaving ones
 // today's processors do only one in a cycle.

@@ -5,23 +5,9 @@
 // Packed vectors are read whole; others by pairs and single elements, so that no gap is touched.
 #pragma once
 
-#include <xmmintrin.h>
-
 #include "geometry/elements.h"
 
 namespace korm {
-
-// Two pairs of adjacent floats.
-inline Float4 loadPairs(const std::byte* first, const std::byte* second) {
-    using Bits2 = long long __attribute__((vector_size(16)));
-    const Bits2 pairs = {load<long long>(first), load<long long>(second)};
-    return reinterpret_cast<Float4>(pairs);
-}
-
-// By their instructions: stores of plain halves would be put together again, by shuffles that take the very units
-// which are short here.
-inline void storeLowPair(std::byte* to, Float4 v) { _mm_storel_pi(reinterpret_cast<__m64*>(to), v); }
-inline void storeHighPair(std::byte* to, Float4 v) { _mm_storeh_pi(reinterpret_cast<__m64*>(to), v); }
 
 // Asks for what a loop will need some twenty to forty rounds later, on both sides. Out of cache that is 10 to 20 % of
 // the time: a round has so many instructions for its few bytes that the processor doesn't see far enough ahead by

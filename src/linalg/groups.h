@@ -63,20 +63,6 @@ template <int lanes, class View>
     else return Group<Object, 2>{{view.at(k), view.at(k + 1)}};
 }
 
-// interleaveLow and interleaveHigh as integers: two units of today's processors do that, of floating point only one.
-[[gnu::always_inline]] inline Float4 zipLow(Float4 a, Float4 b) {
-    return reinterpret_cast<Float4>(_mm_unpacklo_epi32(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
-}
-[[gnu::always_inline]] inline Float4 zipHigh(Float4 a, Float4 b) {
-    return reinterpret_cast<Float4>(_mm_unpackhi_epi32(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
-}
-[[gnu::always_inline]] inline Double2 zipLow(Double2 a, Double2 b) {
-    return reinterpret_cast<Double2>(_mm_unpacklo_epi64(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
-}
-[[gnu::always_inline]] inline Double2 zipHigh(Double2 a, Double2 b) {
-    return reinterpret_cast<Double2>(_mm_unpackhi_epi64(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));
-}
-
 // --- Runs of adjacent elements --------------------------------------------------------------------
 
 template <class S>

@@ -6,8 +6,6 @@
 // ports, by rows 153.
 #pragma once
 
-#include <xmmintrin.h>
-
 #include <cstddef>
 
 #include "entry/lanes.h"
@@ -20,26 +18,10 @@ namespace korm {
     return reinterpret_cast<Float4>(spread<double>(from));
 }
 
-// Two floats and two others. The second load takes the place of a shuffle, though it takes its port.
-[[gnu::always_inline]] inline Float4 twoPairs(const std::byte* first, const std::byte* second) {
-    using Bits2 = long long __attribute__((vector_size(16)));
-    const Bits2 both = {load<std::int64_t>(first), load<std::int64_t>(second)};
-    return reinterpret_cast<Float4>(both);
-}
-
 // A float in the first lane. The compiler is kept from seeing where it came from: it would build vectors of such
 // elements by three shuffles where one of two vectors does.
 [[gnu::always_inline]] inline Float4 alone(const std::byte* from) {
     return settled(Float4{load<float>(from), 0, 0, 0});
-}
-
-// By intrinsics: the compiler would gather adjacent pairs to whole vectors first, with shuffles that cost more than stores.
-[[gnu::always_inline]] inline void storeLowPair(std::byte* to, Float4 value) {
-    _mm_storel_pi(reinterpret_cast<__m64*>(to), value);
-}
-
-[[gnu::always_inline]] inline void storeHighPair(std::byte* to, Float4 value) {
-    _mm_storeh_pi(reinterpret_cast<__m64*>(to), value);
 }
 
 // The left operand, element (i, k) as it is read.
