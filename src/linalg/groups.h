@@ -119,16 +119,12 @@ template <int length, class S>
     store(to.at[1] + distance, x[1]);
 }
 
-// The low and the high two floats of a vector.
-[[gnu::always_inline]] inline void writeHalves(std::byte* low, std::byte* high, Float4 x) {
-    const auto halves = reinterpret_cast<Double2>(x);
-    store(low, halves[0]);
-    store(high, halves[1]);
-}
-
 [[gnu::always_inline]] inline void writeTwo(const Targets<4>& to, std::ptrdiff_t distance, const Float4* from) {
-    writeHalves(to.at[0] + distance, to.at[1] + distance, zipLow(from[0], from[1]));
-    writeHalves(to.at[2] + distance, to.at[3] + distance, zipHigh(from[0], from[1]));
+    const Float4 upper = zipLow(from[0], from[1]), lower = zipHigh(from[0], from[1]);
+    storeLowPair(to.at[0] + distance, upper);
+    storeHighPair(to.at[1] + distance, upper);
+    storeLowPair(to.at[2] + distance, lower);
+    storeHighPair(to.at[3] + distance, lower);
 }
 
 [[gnu::always_inline]] inline void writeTwo(const Targets<2>& to, std::ptrdiff_t distance, const Double2* from) {

@@ -55,7 +55,8 @@ template <int n>
 #pragma GCC unroll 3
     for (int k = 0; k + 2 <= n; k += 2) {
         const Float4 pairs = __builtin_shufflevector(half(k), half(k + 1), 0, 4, 2, 6);
-        writeHalves(to.at[0] + 4 * k, to.at[1] + 4 * k, pairs);
+        storeLowPair(to.at[0] + 4 * k, pairs);
+        storeHighPair(to.at[1] + 4 * k, pairs);
     }
     if constexpr (n % 2 != 0) {
         store(to.at[0] + 4 * (n - 1), static_cast<std::int32_t>(index[n - 1][0]));
