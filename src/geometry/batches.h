@@ -52,57 +52,58 @@ inline void oneByOne(const One& one, const Vectors& v, std::ptrdiff_t first) {
         storeElements<Transform::outputs>(elementsAt(v.to(k)), one(elementsAt(v.from(k))));
 }
 
+// Calls with the distances: those that are common are known when compiling, which spares a loop its addresses. Vectors
+// of three are often padded to four.
+template <class Transform, class Loop>
+inline std::ptrdiff_t withSteps(const Vectors& v, const Loop& loop) {
+    constexpr Known<Transform::inputs* static_cast<std::ptrdiff_t>(sizeof(float))> packedSource;
+    constexpr Known<Transform::outputs* static_cast<std::ptrdiff_t>(sizeof(float))> packedResult;
+    if (v.srcStride == packedSource && v.dstStride == packedResult) return loop(packedSource, packedResult);
+    if constexpr (Transform::inputs == 3) {
+        constexpr Known<16> padded;
+        if (v.srcStride == padded && v.dstStride == padded) return loop(padded, padded);
+    }
+    if (v.dstStride == packedResult) return loop(v.srcStride, packedResult);
+    return loop(v.srcStride, v.dstStride);
+}
+
+// Runs `body` on every `several` vectors, which takes how many are done, and where they lie; returns how many are done.
+template <int several, int round, class SrcStep, class DstStep, class Body>
+inline std::ptrdiff_t inRounds(const Vectors& v, SrcStep srcStep, DstStep dstStep, const Body& body) {
+    const bool isWide = takesTwoLines(srcStep, dstStep, round);
+    const std::byte* from = v.src;
+    std::byte* to = v.dst;
+    std::ptrdiff_t k = 0;
+    for (; k + round <= v.count; k += round, from += round * srcStep, to += round * dstStep) {
+        fetchAhead(from, to);
+        if (isWide) fetchAhead(from + round / 2 * srcStep, to + round / 2 * dstStep);
+        for (std::ptrdiff_t i = 0; i < round; i += several) body(k + i, from + i * srcStep, to + i * dstStep);
+    }
+    for (; k + several <= v.count; k += several, from += several * srcStep, to += several * dstStep) body(k, from, to);
+    return k;
+}
+
 // Results of two or four elements.
-template <class Transform, Source source, bool resultPacked, class Two>
-inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v) {
-    constexpr std::ptrdiff_t half = 2 * sizeof(float);
-    const std::ptrdiff_t srcStride = source == Source::any ? v.srcStride : Transform::inputs * sizeof(float);
-    const std::ptrdiff_t dstStride = resultPacked ? Transform::outputs * sizeof(float) : v.dstStride;
-    const auto transformTwo = [&](const std::byte* from, std::byte* to) {
-        const TwoVectors both = loadTwo<Transform::inputs, source>(from, srcStride);
+template <class Transform, bool isAligned, class Two, class SrcStep, class DstStep>
+inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v, SrcStep srcStep, DstStep dstStep) {
+    constexpr int round = isPacked<2, SrcStep> ? 8 : 4;
+    return inRounds<2, round>(v, srcStep, dstStep, [&](std::ptrdiff_t, const std::byte* from, std::byte* to) {
+        const TwoVectors both = loadTwo<Transform::inputs, isAligned>(from, srcStep);
         if constexpr (Transform::outputs == 4) {
+            constexpr std::ptrdiff_t half = 2 * sizeof(float);
             const Float4 low = two(both, 0), high = two(both, 1);
             storeLowPair(to, low);
             storeLowPair(to + half, high);
-            storeHighPair(to + dstStride, low);
-            storeHighPair(to + dstStride + half, high);
-        } else if constexpr (resultPacked) {
+            storeHighPair(to + dstStep, low);
+            storeHighPair(to + dstStep + half, high);
+        } else if constexpr (isPacked<2, DstStep>) {
             storeLanes(to, two(both));
         } else {
             const Float4 results = two(both);
             storeLowPair(to, results);
-            storeHighPair(to + dstStride, results);
+            storeHighPair(to + dstStep, results);
         }
-    };
-    const bool isWide = takesTwoLines(srcStride, dstStride);
-    const std::byte* from = v.src;
-    std::byte* to = v.dst;
-    std::ptrdiff_t k = 0;
-    // A line of cache, or less.
-    constexpr std::ptrdiff_t round = Transform::outputs == 2 && resultPacked && source != Source::any ? 8 : 4;
-    for (; k + round <= v.count; k += round, from += round * srcStride, to += round * dstStride) {
-        fetchAhead(from, to);
-        if (source == Source::any && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
-        for (std::ptrdiff_t i = 0; i < round; i += 2) transformTwo(from + i * srcStride, to + i * dstStride);
-    }
-    for (; k + 2 <= v.count; k += 2, from += 2 * srcStride, to += 2 * dstStride) transformTwo(from, to);
-    return k;
-}
-
-// Results of three elements, four vectors a round.
-template <bool packed, class Four>
-inline std::ptrdiff_t fourByFour(const Four& four, const Vectors& v) {
-    const std::ptrdiff_t srcStride = packed ? 12 : v.srcStride, dstStride = packed ? 12 : v.dstStride;
-    const bool isWide = takesTwoLines(srcStride, dstStride);
-    const std::byte* from = v.src;
-    std::byte* to = v.dst;
-    std::ptrdiff_t k = 0;
-    for (; k + 4 <= v.count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
-        fetchAhead(from, to);
-        if (!packed && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
-        storeFour<packed>(to, dstStride, four(loadFour<packed>(from, srcStride)));
-    }
-    return k;
+    });
 }
 
 inline bool isAligned(const std::byte* address) { return reinterpret_cast<std::uintptr_t>(address) % 16 == 0; }
@@ -110,39 +111,22 @@ inline bool isAligned(const std::byte* address) { return reinterpret_cast<std::u
 // Returns how many are done.
 template <class Transform, class Two>
 inline std::ptrdiff_t severalByTwo(const Two& two, const Vectors& v) {
-    constexpr std::ptrdiff_t packedSource = Transform::inputs * sizeof(float);
-    constexpr std::ptrdiff_t packedResult = Transform::outputs * sizeof(float);
-    if (v.dstStride != packedResult) return twoByTwo<Transform, Source::any, false>(two, v);
-    if (v.srcStride != packedSource) return twoByTwo<Transform, Source::any, true>(two, v);
-    if constexpr (Transform::inputs == 2)
-        if (isAligned(v.src)) return twoByTwo<Transform, Source::aligned, true>(two, v);
-    return twoByTwo<Transform, Source::packed, true>(two, v);
+    return withSteps<Transform>(v, [&](auto srcStep, auto dstStep) {
+        if constexpr (isPacked<2, decltype(srcStep)>)
+            if (isAligned(v.src)) return twoByTwo<Transform, true>(two, v, srcStep, dstStep);
+        return twoByTwo<Transform, false>(two, v, srcStep, dstStep);
+    });
 }
 
-template <class Transform, class... Arguments>
-inline std::ptrdiff_t severalByFour(const Vectors& v, const Arguments&... arguments) {
-    constexpr std::ptrdiff_t packed = 3 * sizeof(float);
-    const bool allPacked = v.srcStride == packed && v.dstStride == packed;
-    if constexpr (requires { typename Transform::Packed; }) {
-        if (allPacked) {
-            const typename Transform::Packed four(arguments...);
-            const std::byte* from = v.src;
-            std::byte* to = v.dst;
-            std::ptrdiff_t k = 0;
-            for (; k + 8 <= v.count; k += 8, from += 8 * packed, to += 8 * packed) {
-                fetchAhead(from, to);
-                four(from, to);
-                four(from + 4 * packed, to + 4 * packed);
-            }
-            if (k + 4 <= v.count) {
-                four(from, to);
-                k += 4;
-            }
-            return k;
-        }
-    }
-    const typename Transform::Four four(arguments...);
-    return allPacked ? fourByFour<true>(four, v) : fourByFour<false>(four, v);
+// Results of three elements.
+template <class Transform, class Four>
+inline std::ptrdiff_t severalByFour(const Four& four, const Vectors& v) {
+    return withSteps<Transform>(v, [&](auto srcStep, auto dstStep) {
+        constexpr int round = isPacked<3, decltype(srcStep)> ? 8 : 4;
+        return inRounds<4, round>(v, srcStep, dstStep, [&](std::ptrdiff_t, const std::byte* from, std::byte* to) {
+            storeFour(to, dstStep, four(loadFour(from, srcStep)));
+        });
+    });
 }
 
 template <class Transform, class... Arguments>
@@ -152,7 +136,8 @@ inline void batch(const Unaligned* src, std::int32_t srcStride, Unaligned* dst, 
     const typename Transform::One one(arguments...);  // now: results may be written over the matrix
     std::ptrdiff_t done = 0;
     if (mayReadAhead<Transform>(v)) {
-        if constexpr (Transform::outputs == 3) done = severalByFour<Transform>(v, arguments...);
+        if constexpr (Transform::outputs == 3)
+            done = severalByFour<Transform>(typename Transform::Four(arguments...), v);
         else done = severalByTwo<Transform>(typename Transform::Two(arguments...), v);
     }
     oneByOne<Transform>(one, v, done);

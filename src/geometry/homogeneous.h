@@ -66,43 +66,32 @@ template <class From, class To>
 }
 
 // Four vectors a round, whose elements touch; four with a degenerate one among them go one by one.
-template <bool packed, class From, class To>
-inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From& src, const To& dst, std::ptrdiff_t count) {
+template <class From, class To>
+inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From& src, const To& dst, const Vectors& vectors) {
     const FourHomogeneous four(matrix.one);
     const Float4 least = broadcast(FLT_MIN), one = broadcast(1.0F), sign = broadcast(-0.0F);
-    const std::ptrdiff_t srcStride = packed ? 3 * sizeof(float) : src.objectStride;
-    const std::ptrdiff_t dstStride = packed ? 3 * sizeof(float) : dst.objectStride;
-    const bool isWide = takesTwoLines(srcStride, dstStride);
-    const std::byte* from = src.at(0).address(0, 0);
-    std::byte* to = dst.at(0).address(0, 0);
-    std::ptrdiff_t k = 0;
-    for (; k + 4 <= count; k += 4, from += 4 * srcStride, to += 4 * dstStride) {
-        fetchAhead(from, to);
-        if (!packed && isWide) fetchAhead(from + 2 * srcStride, to + 2 * dstStride);
-        const FourVectors v = loadFour<packed>(from, srcStride);
-        const Float4 divisors = four.sum(3, v);
-        if (_mm_movemask_ps(_mm_cmpgt_ps(_mm_andnot_ps(sign, divisors), least)) == 0xf) [[likely]] {
-            const Float4 r = one / divisors;
-            storeFour<packed>(to, dstStride, {four.sum(0, v) * r, four.sum(1, v) * r, four.sum(2, v) * r});
-        } else {
-            for (std::ptrdiff_t i = k; i < k + 4; ++i) transformObject(matrix, src.at(i), dst.at(i));
-        }
-    }
-    return k;
+    return withSteps<Homogeneous>(vectors, [&](auto srcStep, auto dstStep) {
+        return inRounds<4, 4>(vectors, srcStep, dstStep, [&](std::ptrdiff_t k, const std::byte* from, std::byte* to) {
+            const FourVectors v = loadFour(from, srcStep);
+            const Float4 divisors = four.sum(3, v);
+            if (_mm_movemask_ps(_mm_cmpgt_ps(_mm_andnot_ps(sign, divisors), least)) == 0xf) [[likely]] {
+                const Float4 r = one / divisors;
+                storeFour(to, dstStep, {four.sum(0, v) * r, four.sum(1, v) * r, four.sum(2, v) * r});
+            } else {
+                for (std::ptrdiff_t i = k; i < k + 4; ++i) transformObject(matrix, src.at(i), dst.at(i));
+            }
+        });
+    });
 }
 
 template <class From, class To>
 inline std::int32_t transformObjects(Homogeneous& matrix, const From& src, const To& dst, std::ptrdiff_t count) {
     std::ptrdiff_t k = 0;
     if constexpr (From::spacing == Spacing::rowAdjacent) {
-        constexpr std::ptrdiff_t packed = 3 * sizeof(float);
         const Vectors vectors{src.at(0).address(0, 0), src.objectStride, dst.at(0).address(0, 0), dst.objectStride,
                               count};
-        if (count >= 4 && mayReadAhead<Homogeneous>(vectors)) {  // fewer get no further than the last loop
-            const bool allPacked = src.objectStride == packed && dst.objectStride == packed;
-            if (allPacked) k = transformFours<true>(matrix, src, dst, count);
-            else k = transformFours<false>(matrix, src, dst, count);
-        }
+        if (count >= 4 && mayReadAhead<Homogeneous>(vectors))  // fewer get no further than the last loop
+            k = transformFours(matrix, src, dst, vectors);
     }
     for (; k < count; ++k) transformObject(matrix, src.at(k), dst.at(k));
     return matrix.status;

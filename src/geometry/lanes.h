@@ -3,7 +3,11 @@
 // Two side by side, an element of each repeated (x0 x0 x1 x1), where a result has two or four elements: they come
 // out in an order in which halves can be stored. Four at once, a lane each (x0 x1 x2 x3), where it has three.
 // Packed vectors are read whole; others by pairs and single elements, so that no gap is touched.
+//
+// Distances from one vector to the next are `Known` when compiling, or a number.
 #pragma once
+
+#include <type_traits>
 
 #include "geometry/elements.h"
 
@@ -18,19 +22,24 @@ inline void fetchAhead(const std::byte* from, const std::byte* to) {
     __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(to) + ahead), 1);
 }
 
-// Do four vectors lie on more than one line of cache? Then asking for every fourth would leave lines out.
-inline bool takesTwoLines(std::ptrdiff_t srcStride, std::ptrdiff_t dstStride) {
-    return srcStride > 16 || srcStride < -16 || dstStride > 16 || dstStride < -16;
+// Does a round's share lie on more than one line of cache? Then asking for one a round would leave lines out.
+inline bool takesTwoLines(std::ptrdiff_t srcStep, std::ptrdiff_t dstStep, std::ptrdiff_t round) {
+    const std::ptrdiff_t most = 64 / round;
+    return srcStep > most || srcStep < -most || dstStep > most || dstStep < -most;
 }
+
+template <std::ptrdiff_t bytes>
+using Known = std::integral_constant<std::ptrdiff_t, bytes>;
+
+// Vectors of n without gaps, known to be so.
+template <int n, class Step>
+inline constexpr bool isPacked = std::is_same_v<Step, Known<n* static_cast<std::ptrdiff_t>(sizeof(float))>>;
 
 // --- Two side by side --------------------------------------------------------------------------
 
 struct TwoVectors {
     Float4 x, y, z, w;
 };
-
-// Where vectors of n lie: `aligned` are packed from a multiple of 16 bytes on.
-enum class Source { any, packed, aligned };
 
 inline Float4 loadAligned(const std::byte* from) { return loadLanes<float>(std::assume_aligned<16>(from)); }
 
@@ -45,8 +54,9 @@ inline Float4 eachTwice(Float4 a, Float4 b) {
     return __builtin_shufflevector(a, b, i, i, i + 4, i + 4);
 }
 
-template <int n, Source source>
-inline TwoVectors loadTwo(const std::byte* from, std::ptrdiff_t step) {
+// `isAligned`: from a multiple of 16 bytes on.
+template <int n, bool isAligned, class Step>
+inline TwoVectors loadTwo(const std::byte* from, Step step) {
     TwoVectors v;
     if constexpr (n == 4) {
         const Float4 a = loadLanes<float>(from), b = loadLanes<float>(from + step);
@@ -54,16 +64,16 @@ inline TwoVectors loadTwo(const std::byte* from, std::ptrdiff_t step) {
         v.y = eachTwice<1>(a, b);
         v.z = eachTwice<2>(a, b);
         v.w = eachTwice<3>(a, b);
-    } else if constexpr (n == 3 && source != Source::any) {
+    } else if constexpr (n == 3 && isPacked<n, Step>) {
         // Each element starts a load that ends with the same element of the second vector.
         v.x = endsTwice(loadLanes<float>(from));
         v.y = endsTwice(loadLanes<float>(from + 4));
         v.z = endsTwice(loadLanes<float>(from + 8));
-    } else if constexpr (source == Source::aligned) {
+    } else if constexpr (n == 2 && isPacked<n, Step> && isAligned) {
         // The processor repeats elements as it loads them, if the address is a multiple of 16.
         v.x = evenTwice(loadAligned(from));
         v.y = oddTwice(loadAligned(from));
-    } else if constexpr (source == Source::packed) {
+    } else if constexpr (n == 2 && isPacked<n, Step>) {
         const Float4 both = loadLanes<float>(from);
         v.x = evenTwice(both);
         v.y = oddTwice(both);
@@ -86,9 +96,9 @@ inline Float4 evenOfBoth(Float4 a, Float4 b) { return __builtin_shufflevector(a,
 inline Float4 oddOfBoth(Float4 a, Float4 b) { return __builtin_shufflevector(a, b, 1, 3, 5, 7); }
 
 // Vectors of three.
-template <bool packed>
-inline FourVectors loadFour(const std::byte* from, std::ptrdiff_t step) {
-    if constexpr (packed) {
+template <class Step>
+inline FourVectors loadFour(const std::byte* from, Step step) {
+    if constexpr (isPacked<3, Step>) {
         // An element of the first vector starts a load that ends with the same element of the second.
         const auto ends = [](const std::byte* first) {
             const Float4 a = loadLanes<float>(first), b = loadLanes<float>(first + 24);
@@ -101,28 +111,33 @@ inline FourVectors loadFour(const std::byte* from, std::ptrdiff_t step) {
     }
 }
 
-// Those that aren't packed are stored as two pairs, (x, y) and (y, z), one over the other: a third element by itself
-// takes a shuffle of its own to where single elements are stored from. One vector after the other: results may overlap.
-template <bool packed>
-inline void storeFour(std::byte* to, std::ptrdiff_t step, const FourVectors& v) {
-    if constexpr (packed) {
-        const Float4 xy = evenOfBoth(v.x, v.y), yz = oddOfBoth(v.y, v.z);
-        const Float4 zx = __builtin_shufflevector(v.z, v.x, 0, 2, 5, 7);
-        storeLanes(to, evenOfBoth(xy, zx));
-        storeLanes(to + 16, __builtin_shufflevector(yz, xy, 0, 2, 5, 7));
-        storeLanes(to + 32, oddOfBoth(zx, yz));
-    } else {
-        constexpr auto second = static_cast<std::ptrdiff_t>(sizeof(float));
-        const Float4 xy01 = interleaveLow(v.x, v.y), yz01 = interleaveLow(v.y, v.z);
-        const Float4 xy23 = interleaveHigh(v.x, v.y), yz23 = interleaveHigh(v.y, v.z);
+// Stores are plenty and shuffles short. So a third element goes out in a pair, with whatever stands beside it, and the
+// pair of its neighbours is stored over what was not wanted: two shuffles for packed vectors instead of the six that
+// whole vectors take, and a seventh of a transform's time.
+template <class Step>
+inline void storeFour(std::byte* to, Step step, const FourVectors& v) {
+    const Float4 xy01 = zipLow(v.x, v.y), xy23 = zipHigh(v.x, v.y);
+    if constexpr (isPacked<3, Step>) {
+        storeLowPair(to + 8, v.z);    // z0, and z1 where x1 belongs
+        storeLowPair(to + 16, v.z);   // z0 where y1 belongs, and z1
+        storeHighPair(to + 32, v.z);  // likewise z2 and z3
+        storeHighPair(to + 40, v.z);
         storeLowPair(to, xy01);
-        storeLowPair(to + second, yz01);
+        storeHighPair(to + 12, xy01);
+        storeLowPair(to + 24, xy23);
+        storeHighPair(to + 36, xy23);
+    } else {
+        // Behind a vector may lie a gap or another vector's result: each is done before the next, in ascending order, and
+        // its own y alone is stored over.
+        const Float4 even = evenTwice(v.z);
+        storeLowPair(to + 4, even);
+        storeLowPair(to, xy01);
+        storeLowPair(to + step + 4, v.z);
         storeHighPair(to + step, xy01);
-        storeHighPair(to + step + second, yz01);
+        storeHighPair(to + 2 * step + 4, even);
         storeLowPair(to + 2 * step, xy23);
-        storeLowPair(to + 2 * step + second, yz23);
+        storeHighPair(to + 3 * step + 4, v.z);
         storeHighPair(to + 3 * step, xy23);
-        storeHighPair(to + 3 * step + second, yz23);
     }
 }
 

@@ -174,39 +174,6 @@ struct Normal<3> {
                     sum(m[0][2], m[1][2], m[2][2], v)};
         }
     };
-
-    // Packed vectors to packed vectors: three whole vectors of lanes hold four results as they lie in memory, the
-    // sources are repeated to fit, and no lane is moved afterwards.
-    struct Packed {
-        Float4 x[3], y[3], z[3];
-
-        explicit Packed(const Unaligned* m) {
-            for (int r = 0; r < 3; ++r) {
-                const Float4 row = loadRow(m, r);
-                Float4(&third)[3] = r == 0 ? x : r == 1 ? y : z;
-                third[0] = __builtin_shufflevector(row, row, 0, 1, 2, 0);
-                third[1] = __builtin_shufflevector(row, row, 1, 2, 0, 1);
-                third[2] = __builtin_shufflevector(row, row, 2, 0, 1, 2);
-            }
-        }
-
-        template <class Repeat>
-        Float4 part(int i, const std::byte* from, Repeat repeat) const {
-            const FourVectors v = {repeat(loadLanes<float>(from)), repeat(loadLanes<float>(from + 4)),
-                                   repeat(loadLanes<float>(from + 8))};
-            return sum(x[i], y[i], z[i], v);
-        }
-
-        void operator()(const std::byte* from, std::byte* to) const {
-            const Float4 first = part(0, from, [](Float4 v) { return __builtin_shufflevector(v, v, 0, 0, 0, 3); });
-            const Float4 second =
-                part(1, from + 12, [](Float4 v) { return __builtin_shufflevector(v, v, 0, 0, 3, 3); });
-            const Float4 third = part(2, from + 24, [](Float4 v) { return __builtin_shufflevector(v, v, 0, 3, 3, 3); });
-            storeLanes(to, first);
-            storeLanes(to + 16, second);
-            storeLanes(to + 32, third);
-        }
-    };
 };
 
 template <class Transform>
