@@ -53,9 +53,10 @@ inline void oneByOne(const One& one, const Vectors& v, std::ptrdiff_t first) {
 }
 
 // Calls with the distances: those that are common are known when compiling, which spares a loop its addresses. Vectors
-// of three are often padded to four.
+// of three are often padded to four. Inlined always, as are the rounds: clang would leave them as calls, to which the
+// matrix goes by its address, and load it again after every store.
 template <class Transform, class Loop>
-inline std::ptrdiff_t withSteps(const Vectors& v, const Loop& loop) {
+[[gnu::always_inline]] inline std::ptrdiff_t withSteps(const Vectors& v, const Loop& loop) {
     constexpr Known<Transform::inputs* static_cast<std::ptrdiff_t>(sizeof(float))> packedSource;
     constexpr Known<Transform::outputs* static_cast<std::ptrdiff_t>(sizeof(float))> packedResult;
     if (v.srcStride == packedSource && v.dstStride == packedResult) return loop(packedSource, packedResult);
@@ -69,7 +70,8 @@ inline std::ptrdiff_t withSteps(const Vectors& v, const Loop& loop) {
 
 // Runs `body` on every `several` vectors, which takes how many are done, and where they lie; returns how many are done.
 template <int several, int round, class SrcStep, class DstStep, class Body>
-inline std::ptrdiff_t inRounds(const Vectors& v, SrcStep srcStep, DstStep dstStep, const Body& body) {
+[[gnu::always_inline]] inline std::ptrdiff_t inRounds(const Vectors& v, SrcStep srcStep, DstStep dstStep,
+                                                      const Body& body) {
     const bool isWide = takesTwoLines(srcStep, dstStep, round);
     const std::byte* from = v.src;
     std::byte* to = v.dst;
