@@ -57,8 +57,8 @@ inline void oneByOne(const One& one, const Vectors& v, std::ptrdiff_t first) {
 // matrix goes by its address, and load it again after every store.
 template <class Transform, class Loop>
 [[gnu::always_inline]] inline std::ptrdiff_t withSteps(const Vectors& v, const Loop& loop) {
-    constexpr Known<Transform::inputs* static_cast<std::ptrdiff_t>(sizeof(float))> packedSource;
-    constexpr Known<Transform::outputs* static_cast<std::ptrdiff_t>(sizeof(float))> packedResult;
+    constexpr Packed<Transform::inputs> packedSource;
+    constexpr Packed<Transform::outputs> packedResult;
     if (v.srcStride == packedSource && v.dstStride == packedResult) return loop(packedSource, packedResult);
     if constexpr (Transform::inputs == 3) {
         constexpr Known<16> padded;

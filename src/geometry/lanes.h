@@ -32,9 +32,12 @@ inline bool takesTwoLines(std::ptrdiff_t srcStep, std::ptrdiff_t dstStep, std::p
 template <std::ptrdiff_t bytes>
 using Known = std::integral_constant<std::ptrdiff_t, bytes>;
 
-// Vectors of n without gaps, known to be so.
+// Of vectors of n without gaps.
+template <int n>
+using Packed = Known<n * std::ptrdiff_t{sizeof(float)}>;
+
 template <int n, class Step>
-inline constexpr bool isPacked = std::is_same_v<Step, Known<n* static_cast<std::ptrdiff_t>(sizeof(float))>>;
+inline constexpr bool isPacked = std::is_same_v<Step, Packed<n>>;
 
 // --- Two side by side --------------------------------------------------------------------------
 
