@@ -65,13 +65,13 @@ template <class From, class To>
     for (int i = 0; i < 3; ++i) store(to.address(0, i), result[i]);
 }
 
-// Four vectors a round, whose elements touch; four with a degenerate one among them go one by one. All of a round is
-// inlined always: with the matrix behind an address, as clang would have it, it takes a quarter longer.
+// Four vectors a round, whose elements touch; four with a degenerate one among them go one by one. A round is inlined
+// always: with the matrix behind an address, as clang would have it, it takes a quarter longer.
 template <class From, class To>
 inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From& src, const To& dst, const Vectors& vectors) {
     const FourHomogeneous four(matrix.one);
     const Float4 least = broadcast(FLT_MIN), one = broadcast(1.0F), sign = broadcast(-0.0F);
-    const auto loop = [&](auto srcStep, auto dstStep) __attribute__((always_inline)) {
+    const auto loop = [&](auto srcStep, auto dstStep) {
         const auto body = [&](std::ptrdiff_t k, const std::byte* from, std::byte* to) __attribute__((always_inline)) {
             const FourVectors v = loadFour(from, srcStep);
             const Float4 divisors = four.sum(3, v);
