@@ -16,6 +16,10 @@ TEST_P(Results, LargeSizes) {
     if (hasEverySize(form())) expectPass(checkLargeSizes(form(), library(), options));
 }
 
+TEST_P(Results, LongSums) {
+    if (hasEverySize(form())) expectPass(checkLongSums(form(), library(), options));
+}
+
 TEST_P(Results, FarObjects) { expectPass(checkFarObjects(form(), library(), options)); }
 
 TEST_P(Results, OverlapGoesStepByStep) {

@@ -79,6 +79,25 @@ Verdict checkLargeSizes(const Form& form, const Library& library, const Options&
     return Verdict::pass();
 }
 
+Verdict checkLongSums(const Form& form, const Library& library, const Options& options) {
+    int number = 2000000;
+    for (const std::int32_t height : {5, 6, 7}) {
+        for (const std::int32_t width : {1, 5}) {
+            if (!form.has(Extent::width) && width > 1) break;
+            for (const bool plain : {true, false}) {
+                if (!plain && !form.hasRole(Role::elementStride)) break;
+                Sizes sizes;
+                sizes.height = height;
+                sizes.inner = options.random(form, number, 12).between(800, 1000);
+                sizes.width = width;
+                Verdict verdict = checkSizes(form, library, options, sizes, plain, number++);
+                if (!verdict.ok) return verdict;
+            }
+        }
+    }
+    return Verdict::pass();
+}
+
 Verdict checkEverySize(const Form& form, const Library& library, const Options& options) {
     struct Case {
         Sizes sizes;

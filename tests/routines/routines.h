@@ -37,6 +37,10 @@ Verdict checkEverySize(const Form& form, const Library& library, const Options& 
 // Products large enough for a kernel to work in blocks, or on copies.
 Verdict checkLargeSizes(const Form& form, const Library& library, const Options& options);
 
+// Products whose sums are longer than any copy that a kernel makes of an operand, with every number of rows behind a
+// block of four.
+Verdict checkLongSums(const Form& form, const Library& library, const Options& options);
+
 // Long runs whose result overlaps a source: the effect of single steps in ascending order.
 bool hasOverlapRule(const Form& form);
 Verdict checkOverlap(const Form& form, const Library& library, const Options& options);
