@@ -10,6 +10,7 @@
 
 #include "entry/lanes.h"
 #include "products/operands.h"
+#include "products/sums.h"
 
 namespace korm {
 
@@ -40,9 +41,10 @@ struct LeftBlocks {
         if constexpr (turned) {
             const Float4 two = loadPair(at(i, k));
             return interleaveLow(two, two);
-        } else if constexpr (n >= 4 && k < 4) {
-            return __builtin_shufflevector(loadLanes<float>(at(i, 0)), loadLanes<float>(at(i + 1, 0)), k, k, k + 4,
-                                           k + 4);
+        } else if constexpr (constexpr int four = k / 4 * 4; four + 4 <= n) {
+            constexpr int of = k - four;
+            return __builtin_shufflevector(loadLanes<float>(at(i, four)), loadLanes<float>(at(i + 1, four)), of, of,
+                                           of + 4, of + 4);
         } else {
             return __builtin_shufflevector(alone(at(i, k)), alone(at(i + 1, k)), 0, 0, 4, 4);
         }
@@ -153,7 +155,7 @@ struct BlockTarget {
 };
 
 // Rows i to i + 1 of an even order, columns in pairs.
-template <int n, int i, class Left, class Right, class Target>
+template <int n, int i, Start start = Start::firstProduct, class Left, class Right, class Target>
 [[gnu::always_inline]] inline void multiplyTwoRows(const Left& a, const Right& b, const Target& to) {
     Float4 sum[n / 2];
     unrolled<n>([&](auto k) __attribute__((always_inline)) {
@@ -162,7 +164,9 @@ template <int n, int i, class Left, class Right, class Target>
             addProduct<n, k>(sum[j], left * b.template pair<k, j>());
         });
     });
-    unrolled<n / 2>([&](auto j) __attribute__((always_inline)) { to.store(i, 2 * j, sum[j]); });
+    unrolled<n / 2>([&](auto j) __attribute__((always_inline)) {
+        to.store(i, 2 * j, start == Start::zero ? zeroStarted(sum[j]) : sum[j]);
+    });
 }
 
 // The rows of a right operand of order 3: two columns twice, all with the third one twice, the third alone.

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <type_traits>
 
 #include "products/operands.h"
 #include "products/sums.h"
@@ -57,19 +58,28 @@ struct TileSums {
     Lanes<T> of[rows][vectors];
 };
 
+// A number that is known when compiling, where others are std::ptrdiff_t.
+template <std::ptrdiff_t n>
+using Known = std::integral_constant<std::ptrdiff_t, n>;
+
 // Adds, in each of `count` rounds, `sums` products to each element: product c to sum c. From round to round,
 // k grows by `period`.
-template <class T, int sums, int rows, int vectors>
+template <class T, int sums, int rows, int vectors, class Count>
 [[gnu::always_inline]] inline void accumulate(TileSums<T, rows, vectors> (&sum)[sums], LeftRows a, Panel b,
-                                              std::ptrdiff_t period, std::ptrdiff_t count) {
+                                              std::ptrdiff_t period, Count count) {
+    constexpr bool isKnown = !std::is_same_v<Count, std::ptrdiff_t>;
     const std::ptrdiff_t aStep = a.step, bStep = b.step;
     const std::ptrdiff_t aRound = (period - sums + 1) * aStep, bRound = (period - sums + 1) * bStep;
-    for (; count > 0; --count) {
+    const auto round = [&](auto isFirst) __attribute__((always_inline)) {
         unrolled<sums>([&](auto c) __attribute__((always_inline)) {
             unrolled<rows>([&](auto i) __attribute__((always_inline)) {
                 const Lanes<T> left = spread<T>(a.origin + i * a.rowStep);
                 unrolled<vectors>([&](auto v) __attribute__((always_inline)) {
-                    sum[c].of[i][v] += left * loadLanes<T>(b.origin + vectorOffset<vectors>(v, b.last));
+                    Lanes<T>& each = sum[c].of[i][v];
+                    const Lanes<T> product = left * loadLanes<T>(b.origin + vectorOffset<vectors>(v, b.last));
+                    each = isFirst ? product : each + product;
+                    // Without a loop gcc would compute one element after the other, with all operands on the stack.
+                    if constexpr (isKnown) asm("" : "+x"(each));
                 });
                 // The panel's vectors are loaded anew for each row: held in registers, they would drive sums out.
                 if constexpr (vectors == 3) asm("" : "+r"(b.origin));
@@ -77,7 +87,11 @@ template <class T, int sums, int rows, int vectors>
             a.origin += c == sums - 1 ? aRound : aStep;
             b.origin += c == sums - 1 ? bRound : bStep;
         });
-    }
+    };
+    if constexpr (isKnown)
+        unrolled<count>([&](auto r) __attribute__((always_inline)) { round(std::bool_constant<r == 0>{}); });
+    else
+        for (; count > 0; --count) round(std::false_type{});
 }
 
 template <class T, int sums, int rows, int vectors>
@@ -87,69 +101,85 @@ template <class T, int sums, int rows, int vectors>
     });
 }
 
-// A tile of all K products. Partial sums are independent of each other: those for which there are no registers are made
-// after the others.
-template <class T, Sum shape, int rows, int vectors>
-[[gnu::always_inline]] inline void tile(const LeftRows& a, const Panel& b, std::ptrdiff_t products,
-                                        const TileTarget& to) {
-    using Sums = TileSums<T, rows, vectors>;
-    const std::ptrdiff_t inBlocks = shape == zeroStart ? 0 : products - products % shape.block;
-    Sums result[1];
-    LeftRows aRest = a;
-    Panel bRest = b;
-    if (shape == zeroStart || inBlocks == 0) {
-        clear(result);
+// Sums of `rounds` products for each partial sum, joined. Partial sums are independent of each other: those for which
+// there are no registers are made after the others.
+template <class T, Sum shape, int rows, int vectors, class Rounds>
+[[gnu::always_inline]] inline void sumBlocks(TileSums<T, rows, vectors>& result, const LeftRows& a, const Panel& b,
+                                             Rounds rounds) {
+    constexpr int partials = shape.partials;
+    constexpr int together = sumsAtOnce(shape);
+    constexpr bool isKnown = !std::is_same_v<Rounds, std::ptrdiff_t>;
+    TileSums<T, rows, vectors> partial[partials / together][together];
+    unrolled<partials / together>([&](auto pass) __attribute__((always_inline)) {
+        constexpr int first = pass * together;
+        if constexpr (!isKnown) clear(partial[pass]);
+        accumulate(partial[pass], {a.origin + first * a.step, a.rowStep, a.step},
+                   {b.origin + first * b.step, b.step, b.last}, partials, rounds);
+    });
+    unrolled<rows * vectors>([&](auto e) __attribute__((always_inline)) {
+        Lanes<T> all[partials];
+        unrolled<partials>([&](auto c) __attribute__((always_inline)) {
+            all[c] = partial[c / together][c % together].of[e / vectors][e % vectors];
+        });
+        const Lanes<T> sum = joined<T>(all);
+        result.of[e / vectors][e % vectors] = isKnown ? zeroStarted(sum) : sum;
+    });
+}
+
+// A tile of all K products.
+template <class T, Sum shape, int rows, int vectors, class Products>
+[[gnu::always_inline]] inline void tile(const LeftRows& a, const Panel& b, Products products, const TileTarget& to) {
+    TileSums<T, rows, vectors> result[1];
+    if constexpr (!std::is_same_v<Products, std::ptrdiff_t>) {
+        static_assert(products % shape.block == 0);
+        sumBlocks<T, shape>(result[0], a, b, Known<products / shape.partials>{});
     } else {
-        constexpr int partials = shape.partials;
-        constexpr int together = sumsAtOnce(shape);
-        Sums partial[partials / together][together];
-        unrolled<partials / together>([&](auto pass) __attribute__((always_inline)) {
-            constexpr int first = pass * together;
-            clear(partial[pass]);
-            accumulate(partial[pass], {a.origin + first * a.step, a.rowStep, a.step},
-                       {b.origin + first * b.step, b.step, b.last}, partials, inBlocks / partials);
-        });
-        unrolled<rows * vectors>([&](auto e) __attribute__((always_inline)) {
-            Lanes<T> all[partials];
-            unrolled<partials>([&](auto c) __attribute__((always_inline)) {
-                all[c] = partial[c / together][c % together].of[e / vectors][e % vectors];
-            });
-            result[0].of[e / vectors][e % vectors] = joined<T>(all);
-        });
-        aRest.origin += inBlocks * a.step;
-        bRest.origin += inBlocks * b.step;
+        const std::ptrdiff_t inBlocks = shape == zeroStart ? 0 : products - products % shape.block;
+        LeftRows aRest = a;
+        Panel bRest = b;
+        if (inBlocks == 0) {
+            clear(result);
+        } else {
+            sumBlocks<T, shape>(result[0], a, b, inBlocks / shape.partials);
+            aRest.origin += inBlocks * a.step;
+            bRest.origin += inBlocks * b.step;
+        }
+        accumulate(result, aRest, bRest, 1, products - inBlocks);
     }
-    accumulate(result, aRest, bRest, 1, products - inBlocks);
     unrolled<rows * vectors>([&](auto e) __attribute__((always_inline)) {
         constexpr int i = e / vectors, v = e % vectors;
         storeLanes(to.origin + i * to.step + vectorOffset<vectors>(v, to.last), result[0].of[i][v]);
     });
 }
 
-// Tiles below each other. Numbers one by one: structures are passed in memory, written as single words and read as pairs
-// of them, which waits until the words are in the cache. Order 8 of floats took 75 ns instead of 52.
+// What tiles of one panel have in common.
+struct TileSteps {
+    std::ptrdiff_t aRow, a;
+    std::ptrdiff_t b, bLast;
+    std::ptrdiff_t to, toLast;
+    std::ptrdiff_t products;
+};
+
+// Tiles below each other.
 template <class T, Sum shape, int rows, int vectors>
-[[gnu::noinline]] void tiles(const std::byte* a, std::ptrdiff_t aRowStep, std::ptrdiff_t aStep, const std::byte* b,
-                             std::ptrdiff_t bStep, std::ptrdiff_t bLast, std::ptrdiff_t products, std::byte* to,
-                             std::ptrdiff_t toStep, std::ptrdiff_t toLast, std::ptrdiff_t count) {
+[[gnu::noinline]] void tiles(const std::byte* a, const std::byte* b, std::byte* to, const TileSteps& steps,
+                             std::ptrdiff_t count) {
+    const std::ptrdiff_t aRow = steps.aRow, aStep = steps.a, bStep = steps.b, bLast = steps.bLast, toStep = steps.to,
+                         toLast = steps.toLast, products = steps.products;
     for (; count > 0; --count) {
-        tile<T, shape, rows, vectors>({a, aRowStep, aStep}, {b, bStep, bLast}, products, {to, toStep, toLast});
-        a += rows * aRowStep;
+        tile<T, shape, rows, vectors>({a, aRow, aStep}, {b, bStep, bLast}, products, {to, toStep, toLast});
+        a += rows * aRow;
         to += rows * toStep;
     }
 }
 
 template <class T, Sum shape, int rows>
-[[gnu::always_inline]] inline void tilesOf(int vectors, const LeftRows& a, const Panel& b, std::ptrdiff_t products,
-                                           const TileTarget& to, std::ptrdiff_t count) {
+[[gnu::always_inline]] inline void tilesOf(int vectors, const std::byte* a, const std::byte* b, std::byte* to,
+                                           const TileSteps& steps, std::ptrdiff_t count) {
     static_assert(panelVectors == 3);
-    const auto call = [&](auto many) __attribute__((always_inline)) {
-        tiles<T, shape, rows, many.value>(a.origin, a.rowStep, a.step, b.origin, b.step, b.last, products, to.origin,
-                                          to.step, to.last, count);
-    };
-    if (vectors == 1) call(std::integral_constant<int, 1>{});
-    else if (vectors == 2) call(std::integral_constant<int, 2>{});
-    else call(std::integral_constant<int, 3>{});
+    if (vectors == 1) tiles<T, shape, rows, 1>(a, b, to, steps, count);
+    else if (vectors == 2) tiles<T, shape, rows, 2>(a, b, to, steps, count);
+    else tiles<T, shape, rows, 3>(a, b, to, steps, count);
 }
 
 // The next panel's vectors: four are two and two rather than three and one.

@@ -8,6 +8,7 @@
 #include "products/columns.h"
 #include "products/dots.h"
 #include "products/operands.h"
+#include "products/packed.h"
 #include "products/sums.h"
 
 namespace korm {
@@ -132,21 +133,11 @@ void gatheredProduct(const Operand& a, const Operand& b, const Operand& dst, Pro
     }
 }
 
-// Rows of the left operand, contiguous: where they lie, or copied.
+// Rows of a table's left operand, one after the other.
 template <class T>
-[[gnu::always_inline]] inline LeftRows leftRows(const GridOperand& a, std::ptrdiff_t i, int, std::ptrdiff_t,
-                                                std::byte*) {
-    return {a.origin + i * a.rowStep, a.rowStep, a.columnStep};
-}
-
-template <class T>
-[[gnu::always_inline]] inline LeftRows leftRows(const TableOperand& a, std::ptrdiff_t i, int rows,
-                                                std::ptrdiff_t products, std::byte* copies) {
-    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+inline void copyRows(const TableOperand& a, std::ptrdiff_t i, int rows, std::ptrdiff_t products, std::byte* to) {
     for (int r = 0; r < rows; ++r)
-        for (std::ptrdiff_t k = 0; k < products; ++k)
-            store(copies + (r * products + k) * size, load<T>(a.address(i + r, k)));
-    return {copies, products * size, size};
+        for (std::ptrdiff_t k = 0; k < products; ++k, to += sizeof(T)) store(to, load<T>(a.address(i + r, k)));
 }
 
 template <class T>
@@ -158,47 +149,85 @@ template <class T>
     return false;
 }
 
-template <class T, RowSums rows, class Operand>
-void columnProduct(const Operand& a, const Operand& b, const Operand& dst, ProductShape shape) {
+// Calls f(first column, number of columns, vectors that they take).
+template <class T, class F>
+[[gnu::always_inline]] inline void forPanels(std::ptrdiff_t columns, const F& f) {
+    std::ptrdiff_t width;
+    for (std::ptrdiff_t j = 0; j < columns; j += width) {
+        const int vectors = nextPanel<T>(columns - j);
+        width = std::min<std::ptrdiff_t>(vectors * laneCount<T>, columns - j);
+        f(j, width, vectors);
+    }
+}
+
+template <class T, RowSums rows, class Objects>
+void columnProducts(const Objects& as, const Objects& bs, const Objects& dsts, ProductShape shape, std::int32_t count) {
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
     constexpr int lanes = laneCount<T>;
-    constexpr bool isTable = std::is_same_v<Operand, TableOperand>;
+    constexpr bool isTable = std::is_same_v<Objects, TableObjects>;
     const std::ptrdiff_t products = shape.products;
     // A contiguous panel is copied too where many rows of the result read many rows of it: far apart, these would push
     // each other out of the first-level cache and its table of pages.
-    const bool needsCopy = !contiguousRows<T>(b) || shape.columns < lanes;
+    const bool needsCopy = !contiguousRows<T>(bs.first) || shape.columns < lanes;
     const bool copied = needsCopy || (shape.rows >= 32 && products >= 64 && products <= copiedProducts);
-    const bool direct = contiguousRows<T>(dst) && shape.columns >= lanes;
-    if ((needsCopy || isTable) && products > copiedProducts) return gatheredProduct<T, rows>(a, b, dst, shape);
-
+    const bool direct = contiguousRows<T>(dsts.first) && shape.columns >= lanes;
+    if ((needsCopy || isTable) && products > copiedProducts) {
+        for (std::int32_t k = 0; k < count; ++k) gatheredProduct<T, rows>(as.at(k), bs.at(k), dsts.at(k), shape);
+        return;
+    }
     alignas(16) std::byte copies[copiedProducts * panelVectors * 16];
     alignas(16) std::byte rowCopies[isTable ? copiedProducts * 4 * size : 1];
-    std::ptrdiff_t width;
-    for (std::ptrdiff_t j = 0; j < shape.columns; j += width) {
-        const int vectors = nextPanel<T>(shape.columns - j);
-        width = std::min<std::ptrdiff_t>(vectors * lanes, shape.columns - j);
+    const auto panelOf = [&](const auto& a, const auto& b, const auto& dst, std::ptrdiff_t j, std::ptrdiff_t width,
+                             int vectors) __attribute__((always_inline)) {
+        // A panel at the right edge of a matrix has its last vector end with the row.
         const std::ptrdiff_t last = shape.columns < lanes ? 0 : (width - lanes) * size;
-        Panel panel{copies, vectors * 16, (vectors - 1) * 16};
-        if (copied) copyPanel<T>(b, j, width, products, copies);
-        else if constexpr (!isTable) panel = {b.origin + j * size, b.rowStep, last};
-        forRowGroups<rows>(shape.rows, shape.products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
-            forTiles<rowsAtOnce(sum.value)>(first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) {
-                if constexpr (!isTable) {
-                    if (direct) {
-                        tilesOf<T, sum.value, tall.value>(vectors, leftRows<T>(a, i, 0, 0, nullptr), panel, products,
-                                                          {target(dst, i, j), dst.rowStep, last}, count);
-                        return;
-                    }
-                }
-                constexpr std::ptrdiff_t step = panelVectors * 16;
-                alignas(16) std::byte results[16 + tall.value * step];  // `last` may be below 0
-                for (; count > 0; --count, i += tall.value) {
-                    tilesOf<T, sum.value, tall.value>(vectors, leftRows<T>(a, i, tall.value, products, rowCopies),
-                                                      panel, products, {results + 16, step, last}, 1);
-                    scatterRows<T>(dst, i, j, tall.value, width, results + 16, step);
-                }
+        const std::byte* panel = copies;
+        TileSteps steps{0, 0, vectors * 16, (vectors - 1) * 16, 0, last, products};
+        if (copied) {
+            copyPanel<T>(b, j, width, products, copies);
+        } else if constexpr (!isTable) {
+            panel = b.origin + j * size;
+            steps.b = b.rowStep;
+            steps.bLast = last;
+        }
+        const auto forAllTiles = [&](const auto& f) __attribute__((always_inline)) {
+            forRowGroups<rows>(shape.rows, products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
+                forTiles<rowsAtOnce(sum.value)>(
+                    first, height,
+                    [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t tileCount) { f(sum, tall, i, tileCount); });
             });
+        };
+        if constexpr (!isTable) {
+            steps.aRow = a.rowStep;
+            steps.a = a.columnStep;
+            if (direct) {
+                steps.to = dst.rowStep;
+                return forAllTiles([&](auto sum, auto tall, std::ptrdiff_t i, std::ptrdiff_t tileCount) {
+                    tilesOf<T, sum.value, tall.value>(vectors, a.origin + i * a.rowStep, panel, target(dst, i, j),
+                                                      steps, tileCount);
+                });
+            }
+        } else {
+            steps.aRow = products * size;
+            steps.a = size;
+        }
+        steps.to = panelVectors * 16;
+        forAllTiles([&](auto sum, auto tall, std::ptrdiff_t i, std::ptrdiff_t tileCount) {
+            alignas(16) std::byte results[16 + tall.value * panelVectors * 16];  // `last` may be below 0
+            for (; tileCount > 0; --tileCount, i += tall.value) {
+                const std::byte* left = rowCopies;
+                if constexpr (isTable) copyRows<T>(a, i, tall.value, products, rowCopies);
+                else left = a.origin + i * a.rowStep;
+                tilesOf<T, sum.value, tall.value>(vectors, left, panel, results + 16, steps, 1);
+                scatterRows<T>(dst, i, j, tall.value, width, results + 16, steps.to);
+            }
         });
+    };
+    for (std::int32_t k = 0; k < count; ++k) {
+        const auto a = as.at(k), b = bs.at(k), dst = dsts.at(k);
+        forPanels<T>(
+            shape.columns, [&](std::ptrdiff_t j, std::ptrdiff_t width, int vectors)
+                               __attribute__((always_inline)) { panelOf(a, b, dst, j, width, vectors); });
     }
 }
 
@@ -226,15 +255,23 @@ constexpr bool alongProducts(Sum shape) {
     return shape.partials % laneCount<T> == 0;
 }
 
-template <class T, RowSums rows, class Operand>
-[[gnu::noinline]] void generalProduct(const Operand& a, const Operand& b, const Operand& dst, ProductShape shape) {
-    if constexpr (std::is_same_v<Operand, GridOperand> && alongProducts<T>(rows.blocks)) {
+template <class T, RowSums rows, class Objects>
+[[gnu::noinline]] void generalProducts(const Objects& a, const Objects& b, const Objects& dst, ProductShape shape,
+                                       std::int32_t count) {
+    if constexpr (std::is_same_v<Objects, GridObjects>) {
+        if (arePackedSquares<T, 8>(a, b, dst, shape)) return packedSquares<T, rows.blocks, 8>(a, b, dst, count);
+        if (arePackedSquares<T, 16>(a, b, dst, shape)) return packedSquares<T, rows.blocks, 16>(a, b, dst, count);
+    }
+    if constexpr (std::is_same_v<Objects, GridObjects> && alongProducts<T>(rows.blocks)) {
         constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
         constexpr bool always = laneCount<T> == 4;  // only one kernel has such sums, and it reads k along rows
-        if (always || (a.columnStep == size && b.rowStep == size && dst.columnStep == size))
-            return dotProduct<T, rows>(a, b, dst, shape);
+        if (always || (a.first.columnStep == size && b.first.rowStep == size && dst.first.columnStep == size)) {
+            for (std::int32_t k = 0; k < count; ++k) dotProduct<T, rows>(a.at(k), b.at(k), dst.at(k), shape);
+            return;
+        }
     }
-    if constexpr (!(alongProducts<T>(rows.blocks) && laneCount<T> == 4)) columnProduct<T, rows>(a, b, dst, shape);
+    if constexpr (!(alongProducts<T>(rows.blocks) && laneCount<T> == 4))
+        columnProducts<T, rows>(a, b, dst, shape, count);
 }
 
 }  // namespace korm

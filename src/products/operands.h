@@ -71,6 +71,45 @@ template <class T, bool transposed>
     return {table, scatter.offset, scatter.pitch, 1};
 }
 
+// All objects of an operand, as general paths take them: again one type for each kind of operand. What doesn't depend on the
+// object is then decided once for an array: with orders of 8 that was a third of the instructions of an object.
+struct GridObjects {
+    using Operand = GridOperand;
+    Operand first;            // of a list no object, but its steps are those of all
+    const void* const* list;  // of others null
+    std::ptrdiff_t step;      // from object to object; of a list the offset behind every entry
+
+    [[gnu::always_inline]] Operand at(std::ptrdiff_t k) const {
+        return {list == nullptr ? first.origin + k * step : static_cast<const std::byte*>(list[k]) + step,
+                first.rowStep, first.columnStep};
+    }
+};
+
+struct TableObjects {
+    using Operand = TableOperand;
+    Operand first;
+    std::ptrdiff_t step;
+
+    [[gnu::always_inline]] Operand at(std::ptrdiff_t k) const {
+        return {first.table, first.offset + k * step, first.rowPitch, first.columnPitch};
+    }
+};
+
+template <class T, Objects objects, Spacing spacing>
+[[gnu::always_inline]] inline GridObjects objectsOf(const GridView<T, objects, spacing>& view) {
+    if constexpr (objects == Objects::listed) {
+        const Grid<T, spacing> grid{nullptr, view.rowStride, view.elementStride};
+        return {operand(grid), reinterpret_cast<const void* const*>(view.list), view.objectStride};
+    } else {
+        return {operand(view.at(0)), nullptr, objects == Objects::single ? 0 : view.objectStride};
+    }
+}
+
+template <class T, Objects objects, bool transposed>
+[[gnu::always_inline]] inline TableObjects objectsOf(const ScatterView<T, objects, transposed>& view) {
+    return {operand(view.at(0)), objects == Objects::single ? 0 : view.objectStride};
+}
+
 // Where a result goes. The same types, but writable: views of results have been const-stripped by operand().
 template <class Operand>
 [[gnu::always_inline]] inline std::byte* target(const Operand& result, std::ptrdiff_t i, std::ptrdiff_t j) {

@@ -43,8 +43,7 @@ template <class SquareOrders, RowSums rows, class A, class B, class D, class Cou
         if constexpr (SquareOrders::has(6))
             if (shape.rows == 6) return squareProduct<T, 6>(a, b, dst, count);
     }
-    for (std::int32_t k = 0; k < count; ++k)
-        generalProduct<T, rows>(operand(a.at(k)), operand(b.at(k)), operand(dst.at(k)), shape);
+    generalProducts<T, rows>(objectsOf(a), objectsOf(b), objectsOf(dst), shape, count);
 }
 
 template <class T, int n, class Order, class A, class X, class D, class Count>

@@ -51,9 +51,6 @@ template <class T, bool isSharedOperand>
     else return loadLanes<T>(stream + at);
 }
 
-// What a sum starts with: its first product, or +0 to which that is added.
-enum class Start { firstProduct, zero };
-
 template <int height, int width>
 struct StreamStarts {
     const std::byte* of[height * width];

@@ -39,6 +39,16 @@ struct Sum {
 
 inline constexpr Sum zeroStart{1, 1};
 
+// What a sum starts with: its first product, or +0 to which that is added.
+enum class Start { firstProduct, zero };
+
+// A sum that should have started from +0, or whose partial sums should have: that tells only where a sum is zero, and there
+// adding +0 at the end does the same, in every rounding mode.
+template <class S>
+[[gnu::always_inline]] inline S zeroStarted(S sum) {
+    return sum + S{};
+}
+
 // How partial sums are joined. Not as a tree of neighbours: it is what a vector of four (two) partial sums gives when
 // its halves are added and then the halves of that.
 template <class T, int partials, class S>

@@ -1,0 +1,103 @@
+// Packed squares of orders 8 and 16, with all sizes and distances known when compiling: the same sums as those of any shape,
+// without the instructions that find out where everything lies. Of small products these are a third, and instructions are
+// what they wait for.
+//
+// Order 8 of floats takes 36 ns for 52, of doubles 67 for 101; products of two transposes, which are turned on the stack, 46
+// for 64 and 75 for 120. Order 16 gains 5 to 20 %.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "products/blocks.h"
+#include "products/columns.h"
+#include "products/operands.h"
+#include "products/sums.h"
+
+namespace korm {
+
+template <class T, int n>
+[[gnu::always_inline]] inline bool liesInRows(const GridOperand& square) {
+    return square.columnStep == sizeof(T) && square.rowStep == n * sizeof(T);
+}
+
+template <class T, int n>
+[[gnu::always_inline]] inline bool liesInColumns(const GridOperand& square) {
+    return square.rowStep == sizeof(T) && square.columnStep == n * sizeof(T);
+}
+
+template <class T, int n>
+[[gnu::always_inline]] inline bool arePackedSquares(const GridObjects& a, const GridObjects& b, const GridObjects& dst,
+                                                    ProductShape shape) {
+    const auto isPacked = [](const GridOperand& square) {
+        return liesInRows<T, n>(square) || liesInColumns<T, n>(square);
+    };
+    return shape.rows == n && shape.columns == n && shape.products == n && liesInRows<T, n>(dst.first) &&
+           isPacked(a.first) && isPacked(b.first);
+}
+
+// The transpose of a square.
+template <class T, int n>
+[[gnu::always_inline]] inline void turnSquare(const std::byte* from, std::byte* to) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    constexpr int lanes = laneCount<T>;
+    for (int i = 0; i < n; i += lanes)
+        for (int j = 0; j < n; j += lanes) {
+            Lanes<T> block[lanes];
+            unrolled<lanes>([&](auto r) __attribute__((always_inline)) {
+                block[r] = loadLanes<T>(from + ((i + r) * n + j) * size);
+            });
+            transpose(block);
+            unrolled<lanes>([&](auto r) __attribute__((always_inline)) {
+                storeAligned(to + ((j + r) * n + i) * size, block[r]);
+            });
+        }
+}
+
+// One object, the right operand in rows. The result has rows in blocks of four only, so all sums have one shape.
+template <class T, Sum shape, int n, bool turnA>
+[[gnu::always_inline]] inline void multiplyPacked(const std::byte* a, const std::byte* b, std::byte* to) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    constexpr std::ptrdiff_t row = n * size;
+    constexpr std::ptrdiff_t aRow = turnA ? size : row, aStep = turnA ? row : size;
+    if constexpr (laneCount<T> == 4 && shape == zeroStart) {
+        // Half the shuffles that whole rows as vectors need; order 8 takes 36 ns for 40, order 16 takes 260 for 298.
+        for (int i = 0; i < n; i += 2) {
+            // Else the right operand is loaded once for all rows, as vectors that wait on the stack.
+            asm("" : "+r"(b));
+            multiplyTwoRows<n, 0, Start::zero>(LeftBlocks<n, turnA>{a + i * aRow, row}, RightInPlace{b, row},
+                                               BlockTarget<false>{to + i * row, row});
+        }
+    } else {
+        constexpr int tall = rowsAtOnce(shape), vectors = 2;
+        for (std::ptrdiff_t j = 0; j < row; j += vectors * 16)
+            for (int i = 0; i < n; i += tall)
+                tile<T, shape, tall, vectors>({a + i * aRow, aRow, aStep}, {b + j, row, 16}, Known<n>{},
+                                              {to + i * row + j, row, 16});
+    }
+}
+
+template <class T, Sum shape, int n, bool turnA>
+[[gnu::noinline]] void packedSquares(const GridObjects& as, const GridObjects& bs, const GridObjects& dsts,
+                                     std::int32_t count) {
+    const bool turnB = liesInColumns<T, n>(bs.first);
+    const bool sharedB = bs.list == nullptr && bs.step == 0;
+    alignas(16) std::byte turned[n * n * sizeof(T)];
+    for (std::int32_t k = 0; k < count; ++k) {
+        const std::byte* b = bs.at(k).origin;
+        if (turnB) {
+            if (k == 0 || !sharedB) turnSquare<T, n>(b, turned);
+            b = turned;
+        }
+        multiplyPacked<T, shape, n, turnA>(as.at(k).origin, b, target(dsts.at(k), 0, 0));
+    }
+}
+
+template <class T, Sum shape, int n>
+[[gnu::always_inline]] inline void packedSquares(const GridObjects& a, const GridObjects& b, const GridObjects& dst,
+                                                 std::int32_t count) {
+    if (liesInRows<T, n>(a.first)) packedSquares<T, shape, n, false>(a, b, dst, count);
+    else packedSquares<T, shape, n, true>(a, b, dst, count);
+}
+
+}  // namespace korm
