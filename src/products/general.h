@@ -108,13 +108,25 @@ template <int most, class F>
 }
 
 // Elements of a tile to their places.
-template <class T, class Operand>
-[[gnu::always_inline]] inline void scatterRows(const Operand& dst, std::ptrdiff_t i, std::ptrdiff_t j,
+template <class T>
+[[gnu::always_inline]] inline void scatterRows(const GridOperand& dst, std::ptrdiff_t i, std::ptrdiff_t j,
                                                std::ptrdiff_t rows, std::ptrdiff_t columns, const std::byte* from,
                                                std::ptrdiff_t fromStep) {
-    for (std::ptrdiff_t r = 0; r < rows; ++r)
+    std::byte* row = target(dst, i, j);
+    for (; rows > 0; --rows, row += dst.rowStep, from += fromStep) {
+        std::byte* to = row;
+        for (std::ptrdiff_t c = 0; c < columns; ++c, to += dst.columnStep)
+            store(to, load<T>(from + c * static_cast<std::ptrdiff_t>(sizeof(T))));
+    }
+}
+
+template <class T>
+[[gnu::always_inline]] inline void scatterRows(const TableOperand& dst, std::ptrdiff_t i, std::ptrdiff_t j,
+                                               std::ptrdiff_t rows, std::ptrdiff_t columns, const std::byte* from,
+                                               std::ptrdiff_t fromStep) {
+    for (std::ptrdiff_t r = 0; r < rows; ++r, from += fromStep)
         for (std::ptrdiff_t c = 0; c < columns; ++c)
-            store(target(dst, i + r, j + c), load<T>(from + r * fromStep + c * static_cast<std::ptrdiff_t>(sizeof(T))));
+            store(target(dst, i + r, j + c), load<T>(from + c * static_cast<std::ptrdiff_t>(sizeof(T))));
 }
 
 template <class T, RowSums rows, class Operand>
@@ -149,15 +161,36 @@ template <class T>
     return false;
 }
 
-// Calls f(first column, number of columns, vectors that they take).
-template <class T, class F>
-[[gnu::always_inline]] inline void forPanels(std::ptrdiff_t columns, const F& f) {
-    std::ptrdiff_t width;
-    for (std::ptrdiff_t j = 0; j < columns; j += width) {
-        const int vectors = nextPanel<T>(columns - j);
-        width = std::min<std::ptrdiff_t>(vectors * laneCount<T>, columns - j);
-        f(j, width, vectors);
-    }
+// Calls f(shape of the sums, rows of a tile, both as types, first row, number of tiles) for all rows of the result.
+template <RowSums rows, class F>
+[[gnu::always_inline]] inline void forRowsOfTiles(ProductShape shape, const F& f) {
+    const auto ofGroup = [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) __attribute__((always_inline)) {
+        forTiles<rowsAtOnce(sum.value)>(
+            first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) __attribute__((always_inline)) {
+                f(sum, tall, i, count);
+            });
+    };
+    forRowGroups<rows>(shape.rows, shape.products, ofGroup);
+}
+
+// Tiles of a panel whose results don't lie in whole vectors. Of tables, rows of the left operand are copied.
+template <class T, RowSums rows, class Operand>
+[[gnu::noinline]] void scatteredPanel(const Operand& a, const Operand& result, std::ptrdiff_t j, std::ptrdiff_t width,
+                                      int vectors, const std::byte* panel, const TileSteps& steps, ProductShape shape) {
+    constexpr bool isTable = std::is_same_v<Operand, TableOperand>;
+    const Operand dst = result;  // of which a compiler sees that stores into the result don't change it
+    alignas(16) std::byte copies[isTable ? copiedProducts * 4 * sizeof(T) : 1];
+    forRowsOfTiles<rows>(
+        shape, [&](auto sum, auto tall, std::ptrdiff_t i, std::ptrdiff_t count) __attribute__((always_inline)) {
+            alignas(16) std::byte results[16 + tall.value * panelVectors * 16];  // `toLast` may be below 0
+            for (; count > 0; --count, i += tall.value) {
+                const std::byte* left = copies;
+                if constexpr (isTable) copyRows<T>(a, i, tall.value, shape.products, copies);
+                else left = a.origin + i * a.rowStep;
+                tilesOf<T, sum.value, tall.value>(vectors, left, panel, results + 16, steps, 1);
+                scatterRows<T>(dst, i, j, tall.value, width, results + 16, steps.to);
+            }
+        });
 }
 
 template <class T, RowSums rows, class Objects>
@@ -175,59 +208,48 @@ void columnProducts(const Objects& as, const Objects& bs, const Objects& dsts, P
         for (std::int32_t k = 0; k < count; ++k) gatheredProduct<T, rows>(as.at(k), bs.at(k), dsts.at(k), shape);
         return;
     }
-    alignas(16) std::byte copies[copiedProducts * panelVectors * 16];
-    alignas(16) std::byte rowCopies[isTable ? copiedProducts * 4 * size : 1];
-    const auto panelOf = [&](const auto& a, const auto& b, const auto& dst, std::ptrdiff_t j, std::ptrdiff_t width,
-                             int vectors) __attribute__((always_inline)) {
-        // A panel at the right edge of a matrix has its last vector end with the row.
-        const std::ptrdiff_t last = shape.columns < lanes ? 0 : (width - lanes) * size;
-        const std::byte* panel = copies;
-        TileSteps steps{0, 0, vectors * 16, (vectors - 1) * 16, 0, last, products};
-        if (copied) {
-            copyPanel<T>(b, j, width, products, copies);
-        } else if constexpr (!isTable) {
-            panel = b.origin + j * size;
-            steps.b = b.rowStep;
-            steps.bLast = last;
-        }
-        const auto forAllTiles = [&](const auto& f) __attribute__((always_inline)) {
-            forRowGroups<rows>(shape.rows, products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
-                forTiles<rowsAtOnce(sum.value)>(
-                    first, height,
-                    [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t tileCount) { f(sum, tall, i, tileCount); });
-            });
-        };
-        if constexpr (!isTable) {
-            steps.aRow = a.rowStep;
-            steps.a = a.columnStep;
-            if (direct) {
-                steps.to = dst.rowStep;
-                return forAllTiles([&](auto sum, auto tall, std::ptrdiff_t i, std::ptrdiff_t tileCount) {
-                    tilesOf<T, sum.value, tall.value>(vectors, a.origin + i * a.rowStep, panel, target(dst, i, j),
-                                                      steps, tileCount);
-                });
-            }
-        } else {
-            steps.aRow = products * size;
-            steps.a = size;
-        }
+    TileSteps steps;
+    steps.products = products;
+    if constexpr (isTable) {
+        steps.aRow = products * size;
+        steps.a = size;
         steps.to = panelVectors * 16;
-        forAllTiles([&](auto sum, auto tall, std::ptrdiff_t i, std::ptrdiff_t tileCount) {
-            alignas(16) std::byte results[16 + tall.value * panelVectors * 16];  // `last` may be below 0
-            for (; tileCount > 0; --tileCount, i += tall.value) {
-                const std::byte* left = rowCopies;
-                if constexpr (isTable) copyRows<T>(a, i, tall.value, products, rowCopies);
-                else left = a.origin + i * a.rowStep;
-                tilesOf<T, sum.value, tall.value>(vectors, left, panel, results + 16, steps, 1);
-                scatterRows<T>(dst, i, j, tall.value, width, results + 16, steps.to);
-            }
-        });
-    };
+    } else {
+        steps.aRow = as.first.rowStep;
+        steps.a = as.first.columnStep;
+        steps.to = direct ? dsts.first.rowStep : panelVectors * 16;
+    }
+    alignas(16) std::byte copies[copiedProducts * panelVectors * 16];
     for (std::int32_t k = 0; k < count; ++k) {
         const auto a = as.at(k), b = bs.at(k), dst = dsts.at(k);
-        forPanels<T>(
-            shape.columns, [&](std::ptrdiff_t j, std::ptrdiff_t width, int vectors)
-                               __attribute__((always_inline)) { panelOf(a, b, dst, j, width, vectors); });
+        std::ptrdiff_t width;
+        for (std::ptrdiff_t j = 0; j < shape.columns; j += width) {
+            const int vectors = nextPanel<T>(shape.columns - j);
+            width = std::min<std::ptrdiff_t>(vectors * lanes, shape.columns - j);
+            // A panel at the right edge of a matrix has its last vector end with the row.
+            steps.toLast = shape.columns < lanes ? 0 : (width - lanes) * size;
+            const std::byte* panel = copies;
+            steps.b = vectors * 16;
+            steps.bLast = (vectors - 1) * 16;
+            if (copied) {
+                copyPanel<T>(b, j, width, products, copies);
+            } else if constexpr (!isTable) {
+                panel = b.origin + j * size;
+                steps.b = b.rowStep;
+                steps.bLast = steps.toLast;
+            }
+            if constexpr (!isTable)
+                if (direct) {
+                    forRowsOfTiles<rows>(
+                        shape, [&](auto sum, auto tall, std::ptrdiff_t i, std::ptrdiff_t tileCount)
+                                   __attribute__((always_inline)) {
+                                       tilesOf<T, sum.value, tall.value>(vectors, a.origin + i * a.rowStep, panel,
+                                                                         target(dst, i, j), steps, tileCount);
+                                   });
+                    continue;
+                }
+            scatteredPanel<T, rows>(a, dst, j, width, vectors, panel, steps, shape);
+        }
     }
 }
 
