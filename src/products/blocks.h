@@ -1,4 +1,4 @@
-// Square products of order 3 to 6 in floats with blocks of two rows by two columns of the result as vectors.
+// Square products of order 3 to 6, 8 and 16 in floats with blocks of two rows by two columns of the result as vectors.
 //
 // The right operand's factor of a block is a pair of neighbours twice, which the load unit makes by itself. Only the
 // left operand needs shuffles, one for two rows, where rows as vectors need one for each element. Shuffles share

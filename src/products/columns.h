@@ -63,7 +63,7 @@ template <std::ptrdiff_t n>
 using Known = std::integral_constant<std::ptrdiff_t, n>;
 
 // Adds, in each of `count` rounds, `sums` products to each element: product c to sum c. From round to round,
-// k grows by `period`.
+// k grows by `period`. A known number of rounds is all there are: the first one starts the sums.
 template <class T, int sums, int rows, int vectors, class Count>
 [[gnu::always_inline]] inline void accumulate(TileSums<T, rows, vectors> (&sum)[sums], LeftRows a, Panel b,
                                               std::ptrdiff_t period, Count count) {

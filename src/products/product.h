@@ -7,6 +7,7 @@
 
 #include "entry/views.h"
 #include "products/general.h"
+#include "products/packed.h"
 #include "products/rows.h"
 #include "products/squares.h"
 #include "products/streams.h"
@@ -68,6 +69,14 @@ template <class Order, ElementSums elements, class A, class X, class D, class Co
         if (shape.rows == 4) return squareVectorProduct<T, 4, Order>(a, x, dst, count);
         if (shape.rows == 5) return squareVectorProduct<T, 5, Order>(a, x, dst, count);
         if (shape.rows == 6) return squareVectorProduct<T, 6, Order>(a, x, dst, count);
+        if constexpr (D::spacing == Spacing::rowAdjacent && !isSingleProduct<Count>) {
+            if (arePackedWithVectors<T, 8>(a, shape, count))
+                return packedSquaresTimesVectors<T, elements.general, 8>(objectsOf(a), objectsOf(x), objectsOf(dst),
+                                                                         count);
+            if (arePackedWithVectors<T, 16>(a, shape, count))
+                return packedSquaresTimesVectors<T, elements.general, 16>(objectsOf(a), objectsOf(x), objectsOf(dst),
+                                                                          count);
+        }
     }
     for (std::int32_t k = 0; k < count; ++k)
         generalVectorProduct<T, elements>(operand(a.at(k)), operand(x.at(k)), operand(dst.at(k)), shape);
