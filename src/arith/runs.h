@@ -169,14 +169,22 @@ template <class T, class View>
     else return view.at(k);
 }
 
+// Objects of one row have a loop of their own: the other takes an eighth more time for 100 floats.
 template <class T, class A, class B, class D, class F>
 [[gnu::always_inline]] inline void eachRow(const A& a, const B& b, const D& dst, std::ptrdiff_t height,
                                            std::ptrdiff_t count, const F& f) {
-    for (std::ptrdiff_t k = 0; k < count; ++k) {
-        const auto x = objectSource<T>(a, k);
-        const auto y = objectSource<T>(b, k);
-        const auto z = dst.at(k);
-        for (std::ptrdiff_t i = 0; i < height; ++i) f(rowSource<T>(x, i), rowSource<T>(y, i), z.address(i, 0));
+    const auto each = [&](const auto& rowsOf) __attribute__((always_inline)) {
+        for (std::ptrdiff_t k = 0; k < count; ++k) rowsOf(objectSource<T>(a, k), objectSource<T>(b, k), dst.at(k));
+    };
+    const auto row = [&](const auto& x, const auto& y, const auto& z, std::ptrdiff_t i) __attribute__((always_inline)) {
+        f(rowSource<T>(x, i), rowSource<T>(y, i), z.address(i, 0));
+    };
+    if (height == 1) {
+        each([&](const auto& x, const auto& y, const auto& z) __attribute__((always_inline)) { row(x, y, z, 0); });
+    } else {
+        each([&](const auto& x, const auto& y, const auto& z) __attribute__((always_inline)) {
+            for (std::ptrdiff_t i = 0; i < height; ++i) row(x, y, z, i);
+        });
     }
 }
 
