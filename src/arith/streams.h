@@ -1,34 +1,65 @@
-// Elements that lie apart: the strided and the pointer layout.
+// Elements that lie apart: the strided layout, and the streams of the pointer layout.
 //
-// Over the objects of an array, an element position is a stream with one step. So the loops run with
-// the positions outside and the objects inside: addresses are formed and tables read once per stream, a
-// single operand's element stays in a register, and where objects are one element apart the stream is a
-// run of adjacent elements. Objects are taken in blocks, so that what lies between the elements of one
-// stream is still in the first-level cache for the next.
+// Objects are walked row by row, with the pointer and the step of each operand in registers: two stores in a row mostly
+// go to one line of cache, which takes them in one cycle.
+//
+// Over the objects of an array, an element position is a stream with one step. Where objects are small, the loops run
+// with the positions outside and the objects inside: addresses are formed once per stream, a single operand's element
+// stays in a register, and where objects are one element apart the stream is a run of adjacent elements. Objects are
+// taken in blocks, so that what lies between the elements of one stream is still in the first-level cache for the next.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
 #include <utility>
 
+#include "arith/plain.h"
 #include "arith/runs.h"
 #include "entry/lanes.h"
 
 namespace korm {
 
-// A source of a stream: elements one step apart, or one element held for all of it.
-template <class T>
+// Hides where a pointer or stride comes from. Without it the compiler forms the addresses of all elements ahead, each
+// from the one before, and keeps on the stack what there are no registers for.
+template <class P>
+[[gnu::always_inline]] inline P opaque(P value) {
+    asm("" : "+r"(value));
+    return value;
+}
+
+// Elements one step apart, of which six can be addressed from one place. Multiples of the step by 2 and 4 are part of
+// an instruction for free, if the compiler does not know that it has seen this step before; three times the step has
+// a register.
+template <class Pointer>
 struct Moving {
-    const std::byte* at;
+    Pointer at;
     std::ptrdiff_t step;
+    std::ptrdiff_t triple = 3 * step;
 
     template <int n>
-    [[gnu::always_inline]] T get() const {
-        if constexpr (n == 3) return load<T>(at + 2 * step + step);
-        else return load<T>(at + n * step);
+    [[gnu::always_inline]] Pointer address() {
+        if constexpr (n >= 2) step = opaque(step);
+        if constexpr (n == 3) return at + triple;
+        else if constexpr (n == 5) return opaque(at + step) + 4 * step;
+        else return at + n * step;
     }
-    [[gnu::always_inline]] void next(int n) { at += n * step; }
-    Adjacent<T> run() const { return {at}; }
+    [[gnu::always_inline]] void next(int n) {
+        step = opaque(step);
+        at = opaque(at + n * step);
+    }
+};
+
+template <class View>
+using BytePointerOf = std::remove_const_t<decltype(View::origin)>;
+
+// A source of a stream: such elements, or one held for all of it.
+template <class T>
+struct MovingSource : Moving<const std::byte*> {
+    template <int n>
+    [[gnu::always_inline]] T get() {
+        return load<T>(this->template address<n>());
+    }
+    Adjacent<T> run() const { return {this->at}; }
 };
 
 template <class T>
@@ -43,25 +74,32 @@ struct Resting {
     Same<T> run() const { return {broadcast(value)}; }
 };
 
-// Element by element, in ascending order.
-template <class Op, class T, class A, class B>
-[[gnu::always_inline]] inline void streamApart(A a, B b, std::byte* to, std::ptrdiff_t step, std::ptrdiff_t length) {
-    const std::ptrdiff_t triple = 3 * step;
-    for (; length >= 4; length -= 4) {
-        store(to, Op::apply(a.template get<0>(), b.template get<0>()));
-        store(to + step, Op::apply(a.template get<1>(), b.template get<1>()));
-        store(to + 2 * step, Op::apply(a.template get<2>(), b.template get<2>()));
-        store(to + triple, Op::apply(a.template get<3>(), b.template get<3>()));
-        a.next(4);
-        b.next(4);
-        to += 4 * step;
+template <class Op, class T, int count, int n = 0, class A, class B, class D>
+[[gnu::always_inline]] inline void storeElements(A& a, B& b, D& to) {
+    if constexpr (n < count) {
+        store(to.template address<n>(), Op::apply(a.template get<n>(), b.template get<n>()));
+        storeElements<Op, T, count, n + 1>(a, b, to);
     }
-    for (; length > 0; --length) {
-        store(to, Op::apply(a.template get<0>(), b.template get<0>()));
-        a.next(1);
-        b.next(1);
-        to += step;
+}
+
+// Element by element, in ascending order; leaves all three behind the last one. The loop is bound by the number of
+// instructions and of taken branches: with rounds of four, single elements for the rest, and strides on the stack a
+// row of 10 takes twice the time.
+template <class Op, class T, class A, class B, class D>
+[[gnu::always_inline]] inline void streamApart(A& a, B& b, D& to, std::ptrdiff_t length) {
+    const auto round = [&](auto count) __attribute__((always_inline)) {
+        storeElements<Op, T, count>(a, b, to);
+        a.next(count);
+        b.next(count);
+        to.next(count);
+    };
+    while ((length -= 8) >= 0) {
+        round(Int<4>{});
+        round(Int<4>{});
     }
+    if (length & 4) round(Int<4>{});
+    if (length & 2) round(Int<2>{});
+    if (length & 1) round(Int<1>{});
 }
 
 // --- Positions outside, objects inside ------------------------------------------------------------
@@ -72,9 +110,9 @@ template <class T, class View>
     constexpr bool single = View::objects == Objects::single;
     if constexpr (View::spacing == Spacing::constant) {
         if constexpr (single) return Resting<T>{view.value};
-        else return Moving<T>{view.origin + first * view.objectStride, view.objectStride};
+        else return MovingSource<T>{{view.origin + first * view.objectStride, view.objectStride}};
     } else if constexpr (single) return Resting<T>{load<T>(view.at(0).address(i, j))};
-    else return Moving<T>{view.at(first).address(i, j), view.objectStride};
+    else return MovingSource<T>{{view.at(first).address(i, j), view.objectStride}};
 }
 
 template <class View>
@@ -100,23 +138,60 @@ template <class Op, class A, class B, class D>
         length = std::min(block, count - first);
         for (std::ptrdiff_t i = 0; i < height; ++i)
             for (std::ptrdiff_t j = 0; j < width; ++j) {
-                const auto x = overObjectsSource<T>(a, i, j, first);
-                const auto y = overObjectsSource<T>(b, i, j, first);
-                std::byte* const to = dst.at(first).address(i, j);
+                auto x = overObjectsSource<T>(a, i, j, first);
+                auto y = overObjectsSource<T>(b, i, j, first);
+                Moving<std::byte*> to{dst.at(first).address(i, j), dst.objectStride};
                 if (adjacent && length >= laneCount<T>)
-                    longRow<Op, T>(x.run(), y.run(), to,
+                    longRow<Op, T>(x.run(), y.run(), to.at,
                                    (length - laneCount<T>)*static_cast<std::ptrdiff_t>(sizeof(T)));
-                else streamApart<Op, T>(x, y, to, dst.objectStride, length);
+                else streamApart<Op, T>(x, y, to, length);
             }
     }
 }
 
 // --- Objects outside ----------------------------------------------------------------------------
 
-template <class T, class G>
-[[gnu::always_inline]] inline auto alongRow(const G& object, std::ptrdiff_t i) {
-    if constexpr (std::is_same_v<G, T>) return Resting<T>{object};
-    else return Moving<T>{object.address(i, 0), object.elementStride};
+// Walks an array object by object, row by row. `walked` is the distance by which the elements of a row have moved it on
+// when it goes to the next row.
+template <class View>
+struct RowsOf : Moving<BytePointerOf<View>> {
+    using Element = typename View::Element;
+    View view;
+    std::ptrdiff_t toNextRow, toNextObject;
+
+    RowsOf(const View& all, std::ptrdiff_t height, std::ptrdiff_t walked)
+        : Moving<BytePointerOf<View>>{isListed<View> ? nullptr : all.origin, all.elementStride},
+          view(all),
+          toNextRow(all.rowStride - walked),
+          toNextObject(all.objectStride - (height - 1) * all.rowStride - walked) {}
+
+    template <int n>
+    [[gnu::always_inline]] Element get() {
+        return load<Element>(this->template address<n>());
+    }
+    [[gnu::always_inline]] void beginObject(std::ptrdiff_t k) {
+        if constexpr (isListed<View>) this->at = view.at(k).origin;
+    }
+    [[gnu::always_inline]] void nextRow() { this->at = opaque(this->at + toNextRow); }
+    [[gnu::always_inline]] void nextObject() {
+        if constexpr (!isListed<View>) this->at = opaque(this->at + toNextObject);
+    }
+};
+
+template <class T, class View>
+struct ConstantRows : Resting<T> {
+    View view;
+
+    explicit ConstantRows(const View& all) : Resting<T>{}, view(all) {}
+    [[gnu::always_inline]] void beginObject(std::ptrdiff_t k) { this->value = view.at(k); }
+    void nextRow() {}
+    void nextObject() {}
+};
+
+template <class T, class View>
+[[gnu::always_inline]] inline auto walkedRowsOf(const View& view, std::ptrdiff_t width, std::ptrdiff_t height) {
+    if constexpr (isConstant<View>) return ConstantRows<T, View>(view);
+    else return RowsOf<View>(view, height, width * view.elementStride);
 }
 
 template <class View>
@@ -152,12 +227,23 @@ template <class Op, class A, class B, class D>
         swapAxes(b);
         swapAxes(dst);
     }
+    auto x = walkedRowsOf<T>(a, width, height);
+    auto y = walkedRowsOf<T>(b, width, height);
+    auto z = walkedRowsOf<T>(dst, width, height);
     for (std::ptrdiff_t k = 0; k < count; ++k) {
-        const auto x = a.at(k);
-        const auto y = b.at(k);
-        const auto z = dst.at(k);
-        for (std::ptrdiff_t i = 0; i < height; ++i)
-            streamApart<Op, T>(alongRow<T>(x, i), alongRow<T>(y, i), z.address(i, 0), z.elementStride, width);
+        x.beginObject(k);
+        y.beginObject(k);
+        z.beginObject(k);
+        for (std::ptrdiff_t i = height;;) {
+            streamApart<Op, T>(x, y, z, width);
+            if (--i == 0) break;
+            x.nextRow();
+            y.nextRow();
+            z.nextRow();
+        }
+        x.nextObject();
+        y.nextObject();
+        z.nextObject();
     }
 }
 
@@ -166,7 +252,7 @@ template <class A, class B, class D>
 inline bool preferObjects(const A& a, const B& b, const D& dst, std::ptrdiff_t width, std::ptrdiff_t height,
                           std::ptrdiff_t count) {
     return count >= 16 &&
-           (width * height <= 36 || (objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst))) &&
+           (width * height <= 12 || (objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst))) &&
            elementsApart(dst, width, height, count);
 }
 
@@ -175,133 +261,6 @@ template <class Op, class A, class B, class D>
                                      std::ptrdiff_t count) {
     if (preferObjects(a, b, dst, width, height, count)) overObjects<Op>(A(a), B(b), D(dst), width, height, count);
     else stridedNest<Op>(A(a), B(b), D(dst), width, height, count);
-}
-
-// --- Tables ---------------------------------------------------------------------------------------
-
-template <class View>
-inline constexpr bool inTableOrder = true;
-template <class T, Objects objects>
-inline constexpr bool inTableOrder<ScatterView<T, objects, true>> = false;
-
-// A table whose objects are adjacent is a list: entry p leads to a row that holds element p of all objects. So
-// a single operand gives a constant for each row, and an array of constants is one row for all.
-template <class T, bool transposed>
-inline auto acrossObjects(const ScatterView<T, Objects::stepped, transposed>& view) {
-    return plainList(view.table, view.offset, noRows);
-}
-
-template <class T, bool transposed>
-inline auto acrossObjects(const ScatterView<T, Objects::single, transposed>& view) {
-    return constantList(view.table, view.offset);
-}
-
-template <class T>
-inline auto acrossObjects(const ConstantView<T, Objects::stepped>& view) {
-    return plain(reinterpret_cast<const T*>(view.origin), noRows);
-}
-
-template <class T>
-inline auto acrossObjects(const ConstantView<T, Objects::single>& view) {
-    return view;
-}
-
-// Elements (i, j) to (i, j + n - 1) of one object after the other.
-template <class T, int n>
-struct MovingGroup {
-    const std::byte* at[n];
-    std::ptrdiff_t step, moved = 0;
-
-    [[gnu::always_inline]] T get(int e) const { return load<T>(at[e] + moved); }
-    [[gnu::always_inline]] void next() { moved += step; }
-};
-
-template <class T, int n>
-struct RestingGroup {
-    T value[n];
-
-    [[gnu::always_inline]] T get(int e) const { return value[e]; }
-    void next() {}
-};
-
-// One constant for all elements of an object.
-template <class Source>
-struct Shared {
-    Source one;
-
-    [[gnu::always_inline]] auto get(int) const { return one.template get<0>(); }
-    [[gnu::always_inline]] void next() { one.next(1); }
-};
-
-template <class T, int n, class View>
-[[gnu::always_inline]] inline auto groupSource(const View& view, std::ptrdiff_t i, std::ptrdiff_t j,
-                                               std::ptrdiff_t first) {
-    if constexpr (View::spacing == Spacing::constant) {
-        const auto source = overObjectsSource<T>(view, i, j, first);
-        return Shared<decltype(overObjectsSource<T>(view, i, j, first))>{source};
-    } else if constexpr (View::objects == Objects::single) {
-        RestingGroup<T, n> group;
-        for (int e = 0; e < n; ++e) group.value[e] = load<T>(view.at(0).address(i, j + e));
-        return group;
-    } else {
-        MovingGroup<T, n> group;
-        for (int e = 0; e < n; ++e) group.at[e] = view.at(first).address(i, j + e);
-        group.step = view.objectStride;
-        return group;
-    }
-}
-
-// Up to four streams side by side: as many pointers as there are registers. Objects that lie packed are then
-// passed over in order, and two stores in a row mostly go to one line of cache, which takes them in one cycle.
-template <class Op, int n, class A, class B, class D>
-[[gnu::always_inline]] inline void streamGroup(const A& a, const B& b, const D& dst, std::ptrdiff_t i, std::ptrdiff_t j,
-                                               std::ptrdiff_t first, std::ptrdiff_t count) {
-    using T = typename D::Element;
-    auto x = groupSource<T, n>(a, i, j, first);
-    auto y = groupSource<T, n>(b, i, j, first);
-    std::byte* to[n];
-    for (int e = 0; e < n; ++e) to[e] = dst.at(first).address(i, j + e);
-    std::ptrdiff_t moved = 0;
-    do {
-        for (int e = 0; e < n; ++e) store(to[e] + moved, Op::apply(x.get(e), y.get(e)));
-        x.next();
-        y.next();
-        moved += dst.objectStride;
-    } while (--count > 0);
-}
-
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void streamGroups(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
-                                                std::ptrdiff_t height, std::ptrdiff_t count) {
-    const std::ptrdiff_t block = objectsInCache(dst);
-    for (std::ptrdiff_t first = 0; first < count; first += block) {
-        const std::ptrdiff_t objects = std::min(block, count - first);
-        for (std::ptrdiff_t i = 0; i < height; ++i) {
-            std::ptrdiff_t j = 0;
-            for (; j + 4 <= width; j += 4) streamGroup<Op, 4>(a, b, dst, i, j, first, objects);
-            switch (width - j) {
-                case 3: streamGroup<Op, 3>(a, b, dst, i, j, first, objects); break;
-                case 2: streamGroup<Op, 2>(a, b, dst, i, j, first, objects); break;
-                case 1: streamGroup<Op, 1>(a, b, dst, i, j, first, objects); break;
-                default: break;
-            }
-        }
-    }
-}
-
-template <class Op, class A, class B, class D>
-[[gnu::noinline]] void scatteredAny(A a, B b, D dst, std::ptrdiff_t width, std::ptrdiff_t height,
-                                    std::ptrdiff_t count) {
-    if constexpr (inTableOrder<A> && inTableOrder<B>) {
-        width *= height;
-        height = 1;
-    }
-    if (count >= 2 && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst)) {
-        if constexpr (inTableOrder<A> && inTableOrder<B>) {
-            const auto bytes = count * static_cast<std::ptrdiff_t>(sizeof(typename D::Element));
-            grids<Op>(acrossObjects(a), acrossObjects(b), acrossObjects(dst), bytes, 1, width);
-        } else overObjects<Op>(a, b, dst, width, height, count);
-    } else streamGroups<Op>(a, b, dst, width, height, count);
 }
 
 }  // namespace korm
