@@ -120,19 +120,56 @@ template <class Op, class A, class B, class D>
     }
 }
 
+// Whether entry after entry leads to adjacent elements. It does where a table was made for objects whose elements lie
+// side by side, the fields of a structure for one.
+template <class View>
+inline bool entriesAdjacent(const View& view, std::ptrdiff_t entries) {
+    if constexpr (!isConstant<View>) {
+        constexpr std::uintptr_t size = sizeof(typename View::Element);
+        const auto first = reinterpret_cast<std::uintptr_t>(view.table[0]);
+        for (std::ptrdiff_t e = 1; e < entries; ++e)
+            if (reinterpret_cast<std::uintptr_t>(view.table[e]) != first + static_cast<std::uintptr_t>(e) * size)
+                return false;
+    }
+    return true;
+}
+
+// The operand of such a table in the plain layout.
+template <class T, Objects objects, bool turned>
+inline auto asPlain(const ScatterView<T, objects, turned>& view) {
+    const auto origin = reinterpret_cast<BytePointer<T>>(view.table[0]) + view.offset;
+    const auto rowStride = view.pitch * static_cast<std::ptrdiff_t>(sizeof(T));
+    const GridView<T, objects, Spacing::rowAdjacent> rows{{origin}, view.objectStride, rowStride, sizeof(T)};
+    if constexpr (turned) return transposed(rows);
+    else return rows;
+}
+
+template <class T, Objects objects>
+inline auto asPlain(const ConstantView<T, objects>& view) {
+    return view;
+}
+
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] void scatteredAny(A a, B b, D dst, std::ptrdiff_t width, std::ptrdiff_t height,
                                     std::ptrdiff_t count) {
+    constexpr std::ptrdiff_t size = sizeof(typename D::Element);
+    const std::ptrdiff_t entries = width * height;
+    // Below a vector an object, or blocks enough to turn, streams are quicker.
+    constexpr std::ptrdiff_t worthwhile = inTableOrder<A> && inTableOrder<B> ? 16 / size : 25;
     if constexpr (inTableOrder<A> && inTableOrder<B>) {
-        width *= height;
+        width = entries;
         height = 1;
     }
     if (count >= 2 && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst)) {
-        if constexpr (inTableOrder<A> && inTableOrder<B>) {
-            const auto bytes = count * static_cast<std::ptrdiff_t>(sizeof(typename D::Element));
-            grids<Op>(acrossObjects(a), acrossObjects(b), acrossObjects(dst), bytes, 1, width);
-        } else overObjects<Op>(a, b, dst, width, height, count);
-    } else streamGroups<Op>(a, b, dst, width, height, count);
+        if constexpr (inTableOrder<A> && inTableOrder<B>)
+            grids<Op>(acrossObjects(a), acrossObjects(b), acrossObjects(dst), count * size, 1, width);
+        else overObjects<Op>(a, b, dst, width, height, count);
+    } else if (count >= 4 && entries >= worthwhile && dst.objectStride >= entries * size &&
+               entriesAdjacent(a, entries) && entriesAdjacent(b, entries) && entriesAdjacent(dst, entries)) {
+        plainAny<Op>(asPlain(a), asPlain(b), asPlain(dst), width, height, count);
+    } else {
+        streamGroups<Op>(a, b, dst, width, height, count);
+    }
 }
 
 }  // namespace korm

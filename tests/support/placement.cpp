@@ -189,14 +189,17 @@ private:
         const std::int64_t items = makeUp_.items;
         std::int64_t pitch = roundUp(extent);
         bool interleaved = false;
-        if (loose && table_ && !makeUp_.lattice.empty() && makeUp_.table && random_.chance(50)) {
+        if (loose && table_ && makeUp_.table &&
+            (options_.adjacentEntries || (!makeUp_.lattice.empty() && random_.chance(50)))) {
             // The entries of a table as one object after the other.
             interleaved = true;
-            pitch = static_cast<std::int64_t>(size_) * random_.between(1, 3);
-            std::int64_t step = pitch * items;
-            if (random_.chance(30)) step += static_cast<std::int64_t>(size_) * random_.between(1, 4);
-            makeUp_.lattice[0].stride = roundUp(step);
-            extent = size_ + (makeUp_.lattice[0].n - 1) * makeUp_.lattice[0].stride;
+            pitch = static_cast<std::int64_t>(size_) * (options_.adjacentEntries ? 1 : random_.between(1, 3));
+            if (!makeUp_.lattice.empty()) {
+                std::int64_t step = pitch * items;
+                if (random_.chance(30)) step += static_cast<std::int64_t>(size_) * random_.between(1, 4);
+                makeUp_.lattice[0].stride = roundUp(step);
+                extent = size_ + (makeUp_.lattice[0].n - 1) * makeUp_.lattice[0].stride;
+            }
         } else if (loose && random_.chance(60)) {
             // Objects of a list may lie anywhere, at any byte.
             pitch +=

@@ -14,7 +14,8 @@ struct PlacementOptions {
     bool mayCollide = false;  // elements of a source may share memory
     bool anyOffset = false;   // the form takes negative and misaligned offsets too
     bool mayComb = true;
-    bool thin = false;  // the least memory: every stride is the element size, all entries are one
+    bool adjacentEntries = false;  // a table's entries lead to adjacent elements, one object after the other
+    bool thin = false;             // the least memory: every stride is the element size, all entries are one
 };
 
 struct Placed {

@@ -33,6 +33,8 @@ std::vector<Placed> Scene::place(Arena& arena, const Form& form, const SceneOpti
     arena.clearWindows();
     std::vector<Placed> placed(form.operands.size());
     const std::size_t result = form.result();
+    // Of all tables at once: some kernels take such calls for calls in the plain layout.
+    const bool adjacentEntries = form.layout == Layout::pointer && !options.thin && places.chance(25);
     for (std::size_t index = form.operands.size(); index-- > 0;) {
         const Operand& operand = form.operands[index];
         if (operand.byValue()) continue;
@@ -52,7 +54,8 @@ std::vector<Placed> Scene::place(Arena& arena, const Form& form, const SceneOpti
         one.plain = options.plain || (!options.thin && places.chance(25));
         one.mayCollide = options.mayCollide && form.family->mayCollide && operand.use == Operand::Use::input;
         one.anyOffset = uncheckedOffset(form);
-        one.mayComb = options.mayComb;
+        one.mayComb = options.mayComb && !adjacentEntries;
+        one.adjacentEntries = adjacentEntries;
         one.thin = options.thin;
         placed[index] = placeOperand(arena, form, index, options.sizes, one, places);
     }
