@@ -92,7 +92,11 @@ template <class Op, class A, class B, class D, class Shape, class Count>
         shape,
         [&](auto width, auto height)
             __attribute__((always_inline)) { apartSized<Op, width, height>(a, b, dst, count); },
-        [&]() __attribute__((always_inline)) { apartAny<Op>(a, b, dst, widthOf(shape), heightOf(shape), count); });
+        [&]() __attribute__((always_inline)) {
+            if constexpr (isOneObject<Count> && std::is_same_v<Shape, VectorShape>)
+                stridedVector<Op, typename D::Element>(streamStart(a), streamStart(b), streamStart(dst), shape.length);
+            else apartAny<Op>(a, b, dst, widthOf(shape), heightOf(shape), count);
+        });
 }
 
 }  // namespace korm

@@ -247,6 +247,37 @@ template <class Op, class A, class B, class D>
     }
 }
 
+// One vector. What it consists of is passed in registers: two for each operand, one for a constant.
+template <class Pointer>
+struct StreamStart {
+    Pointer at;
+    std::ptrdiff_t step;
+};
+
+template <class View>
+[[gnu::always_inline]] inline auto streamStart(const View& view) {
+    if constexpr (isConstant<View>) return Resting<typename View::Element>{view.value};
+    else return StreamStart<BytePointerOf<View>>{view.origin, view.elementStride};
+}
+
+template <class T>
+[[gnu::always_inline]] inline auto streamFrom(StreamStart<const std::byte*> start) {
+    return MovingSource<T>{{start.at, start.step}};
+}
+
+template <class T>
+[[gnu::always_inline]] inline auto streamFrom(Resting<T> constant) {
+    return constant;
+}
+
+template <class Op, class T, class A, class B>
+[[gnu::noinline]] void stridedVector(A a, B b, StreamStart<std::byte*> dst, std::ptrdiff_t length) {
+    auto x = streamFrom<T>(a);
+    auto y = streamFrom<T>(b);
+    Moving<std::byte*> z{dst.at, dst.step};
+    streamApart<Op, T>(x, y, z, length);
+}
+
 // Whether objects inside are worth it: rows too short for a stream of their own, or vectors over objects.
 template <class A, class B, class D>
 inline bool preferObjects(const A& a, const B& b, const D& dst, std::ptrdiff_t width, std::ptrdiff_t height,
