@@ -267,7 +267,8 @@ def report(context, rows, threads, errors, costs):
     yield ""
     yield "Layouts: *packed*, no gaps; *padded*, rows of matrices and vectors at multiples of 16 bytes; *strided*, every"
     yield "other element; *list* and *stridedList*, one pointer an object; *streams*, pointer layout with objects one"
-    yield "element apart; *pointers*, pointer layout over packed objects."
+    yield "element apart; *pointers*, pointer layout over packed objects: entries lead to adjacent elements, which the"
+    yield "library sees."
     yield ""
     yield from goals_section(goals_of(rows, costs))
     for error in errors:
