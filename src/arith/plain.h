@@ -30,6 +30,32 @@ template <class T, class View>
     else return Rows<T>{view.at(k).origin, view.at(k).rowStride};
 }
 
+// The rows of a single object. From the fourth on they have a base of their own, so that six rows take one register more
+// than three, where multiples of their distance would take three. What entry functions need in registers they save first.
+template <class T>
+struct SplitRows {
+    const std::byte* origin;
+    std::ptrdiff_t rowStride;
+    const std::byte* fourth;
+
+    template <int i, int j, int n>
+    [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
+        const std::byte* const row = i < 3 ? origin + i * rowStride : fourth + (i - 3) * rowStride;
+        return Piece<T, n>::load(row + j * static_cast<std::ptrdiff_t>(sizeof(T)));
+    }
+};
+
+template <class T>
+[[gnu::always_inline]] inline SplitRows<T> split(Rows<T> rows) {
+    const std::byte* fourth = rows.origin + 3 * rows.rowStride;
+    asm("" : "+r"(fourth));
+    return {rows.origin, rows.rowStride, fourth};
+}
+template <class T>
+[[gnu::always_inline]] inline Repeated<T> split(Repeated<T> constant) {
+    return constant;
+}
+
 // The single operand of an array form, in locals; of the others, the view itself.
 template <class T, int width, int height, bool keepTurned, class View>
 [[gnu::always_inline]] inline auto prepared(const View& view) {
@@ -64,8 +90,8 @@ template <class Op, int width, int height, class A, class B, class D, class Coun
     using T = typename D::Element;
     if constexpr (isOneObject<Count>) {
         const auto z = dst.at(0);
-        storeSized<Op, T, width, height, isTurned<A>, isTurned<B>>(storedObject<T>(a, 0), storedObject<T>(b, 0),
-                                                                   z.origin, z.rowStride);
+        storeSized<Op, T, width, height, isTurned<A>, isTurned<B>>(split(storedObject<T>(a, 0)),
+                                                                   split(storedObject<T>(b, 0)), z.origin, z.rowStride);
     } else {
         constexpr bool keepTurned = (isTurned<A> || isConstant<A>)&&(isTurned<B> || isConstant<B>);
         constexpr bool turnA = isTurned<A> && (keepTurned || !isSingle<A>);

@@ -14,6 +14,10 @@ struct Block {
     typename Piece<T, q>::Value row[p];
 };
 
+// Rows that lie in memory, where single elements are loaded as easily as vectors.
+template <class Source>
+inline constexpr bool inMemory = requires { &Source::rowStride; };
+
 // Logical rows i ..., columns j ... of the source read as its transpose.
 template <class T, int p, int q, int i, int j, class Stored>
 [[gnu::always_inline]] inline Block<T, p, q> turnBlock(const Stored& stored) {
@@ -32,7 +36,7 @@ template <class T, int p, int q, int i, int j, class Stored>
         } else
             block.row[0] = Float4{stored.template get<j, i, 1>(), stored.template get<j + 1, i, 1>(),
                                   stored.template get<j + 2, i, 1>(), stored.template get<j + 3, i, 1>()};
-    } else if constexpr (lanes == 2 && std::is_same_v<Stored, Rows<T>>) {
+    } else if constexpr (lanes == 2 && inMemory<Stored>) {
         // Doubles straight from memory: two half loads a vector, and no shuffle.
         forRows<p>([&](auto r) __attribute__((always_inline)) {
             block.row[r] = Double2{stored.template get<j, i + r, 1>(), stored.template get<j + 1, i + r, 1>()};

@@ -26,14 +26,24 @@ inline Number least(Number first, Number second, Numbers... rest) {
     return least(second < first ? second : first, rest...);
 }
 
+// In 64 bits, only null and the upper half of the address space, where no program's operands lie, have the sign set in
+// the address less one. In 32 bits operands lie anywhere.
 template <class... Pointers>
 inline bool anyNull(Pointers... pointers) {
+    if constexpr (sizeof(std::uintptr_t) == 8)
+        if (((... | (reinterpret_cast<std::uintptr_t>(pointers) - 1)) >> 63) == 0) [[likely]]
+            return false;
     return least(reinterpret_cast<std::uintptr_t>(pointers)...) == 0;
 }
 
 template <class... Numbers>
 inline bool anyBelowOne(Numbers... numbers) {
     return least(numbers...) < 1;
+}
+
+// Width and height of a square, which most matrices are, are tested as one, and kernels for squares don't ask again.
+inline bool anyBelowOne(std::int32_t width, std::int32_t height) {
+    return width == height ? width < 1 : least(width, height) < 1;
 }
 
 inline constexpr std::uint32_t bitsOf(std::int32_t number) { return static_cast<std::uint32_t>(number); }
