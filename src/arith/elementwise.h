@@ -13,10 +13,10 @@
 
 namespace korm {
 
-// `shape` is MatrixShape or VectorShape, `count` a number or oneObject.
+// `shape` is MatrixShape or VectorShape, `count` a number or oneObject. Returns the status of a single object.
 template <class Op, class A, class B, class D, class Shape, class Count>
-[[gnu::always_inline]] inline void elementwise(A a, B b, D dst, Shape shape, Count count) {
-    if constexpr (isOneObject<Count>) singleObject<Op>(a, b, dst, shape);
+[[gnu::always_inline]] inline auto elementwise(A a, B b, D dst, Shape shape, Count count) {
+    if constexpr (isOneObject<Count>) return singleObject<Op>(a, b, dst, shape);
     else if constexpr (D::spacing == Spacing::rowAdjacent) plainObjects<Op>(a, b, dst, shape, count);
     else apartObjects<Op>(a, b, dst, shape, count);
 }

@@ -346,7 +346,7 @@ inline std::int32_t heightOf(VectorShape) { return 1; }
 // Squares of order 3 to 6 and vectors of that length have paths of their own, which are reached in three comparisons
 // of the size at most: calls known(width, height) with both as types, else other().
 template <bool square, class Known, class Other>
-[[gnu::always_inline]] inline void byLength(std::int32_t size, const Known& known, const Other& other) {
+[[gnu::always_inline]] inline auto byLength(std::int32_t size, const Known& known, const Other& other) {
     if (size <= 4) {
         if (size == 4) return known(Int<4>{}, Int < square ? 4 : 1 > {});
         if (size == 3) return known(Int<3>{}, Int < square ? 3 : 1 > {});
@@ -354,18 +354,18 @@ template <bool square, class Known, class Other>
         if (size == 6) return known(Int<6>{}, Int < square ? 6 : 1 > {});
         if (size < 6) return known(Int<5>{}, Int < square ? 5 : 1 > {});
     }
-    other();
+    return other();
 }
 
 template <class Known, class Other>
-[[gnu::always_inline]] inline void bySize(MatrixShape shape, const Known& known, const Other& other) {
-    if (shape.width == shape.height) byLength<true>(shape.width, known, other);
-    else other();
+[[gnu::always_inline]] inline auto bySize(MatrixShape shape, const Known& known, const Other& other) {
+    if (shape.width == shape.height) return byLength<true>(shape.width, known, other);
+    return other();
 }
 
 template <class Known, class Other>
-[[gnu::always_inline]] inline void bySize(VectorShape shape, const Known& known, const Other& other) {
-    byLength<false>(shape.length, known, other);
+[[gnu::always_inline]] inline auto bySize(VectorShape shape, const Known& known, const Other& other) {
+    return byLength<false>(shape.length, known, other);
 }
 
 // Arrays; single objects come in by single.h.

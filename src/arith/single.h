@@ -7,6 +7,7 @@
 #include "arith/apart.h"
 #include "arith/plain.h"
 #include "entry/views.h"
+#include "korm.h"
 
 namespace korm {
 
@@ -43,24 +44,29 @@ using HandedMatrix = Handed<View, std::ptrdiff_t>;
 template <class View>
 using HandedVector = Handed<View, NoStride>;
 
+// They return the status, so that an entry function ends with a jump and, again, needs no frame.
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void otherMatrix(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst, MatrixShape shape) {
+[[gnu::noinline]] std::int32_t otherMatrix(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst,
+                                           MatrixShape shape) {
     plainAny<Op>(a.view(), b.view(), dst.view(), shape.width, shape.height, 1);
+    return korStatusOk;
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void otherVector(HandedVector<A> a, HandedVector<B> b, HandedVector<D> dst, std::ptrdiff_t length) {
+[[gnu::noinline]] std::int32_t otherVector(HandedVector<A> a, HandedVector<B> b, HandedVector<D> dst,
+                                           std::ptrdiff_t length) {
     plainVector<Op>(a.view(), b.view(), dst.view(), length);
+    return korStatusOk;
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void other(const A& a, const B& b, const D& dst, MatrixShape shape) {
-    otherMatrix<Op, A, B, D>(HandedMatrix<A>(a), HandedMatrix<B>(b), HandedMatrix<D>(dst), shape);
+[[gnu::always_inline]] inline std::int32_t other(const A& a, const B& b, const D& dst, MatrixShape shape) {
+    return otherMatrix<Op, A, B, D>(HandedMatrix<A>(a), HandedMatrix<B>(b), HandedMatrix<D>(dst), shape);
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void other(const A& a, const B& b, const D& dst, VectorShape shape) {
-    otherVector<Op, A, B, D>(HandedVector<A>(a), HandedVector<B>(b), HandedVector<D>(dst), shape.length);
+[[gnu::always_inline]] inline std::int32_t other(const A& a, const B& b, const D& dst, VectorShape shape) {
+    return otherVector<Op, A, B, D>(HandedVector<A>(a), HandedVector<B>(b), HandedVector<D>(dst), shape.length);
 }
 
 // The element at the place of a table where a source has it for entry `e` of the result: transposed, entry `turned`.
@@ -101,13 +107,15 @@ template <class Op, int width, int height, class A, class B, class D>
 }
 
 template <class Op, class A, class B, class D, class Shape>
-[[gnu::always_inline]] inline void singleObject(const A& a, const B& b, const D& dst, Shape shape) {
+[[gnu::always_inline]] inline std::int32_t singleObject(const A& a, const B& b, const D& dst, Shape shape) {
     if constexpr (D::spacing == Spacing::rowAdjacent) {
-        bySize(
+        return bySize(
             shape,
-            [&](auto width, auto height)
-                __attribute__((always_inline)) { plainSized<Op, width, height>(a, b, dst, oneObject); },
-            [&]() __attribute__((always_inline)) { other<Op>(a, b, dst, shape); });
+            [&](auto width, auto height) __attribute__((always_inline)) {
+                plainSized<Op, width, height>(a, b, dst, oneObject);
+                return std::int32_t{korStatusOk};
+            },
+            [&]() __attribute__((always_inline)) { return other<Op>(a, b, dst, shape); });
     } else if constexpr (D::spacing == Spacing::scattered) {
         bySize(
             shape,
@@ -117,6 +125,7 @@ template <class Op, class A, class B, class D, class Shape>
     } else {
         apartObjects<Op>(a, b, dst, shape, oneObject);
     }
+    return korStatusOk;
 }
 
 }  // namespace korm
