@@ -130,8 +130,7 @@ template <class Op, class T, class A, class B>
     }
     std::ptrdiff_t at = few<Op, T>(a, b, to, 0, ahead);
     const std::ptrdiff_t lastRound = bytes - 128;
-    // Two arrays gain nothing: they wait for the loads themselves.
-    if constexpr (std::is_same_v<A, Same<T>> || (std::is_same_v<B, Same<T>> && Op::commutes))
+    if constexpr (!std::is_same_v<B, Same<T>> || Op::commutes)
         if (a.isAligned(at) && b.isAligned(at))
             for (; at <= lastRound; at += 128)
                 for (int v = 0; v < 8; ++v)

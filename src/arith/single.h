@@ -24,6 +24,8 @@ struct Handed {
     [[no_unique_address]] RowStride rowStride;
 
     explicit Handed(const View& view) : origin(view.origin), rowStride(turned ? view.elementStride : view.rowStride) {}
+    bool rowsAre(std::ptrdiff_t bytes) const { return rowStride == bytes; }
+    auto row() const { return Adjacent<typename View::Element>{origin}; }
     View view() const {
         constexpr std::ptrdiff_t size = sizeof(typename View::Element);
         if constexpr (turned) return {{origin}, 0, size, rowStride};
@@ -36,6 +38,8 @@ struct Handed<ConstantView<T, objects>, RowStride> {
     T value;
 
     explicit Handed(const ConstantView<T, objects>& view) : value(view.value) {}
+    static bool rowsAre(std::ptrdiff_t) { return true; }
+    auto row() const { return Same<T>{broadcast(value)}; }
     auto view() const { return constant(value); }
 };
 
@@ -45,11 +49,29 @@ template <class View>
 using HandedVector = Handed<View, NoStride>;
 
 // They return the status, so that an entry function ends with a jump and, again, needs no frame.
+template <class Op, class T, class A, class B>
+[[gnu::noinline]] std::int32_t otherRow(A a, B b, std::byte* to, std::ptrdiff_t bytes) {
+    if (bytes < 16) few<Op, T>(a, b, to, 0, bytes);
+    else longRow<Op, T>(a, b, to, bytes - 16);
+    return korStatusOk;
+}
+
+template <class Op, class A, class B, class D>
+[[gnu::noinline]] std::int32_t otherRows(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst, MatrixShape shape) {
+    plainAny<Op>(a.view(), b.view(), dst.view(), shape.width, shape.height, 1);
+    return korStatusOk;
+}
+
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] std::int32_t otherMatrix(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst,
                                            MatrixShape shape) {
-    plainAny<Op>(a.view(), b.view(), dst.view(), shape.width, shape.height, 1);
-    return korStatusOk;
+    if constexpr (!isTurned<A> && !isTurned<B>) {
+        using T = typename D::Element;
+        const std::ptrdiff_t bytes = shape.width * static_cast<std::ptrdiff_t>(sizeof(T));
+        if (a.rowsAre(bytes) && b.rowsAre(bytes) && dst.rowsAre(bytes))
+            return otherRow<Op, T>(a.row(), b.row(), dst.origin, bytes * shape.height);
+    }
+    return otherRows<Op, A, B, D>(a, b, dst, shape);
 }
 
 template <class Op, class A, class B, class D>
