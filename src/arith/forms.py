@@ -57,6 +57,8 @@ Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBa
 
 ARRAY, SINGLE = "- L P", "- P"  # layout suffixes: an array form has all three, a single object no list
 
+LIGHT = {"merges_status": True, "light": True}  # of single objects: a status is that of sizes
+
 MATRICES = "src1 src2 dst width height count"
 VECTORS = "src1 src2 dst length count"
 SCALED_MATRIX = "src val dst width height count"
@@ -102,24 +104,24 @@ def family(group, operation, operands, layouts, signature, kernel, **rest):
 
 
 FAMILIES = [
-    family("matrix_sums", "Add", "mm tm tt", SINGLE, MATRICES, PLUS, merges_status=True),
-    family("matrix_sums", "Sub", "mm mt tm tt", SINGLE, MATRICES, MINUS, merges_status=True),
+    family("matrix_sums", "Add", "mm tm tt", SINGLE, MATRICES, PLUS, **LIGHT),
+    family("matrix_sums", "Sub", "mm mt tm tt", SINGLE, MATRICES, MINUS, **LIGHT),
     family("matrix_sums", "Add", "mam mat tam tat", ARRAY, MATRICES, PLUS, estimate=ONE_ARRAY, limits=MATRIX_SUM),
     family("matrix_sums", "Sub", "mam mat tam tat mma mta tma tta", ARRAY, MATRICES, MINUS, estimate=ONE_ARRAY, limits=MATRIX_SUM),
     family("matrix_sums", "Add", "mama tama tata", ARRAY, MATRICES, PLUS, estimate=TWO_ARRAYS, limits=MATRIX_SUM),
     family("matrix_sums", "Sub", "mama mata tama tata", ARRAY, MATRICES, MINUS, estimate=TWO_ARRAYS, limits=MATRIX_SUM),
 
-    family("vector_sums", "Add", "vv", SINGLE, VECTORS, PLUS, merges_status=True),
-    family("vector_sums", "Sub", "vv", SINGLE, VECTORS, MINUS, merges_status=True),
+    family("vector_sums", "Add", "vv", SINGLE, VECTORS, PLUS, **LIGHT),
+    family("vector_sums", "Sub", "vv", SINGLE, VECTORS, MINUS, **LIGHT),
     family("vector_sums", "Add", "vav", ARRAY, VECTORS, PLUS, estimate="(2 * count + 1) * length", limits=VECTOR_SUM),
     family("vector_sums", "Sub", "vav vva", ARRAY, VECTORS, MINUS, estimate="(2 * count + 1) * length", limits=VECTOR_SUM),
     family("vector_sums", "Add", "vava", ARRAY, VECTORS, PLUS, estimate="3 * length * count", limits=VECTOR_SUM),
     family("vector_sums", "Sub", "vava", ARRAY, VECTORS, MINUS, estimate="3 * length * count", limits=VECTOR_SUM),
 
-    family("scaling", "Add", "vc", SINGLE, SCALED_VECTOR, PLUS, merges_status=True),
-    family("scaling", "Sub", "vc cv", SINGLE, SCALED_VECTOR, MINUS, merges_status=True),
-    family("scaling", "Mul", "vc", SINGLE, SCALED_VECTOR, TIMES, merges_status=True),
-    family("scaling", "Mul", "mc tc", SINGLE, SCALED_MATRIX, TIMES, merges_status=True),
+    family("scaling", "Add", "vc", SINGLE, SCALED_VECTOR, PLUS, **LIGHT),
+    family("scaling", "Sub", "vc cv", SINGLE, SCALED_VECTOR, MINUS, **LIGHT),
+    family("scaling", "Mul", "vc", SINGLE, SCALED_VECTOR, TIMES, **LIGHT),
+    family("scaling", "Mul", "mc tc", SINGLE, SCALED_MATRIX, TIMES, **LIGHT),
     family("scaling", "Add", "vac", ARRAY, SCALED_VECTOR, PLUS, estimate="(2 * count + 1) * length", limits=VECTOR_SUM),
     family("scaling", "Sub", "vac", ARRAY, SCALED_VECTOR, MINUS, estimate="(2 * count + 1) * length", limits=VECTOR_SUM),
     family("scaling", "Add", "vaca", ARRAY, SCALED_VECTOR, PLUS, estimate="(2 * length + 1) * count", limits=VECTOR_SUM),

@@ -318,21 +318,21 @@ template <class Op, class A, class B, class D>
     }
 }
 
-// One long vector. Where the result overlaps a source other than exactly, the elements go one by one.
+// One long vector. Where the result begins inside a source, each element waits for those before it, and they go one by
+// one. A result that ends inside a source overwrites only what has been read.
 template <class Op, class A, class B, class D>
 [[gnu::always_inline]] inline void plainVector(const A& a, const B& b, const D& dst, std::ptrdiff_t length) {
     using T = typename D::Element;
     const std::ptrdiff_t bytes = length * static_cast<std::ptrdiff_t>(sizeof(T));
-    const auto apart = [&](const auto& view) {
+    const auto readsFirst = [&](const auto& view) {
         if constexpr (isConstant<std::remove_cvref_t<decltype(view)>>) return true;
         else {
             const auto from = reinterpret_cast<std::uintptr_t>(view.origin);
             const auto to = reinterpret_cast<std::uintptr_t>(dst.origin);
-            const auto span = static_cast<std::uintptr_t>(bytes);
-            return from == to || (from > to ? from - to : to - from) >= span;
+            return to == from || to - from >= static_cast<std::uintptr_t>(bytes);
         }
     };
-    if (apart(a) && apart(b)) run<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, bytes);
+    if (readsFirst(a) && readsFirst(b)) run<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, bytes);
     else singles<Op, T>(runSource<T>(a), runSource<T>(b), dst.origin, bytes);
 }
 

@@ -1,11 +1,12 @@
 // Kernels of single objects. They are inlined into their entry functions, where the way to the first
 // element counts: squares of order 3 to 6 and vectors of that length are reached by two to six instructions
 // of choice, and all else is handed to a function of its own in registers, so that the entry function needs
-// no stack frame.
+// no stack frame. Plain kernels tell whether the size is right: those with a path of their own are.
 #pragma once
 
 #include "arith/apart.h"
 #include "arith/plain.h"
+#include "entry/checks.h"
 #include "entry/views.h"
 #include "korm.h"
 
@@ -65,6 +66,7 @@ template <class Op, class A, class B, class D>
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] std::int32_t otherMatrix(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst,
                                            MatrixShape shape) {
+    if (anyBelowOne(shape.width, shape.height)) return korStatusBadSize;
     if constexpr (!isTurned<A> && !isTurned<B>) {
         using T = typename D::Element;
         const std::ptrdiff_t bytes = shape.width * static_cast<std::ptrdiff_t>(sizeof(T));
@@ -77,6 +79,7 @@ template <class Op, class A, class B, class D>
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] std::int32_t otherVector(HandedVector<A> a, HandedVector<B> b, HandedVector<D> dst,
                                            std::ptrdiff_t length) {
+    if (anyBelowOne(length)) return korStatusBadSize;
     plainVector<Op>(a.view(), b.view(), dst.view(), length);
     return korStatusOk;
 }

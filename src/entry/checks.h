@@ -41,11 +41,6 @@ inline bool anyBelowOne(Numbers... numbers) {
     return least(numbers...) < 1;
 }
 
-// Width and height of a square, which most matrices are, are tested as one, and kernels for squares don't ask again.
-inline bool anyBelowOne(std::int32_t width, std::int32_t height) {
-    return width == height ? width < 1 : least(width, height) < 1;
-}
-
 inline constexpr std::uint32_t bitsOf(std::int32_t number) { return static_cast<std::uint32_t>(number); }
 
 // A stride is valid if it is a positive multiple of the element size. Subtracting that size leaves the

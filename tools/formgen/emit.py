@@ -55,6 +55,10 @@ def names(form):
     return [argument.name for argument in form.arguments]
 
 
+def test(form, letter):
+    return TESTS[letter].format(scalar=form.scalar)
+
+
 def check_lines(form, without=()):
     """The checks in the form's order, but for arguments that are known to be right."""
     for letter, checked in form.checks:
@@ -62,8 +66,7 @@ def check_lines(form, without=()):
         if letter == "M":
             yield f"    if (!({form.family.match})) return {CHECKS[letter][1]};"
         elif checked:
-            test = TESTS[letter].format(scalar=form.scalar)
-            yield wrapped(f"    if ({test}(", checked, f")) return {CHECKS[letter][1]};", 8)
+            yield wrapped(f"    if ({test(form, letter)}(", checked, f")) return {CHECKS[letter][1]};", 8)
 
 
 def adjacent(form):
@@ -80,6 +83,10 @@ def entry_functions(form):
     if form.is_array or len(form.kernels) == 1:
         return [function(form.entry, c_declarations(form), [*check_lines(form), *shortcut(form), *dispatch(form)])]
     plain, general = [returns_call(kernel, names(form), 1) for kernel in form.kernels]
+    if form.family.light:
+        other = [indented(line) for line in [*check_lines(form), general]]
+        short = [f"    if (!{adjacent(form)}) {{", *other, "    }", *light_check_lines(form), plain]
+        return [function(form.entry, c_declarations(form), short)]
     elsewhere = wrapped(f"        return {strided_entry(form)}(", names(form), ");")
     checked = [*check_lines(form, form.element_strides), *shortcut(form)]
     short = [f"    if (!{adjacent(form)}) {{", elsewhere, "    }", *checked, plain]
@@ -87,6 +94,20 @@ def entry_functions(form):
         function(strided_entry(form), c_declarations(form), [*check_lines(form), *shortcut(form), general]),
         function(form.entry, c_declarations(form), short),
     ]
+
+
+def indented(text):
+    return "\n".join("    " + line for line in text.split("\n"))
+
+
+def light_check_lines(form):
+    """Checks before a kernel that looks at the sizes itself: they come into it only where a stride is bad too."""
+    sizes = form.named("size")
+    yield from check_lines(form, [*form.element_strides, *sizes, *form.row_strides])
+    if form.row_strides:
+        yield wrapped(f"    if ({test(form, 'T')}(", form.row_strides, ")) {", 8)
+        yield f"        return {test(form, 'S')}({', '.join(sizes)}) ? {CHECKS['S'][1]} : {CHECKS['T'][1]};"
+        yield "    }"
 
 
 def strided_entry(form):
@@ -297,7 +318,7 @@ def declarations(forms):
             lines.append(wrapped(f"{attribute(form)}int32_t {kernel}(", list(kernel_declarations(form)), ");"))
         if form.limit is not None:
             lines.append(wrapped(f"[[gnu::noinline]] int32_t {form.driver}(", c_declarations(form), ");"))
-        if not form.is_array and len(form.kernels) == 2:
+        if not form.is_array and len(form.kernels) == 2 and not form.family.light:
             attributes = "[[gnu::flatten, gnu::noinline]] "
             lines.append(wrapped(f"{attributes}int32_t {strided_entry(form)}(", c_declarations(form), ");"))
         lines.append(wrapped(f"{entry_attribute(form)}int32_t {form.entry}(", c_declarations(form), ");"))

@@ -111,6 +111,9 @@ class Family:
     result_width: str = ""
     match: str = ""
     merges_status: bool = False
+    # Kernels of single objects are a few instructions: the entry function holds those of both roads, and the plain one
+    # looks itself at sizes that have no path of their own.
+    light: bool = False
     scratch: str = ""  # elements of a thread's piece of scratch
     shortcut: object = None  # a Shortcut; its template takes the kernel template's arguments
 
@@ -253,6 +256,10 @@ class Form:
     @property
     def element_strides(self):
         return [name for name in self.named("stride") if name.endswith("ElementStride")]
+
+    @property
+    def row_strides(self):
+        return [name for name in self.named("stride") if name.endswith("RowStride")]
 
     @property
     def formula(self):

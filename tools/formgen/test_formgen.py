@@ -200,6 +200,26 @@ class Kernels(unittest.TestCase):
             self.assertLess(text.index("korStatusBadStride"), text.index("if (order == 1)"))
             self.assertLess(text.index("if (order == 1)"), text.index("return v8_ownkormInvert_m_32f"))
 
+    def test_a_light_entry_function_holds_both_roads(self):
+        sums = family("Add", "mm", "src1 src2 dst width height", light=True)
+        (entry,) = emit.entry_functions(self.form(sums, "kormAdd_mm_32f"))
+        general, plain = entry.split("\n    }\n", 1)
+        self.assertIn("if (!allAdjacent<float>(src1ElementStride, src2ElementStride, dstElementStride)) {", general)
+        self.assertIn("return v8_ownkormAdd_mm_32f_S2(", general)
+        self.assertIn("return v8_ownkormAdd_mm_32f(", plain)
+        for road in (general, plain):
+            places = [road.index(text) for text in ("korStatusNullPointer", "korStatusBadSize", "korStatusBadStride")]
+            self.assertEqual(places, sorted(places))
+        self.assertIn("if (anyBadStride<float>(src1RowStride, src2RowStride, dstRowStride)) {\n"
+                      "        return anyBelowOne(width, height) ? korStatusBadSize : korStatusBadStride;\n    }", plain)
+
+    def test_a_light_entry_function_of_vectors_has_no_strides_left_to_check(self):
+        sums = family("Add", "vv", "src1 src2 dst length", light=True)
+        (entry,) = emit.entry_functions(self.form(sums, "kormAdd_vv_64f"))
+        plain = entry.split("\n    }\n", 1)[1]
+        self.assertNotIn("anyBadStride", plain)
+        self.assertIn("if (anyNull(src1, src2, dst)) return korStatusNullPointer;", plain)
+
 
 class FixedSizes(unittest.TestCase):
     POINTERS = {"src": "const float *", "src1": "const float *", "src2": "const float *", "dst": "float *", "val": "float"}
