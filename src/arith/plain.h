@@ -45,14 +45,17 @@ struct SplitRows {
     }
 };
 
-template <class T>
-[[gnu::always_inline]] inline SplitRows<T> split(Rows<T> rows) {
-    const std::byte* fourth = rows.origin + 3 * rows.rowStride;
-    asm("" : "+r"(fourth));
-    return {rows.origin, rows.rowStride, fourth};
+template <int height, class T>
+[[gnu::always_inline]] inline auto split(Rows<T> rows) {
+    if constexpr (height < 4) return rows;
+    else {
+        const std::byte* fourth = rows.origin + 3 * rows.rowStride;
+        asm("" : "+r"(fourth));  // else gcc takes it for the multiple that it is
+        return SplitRows<T>{rows.origin, rows.rowStride, fourth};
+    }
 }
-template <class T>
-[[gnu::always_inline]] inline Repeated<T> split(Repeated<T> constant) {
+template <int, class T>
+[[gnu::always_inline]] inline auto split(Repeated<T> constant) {
     return constant;
 }
 
@@ -90,8 +93,8 @@ template <class Op, int width, int height, class A, class B, class D, class Coun
     using T = typename D::Element;
     if constexpr (isOneObject<Count>) {
         const auto z = dst.at(0);
-        storeSized<Op, T, width, height, isTurned<A>, isTurned<B>>(split(storedObject<T>(a, 0)),
-                                                                   split(storedObject<T>(b, 0)), z.origin, z.rowStride);
+        storeSized<Op, T, width, height, isTurned<A>, isTurned<B>>(
+            split<height>(storedObject<T>(a, 0)), split<height>(storedObject<T>(b, 0)), z.origin, z.rowStride);
     } else {
         constexpr bool keepTurned = (isTurned<A> || isConstant<A>)&&(isTurned<B> || isConstant<B>);
         constexpr bool turnA = isTurned<A> && (keepTurned || !isSingle<A>);

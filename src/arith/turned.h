@@ -16,7 +16,9 @@ struct Block {
 
 // Rows that lie in memory, where single elements are loaded as easily as vectors.
 template <class Source>
+// clang-format off
 inline constexpr bool inMemory = requires { &Source::rowStride; };
+// clang-format on
 
 // Logical rows i ..., columns j ... of the source read as its transpose.
 template <class T, int p, int q, int i, int j, class Stored>
