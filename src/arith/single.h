@@ -59,6 +59,7 @@ template <class Op, class T, class A, class B>
 
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] std::int32_t otherRows(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst, MatrixShape shape) {
+    if (anyBelowOne(shape.width, shape.height)) return korStatusBadSize;
     plainAny<Op>(a.view(), b.view(), dst.view(), shape.width, shape.height, 1);
     return korStatusOk;
 }
@@ -66,13 +67,10 @@ template <class Op, class A, class B, class D>
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] std::int32_t otherMatrix(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst,
                                            MatrixShape shape) {
-    if (anyBelowOne(shape.width, shape.height)) return korStatusBadSize;
-    if constexpr (!isTurned<A> && !isTurned<B>) {
-        using T = typename D::Element;
-        const std::ptrdiff_t bytes = shape.width * static_cast<std::ptrdiff_t>(sizeof(T));
-        if (a.rowsAre(bytes) && b.rowsAre(bytes) && dst.rowsAre(bytes))
-            return otherRow<Op, T>(a.row(), b.row(), dst.origin, bytes * shape.height);
-    }
+    using T = typename D::Element;
+    const std::ptrdiff_t bytes = shape.width * static_cast<std::ptrdiff_t>(sizeof(T));
+    if (shape.height > 0 && bytes > 0 && a.rowsAre(bytes) && b.rowsAre(bytes) && dst.rowsAre(bytes))
+        return otherRow<Op, T>(a.row(), b.row(), dst.origin, bytes * shape.height);
     return otherRows<Op, A, B, D>(a, b, dst, shape);
 }
 
@@ -86,7 +84,11 @@ template <class Op, class A, class B, class D>
 
 template <class Op, class A, class B, class D>
 [[gnu::always_inline]] inline std::int32_t other(const A& a, const B& b, const D& dst, MatrixShape shape) {
-    return otherMatrix<Op, A, B, D>(HandedMatrix<A>(a), HandedMatrix<B>(b), HandedMatrix<D>(dst), shape);
+    const HandedMatrix<A> x(a);
+    const HandedMatrix<B> y(b);
+    const HandedMatrix<D> z(dst);
+    if constexpr (isTurned<A> || isTurned<B>) return otherRows<Op, A, B, D>(x, y, z, shape);
+    else return otherMatrix<Op, A, B, D>(x, y, z, shape);
 }
 
 template <class Op, class A, class B, class D>
