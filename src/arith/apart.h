@@ -31,19 +31,20 @@ struct CopiedRows {
     void nextObject() {}
 };
 
-template <class T, int width, int height, bool copies, class View>
+template <class T, int width, int height, bool once, class View>
 [[gnu::always_inline]] inline auto sizedRowsOf(const View& view) {
     if constexpr (isConstant<View>) return ConstantRows<T, View>(view);
-    else if constexpr (copies && isSingle<View>) return CopiedRows<T, width, height>(view);
-    else return RowsOf<View>(view, height, 0);
+    else if constexpr (!once && isSingle<View>) return CopiedRows<T, width, height>(view);
+    else return RowsOf<View, once>(view, height, 0);
 }
 
 template <class Op, int width, int height, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void stridedSized(const A& a, const B& b, const D& dst, Count count) {
     using T = typename D::Element;
-    auto x = sizedRowsOf<T, width, height, !isOneObject<Count>>(a);
-    auto y = sizedRowsOf<T, width, height, !isOneObject<Count>>(b);
-    RowsOf<D> z(dst, height, 0);
+    constexpr bool once = isOneObject<Count>;
+    auto x = sizedRowsOf<T, width, height, once>(a);
+    auto y = sizedRowsOf<T, width, height, once>(b);
+    RowsOf<D, once> z(dst, height, 0);
     for (std::int32_t k = 0; k < count; ++k) {
         x.beginObject(k);
         y.beginObject(k);

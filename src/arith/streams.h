@@ -29,8 +29,8 @@ template <class P>
 
 // Elements one step apart, of which six can be addressed from one place. Multiples of the step by 2 and 4 are part of
 // an instruction for free, if the compiler does not know that it has seen this step before; three times the step has
-// a register.
-template <class Pointer>
+// a register. `once`: for one object only, where an entry function would have to save such registers first.
+template <class Pointer, bool once = false>
 struct Moving {
     Pointer at;
     std::ptrdiff_t step;
@@ -38,9 +38,9 @@ struct Moving {
 
     template <int n>
     [[gnu::always_inline]] Pointer address() {
-        if constexpr (n >= 2) step = opaque(step);
-        if constexpr (n == 3) return at + triple;
-        else if constexpr (n == 5) return opaque(at + step) + 4 * step;
+        if constexpr (n >= 2 && !once) step = opaque(step);
+        if constexpr (n == 3 && !once) return at + triple;
+        else if constexpr (n == 3 || n == 5) return opaque(at + step) + (n - 1) * step;
         else return at + n * step;
     }
     [[gnu::always_inline]] void next(int n) {
@@ -153,14 +153,14 @@ template <class Op, class A, class B, class D>
 
 // Walks an array object by object, row by row. `walked` is the distance by which the elements of a row have moved it on
 // when it goes to the next row.
-template <class View>
-struct RowsOf : Moving<BytePointerOf<View>> {
+template <class View, bool once = false>
+struct RowsOf : Moving<BytePointerOf<View>, once> {
     using Element = typename View::Element;
     View view;
     std::ptrdiff_t toNextRow, toNextObject;
 
     RowsOf(const View& all, std::ptrdiff_t height, std::ptrdiff_t walked)
-        : Moving<BytePointerOf<View>>{isListed<View> ? nullptr : all.origin, all.elementStride},
+        : Moving<BytePointerOf<View>, once>{isListed<View> ? nullptr : all.origin, all.elementStride},
           view(all),
           toNextRow(all.rowStride - walked),
           toNextObject(all.objectStride - (height - 1) * all.rowStride - walked) {}
