@@ -21,7 +21,7 @@ using FixedArray = Eigen::Array<T, rows, columns, Eigen::RowMajor>;
 // Where an Eigen::Map needs a stride, it is one that is known at run time.
 template <Layout layout, bool isVector>
 auto strideOf(const auto& operand) {
-    if constexpr (layout == Layout::strided || layout == Layout::stridedList) {
+    if constexpr (isStrided(layout)) {
         if constexpr (isVector) return Eigen::InnerStride<>(operand.elementStep());
         else return Eigen::Stride<Eigen::Dynamic, Eigen::Dynamic>(operand.rowStep(), operand.elementStep());
     } else if constexpr (layout == Layout::padded && !isVector) {
@@ -164,7 +164,8 @@ template <class Form, Layout layout, class T, int rows, int columns>
         else return Stride(operand.objectStep());
     };
     const auto input = [&]<Operand::Kind kind, bool isArray>(const OperandOf<T>& operand, int i, int j) {
-        if constexpr (kind == Operand::Kind::constant && isArray) return Eigen::Map<const Stream>(operand.base, count);
+        if constexpr (kind == Operand::Kind::constant && isArray)
+            return Eigen::Map<const Stream, Eigen::Unaligned, Stride>(operand.base, count, strided(operand));
         else if constexpr (kind == Operand::Kind::constant) return Stream::Constant(count, operand.value);
         else {
             const T* const entry = operand.table[kind == Operand::Kind::transposed ? j * rows + i : i * columns + j];

@@ -38,10 +38,11 @@ private:
         if constexpr (kind == Operand::Kind::constant) {
             if constexpr (!isArray) return value;
             else if constexpr (entryOf(layout) == Entry::list) return (table[k][0]);
-            else if constexpr (layout == Layout::packed || entryOf(layout) == Entry::pointer) return (base[k]);
+            else if constexpr (layout == Layout::packed || layout == Layout::streams || layout == Layout::pointers)
+                return (base[k]);
             else return (base[k * object]);
         } else if constexpr (layout == Layout::streams) return (table[i * storedColumns + j][k]);
-        else if constexpr (layout == Layout::pointers) return (table[i * storedColumns + j][k * object]);
+        else if constexpr (entryOf(layout) == Entry::pointer) return (table[i * storedColumns + j][k * object]);
         else if constexpr (layout == Layout::packed) return (base[(k * storedRows + i) * storedColumns + j]);
         else if constexpr (layout == Layout::padded) return (base[k * object + i * row + j]);
         else if constexpr (layout == Layout::strided) return (base[k * object + i * row + j * element]);

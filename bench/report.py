@@ -23,7 +23,7 @@ PEERS = ("eigen", "eigenFlat", "loop", "streamLoop")
 PEER_NAMES = {"eigen": "Eigen, fixed sizes", "eigenFlat": "Eigen, flat", "loop": "plain loop",
               "streamLoop": "plain loop along streams"}
 SMALL = (3, 4, 5, 6)
-LAYOUTS = ("packed", "padded", "strided", "list", "stridedList", "streams", "pointers")
+LAYOUTS = ("packed", "padded", "strided", "list", "stridedList", "streams", "pointers", "stridedPointers")
 
 
 class Row:
@@ -98,7 +98,7 @@ def goals_of(rows, costs):
     goals += at_least("packed arrays, orders and lengths 3 to 6, in cache: Eigen with fixed sizes / korm",
                       mean(row.against("eigen") for row in small if row.layout == "packed"), ADVANTAGE)
     for name, layouts in (("strided", ("strided",)), ("list", ("list", "stridedList")),
-                          ("pointer", ("streams", "pointers"))):
+                          ("pointer", ("streams", "pointers", "stridedPointers"))):
         goals += at_least(f"{name} layout, in cache: plain loop / korm",
                           mean(row.against("loop") for row in array if row.layout in layouts and row.place == "cache"),
                           ADVANTAGE)
@@ -268,7 +268,7 @@ def report(context, rows, threads, errors, costs):
     yield "Layouts: *packed*, no gaps; *padded*, rows of matrices and vectors at multiples of 16 bytes; *strided*, every"
     yield "other element; *list* and *stridedList*, one pointer an object; *streams*, pointer layout with objects one"
     yield "element apart; *pointers*, pointer layout over packed objects: entries lead to adjacent elements, which the"
-    yield "library sees."
+    yield "library sees; *stridedPointers*, pointer layout over strided objects, where there is nothing to see."
     yield ""
     yield from goals_section(goals_of(rows, costs))
     for error in errors:

@@ -105,6 +105,7 @@ void addForm(bool representative = false) {
             add.template operator()<Layout::streams>();
         }
         add.template operator()<Layout::pointers>();
+        if constexpr (Form::shape.isArray()) add.template operator()<Layout::stridedPointers>();
     }
 }
 

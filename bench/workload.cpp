@@ -76,12 +76,10 @@ Distances distancesOf(Layout layout, std::size_t rows, std::size_t columns, std:
             const std::size_t row = rows * columns == 1 ? 2 * size : roundUp(columns * size, 16);
             return {rows * row == object ? object + 16 : rows * row, row, size};
         }
-        case Layout::strided: {
-            const std::size_t row = (2 * columns + 1) * size;
-            return {rows * row + 2 * size, row, 2 * size};
-        }
         case Layout::list: return {roundUp(object, 16) + 16, columns * size, size};
-        case Layout::stridedList: {
+        case Layout::strided:
+        case Layout::stridedList:
+        case Layout::stridedPointers: {
             const std::size_t row = (2 * columns + 1) * size;
             return {rows * row + 2 * size, row, 2 * size};
         }
@@ -99,9 +97,9 @@ OperandOf<T> place(Role role, Operand::Kind kind, bool isArray, Layout layout, s
     const std::size_t positions = rows * columns;
     const Distances distances = distancesOf(layout, rows, columns, sizeof(T));
     // Streams lie an odd number of cache lines apart: powers of two would make them evict one another.
-    const std::size_t stream =
-        layout == Layout::streams && positions > 1 ? (roundUp(objects * sizeof(T), 64) | 64) : sizeof(T);
-    span = objects * distances.object + (layout == Layout::streams ? positions * stream : 0);
+    const std::size_t stream = roundUp(objects * sizeof(T), 64) | 64;
+    const bool isApart = layout == Layout::streams && positions > 1;
+    span = objects * distances.object + (isApart ? positions * stream : 0);
 
     // The operands start at different places of a page: at the same one, a load seems to depend on a store.
     std::byte* const memory = memoryOf<T>(role, span + 4096) + role * 1344;
@@ -117,8 +115,10 @@ OperandOf<T> place(Role role, Operand::Kind kind, bool isArray, Layout layout, s
     if (entryOf(layout) == Entry::list && isArray) {
         for (std::size_t k = 0; k < objects; ++k) table.push_back(reinterpret_cast<T*>(memory + k * distances.object));
     } else if (entryOf(layout) == Entry::pointer) {
-        for (std::size_t position = 0; position < positions; ++position)
-            table.push_back(reinterpret_cast<T*>(memory + position * stream));
+        for (std::size_t position = 0; position < positions; ++position) {
+            const std::size_t inObject = position / columns * distances.row + position % columns * distances.element;
+            table.push_back(reinterpret_cast<T*>(memory + (isApart ? position * stream : inObject)));
+        }
     }
     operand.table = table.data();
     return operand;

@@ -12,21 +12,28 @@ enum class Entry { standard, list, pointer };
 
 // How elements really lie.
 enum class Layout {
-    packed,       // no gap anywhere
-    padded,       // rows of matrices, and vectors, start at multiples of 16 bytes, with a gap between objects
-    strided,      // every other element is used, and gaps behind rows and objects
-    list,         // one pointer for each object, which is packed in itself
-    stridedList,  // one pointer for each object, which is strided in itself
-    streams,      // one pointer for each element position, objects one element apart
-    pointers,     // one pointer for each element position, objects packed behind one another
+    packed,           // no gap anywhere
+    padded,           // rows of matrices, and vectors, start at multiples of 16 bytes, with a gap between objects
+    strided,          // every other element is used, and gaps behind rows and objects
+    list,             // one pointer for each object, which is packed in itself
+    stridedList,      // one pointer for each object, which is strided in itself
+    streams,          // one pointer for each element position, objects one element apart
+    pointers,         // one pointer for each element position, objects packed behind one another
+    stridedPointers,  // one pointer for each element position, objects strided
 };
 
-inline constexpr Layout layouts[] = {Layout::packed,      Layout::padded,  Layout::strided, Layout::list,
-                                     Layout::stridedList, Layout::streams, Layout::pointers};
+inline constexpr Layout layouts[] = {Layout::packed,      Layout::padded,  Layout::strided,  Layout::list,
+                                     Layout::stridedList, Layout::streams, Layout::pointers, Layout::stridedPointers};
 
 constexpr std::string_view nameOf(Layout layout) {
-    constexpr std::string_view names[] = {"packed", "padded", "strided", "list", "stridedList", "streams", "pointers"};
+    constexpr std::string_view names[] = {"packed",      "padded",  "strided",  "list",
+                                          "stridedList", "streams", "pointers", "stridedPointers"};
     return names[static_cast<int>(layout)];
+}
+
+// Is every other element used?
+constexpr bool isStrided(Layout layout) {
+    return layout == Layout::strided || layout == Layout::stridedList || layout == Layout::stridedPointers;
 }
 
 constexpr Entry entryOf(Layout layout) {
@@ -34,7 +41,8 @@ constexpr Entry entryOf(Layout layout) {
         case Layout::list:
         case Layout::stridedList: return Entry::list;
         case Layout::streams:
-        case Layout::pointers: return Entry::pointer;
+        case Layout::pointers:
+        case Layout::stridedPointers: return Entry::pointer;
         default: return Entry::standard;
     }
 }
