@@ -7,6 +7,7 @@
 #include "arith/runs.h"
 #include "arith/tiles.h"
 #include "arith/turned.h"
+#include "entry/known.h"
 #include "entry/views.h"
 
 namespace korm {
@@ -49,8 +50,7 @@ template <int height, class T>
 [[gnu::always_inline]] inline auto split(Rows<T> rows) {
     if constexpr (height < 4) return rows;
     else {
-        const std::byte* fourth = rows.origin + 3 * rows.rowStride;
-        asm("" : "+r"(fourth));  // else gcc takes it for the multiple that it is
+        const std::byte* const fourth = opaque(rows.origin + 3 * rows.rowStride);
         return SplitRows<T>{rows.origin, rows.rowStride, fourth};
     }
 }

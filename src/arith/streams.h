@@ -15,17 +15,10 @@
 
 #include "arith/plain.h"
 #include "arith/runs.h"
+#include "entry/known.h"
 #include "entry/lanes.h"
 
 namespace korm {
-
-// Hides where a pointer or stride comes from. Without it the compiler forms the addresses of all elements ahead, each
-// from the one before, and keeps on the stack what there are no registers for.
-template <class P>
-[[gnu::always_inline]] inline P opaque(P value) {
-    asm("" : "+r"(value));
-    return value;
-}
 
 // Elements one step apart, of which six can be addressed from one place. Multiples of the step by 2 and 4 are part of
 // an instruction for free, if the compiler does not know that it has seen this step before; three times the step has

@@ -9,6 +9,7 @@
 
 #include <type_traits>
 
+#include "entry/known.h"
 #include "geometry/elements.h"
 
 namespace korm {
@@ -28,9 +29,6 @@ inline bool takesTwoLines(std::ptrdiff_t srcStep, std::ptrdiff_t dstStep, std::p
     const std::ptrdiff_t most = 64 / round;
     return srcStep > most || srcStep < -most || dstStep > most || dstStep < -most;
 }
-
-template <std::ptrdiff_t bytes>
-using Known = std::integral_constant<std::ptrdiff_t, bytes>;
 
 // Of vectors of n without gaps.
 template <int n>

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "entry/known.h"
 #include "entry/lanes.h"
 #include "entry/views.h"
 #include "linalg/groups.h"
@@ -132,9 +133,6 @@ template <int n, class T, class A, class B, class D, class Count>
     else if constexpr (A::objects == Objects::single) luSolveVectors<n, T>(matrix, src, dst, pivots, count);
     else luSolveArray<n, T>(matrix, src, dst, pivots, count);
 }
-
-template <std::ptrdiff_t n>
-using Known = std::integral_constant<std::ptrdiff_t, n>;
 
 // One matrix for all vectors or one for each.
 template <class A, class B, class D, class Count>

@@ -7,8 +7,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <type_traits>
 
+#include "entry/known.h"
 #include "products/operands.h"
 #include "products/sums.h"
 
@@ -58,16 +58,11 @@ struct TileSums {
     Lanes<T> of[rows][vectors];
 };
 
-// A number that is known when compiling, where others are std::ptrdiff_t.
-template <std::ptrdiff_t n>
-using Known = std::integral_constant<std::ptrdiff_t, n>;
-
 // Adds, in each of `count` rounds, `sums` products to each element: product c to sum c. From round to round,
 // k grows by `period`. A known number of rounds is all there are: the first one starts the sums.
 template <class T, int sums, int rows, int vectors, class Count>
 [[gnu::always_inline]] inline void accumulate(TileSums<T, rows, vectors> (&sum)[sums], LeftRows a, Panel b,
                                               std::ptrdiff_t period, Count count) {
-    constexpr bool isKnown = !std::is_same_v<Count, std::ptrdiff_t>;
     const std::ptrdiff_t aStep = a.step, bStep = b.step;
     const std::ptrdiff_t aRound = (period - sums + 1) * aStep, bRound = (period - sums + 1) * bStep;
     const auto round = [&](auto isFirst) __attribute__((always_inline)) {
@@ -79,7 +74,7 @@ template <class T, int sums, int rows, int vectors, class Count>
                     const Lanes<T> product = left * loadLanes<T>(b.origin + vectorOffset<vectors>(v, b.last));
                     each = isFirst ? product : each + product;
                     // Without a loop gcc would compute one element after the other, with all operands on the stack.
-                    if constexpr (isKnown) asm("" : "+x"(each));
+                    if constexpr (isKnown<Count>) asm("" : "+x"(each));
                 });
                 // The panel's vectors are loaded anew for each row: held in registers, they would drive sums out.
                 if constexpr (vectors == 3) asm("" : "+r"(b.origin));
@@ -88,7 +83,7 @@ template <class T, int sums, int rows, int vectors, class Count>
             b.origin += c == sums - 1 ? bRound : bStep;
         });
     };
-    if constexpr (isKnown)
+    if constexpr (isKnown<Count>)
         unrolled<count>([&](auto r) __attribute__((always_inline)) { round(std::bool_constant<r == 0>{}); });
     else
         for (; count > 0; --count) round(std::false_type{});
@@ -108,11 +103,10 @@ template <class T, Sum shape, int rows, int vectors, class Rounds>
                                              Rounds rounds) {
     constexpr int partials = shape.partials;
     constexpr int together = sumsAtOnce(shape);
-    constexpr bool isKnown = !std::is_same_v<Rounds, std::ptrdiff_t>;
     TileSums<T, rows, vectors> partial[partials / together][together];
     unrolled<partials / together>([&](auto pass) __attribute__((always_inline)) {
         constexpr int first = pass * together;
-        if constexpr (!isKnown) clear(partial[pass]);
+        if constexpr (!isKnown<Rounds>) clear(partial[pass]);
         accumulate(partial[pass], {a.origin + first * a.step, a.rowStep, a.step},
                    {b.origin + first * b.step, b.step, b.last}, partials, rounds);
     });
@@ -122,7 +116,7 @@ template <class T, Sum shape, int rows, int vectors, class Rounds>
             all[c] = partial[c / together][c % together].of[e / vectors][e % vectors];
         });
         const Lanes<T> sum = joined<T>(all);
-        result.of[e / vectors][e % vectors] = isKnown ? zeroStarted(sum) : sum;
+        result.of[e / vectors][e % vectors] = isKnown<Rounds> ? zeroStarted(sum) : sum;
     });
 }
 
@@ -130,7 +124,7 @@ template <class T, Sum shape, int rows, int vectors, class Rounds>
 template <class T, Sum shape, int rows, int vectors, class Products>
 [[gnu::always_inline]] inline void tile(const LeftRows& a, const Panel& b, Products products, const TileTarget& to) {
     TileSums<T, rows, vectors> result[1];
-    if constexpr (!std::is_same_v<Products, std::ptrdiff_t>) {
+    if constexpr (isKnown<Products>) {
         static_assert(products % shape.block == 0);
         sumBlocks<T, shape>(result[0], a, b, Known<products / shape.partials>{});
     } else {

@@ -107,6 +107,18 @@ template <int most, class F>
         if (left == 3) f(first + rows - left, std::integral_constant<int, 3>{}, 1);
 }
 
+// Calls f(shape of the sums, rows of a tile, both as types, first row, number of tiles) for all rows of the result.
+template <RowSums rows, class F>
+[[gnu::always_inline]] inline void forRowsOfTiles(ProductShape shape, const F& f) {
+    const auto ofGroup = [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) __attribute__((always_inline)) {
+        forTiles<rowsAtOnce(sum.value)>(
+            first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) __attribute__((always_inline)) {
+                f(sum, tall, i, count);
+            });
+    };
+    forRowGroups<rows>(shape.rows, shape.products, ofGroup);
+}
+
 // Elements of a tile to their places.
 template <class T>
 [[gnu::always_inline]] inline void scatterRows(const GridOperand& dst, std::ptrdiff_t i, std::ptrdiff_t j,
@@ -133,14 +145,12 @@ template <class T, RowSums rows, class Operand>
 void gatheredProduct(const Operand& a, const Operand& b, const Operand& dst, ProductShape shape) {
     for (std::ptrdiff_t j = 0; j < shape.columns; j += laneCount<T>) {
         const auto width = std::min<std::ptrdiff_t>(laneCount<T>, shape.columns - j);
-        forRowGroups<rows>(shape.rows, shape.products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
-            forTiles<rowsAtOnce(sum.value)>(first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) {
-                for (; count > 0; --count, i += tall.value) {
-                    Lanes<T> result[tall.value];
-                    gatheredTile<T, sum.value>(a, i, b, j, width, shape.products, result);
-                    scatterRows<T>(dst, i, j, tall.value, width, reinterpret_cast<const std::byte*>(result), 16);
-                }
-            });
+        forRowsOfTiles<rows>(shape, [&](auto sum, auto tall, std::ptrdiff_t i, std::ptrdiff_t count) {
+            for (; count > 0; --count, i += tall.value) {
+                Lanes<T> result[tall.value];
+                gatheredTile<T, sum.value>(a, i, b, j, width, shape.products, result);
+                scatterRows<T>(dst, i, j, tall.value, width, reinterpret_cast<const std::byte*>(result), 16);
+            }
         });
     }
 }
@@ -159,18 +169,6 @@ template <class T>
 template <class T>
 [[gnu::always_inline]] inline bool contiguousRows(const TableOperand&) {
     return false;
-}
-
-// Calls f(shape of the sums, rows of a tile, both as types, first row, number of tiles) for all rows of the result.
-template <RowSums rows, class F>
-[[gnu::always_inline]] inline void forRowsOfTiles(ProductShape shape, const F& f) {
-    const auto ofGroup = [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) __attribute__((always_inline)) {
-        forTiles<rowsAtOnce(sum.value)>(
-            first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) __attribute__((always_inline)) {
-                f(sum, tall, i, count);
-            });
-    };
-    forRowGroups<rows>(shape.rows, shape.products, ofGroup);
 }
 
 // Tiles of a panel whose results don't lie in whole vectors. Of tables, rows of the left operand are copied.

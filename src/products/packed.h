@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "entry/known.h"
 #include "products/blocks.h"
 #include "products/columns.h"
 #include "products/objects.h"
@@ -69,7 +70,7 @@ template <class T, Sum shape, int n, bool turnA>
     constexpr std::ptrdiff_t row = n * size;
     constexpr std::ptrdiff_t aRow = turnA ? size : row, aStep = turnA ? row : size;
     // Else the right operand is loaded once for all rows, as vectors that wait on the stack.
-    const auto readAnew = [&b]() __attribute__((always_inline)) { asm("" : "+r"(b)); };
+    const auto readAnew = [&b]() __attribute__((always_inline)) { b = opaque(b); };
     if constexpr (laneCount<T> == 4 && shape == zeroStart && n / 2 <= sumRegisters) {
         // Half the shuffles that whole rows as vectors need; order 8 takes 36 ns for 40, order 16 takes 260 for 298.
         for (int i = 0; i < n; i += 2) {

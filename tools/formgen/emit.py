@@ -2,6 +2,7 @@
 
 from itertools import groupby
 import re
+import textwrap
 
 from fixed import FixedForm
 from grammar import CHECKS
@@ -84,7 +85,7 @@ def entry_functions(form):
         return [function(form.entry, c_declarations(form), [*check_lines(form), *shortcut(form), *dispatch(form)])]
     plain, general = [returns_call(kernel, names(form), 1) for kernel in form.kernels]
     if form.family.light:
-        other = [indented(line) for line in [*check_lines(form), general]]
+        other = [textwrap.indent(line, "    ") for line in [*check_lines(form), general]]
         short = [f"    if (!{adjacent(form)}) {{", *other, "    }", *light_check_lines(form), plain]
         return [function(form.entry, c_declarations(form), short)]
     elsewhere = wrapped(f"        return {strided_entry(form)}(", names(form), ");")
@@ -94,10 +95,6 @@ def entry_functions(form):
         function(strided_entry(form), c_declarations(form), [*check_lines(form), *shortcut(form), general]),
         function(form.entry, c_declarations(form), short),
     ]
-
-
-def indented(text):
-    return "\n".join("    " + line for line in text.split("\n"))
 
 
 def light_check_lines(form):
