@@ -82,7 +82,7 @@ ARRAY, SINGLE = "- L P", "- P"  # layout suffixes: an array form has all three, 
 BUFFER = {"buffer": "element *"}
 PIVOTS = {"pivots": "int32_t *"}
 FACTORED = {"pivots": "const int32_t *"}
-SQUARE_AND_ROW = "order * order + order"  # scratch: a matrix, and a row for its pivots' positions
+SQUARE_AND_ROW = {"buffer": "order * order + order"}  # scratch: a matrix, and a row for its pivots' positions
 
 
 def everywhere(limit):

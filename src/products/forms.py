@@ -57,8 +57,7 @@ MATRICES = "src1 src1Width src1Height src2 src2Width src2Height dst count"
 MATRIX_AND_VECTOR = "src1 src1Width src1Height src2 src2Length dst count"
 
 # The match of sizes comes before the strides, other than in most families.
-ARRAY_ORDER = {"standard": "N C S M T", "list": "N C S M T O", "pointer": "N C S M T O"}
-SINGLE_ORDER = {"standard": "N S M T", "pointer": "N S M O"}
+ORDER = "N C S M T O"
 
 # fmt: off
 LIMITS = {
@@ -154,7 +153,7 @@ def matrices(operands, layouts, shape, estimate=""):
     return Family("Mul", operands, layouts, MATRICES, "product<{}>", "products/product.h", "matrix_products",
                   formula="{dst[i,j]} = sum over l of {src1[i,l]} * {src2[l,j]}", variants=SUMS,
                   letters={"M": m, "K": k, "N": n}, shape="ProductShape{M, K, N}", result_width="N",
-                  match=match, estimate=estimate, limits=LIMITS, general_order=ARRAY_ORDER if estimate else SINGLE_ORDER)
+                  match=match, estimate=estimate, limits=LIMITS, order=ORDER)
 
 
 def vectors(operands, layouts, shape, estimate=""):
@@ -162,7 +161,7 @@ def vectors(operands, layouts, shape, estimate=""):
     return Family("Mul", operands, layouts, MATRIX_AND_VECTOR, "vectorProduct<{}>", "products/product.h", "vector_products",
                   formula="{dst[i]} = sum over l of {src1[i,l]} * {src2[l]}", result="v", variants=VECTOR_SUMS,
                   letters={"M": m, "K": k}, shape="VectorProductShape{M, K}",
-                  match=match, estimate=estimate, limits=LIMITS, general_order=ARRAY_ORDER if estimate else SINGLE_ORDER)
+                  match=match, estimate=estimate, limits=LIMITS, order=ORDER)
 
 
 FAMILIES = [

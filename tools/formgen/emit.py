@@ -5,7 +5,6 @@ import re
 import textwrap
 
 from fixed import FixedForm
-from grammar import CHECKS
 
 NOTICE = "Written by tools/formgen from the tables of forms; edit those instead."
 WIDTH = 110
@@ -27,7 +26,7 @@ def wrapped(head, items, tail, indent=4):
     if len(line) <= WIDTH:
         return line
     pad = " " * (len(head) - len(head.lstrip()) + indent)
-    lines, current = [head], pad
+    lines, current = [head.rstrip()], pad
     for number, item in enumerate(items):
         piece = item + (tail if number == len(items) - 1 else ", ")
         if len(current) + len(piece.rstrip()) > WIDTH:
@@ -62,12 +61,13 @@ def test(form, letter):
 
 def check_lines(form, without=()):
     """The checks in the form's order, but for arguments that are known to be right."""
-    for letter, checked in form.checks:
-        checked = [name for name in checked if name not in without]
-        if letter == "M":
-            yield f"    if (!({form.family.match})) return {CHECKS[letter][1]};"
+    for check in form.checks:
+        checked = [name for name in check.names if name not in without]
+        condition = f"{check.condition} && " if check.condition else ""
+        if check.letter == "M":
+            yield f"    if (!({form.family.match})) return {check.status};"
         elif checked:
-            yield wrapped(f"    if ({test(form, letter)}(", checked, f")) return {CHECKS[letter][1]};", 8)
+            yield wrapped(f"    if ({condition}{test(form, check.letter)}(", checked, f")) return {check.status};", 8)
 
 
 def adjacent(form):
@@ -103,7 +103,7 @@ def light_check_lines(form):
     yield from check_lines(form, [*form.element_strides, *sizes, *form.row_strides])
     if form.row_strides:
         yield wrapped(f"    if ({test(form, 'T')}(", form.row_strides, ")) {", 8)
-        yield f"        return {test(form, 'S')}({', '.join(sizes)}) ? {CHECKS['S'][1]} : {CHECKS['T'][1]};"
+        yield f"        return {test(form, 'S')}({', '.join(sizes)}) ? korStatusBadSize : korStatusBadStride;"
         yield "    }"
 
 
@@ -116,7 +116,7 @@ def shortcut(form):
     taken = form.family.shortcut
     if taken is None:
         return []
-    call = template_call(form, taken.template, plain=form.layout != "pointer", level=2)
+    call = template_call(form, taken.template, plain=True, level=2)
     return [f"    if ({taken.condition}) {{", f"        return {call}", "    }"]
 
 
@@ -125,8 +125,10 @@ def dispatch(form):
     arguments = names(form)
     plain, general = form.kernels[0], form.kernels[-1]
     limit = form.limit
-    if limit is None:
+    if limit is None and plain == general:
         return [returns_call(plain, arguments, 1)]
+    if limit is None:
+        return [f"    if ({adjacent(form)}) {{", returns_call(plain, arguments, 2), "    }", returns_call(general, arguments, 1)]
     serial = f"estimate {limit.comparison}"
     lines = ["    " + estimate(form)]
     if plain == general:
@@ -162,7 +164,7 @@ def pitch_of(form, operand):
 
 def view(form, operand, plain):
     """The maker call of views.h for one operand."""
-    arguments = {name[len(operand.name) :]: name for name in names(form) if name.startswith(operand.name)}
+    arguments = {part: operand.prefix + part for part, _ in operand.parts()}
     array = "Array" if operand.array else ""
     if operand.bare:
         return operand.name
@@ -188,8 +190,7 @@ def view(form, operand, plain):
 
 def kernel_function(form, kernel):
     """The arguments as views, extras as they are, sizes as a shape, in a call of the family's template."""
-    plain = form.layout != "pointer" and kernel == form.kernels[0]
-    call = template_call(form, form.template(kernel), plain)
+    call = template_call(form, form.template(kernel), form.is_plain(kernel))
     body = f"    return {call}" if form.family.merges_status else f"    {call}\n    return korStatusOk;"
     return function(kernel, list(unused_marked(form, call)), [body])
 
@@ -219,6 +220,8 @@ def driver_function(form):
         lines.append(f"    const bool adjacent = {adjacent(form)};")
         lines.append(wrapped("    const auto kernel = ", [f"adjacent ? {kernel} : {form.kernels[1]}"], ";"))
         kernel = "kernel"
+    for elements in form.family.scratch.values():
+        lines.append(f"    const std::size_t pieceSize = sizeof({form.scalar}) * ({full_width(form, elements)});")
     lines.append(f"    return forEachRun({', '.join(['count', *region(form)])} {{")
     arguments = [shifted(form, argument) for argument in form.arguments]
     lines.append(wrapped(f"        return {kernel}(", arguments, ");"))
@@ -230,15 +233,17 @@ def region(form):
     family = form.family
     if not family.merges_status and not family.scratch:
         return ["[=](Run run)"]
-    elements = full_width(family.scratch)
-    scratch = f"Scratch{{{elements} * sizeof({form.scalar}), buffer}}" if family.scratch else "Scratch{}"
-    piece = "void* piece" if family.scratch else "void*"
-    return [f"Statuses::{'merged' if family.merges_status else 'none'}", scratch, f"[=](Run run, {piece})"]
+    statuses = f"Statuses::{'merged' if family.merges_status else 'none'}"
+    for name in family.scratch:
+        return [statuses, f"Scratch{{pieceSize, {name}}}", "[=](Run run, void* piece)"]
+    return [statuses, "Scratch{}", "[=](Run run, void*)"]
 
 
-def full_width(formula):
-    """A size in bytes: computed in full width, unlike an estimate."""
-    return "(" + re.sub(r"\b(width|height|order)\b", r"static_cast<std::size_t>(\1)", formula) + ")"
+def full_width(form, formula):
+    """A number of elements: computed in full width, unlike an estimate."""
+    sizes = form.named("size")
+    return re.sub(r"\w+", lambda word: f"static_cast<std::size_t>({word[0]})" if word[0] in sizes else word[0],
+                  form.spelled(formula))
 
 
 def shifted(form, argument):
@@ -248,20 +253,20 @@ def shifted(form, argument):
         return "run.count"
     if argument.name in form.family.per_object:
         return f"shiftedElements({argument.name}, run.first, {form.family.per_object[argument.name]})"
-    if argument.name == "buffer":
+    if argument.name in form.family.scratch:
         return f"static_cast<{form.scalar}*>(piece)"
     if operand is None or not operand.array:
         return argument.name
     if operand.bare:
         return f"shiftedElements({argument.name}, run.first)"
     if operand.tabled:
-        stride = f"{operand.name}ObjectStride"
+        stride = f"{operand.prefix}ObjectStride"
         return f"shiftedOffset({argument.name}, run.first, {stride})" if argument.role == "offset" else argument.name
     if argument.role != "pointer":
         return argument.name
     if operand.listed:
         return f"shiftedList({argument.name}, run.first)"
-    return f"shifted({argument.name}, run.first, {operand.name}ObjectStride)"
+    return f"shifted({argument.name}, run.first, {operand.prefix}ObjectStride)"
 
 
 def fixed_function(form):

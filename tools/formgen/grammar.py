@@ -11,8 +11,10 @@ import re
 
 ELEMENTS = {"32f": ("float", 4), "64f": ("double", 8)}
 
-# How a letter of a layout pair or a suffix is called. "" is the standard layout.
-LAYOUTS = {"": "standard", "S": "standard", "L": "list", "P": "pointer"}
+# How a letter of a suffix is called.
+LAYOUTS = {"S": "standard", "L": "list", "P": "pointer"}
+
+VARIANT = "v8"  # the processor variant: internal names begin with it
 
 # The checks by their letters, with the status that each gives.
 CHECKS = {
@@ -24,14 +26,13 @@ CHECKS = {
     "M": ("match", "korStatusSizeMismatch"),
 }
 
-# The order of the checks where a table says nothing else: by array or single form, and layout.
-GENERAL_ORDER = {
-    (True, "standard"): "N C S T",
-    (True, "list"): "N C S T O",
-    (True, "pointer"): "N C S T O",
-    (False, "standard"): "N S T",
-    (False, "pointer"): "N S O",
-}
+# The order of the checks where a table says nothing else. A check of nothing is left out: a single object in the
+# standard layout has "N S T", in the pointer layout "N S O".
+GENERAL_ORDER = "N C S T O"
+
+# What a check of strides may be narrowed to, as in "T:objects"; the name of an operand narrows any check. Distances
+# between objects that are checked by themselves are looked at only where there is more than one object.
+NARROWED = {"inner": "stride within an object", "objects": "stride between objects, if count is above 1"}
 
 
 @dataclass(frozen=True)
@@ -86,21 +87,21 @@ class Variant:
 class Family:
     operation: str
     operands: str  # operand words, such as "mam mat tam"
-    layouts: str  # layout suffixes; "-" stands for none, two letters are a source and a result layout
+    layouts: str  # layout suffixes; "-" stands for none, two letters are the layouts of sources and of results
     signature: str  # words in argument order: operands, sizes, extras, count
     kernel: str  # the kernel template that serves all of these forms; {} in it is filled in from `variants`
     source: str  # the header that holds it
     group: str  # the documentation group of include/korm.h
     formula: str = ""  # left empty where the operands tell it; {src1[i,l]} is an element, transposed where src1 is
     estimate: str = ""
-    limits: dict = field(default_factory=dict)  # (layout, type) to Limit; none: always serial
+    limits: dict = field(default_factory=dict)  # (layout, type) to Limit; none: always serial, without a driver
     types: str = "32f 64f"
     reads: dict = field(default_factory=dict)  # operand word to what is read, where the name doesn't tell it
-    results: str = "dst"  # their names, in order
+    results: str = "dst"  # their names, in order; "dstVectors:dst" has dstVectors, dstRowStride, ...
     result: str = ""  # their kind, where it isn't that of the operands: m, v, scalars, block
     extras: dict = field(default_factory=dict)  # words that are no operand and no size: name to C type
     per_object: dict = field(default_factory=dict)  # contiguous extras: their elements for each object
-    general_order: dict = field(default_factory=dict)  # in the place of GENERAL_ORDER's entries
+    order: str = GENERAL_ORDER  # of the checks, see Form.checks
     order_departures: list = field(default_factory=list)
     serial_departures: list = field(default_factory=list)  # forms without estimate and driver
     variants: list = field(default_factory=list)  # the first row that covers a kernel holds
@@ -114,7 +115,8 @@ class Family:
     # Kernels of single objects are a few instructions: the entry function holds those of both roads, and the plain one
     # looks itself at sizes that have no path of their own.
     light: bool = False
-    scratch: str = ""  # elements of a thread's piece of scratch
+    scratch: dict = field(default_factory=dict)  # the argument that is scratch: elements of a thread's piece of it
+    single_kernel: bool = False  # one kernel for any element stride
     shortcut: object = None  # a Shortcut; its template takes the kernel template's arguments
 
     def forms(self):
@@ -122,7 +124,7 @@ class Family:
             for layout in self.layouts.split():
                 for element in self.types.split():
                     form = Form(self, word, element, "" if layout == "-" else layout)
-                    if form.is_array or "L" not in form.suffix or len(form.suffix) > 1:
+                    if form.is_array or "L" not in form.suffix:
                         yield form
 
 
@@ -133,6 +135,7 @@ class Operand:
     array: bool
     layout: str  # standard, list, pointer
     output: bool = False
+    prefix: str = ""  # how the names of the arguments behind the base begin
 
     @property
     def bare(self):
@@ -167,7 +170,7 @@ class Operand:
         else:
             base = f"{const}{scalar} *"
         return [Argument(self.name, base, "pointer", self)] + [
-            Argument(self.name + part, "int32_t", role, self) for part, role in self.parts()
+            Argument(self.prefix + part, "int32_t", role, self) for part, role in self.parts()
         ]
 
     def indices(self):
@@ -193,6 +196,27 @@ class Argument:
         return self.type + ("" if self.type.endswith("*") else " ") + self.name
 
 
+@dataclass(frozen=True)
+class Check:
+    letter: str
+    names: list  # of the arguments
+    narrowed: str = ""
+
+    @property
+    def status(self):
+        return CHECKS[self.letter][1]
+
+    @property
+    def words(self):
+        word = CHECKS[self.letter][0]
+        return NARROWED.get(self.narrowed) or word + (f" of {self.narrowed}" if self.narrowed else "")
+
+    @property
+    def condition(self):
+        """Of being made at all, in C++."""
+        return "count > 1" if self.narrowed == "objects" else ""
+
+
 SIZE = re.compile(r"(src\d?)?(width|height|length|order)", re.IGNORECASE)
 
 
@@ -208,7 +232,7 @@ class Form:
         read = self.family.reads.get(self.word, self.word)
         self.tokens = re.findall(r"(m4|v[234]|[mtvc])(a?)", read)
         self.is_array = "a" in self.word
-        self.layout = LAYOUTS[self.suffix[:1]]
+        self.layout = " ".join(LAYOUTS[letter] for letter in self.suffix or "S")
         self.stem = f"{self.family.operation}_{self.word}_{self.element}"
         self.stem_and_suffix = self.stem + (f"_{self.suffix}" if self.suffix else "")
         self.name = "korm" + self.stem_and_suffix
@@ -219,13 +243,15 @@ class Form:
         """The inputs as the formula reads them, then the results. A constant is val, whatever its place."""
         several = sum(kind != "c" for kind, _ in self.tokens) > 1
         number = 0
+        layouts = self.layout.split()
         for kind, array in self.tokens:
             number += kind != "c"
             name = "val" if kind == "c" else f"src{number}" if several else "src"
-            yield Operand(name, kind, bool(array), self.layout)
+            yield Operand(name, kind, bool(array), layouts[0], prefix=name)
         kind = self.family.result or ("m" if any(kind in "mt" for kind, _ in self.tokens) else "v")
-        for name in self.family.results.split():
-            yield Operand(name, kind, self.is_array, LAYOUTS[self.suffix[-1:]], output=True)
+        for result in self.family.results.split():
+            name, _, prefix = result.partition(":")
+            yield Operand(name, kind, self.is_array, layouts[-1], output=True, prefix=prefix or name)
 
     def _arguments(self):
         """What a word of the signature stands for: an operand's descriptor, an extra, a size or count."""
@@ -277,21 +303,28 @@ class Form:
         for departure in self.family.order_departures:
             if departure.covers(self):
                 return departure.value
-        return self.family.general_order.get(self.layout) or GENERAL_ORDER[self.is_array, self.layout]
+        return self.family.order
 
     @property
     def checks(self):
-        """The checks in order as (letter, names of the arguments); a check of nothing is left out."""
-        roles = {"N": "pointer", "C": "count", "S": "size", "T": "stride", "O": "offset", "M": ""}
+        """The checks in order. In a table an order is written as letters, narrowed where need be: "N S T:src T:dst"."""
         for word in self.check_order.split():
-            letter, _, operand = word.partition(":")
-            names = self.named(roles[letter])
-            if operand:
-                names = [name for name in names if name.startswith(operand)]
-            if letter == "M":
-                names = [name for name in self.named("size") if name in self.family.match.split()]
+            letter, _, narrowed = word.partition(":")
+            names = [argument.name for argument in self._checked(letter, narrowed)]
             if names:
-                yield letter, names
+                yield Check(letter, names, narrowed)
+
+    def _checked(self, letter, narrowed):
+        if letter == "M":
+            return [argument for argument in self.arguments if argument.name in re.findall(r"\w+", self.family.match)]
+        role = {"N": "pointer", "C": "count", "S": "size", "T": "stride", "O": "offset"}[letter]
+        arguments = [argument for argument in self.arguments if argument.role == role]
+        if narrowed in NARROWED:
+            objects = narrowed == "objects"
+            return [argument for argument in arguments if argument.name.endswith("ObjectStride") == objects]
+        if narrowed and narrowed not in self.operands:
+            raise ValueError(f"{self.name}: there is no operand '{narrowed}' to check")
+        return [argument for argument in arguments if not narrowed or argument.operand == self.operands[narrowed]]
 
     def spelled(self, formula):
         """A formula with the sizes in the place of their letters."""
@@ -319,22 +352,25 @@ class Form:
         rows = self.family.order_departures + self.family.serial_departures
         return [row for row in rows if row.covers(self)]
 
-    # Internal names. Kernels without a suffix of their own take the layout's.
     @property
     def entry(self):
-        return f"v8_{self.name}"
+        return f"{VARIANT}_{self.name}"
 
     @property
     def driver(self):
-        return f"v8_ownOMP_{self.name}"
+        return f"{VARIANT}_ownOMP_{self.name}"
 
     @property
     def kernels(self):
         """The kernel for adjacent elements, and the one for any element stride where there is one."""
-        stem = f"v8_ownkorm{self.stem}"
-        if self.layout == "pointer":
-            return [f"{stem}_P"]
-        return [f"{stem}_L", f"{stem}_LS2"] if self.layout == "list" else [stem, f"{stem}_S2"]
+        kernel = f"{VARIANT}_own{self.name}"
+        if self.family.single_kernel or not self.element_strides:
+            return [kernel]
+        return [kernel, kernel + ("S2" if self.suffix else "_S2")]
+
+    def is_plain(self, kernel):
+        """Is this the kernel for adjacent elements alone?"""
+        return kernel != self.kernels[-1]
 
 
 @dataclass
@@ -350,7 +386,7 @@ class Query:
 
     @property
     def entry(self):
-        return f"v8_{self.name}"
+        return f"{VARIANT}_{self.name}"
 
     def forms(self):
         yield self

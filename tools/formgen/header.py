@@ -1,6 +1,5 @@
 """The public header and the export list."""
 
-from grammar import CHECKS
 import emit
 
 PREAMBLE = '''\
@@ -116,7 +115,7 @@ def limits_text(form):
 
 
 def function(form):
-    checks = ", ".join(f"{CHECKS[letter][0]}" for letter, _ in form.checks)
+    checks = ", ".join(check.words for check in form.checks)
     match = [f"Sizes match when {form.family.match}."] if form.family.match else []
     lines = [f"{form.formula}"] + (["", f"Checks: {checks}."] if checks else []) + match + limits_text(form)
     return comment(lines) + "\n" + emit.wrapped(f"int32_t {form.name}(", emit.c_declarations(form), ");")

@@ -10,8 +10,9 @@ import unittest
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 import emit
+import header
 from fixed import Fixed
-from grammar import Departure, Family, Shortcut, Variant, below
+from grammar import Departure, Family, Shortcut, Variant, below, up_to
 
 PRODUCT = "src1 src1Width src1Height src2 src2Width src2Height dst count"
 
@@ -110,6 +111,19 @@ class Arguments(unittest.TestCase):
             dst dstObjectStride dstRowStride dstElementStride width height count""")
         self.expect(copy, "kormCopy_ma_32f_SL", """src srcObjectStride srcRowStride srcElementStride
             dst dstOffset dstRowStride dstElementStride width height count""")
+        self.expect(copy, "kormCopy_ma_64f_SL", arguments(copy, "kormCopy_ma_32f_SL"))
+
+    def test_a_result_whose_descriptor_has_another_name(self):
+        vectors = family("EigenValuesVectorsSym", "m ma", "src buffer dstVectors dstValues order count", results="dstVectors:dst",
+                         extras={"buffer": "element *", "dstValues": "element *"})
+        self.expect(vectors, "kormEigenValuesVectorsSym_ma_32f", """src srcObjectStride srcRowStride srcElementStride buffer
+            dstVectors dstObjectStride dstRowStride dstElementStride dstValues order count""")
+        self.expect(vectors, "kormEigenValuesVectorsSym_m_64f_P", "src srcOffset buffer dstVectors dstOffset dstValues order")
+
+    def test_no_result_with_a_descriptor(self):
+        values = family("EigenValues", "ma", "src dstValuesRe dstValuesIm order count buffer", results="",
+                        extras={"dstValuesRe": "element *", "dstValuesIm": "element *", "buffer": "element *"})
+        self.expect(values, "kormEigenValues_ma_32f_P", "src srcOffset srcObjectStride dstValuesRe dstValuesIm order count buffer")
 
     def test_a_word_that_names_nothing_is_refused(self):
         with self.assertRaisesRegex(ValueError, "kormAdd_mm_32f: the signature's word 'lenght' names nothing"):
@@ -118,7 +132,10 @@ class Arguments(unittest.TestCase):
 
 class Checks(unittest.TestCase):
     def orders(self, source):
-        return {form.stem_and_suffix: " ".join(letter for letter, _ in form.checks) for form in source.forms()}
+        return {form.stem_and_suffix: " ".join(check.letter for check in form.checks) for form in source.forms()}
+
+    def lines(self, source, name):
+        return list(emit.check_lines(next(form for form in source.forms() if form.name == name)))
 
     def test_general_orders(self):
         orders = self.orders(family("Add", "mat mm", "src1 src2 dst width height count"))
@@ -132,11 +149,101 @@ class Checks(unittest.TestCase):
         self.assertEqual(orders["Add_vav_64f_P"], "N S T C O")
         self.assertEqual(orders["Add_vav_64f"], "N C S T")
 
+    def test_an_order_for_all_layouts(self):
+        orders = self.orders(family("Extract", "ta t", "src dst width height count", result="block", order="N S C O T"))
+        self.assertEqual(orders["Extract_ta_32f"], "N S C T")
+        self.assertEqual(orders["Extract_ta_32f_L"], "N S C O T")
+        self.assertEqual(orders["Extract_ta_32f_P"], "N S C O T")
+        self.assertEqual(orders["Extract_t_32f"], "N S T")
+        self.assertEqual(orders["Extract_t_32f_P"], "N S O")
+
+    def test_sizes_may_come_first(self):
+        rows = [Departure("Extract_v_64f_P", "S N O", "the size first")]
+        extract = family("Extract", "v", "src dst length", result="block", order_departures=rows)
+        self.assertEqual(self.lines(extract, "kormExtract_v_64f_P"), [
+            "    if (anyBelowOne(length)) return korStatusBadSize;",
+            "    if (anyNull(src, dst)) return korStatusNullPointer;",
+            "    if (anyBadOffset<double>(srcOffset)) return korStatusBadOffset;"])
+        self.assertEqual(self.orders(extract)["Extract_v_32f_P"], "N S O")
+
+    def test_no_sizes(self):
+        cross = family("CrossProduct", "vava vv", "src1 src2 dst count")
+        self.assertEqual(self.orders(cross)["CrossProduct_vava_64f_L"], "N C T O")
+        self.assertEqual(self.orders(cross)["CrossProduct_vv_32f_P"], "N O")
+
+    def test_a_match_of_sizes_that_stand_at_the_end(self):
+        rows = [Departure("QRDecomp_m_??f_P", "N S M O", "the match before the offsets")]
+        factor = family("QRDecomp", "ma m", "src buffer dst width height count", extras={"buffer": "element *"},
+                        match="width <= height", order="N C S T O M", order_departures=rows)
+        self.assertEqual(self.orders(factor)["QRDecomp_ma_32f_L"], "N C S T O M")
+        self.assertEqual(self.orders(factor)["QRDecomp_m_32f_P"], "N S M O")
+        self.assertEqual(self.lines(factor, "kormQRDecomp_m_32f"), [
+            "    if (anyNull(src, buffer, dst)) return korStatusNullPointer;",
+            "    if (anyBelowOne(width, height)) return korStatusBadSize;",
+            "    if (anyBadStride<float>(\n            srcRowStride, srcElementStride, dstRowStride, "
+            "dstElementStride)) return korStatusBadStride;",
+            "    if (!(width <= height)) return korStatusSizeMismatch;"])
+
+    def test_several_matches(self):
+        gaxpy = family("Gaxpy", "mv", "src1 src1Width src1Height src2 src2Length src3 src3Length dst", reads={"mv": "mvv"},
+                       result="v", match="src1Width == src2Length && src1Height == src3Length", order="N C S M T O")
+        form = next(gaxpy.forms())
+        self.assertEqual([check.names for check in form.checks if check.letter == "M"],
+                         [["src1Width", "src1Height", "src2Length", "src3Length"]])
+        self.assertIn("    if (!(src1Width == src2Length && src1Height == src3Length)) return korStatusSizeMismatch;",
+                      self.lines(gaxpy, "kormGaxpy_mv_32f_P"))
+
     def test_a_check_may_be_of_one_operand(self):
-        rows = [Departure("X_ma_32f_L", "N O:src T:src O:dst T:dst", "operand by operand")]
-        source = family("X", "ma", "src dst order count", order_departures=rows)
-        form = next(form for form in source.forms() if form.name == "kormX_ma_32f_L")
-        self.assertEqual(list(form.checks)[1:3], [("O", ["srcOffset"]), ("T", ["srcRowStride", "srcElementStride"])])
+        source = family("EigenValuesVectors", "ma", "src dstRight dstLeft order count", results="dstRight dstLeft",
+                        order="N S C O:src T:src O:dstRight T:dstRight O:dstLeft T:dstLeft")
+        self.assertEqual(self.lines(source, "kormEigenValuesVectors_ma_64f_P"), [
+            "    if (anyNull(src, dstRight, dstLeft)) return korStatusNullPointer;",
+            "    if (anyBelowOne(order)) return korStatusBadSize;",
+            "    if (anyBelowOne(count)) return korStatusBadCount;",
+            "    if (anyBadOffset<double>(srcOffset)) return korStatusBadOffset;",
+            "    if (anyBadStride<double>(srcObjectStride)) return korStatusBadStride;",
+            "    if (anyBadOffset<double>(dstRightOffset)) return korStatusBadOffset;",
+            "    if (anyBadStride<double>(dstRightObjectStride)) return korStatusBadStride;",
+            "    if (anyBadOffset<double>(dstLeftOffset)) return korStatusBadOffset;",
+            "    if (anyBadStride<double>(dstLeftObjectStride)) return korStatusBadStride;"])
+
+    def test_an_operand_is_checked_by_its_whole_name(self):
+        source = family("X", "m", "src dst dstLeft order", results="dst dstLeft", order="T:dst T:dstLeft T:src")
+        form = next(source.forms())
+        self.assertEqual([check.names for check in form.checks], [
+            ["dstRowStride", "dstElementStride"], ["dstLeftRowStride", "dstLeftElementStride"], ["srcRowStride", "srcElementStride"]])
+
+    def test_an_operand_that_is_not_there_is_refused(self):
+        source = family("X", "m", "src dst order", order="N S T:scr")
+        with self.assertRaisesRegex(ValueError, "kormX_m_32f: there is no operand 'scr' to check"):
+            self.orders(source)
+
+    def test_distances_between_objects_are_looked_at_where_there_is_more_than_one(self):
+        rows = [Departure("Copy_va_32f_SP", "N S C O T:inner T:objects", "offsets first")]
+        copy = Family("Copy", "va", "SS SP LL PP", "src dst length count", "copy", "", "",
+                      order="N S C T:inner O T:objects", order_departures=rows)
+        self.assertEqual(self.lines(copy, "kormCopy_va_32f_SS"), [
+            "    if (anyNull(src, dst)) return korStatusNullPointer;",
+            "    if (anyBelowOne(length)) return korStatusBadSize;",
+            "    if (anyBelowOne(count)) return korStatusBadCount;",
+            "    if (anyBadStride<float>(srcElementStride, dstElementStride)) return korStatusBadStride;",
+            "    if (count > 1 && anyBadStride<float>(srcObjectStride, dstObjectStride)) return korStatusBadStride;"])
+        self.assertEqual(self.lines(copy, "kormCopy_va_32f_SP")[3:], [
+            "    if (anyBadOffset<float>(dstOffset)) return korStatusBadOffset;",
+            "    if (anyBadStride<float>(srcElementStride)) return korStatusBadStride;",
+            "    if (count > 1 && anyBadStride<float>(srcObjectStride, dstObjectStride)) return korStatusBadStride;"])
+        self.assertEqual(self.lines(copy, "kormCopy_va_64f_LL")[3:], [
+            "    if (anyBadStride<double>(srcElementStride, dstElementStride)) return korStatusBadStride;",
+            "    if (anyBadOffset<double>(srcOffset, dstOffset)) return korStatusBadOffset;"])
+        self.assertEqual(self.lines(copy, "kormCopy_va_64f_PP")[3:], [
+            "    if (anyBadOffset<double>(srcOffset, dstOffset)) return korStatusBadOffset;",
+            "    if (count > 1 && anyBadStride<double>(srcObjectStride, dstObjectStride)) return korStatusBadStride;"])
+
+    def test_words_of_the_documentation(self):
+        copy = Family("Copy", "ma", "SP", "src dst width height count", "copy", "", "", formula="formula",
+                      order="N S C T:inner O:dst T:objects")
+        self.assertIn(" * Checks: null, size, count, stride within an object, offset of dst, "
+                      "stride between objects, if count is above 1.\n", header.function(next(copy.forms())))
 
 
 class Drivers(unittest.TestCase):
@@ -146,12 +253,28 @@ class Drivers(unittest.TestCase):
     def test_scratch_and_statuses(self):
         limits = {(layout, "32f"): below(100) for layout in ("standard", "list", "pointer")}
         invert = family("Invert", "ma", "src dst order buffer count", extras={"buffer": "element *"},
-                        scratch="order * order + order", merges_status=True, limits=limits)
-        text = self.driver(invert, "kormInvert_ma_32f")
-        size = "static_cast<std::size_t>(order)"
-        self.assertIn(f"forEachRun(count, Statuses::merged, Scratch{{({size} * {size} + {size}) * sizeof(float), buffer}}, "
-                      "[=](Run run, void* piece) {", text)
-        self.assertIn("static_cast<float*>(piece)", text)
+                        scratch={"buffer": "order * order + order"}, merges_status=True, limits=limits)
+        self.assertEqual(self.driver(invert, "kormInvert_ma_32f_P"), """\
+int32_t v8_ownOMP_kormInvert_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t order, float *buffer, int32_t count) {
+    const std::size_t pieceSize = sizeof(float) * (static_cast<std::size_t>(order) * static_cast<std::size_t>(order) + static_cast<std::size_t>(order));
+    return forEachRun(count, Statuses::merged, Scratch{pieceSize, buffer}, [=](Run run, void* piece) {
+        return v8_ownkormInvert_ma_32f_P(
+            src, shiftedOffset(srcOffset, run.first, srcObjectStride), srcObjectStride, dst,
+            shiftedOffset(dstOffset, run.first, dstObjectStride), dstObjectStride, order,
+            static_cast<float*>(piece), run.count);
+    });
+}""")
+
+    def test_scratch_of_any_name_and_size(self):
+        limits = {("standard", "64f"): below(2801)}
+        solve = family("QRBackSubst", "mva", "src1 workspace src2 dst width height count", extras={"workspace": "element *"},
+                       result="v", scratch={"workspace": "height"}, limits=limits)
+        text = self.driver(solve, "kormQRBackSubst_mva_64f")
+        self.assertIn("    const std::size_t pieceSize = sizeof(double) * (static_cast<std::size_t>(height));\n", text)
+        self.assertIn("forEachRun(count, Statuses::none, Scratch{pieceSize, workspace}, [=](Run run, void* piece) {", text)
+        self.assertIn("src1, src1RowStride, src1ElementStride, static_cast<double*>(piece),", text)
 
     def test_a_merged_status_without_scratch_names_no_piece(self):
         limits = {(layout, "32f"): below(100) for layout in ("standard", "list", "pointer")}
@@ -169,6 +292,23 @@ class Drivers(unittest.TestCase):
         trace = family("Trace", "ma", "src order dst count", result="scalars", limits=limits)
         for name in ("kormTrace_ma_64f", "kormTrace_ma_64f_L", "kormTrace_ma_64f_P"):
             self.assertIn("shiftedElements(dst, run.first)", self.driver(trace, name))
+        vectors = family("EigenValuesVectorsSym", "ma", "src dstVectors dstValues order count", results="dstVectors:dst",
+                         extras={"dstValues": "element *"}, per_object={"dstValues": "order"}, limits=limits)
+        self.assertIn("""
+            shifted(dstVectors, run.first, dstObjectStride), dstObjectStride, dstRowStride, dstElementStride,
+            shiftedElements(dstValues, run.first, order), order, run.count);""", self.driver(vectors, "kormEigenValuesVectorsSym_ma_64f"))
+
+    def test_limits_of_forms_with_two_layouts(self):
+        limits = {("standard list", "32f"): below(100), ("standard pointer", "32f"): up_to(200)}
+        copy = Family("Copy", "va", "SL SP SS", "src dst length count", "copy", "", "", limits=limits)
+        self.assertEqual({form.name: form.limit for form in copy.forms() if form.element == "32f"},
+                         {"kormCopy_va_32f_SL": below(100), "kormCopy_va_32f_SP": up_to(200), "kormCopy_va_32f_SS": None})
+
+    def test_estimates_of_any_sizes(self):
+        gaxpy = family("Gaxpy", "mva", "src1 src1Width src1Height src2 src2Length src3 src3Length dst count", reads={"mva": "mvava"},
+                       result="v", letters={"W": "src1Width", "H": "src1Height"}, estimate="(W + 2 * H) * count")
+        self.assertEqual(emit.estimate(next(gaxpy.forms())), "const Estimate estimate = (Estimate(src1Width) + "
+                         "2 * Estimate(src1Height)) * Estimate(count);")
 
 
 class Kernels(unittest.TestCase):
@@ -187,6 +327,94 @@ class Kernels(unittest.TestCase):
         form = self.form(det, "kormDet_ma_64f_L")
         text = emit.kernel_function(form, form.kernels[0])
         self.assertIn("plainList(src, srcOffset, srcRowStride),\n        dst,\n        buffer,\n        order, count)", text)
+
+    def test_kernels_are_named_by_both_layouts(self):
+        copy = Family("Copy", "ma", "SS PS PL PP", "src dst width height count", "copy", "", "")
+        self.assertEqual({form.name: form.kernels for form in copy.forms() if form.element == "32f"}, {
+            "kormCopy_ma_32f_SS": ["v8_ownkormCopy_ma_32f_SS", "v8_ownkormCopy_ma_32f_SSS2"],
+            "kormCopy_ma_32f_PS": ["v8_ownkormCopy_ma_32f_PS", "v8_ownkormCopy_ma_32f_PSS2"],
+            "kormCopy_ma_32f_PL": ["v8_ownkormCopy_ma_32f_PL", "v8_ownkormCopy_ma_32f_PLS2"],
+            "kormCopy_ma_32f_PP": ["v8_ownkormCopy_ma_32f_PP"]})
+
+    def test_a_form_with_two_layouts_in_full(self):
+        copy = Family("Copy", "ma", "PL", "src dst width height count", "copy", "", "", order="N S C T:inner O T:objects")
+        self.assertEqual("\n\n".join(emit.functions(self.form(copy, "kormCopy_ma_32f_PL"))), """\
+int32_t v8_ownkormCopy_ma_32f_PL(
+    const float *const *src, std::ptrdiff_t srcOffset, int32_t srcObjectStride, float *const *dst,
+    int32_t dstOffset, int32_t dstRowStride, int32_t /*dstElementStride*/, int32_t width, int32_t height,
+    int32_t count) {
+    copy(
+        scatteredArray(src, srcOffset, srcObjectStride, width),
+        plainList(dst, dstOffset, dstRowStride),
+        MatrixShape{width, height}, count);
+    return korStatusOk;
+}
+
+int32_t v8_ownkormCopy_ma_32f_PLS2(
+    const float *const *src, std::ptrdiff_t srcOffset, int32_t srcObjectStride, float *const *dst,
+    int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height,
+    int32_t count) {
+    copy(
+        scatteredArray(src, srcOffset, srcObjectStride, width),
+        stridedList(dst, dstOffset, dstRowStride, dstElementStride),
+        MatrixShape{width, height}, count);
+    return korStatusOk;
+}
+
+int32_t v8_kormCopy_ma_32f_PL(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height, int32_t count) {
+    if (anyNull(src, dst)) return korStatusNullPointer;
+    if (anyBelowOne(width, height)) return korStatusBadSize;
+    if (anyBelowOne(count)) return korStatusBadCount;
+    if (anyBadStride<float>(dstRowStride, dstElementStride)) return korStatusBadStride;
+    if (anyBadOffset<float>(srcOffset, dstOffset)) return korStatusBadOffset;
+    if (count > 1 && anyBadStride<float>(srcObjectStride)) return korStatusBadStride;
+    if (allAdjacent<float>(dstElementStride)) {
+        return v8_ownkormCopy_ma_32f_PL(
+            src, srcOffset, srcObjectStride, dst, dstOffset, dstRowStride, dstElementStride, width, height,
+            count);
+    }
+    return v8_ownkormCopy_ma_32f_PLS2(
+        src, srcOffset, srcObjectStride, dst, dstOffset, dstRowStride, dstElementStride, width, height,
+        count);
+}""")
+
+    def test_an_array_form_without_driver_chooses_by_element_strides(self):
+        transpose = family("Transpose", "ma", "src width height dst count", result_width="height")
+        (entry,) = emit.entry_functions(self.form(transpose, "kormTranspose_ma_32f"))
+        self.assertTrue(entry.endswith("""\
+    if (allAdjacent<float>(srcElementStride, dstElementStride)) {
+        return v8_ownkormTranspose_ma_32f(
+            src, srcObjectStride, srcRowStride, srcElementStride, width, height, dst, dstObjectStride,
+            dstRowStride, dstElementStride, count);
+    }
+    return v8_ownkormTranspose_ma_32f_S2(
+        src, srcObjectStride, srcRowStride, srcElementStride, width, height, dst, dstObjectStride,
+        dstRowStride, dstElementStride, count);
+}"""), entry)
+        form = self.form(transpose, "kormTranspose_ma_32f_P")
+        text = emit.kernel_function(form, form.kernels[0])
+        self.assertIn("scatteredArray(src, srcOffset, srcObjectStride, width),\n"
+                      "        scatteredArray(dst, dstOffset, dstObjectStride, height),\n", text)
+
+    def test_one_kernel_for_any_element_stride(self):
+        values = family("EigenValues", "ma m", "src dstValuesRe dstValuesIm order count buffer", results="",
+                        extras={"dstValuesRe": "element *", "dstValuesIm": "element *", "buffer": "element *"},
+                        single_kernel=True)
+        form = self.form(values, "kormEigenValues_ma_32f_L")
+        self.assertEqual(form.kernels, ["v8_ownkormEigenValues_ma_32f_L"])
+        self.assertIn("stridedList(src, srcOffset, srcRowStride, srcElementStride),\n        dstValuesRe,\n        dstValuesIm,\n"
+                      "        buffer,\n        order, count);", emit.kernel_function(form, form.kernels[0]))
+        (entry,) = emit.entry_functions(self.form(values, "kormEigenValues_m_64f"))
+        self.assertNotIn("allAdjacent", entry)
+        self.assertIn("return v8_ownkormEigenValues_m_64f(", entry)
+
+    def test_a_packed_block_is_handed_on_as_it_is(self):
+        extract = family("Extract", "ta", "src dst width height count", result="block")
+        form = self.form(extract, "kormExtract_ta_32f_P")
+        self.assertIn("transposed(scatteredArray(src, srcOffset, srcObjectStride, height)),\n        dst,\n"
+                      "        MatrixShape{width, height}, count);", emit.kernel_function(form, form.kernels[0]))
 
     def test_a_shortcut_stands_between_checks_and_estimate(self):
         limits = {("standard", "32f"): below(100)}
@@ -260,15 +488,27 @@ int32_t v8_kormAdd_v3_32f(const float *src1, const float *src2, float *dst) {
         product = self.forms("Mul", "mm4x4", "src1 src2 dst", "multiply", checks="N")["kormMul_mm4x4_32f"]
         self.assertIn("if (anyNull(src1, src2, dst)) return korStatusNullPointer;", emit.functions(product)[0])
         product.family.checks = "T"
-        with self.assertRaisesRegex(ValueError, "there is no check 'T' of a fixed size"):
+        with self.assertRaisesRegex(ValueError, "there is nothing for a check 'T'"):
             list(product.checks)
+
+    def test_a_query_of_a_size(self):
+        queries = self.forms("EigenValuesGetBufSize", "-", "order size", "generalBufferSize<{scalar}>", checks="N S",
+                             types="32f 64f", more={"order": "int32_t", "size": "uint32_t *"})
+        self.assertEqual(list(queries), ["kormEigenValuesGetBufSize_32f", "kormEigenValuesGetBufSize_64f"])
+        self.assertEqual(emit.functions(queries["kormEigenValuesGetBufSize_64f"]), ["""\
+int32_t v8_kormEigenValuesGetBufSize_64f(int32_t order, uint32_t *size) {
+    if (anyNull(size)) return korStatusNullPointer;
+    if (anyBelowOne(order)) return korStatusBadSize;
+    generalBufferSize<double>(order, size);
+    return korStatusOk;
+}"""])
 
     def test_arrays_without_sizes_of_their_own(self):
         limits = {("standard", "32f"): below(100)}
         transform = Family("T", "mva", "-", "src1 src2 dst count", "transform", "", "", types="32f", result="v",
                            merges_status=True, estimate="6 * count", limits=limits, formula="formula")
         form = next(transform.forms())
-        self.assertEqual(" ".join(letter for letter, _ in form.checks), "N C T")
+        self.assertEqual(" ".join(check.letter for check in form.checks), "N C T")
         self.assertIn("plainArray(dst, dstObjectStride, noRows),\n        count);", emit.kernel_function(form, form.kernels[0]))
         self.assertIn("Statuses::merged, Scratch{}, [=](Run run, void*) {", emit.driver_function(form))
 
@@ -282,7 +522,7 @@ class Products(unittest.TestCase):
         source = family("Mul", "tam mv", PRODUCT, letters={"M": "src1Width", "K": "src1Height", "N": "src2Width"},
                         shape="Shape{M, K, N}", result_width="N", match="src1Height == src2Height", variants=rows,
                         estimate="K * N + M * count", limits=limits, formula="{dst[i,j]} = {src1[i,l]} * {src2[l,j]}",
-                        general_order={"standard": "N C S M T", "pointer": "N C S M T O"}, **rest)
+                        order="N C S M T O", **rest)
         source.kernel = "product<{}>"
         return next(form for form in source.forms() if form.name == name)
 

@@ -2,7 +2,7 @@
 
 import sys
 
-from grammar import CHECKS, Query
+from grammar import Query
 
 
 def definition(root, source, word):
@@ -26,9 +26,8 @@ def show(name, exports, root):
     print(f"  formula    {form.formula}")
     for number, argument in enumerate(form.arguments):
         print(f"  {'arguments' if number == 0 else '':10} {argument.declare()}")
-    for number, (letter, names) in enumerate(form.checks):
-        word, status = CHECKS[letter]
-        print(f"  {'checks' if number == 0 else '':10} {word:7} {status:21} {' '.join(names)}")
+    for number, check in enumerate(form.checks):
+        print(f"  {'checks' if number == 0 else '':10} {check.words:7} {check.status:21} {' '.join(check.names)}")
     for row in form.departures:
         print(f"  departure  {row.reason}")
     limit = form.limit
