@@ -12,7 +12,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "entry/lanes.h"
+#include "kernel/vec.h"
 
 namespace korm {
 

@@ -7,8 +7,8 @@
 #include "arith/runs.h"
 #include "arith/tiles.h"
 #include "arith/turned.h"
-#include "entry/known.h"
 #include "entry/views.h"
+#include "kernel/known.h"
 
 namespace korm {
 

@@ -9,23 +9,17 @@
 #include <memory>
 #include <type_traits>
 
-#include "entry/lanes.h"
 #include "entry/views.h"
+#include "kernel/vec.h"
 
 namespace korm {
-
-// `from` is a multiple of 16.
-template <class T>
-inline Lanes<T> loadAligned(const std::byte* from) {
-    return load<Lanes<T>>(std::assume_aligned<16>(from));
-}
 
 // Sources of a run, indexed by the byte distance from its start.
 template <class T>
 struct Adjacent {
     const std::byte* origin;
     [[gnu::always_inline]] Lanes<T> lanes(std::ptrdiff_t at) const { return loadLanes<T>(origin + at); }
-    [[gnu::always_inline]] Lanes<T> alignedLanes(std::ptrdiff_t at) const { return loadAligned<T>(origin + at); }
+    [[gnu::always_inline]] Lanes<T> alignedLanes(std::ptrdiff_t at) const { return loadAligned<Lanes<T>>(origin + at); }
     [[gnu::always_inline]] Lanes<T> pair(std::ptrdiff_t at) const { return loadPair(origin + at); }
     [[gnu::always_inline]] Lanes<T> end(std::ptrdiff_t last) const { return lanes(last); }
     [[gnu::always_inline]] T one(std::ptrdiff_t at) const { return load<T>(origin + at); }

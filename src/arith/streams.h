@@ -15,8 +15,8 @@
 
 #include "arith/plain.h"
 #include "arith/runs.h"
-#include "entry/known.h"
-#include "entry/lanes.h"
+#include "kernel/known.h"
+#include "kernel/vec.h"
 
 namespace korm {
 

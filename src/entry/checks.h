@@ -9,11 +9,12 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "entry/variant.h"
 #include "korm.h"
 
 static_assert(FLT_EVAL_METHOD == 0, "korm: every operation is rounded to its own type; build with SSE arithmetic");
 
-namespace korm {
+namespace korm::inline KORM_VARIANT {
 
 // The least of several numbers tells what one test of each would, in one branch and by conditional moves.
 template <class Number>
@@ -87,4 +88,4 @@ private:
     std::uint32_t bits;
 };
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT

@@ -1,4 +1,5 @@
 #include "entry/parallel.h"
+#include "entry/variant.h"
 
 #include <omp.h>
 
@@ -14,7 +15,7 @@ extern "C" void* kmpc_malloc(std::size_t size);
 extern "C" void kmpc_free(void* block);
 #endif
 
-namespace korm {
+namespace korm::inline KORM_VARIANT {
 namespace {
 
 // One block with a piece for each thread, from the OpenMP runtime.
@@ -107,4 +108,4 @@ private:
     return runTeam(count, statuses, scratch, threads, function, call);
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT

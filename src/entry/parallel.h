@@ -9,7 +9,9 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace korm {
+#include "entry/variant.h"
+
+namespace korm::inline KORM_VARIANT {
 
 struct Run {
     std::int32_t first;
@@ -88,4 +90,4 @@ T* shiftedElements(T* base, std::int32_t first, std::ptrdiff_t perObject = 1) {
     return reinterpret_cast<T*>(reinterpret_cast<std::uintptr_t>(base) + static_cast<std::uintptr_t>(distance));
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT

@@ -18,7 +18,9 @@
 #include <cstdint>
 #include <type_traits>
 
-namespace korm {
+#include "entry/variant.h"
+
+namespace korm::inline KORM_VARIANT {
 
 enum class Spacing {
     rowAdjacent,     // elements of a logical row touch: the plain layout
@@ -53,13 +55,16 @@ template <class T>
 using BytePointer = std::conditional_t<std::is_const_v<T>, const std::byte*, std::byte*>;
 
 // One object whose elements lie at fixed distances.
-template <class T, Spacing spacing>
+template <class T, Spacing spacingOf>
 struct Grid {
+    using Element = std::remove_const_t<T>;
+    static constexpr Spacing spacing = spacingOf;
+
     BytePointer<T> origin;
     std::ptrdiff_t rowStride;
     std::ptrdiff_t elementStride;
 
-    // Only bytes are promised to be there: no alignment, so elements are read by load() of lanes.h.
+    // Only bytes are promised to be there: no alignment, so elements are read by load().
     [[gnu::always_inline]] BytePointer<T> address(std::ptrdiff_t i, std::ptrdiff_t j) const {
         constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
         if constexpr (spacing == Spacing::rowAdjacent) return origin + i * rowStride + j * size;
@@ -71,6 +76,9 @@ struct Grid {
 // One object of the pointer layout.
 template <class T, bool transposed>
 struct Scatter {
+    using Element = std::remove_const_t<T>;
+    static constexpr Spacing spacing = Spacing::scattered;
+
     T* const* table;
     std::ptrdiff_t offset;
     std::ptrdiff_t pitch;  // table entries in a stored row
@@ -221,4 +229,4 @@ auto transposed(ScatterView<T, objects, false> view) {
     return ScatterView<T, objects, true>{view.table, view.offset, view.objectStride, view.pitch};
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT

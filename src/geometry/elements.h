@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "entry/lanes.h"
+#include "kernel/vec.h"
 
 namespace korm {
 

@@ -9,8 +9,8 @@
 
 #include <type_traits>
 
-#include "entry/known.h"
 #include "geometry/elements.h"
+#include "kernel/known.h"
 
 namespace korm {
 

@@ -1,10 +1,10 @@
 // Closed-form inverses: the adjugate times the reciprocal of the determinant, over any scalar.
 #pragma once
 
+#include "kernel/scalar.h"
 #include "linalg/minors.h"
-#include "linalg/scalars.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // How a path comes by the reciprocal of a determinant or a pivot. The approximate ones are the processor's 12 bits
 // and one Newton step, whose two forms round differently.
@@ -105,4 +105,4 @@ template <int n, Reciprocal kind, Minus minus, class S>
     return true;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

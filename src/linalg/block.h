@@ -7,10 +7,10 @@
 //               (   -S' w        S' )     w = C P'
 #pragma once
 
+#include "kernel/scalar.h"
 #include "linalg/adjugate.h"
-#include "linalg/scalars.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // The columns that were exchanged for one pivot: at most one mask is set for each object.
 template <int n, class S>
@@ -139,4 +139,4 @@ template <int n, class S>
     return true;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

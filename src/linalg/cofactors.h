@@ -8,13 +8,14 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "entry/lanes.h"
 #include "entry/views.h"
+#include "kernel/scalar.h"
+#include "kernel/vec.h"
 #include "korm.h"
 #include "linalg/rows.h"
-#include "linalg/scalars.h"
+#include "linalg/tolerance.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // A square matrix in the buffer, with the positions of its rows behind the room for the largest one.
 template <class T>
@@ -98,13 +99,13 @@ template <class S, class A>
 [[gnu::always_inline]] inline void readMinors(const A& src, Minors<S>& minors, std::ptrdiff_t n, std::ptrdiff_t row,
                                               std::ptrdiff_t column) {
     using T = ElementOf<S>;
-    const S without = broadcast(static_cast<T>(column)) + numbered<T>();
+    const S without = all<S>(static_cast<T>(column)) + laneNumbers<S>();
     const auto element = [&](std::ptrdiff_t i, std::ptrdiff_t j) {
-        return broadcast(load<T>(src.address(i + (i >= row), j)));
+        return all<S>(load<T>(src.address(i + (i >= row), j)));
     };
     for (std::ptrdiff_t i = 0; i < n - 1; ++i)
         for (std::ptrdiff_t j = 0; j < n - 1; ++j)
-            minors[i][j] = chosen(broadcast(static_cast<T>(j)) >= without, element(i, j + 1), element(i, j));
+            minors[i][j] = chosen(all<S>(static_cast<T>(j)) >= without, element(i, j + 1), element(i, j));
 }
 
 // eliminateRows in lanes, with rows exchanged instead of their positions; false if a pivot of any lane is too small.
@@ -195,4 +196,4 @@ template <class T, class A, class D>
     return korStatusOk;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

@@ -5,7 +5,7 @@
 #include "linalg/invert.h"
 #include "linalg/lu_general.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 void v8_a6_Det_m_32f_3x3(const float* src, std::ptrdiff_t rowStride, float* dst) {
     store(reinterpret_cast<std::byte*>(dst), extendedDeterminantOf<3, float>(plain(src, rowStride).at(0)));
@@ -104,4 +104,4 @@ std::int32_t v8_ownkormInvert_m_32f_4x4_loop2(const float* src, std::ptrdiff_t s
     return invertPair(plainArray(src, srcObjectStride, 16), plainArray(dst, dstObjectStride, 16));
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

@@ -7,7 +7,7 @@
 
 #include "entry/views.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 template <class T>
 using PlainObject = Grid<T, Spacing::rowAdjacent>;
@@ -93,4 +93,4 @@ inline std::int32_t inverseCore(const TableObject<const float>& src, const Table
 inline std::int32_t inverseCore(const TableObject<const double>& src, const TableObject<double>& dst, double* buffer, std::int32_t order) { return v8_ownkormInvert_m_64f_P_com(src, dst, buffer, order); }
 // clang-format on
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

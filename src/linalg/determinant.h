@@ -9,17 +9,17 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "entry/lanes.h"
 #include "entry/views.h"
+#include "kernel/groups.h"
+#include "kernel/scalar.h"
+#include "kernel/vec.h"
 #include "linalg/cores.h"
-#include "linalg/groups.h"
 #include "linalg/minors.h"
-#include "linalg/objects.h"
 #include "linalg/order2.h"
 #include "linalg/rows.h"
-#include "linalg/scalars.h"
+#include "linalg/tolerance.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // --- Closed form in the element's type ------------------------------------------------------------
 
@@ -98,15 +98,15 @@ template <int n, class View>
 [[gnu::noinline]] void closedDeterminants(const View& src, std::byte* dst, std::ptrdiff_t count) {
     using T = typename View::Element;
     std::ptrdiff_t k = 0;
-    if constexpr (View::objects != Objects::single)
+    if constexpr (!isShared<View>)
         for (; k + laneCount<T> <= count; k += laneCount<T>) {
             Lanes<T> a[n][n];
-            readSquares(groupAt<laneCount<T>>(src, k), a);
+            readMatrices(groupAt<laneCount<T>>(src, k), a);
             storeLanes(resultOf<View>(dst, k), closedDeterminant(a));
         }
     for (; k < count; ++k) {
         T a[n][n];
-        readSquare<n>(src.at(k), a);
+        readMatrix(src.at(k), a);
         store(resultOf<View>(dst, k), closedDeterminant(a));
     }
 }
@@ -122,8 +122,8 @@ template <int n, class View>
 template <int n, class View>
 [[gnu::always_inline]] inline void sizedDeterminants(const View& src, std::byte* dst, std::ptrdiff_t count) {
     constexpr bool plainFloatArray =
-        isPlain<View> && View::objects == Objects::stepped && std::is_same_v<typename View::Element, float>;
-    if constexpr (!isPlain<View> || (n == 3 && plainFloatArray)) {
+        isAdjacent<View> && View::objects == Objects::stepped && std::is_same_v<typename View::Element, float>;
+    if constexpr (!isAdjacent<View> || (n == 3 && plainFloatArray)) {
         closedDeterminants<n>(src, dst, count);
     } else if constexpr (n == 4 && plainFloatArray) {
         // Aligned matrices go in pairs, an odd last one is left to extended precision.
@@ -143,7 +143,7 @@ template <class View>
     const Lanes<T> tiny = broadcast(tolerance<T>(2));
     const auto together = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
         Lanes<T> a[2][2], determinants;
-        readSquares(groupAt<laneCount<T>>(src, k), a);
+        readMatrices(groupAt<laneCount<T>>(src, k), a);
         if (!determinantOrder2(a, tiny, determinants)) return false;
         storeLanes(resultOf<View>(dst, k), determinants);
         return true;
@@ -153,7 +153,7 @@ template <class View>
               eliminatedDeterminant<Search::exact, Vanishing::signedZero, T>(src.at(k), buffer, 2));
         return korStatusOk;
     };
-    inGroups<laneCount<T>>(0, count, together, each);
+    inGroups<laneCount<T>>(count, together, each);
 }
 
 template <class View, class Count>
@@ -163,7 +163,7 @@ template <class View, class Count>
     auto* const dst = reinterpret_cast<std::byte*>(results);
     switch (order) {
         case 2:
-            if constexpr (!isOne<Count>) return determinantsOrder2(src, dst, buffer, count);
+            if constexpr (!isOneObject<Count>) return determinantsOrder2(src, dst, buffer, count);
             break;
         case 3: return sizedDeterminants<3>(src, dst, count);
         case 4: return sizedDeterminants<4>(src, dst, count);
@@ -172,11 +172,11 @@ template <class View, class Count>
         default: break;
     }
     // The single form of doubles alone has the odd search; all single forms have a plain zero.
-    constexpr bool single = isOne<Count>;
-    constexpr Search search = single && isPlain<View> ? Search::single : Search::exact;
+    constexpr bool single = isOneObject<Count>;
+    constexpr Search search = single && isAdjacent<View> ? Search::single : Search::exact;
     constexpr Vanishing vanishing = single ? Vanishing::zero : Vanishing::signedZero;
     for (std::ptrdiff_t k = 0; k < count; ++k)
         store(resultOf<View>(dst, k), eliminatedDeterminant<search, vanishing, T>(src.at(k), buffer, order));
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

@@ -1,9 +1,9 @@
 // Elimination with row pivoting on square matrices of known order, over any scalar.
 #pragma once
 
-#include "linalg/scalars.h"
+#include "kernel/scalar.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // The rows that take part in an exchange with row k: at most one mask is set for each object.
 template <int n, class S>
@@ -83,4 +83,4 @@ template <int n, class S>
     return any(tiny > magnitude(a[n - 1][n - 1])) ? n - 1 : n;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

@@ -6,11 +6,11 @@
 
 #include <cstddef>
 
-#include "entry/lanes.h"
 #include "entry/views.h"
+#include "kernel/vec.h"
 #include "linalg/minors.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // Says that what is in memory, and in a local array too, may have changed, so that it is loaded again instead of being
 // kept. Widening is free on the way into the unit; without this gcc keeps widened elements in memory at 80 bits, at four
@@ -201,4 +201,4 @@ template <int n, class T>
     else return extendedDeterminant<n>(matrix);
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

@@ -6,18 +6,18 @@
 #include <cstdint>
 #include <limits>
 
-#include "entry/lanes.h"
 #include "entry/views.h"
+#include "kernel/groups.h"
+#include "kernel/scalar.h"
+#include "kernel/vec.h"
 #include "korm.h"
 #include "linalg/adjugate.h"
 #include "linalg/block.h"
 #include "linalg/cores.h"
-#include "linalg/groups.h"
-#include "linalg/objects.h"
 #include "linalg/order2.h"
-#include "linalg/scalars.h"
+#include "linalg/tolerance.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // What the closed forms of orders 3 to 6 do differently.
 struct InversePath {
@@ -31,7 +31,7 @@ template <int n, class A>
 constexpr InversePath inversePath() {
     using T = typename A::Element;
     constexpr int tol = 2 * n * n * n;
-    if (!isPlain<A>) return {false, Reciprocal::divided, Minus::subtracted, tol};
+    if (!isAdjacent<A>) return {false, Reciprocal::divided, Minus::subtracted, tol};
     if (std::is_same_v<T, double>)
         return {false, Reciprocal::divided, n == 4 ? Minus::flipped : Minus::subtracted, n < 5 ? 2 * tol : tol};
     if (n > 4) return {true, Reciprocal::newton4, Minus::subtracted, tol};
@@ -57,16 +57,16 @@ template <InversePath path, int n, class S>
 template <int n, InversePath path, class T, class A, class D>
 [[gnu::noinline]] std::int32_t invertObject(const A& src, const D& dst) {
     T a[n][n], inverse[n][n];
-    readSquare<n>(src, a);
+    readMatrix(src, a);
     if (invertSized<path>(a, inverse)) {
-        writeSquare<n>(dst, inverse);
+        writeMatrix(dst, inverse);
         return korStatusOk;
     }
     // The block form has the destination's first rows as its working rows.
     if constexpr (path.blocks)
         for (int i = 0; i < n - 4; ++i) {
-            readRow<n>(src, i, a[i]);
-            writeRow<n>(dst, i, a[i]);
+            readRow(src, i, a[i]);
+            writeRow(dst, i, a[i]);
         }
     return korStatusSingular;
 }
@@ -74,7 +74,7 @@ template <int n, InversePath path, class T, class A, class D>
 // Packed and aligned floats of order 4 are tested two at a time: neither of a pair is written if one is singular.
 template <class A, class D>
 [[gnu::always_inline]] inline bool invertsInPairs(const A& src, const D& dst) {
-    if constexpr (isPlain<A> && A::objects == Objects::stepped && std::is_same_v<typename A::Element, float>) {
+    if constexpr (isAdjacent<A> && A::objects == Objects::stepped && std::is_same_v<typename A::Element, float>) {
         const auto bits = reinterpret_cast<std::intptr_t>(src.origin) | reinterpret_cast<std::intptr_t>(dst.origin) |
                           src.objectStride | dst.objectStride;
         return bits % 16 == 0 && src.rowStride == 16 && dst.rowStride == 16;
@@ -87,13 +87,13 @@ template <class A, class D>
 template <class A, class D>
 [[gnu::always_inline]] inline std::int32_t invertPair(const A& src, const D& dst) {
     float a[4][4], first[4][4], second[4][4];
-    readSquare<4>(src.at(0), a);
+    readMatrix(src.at(0), a);
     bool regular = invertSized<inversePath<4, A>()>(a, first);
-    readSquare<4>(src.at(1), a);
+    readMatrix(src.at(1), a);
     regular = invertSized<inversePath<4, A>()>(a, second) && regular;
     if (!regular) return korStatusSingular;
-    writeSquare<4>(dst.at(0), first);
-    writeSquare<4>(dst.at(1), second);
+    writeMatrix(dst.at(0), first);
+    writeMatrix(dst.at(1), second);
     return korStatusOk;
 }
 
@@ -111,13 +111,13 @@ template <int n, class T, class A, class D>
             fetchAhead<lanes, bytes>(src, k);
             fetchAhead<lanes, bytes>(dst, k);
         }
-        readSquares(groupAt<lanes>(src, k), a);
+        readMatrices(groupAt<lanes>(src, k), a);
         if (!invertSized<path>(a, inverse)) return false;
-        writeSquares(groupAt<lanes>(dst, k), inverse);
+        writeMatrices(groupAt<lanes>(dst, k), inverse);
         return true;
     };
     const auto each = [&](std::ptrdiff_t k) { return invertObject<n, path, T>(src.at(k), dst.at(k)); };
-    if constexpr (n == 4 && isPlain<A> && std::is_same_v<T, float>) {
+    if constexpr (n == 4 && isAdjacent<A> && std::is_same_v<T, float>) {
         const auto pair = [&](std::ptrdiff_t k) {
             return v8_ownkormInvert_m_32f_4x4_loop2(reinterpret_cast<const float*>(src.at(k).origin), src.objectStride,
                                                     reinterpret_cast<float*>(dst.at(k).origin), dst.objectStride);
@@ -131,7 +131,7 @@ template <int n, class T, class A, class D>
             return k < count ? each(k) : korStatusOk;
         }
     }
-    return inGroups<lanes>(0, count, together, each);
+    return inGroups<lanes>(count, together, each);
 }
 
 template <int n, class T, class A, class D>
@@ -139,7 +139,7 @@ template <int n, class T, class A, class D>
     // Packed matrices of order 3 have a loop of their own, in which the distance of rows is known: where one loop
     // serves all, gcc takes results apart before it asks how to write them, which costs a seventh of the time. At order
     // 5 that doesn't show, and even orders are written by rows in any case.
-    if constexpr (n == 3 && isPlain<A>) {
+    if constexpr (n == 3 && isAdjacent<A>) {
         constexpr std::ptrdiff_t packed = n * sizeof(T);
         if (src.rowStride == packed && dst.rowStride == packed) {
             src.rowStride = dst.rowStride = packed;
@@ -157,19 +157,19 @@ template <class A, class D>
     const Lanes<T> tiny = broadcast(tolerance<T>(2));
     const auto together = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
         Lanes<T> a[2][2], inverse[2][2];
-        readSquares(groupAt<lanes>(src, k), a);
+        readMatrices(groupAt<lanes>(src, k), a);
         if (!invertOrder2(a, tiny, inverse)) return false;
-        writeSquares(groupAt<lanes>(dst, k), inverse);
+        writeMatrices(groupAt<lanes>(dst, k), inverse);
         return true;
     };
-    return inGroups<lanes>(0, count, together,
+    return inGroups<lanes>(count, together,
                            [&](std::ptrdiff_t k) { return inverseCore(src.at(k), dst.at(k), buffer, 2); });
 }
 
 template <int n, class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t invertObjects(const A& src, const D& dst, Count count) {
     using T = typename D::Element;
-    if constexpr (isOne<Count>) return invertObject<n, inversePath<n, A>(), T>(src.at(0), dst.at(0));
+    if constexpr (isOneObject<Count>) return invertObject<n, inversePath<n, A>(), T>(src.at(0), dst.at(0));
     else return invertArray<n, T>(src, dst, count);
 }
 
@@ -178,7 +178,7 @@ template <class A, class D, class Count>
                                                    Count count) {
     switch (order) {
         case 2:
-            if constexpr (!isOne<Count>) return invertArrayOrder2(src, dst, buffer, count);
+            if constexpr (!isOneObject<Count>) return invertArrayOrder2(src, dst, buffer, count);
             break;
         case 3: return invertObjects<3>(src, dst, count);
         case 4: return invertObjects<4>(src, dst, count);
@@ -204,4 +204,4 @@ template <class A, class D, class Count>
     return korStatusOk;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

@@ -5,16 +5,15 @@
 #include <cstdint>
 #include <limits>
 
-#include "entry/lanes.h"
 #include "entry/views.h"
+#include "kernel/groups.h"
+#include "kernel/vec.h"
 #include "korm.h"
 #include "linalg/cores.h"
 #include "linalg/elimination.h"
-#include "linalg/groups.h"
-#include "linalg/objects.h"
 #include "linalg/order2.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // --- Orders 3 to 6 ------------------------------------------------------------------------------
 
@@ -24,11 +23,11 @@ template <int n, class T, class A, class D>
 [[gnu::noinline]] std::int32_t luSized(const A& src, const D& dst, std::byte* pivots) {
     T a[n][n];
     std::int32_t row[n];
-    readSquare<n>(src, a);
+    readMatrix(src, a);
     const int finished = eliminate<n>(a, row, 2 * std::numeric_limits<T>::min());
     for (int k = 0; k < n; ++k) store(pivots + 4 * k, row[k]);
     if (!isScattered<D> || finished == n)
-        for (int k = 0; k < finished; ++k) writeRow<n>(dst, row[k], a[k]);
+        for (int k = 0; k < finished; ++k) writeRow(dst, row[k], a[k]);
     return finished == n ? korStatusOk : korStatusSingular;
 }
 
@@ -41,26 +40,32 @@ template <int n, class S>
     else return eliminate<n>(a, row, all<S>(2 * std::numeric_limits<T>::min())) == n;
 }
 
-template <int n>
-[[gnu::always_inline]] inline void writeIndices(const Targets<4>& to, const Int4 (&index)[n]) {
-    Float4 bits[n];
-#pragma GCC unroll 6
-    for (int k = 0; k < n; ++k) bits[k] = reinterpret_cast<Float4>(index[k]);
-    writeRun<n>(to, bits);
-}
-
-template <int n>
-[[gnu::always_inline]] inline void writeIndices(const Targets<2>& to, const Long2 (&index)[n]) {
-    const auto half = [&](int k) { return reinterpret_cast<Float4>(index[k]); };
-#pragma GCC unroll 3
-    for (int k = 0; k + 2 <= n; k += 2) {
-        const Float4 pairs = __builtin_shufflevector(half(k), half(k + 1), 0, 4, 2, 6);
-        storeLowPair(to.at[0] + 4 * k, pairs);
-        storeHighPair(to.at[1] + 4 * k, pairs);
-    }
-    if constexpr (n % 2 != 0) {
-        store(to.at[0] + 4 * (n - 1), static_cast<std::int32_t>(index[n - 1][0]));
-        store(to.at[1] + 4 * (n - 1), static_cast<std::int32_t>(index[n - 1][1]));
+// `index` has as many bits in a lane as the matrix's elements, memory has 32.
+template <class Index, int n>
+[[gnu::always_inline]] inline void writeIndices(const Places<std::byte, lanesOf<Index>>& to, const Index (&index)[n]) {
+    if constexpr (sizeof(Index) > 16) {
+        HalfOf<Index> low[n], high[n];
+        unrolled<n>([&](auto k) __attribute__((always_inline)) {
+            low[k] = lowHalf(index[k]);
+            high[k] = highHalf(index[k]);
+        });
+        writeIndices(to.half(0), low);
+        writeIndices(to.half(1), high);
+    } else if constexpr (lanesOf<Index> == 4) {
+        Float4 bits[n];
+        unrolled<n>([&](auto k) __attribute__((always_inline)) { bits[k] = reinterpret_cast<Float4>(index[k]); });
+        writeRun<n>(to, bits);
+    } else {
+        const auto bits = [&](int k) { return reinterpret_cast<Float4>(index[k]); };
+        unrolled<n / 2>([&](auto p) __attribute__((always_inline)) {
+            const Float4 pairs = __builtin_shufflevector(bits(2 * p), bits(2 * p + 1), 0, 4, 2, 6);
+            storeLowPair(to.at[0] + 8 * p, pairs);
+            storeHighPair(to.at[1] + 8 * p, pairs);
+        });
+        if constexpr (n % 2 != 0)
+            unrolled<2>([&](auto l) __attribute__((always_inline)) {
+                store(to.at[l] + 4 * (n - 1), static_cast<std::int32_t>(index[n - 1][l.value]));
+            });
     }
 }
 
@@ -77,11 +82,10 @@ template <int n, class T, class A, class D>
             fetchAhead<lanes, bytes>(src, k);
             fetchAhead<lanes, bytes>(dst, k);
         }
-        readSquares(groupAt<lanes>(src, k), a);
+        readMatrices(groupAt<lanes>(src, k), a);
         if (!factorGroup(a, row)) return false;
-        Targets<lanes> to;
-#pragma GCC unroll 4
-        for (int l = 0; l < lanes; ++l) to.at[l] = pivots + 4 * n * (k + l);
+        Places<std::byte, lanes> to;
+        unrolled<lanes>([&](auto l) __attribute__((always_inline)) { to.at[l] = pivots + 4 * n * (k + l); });
         writeIndices(to, row);
         const auto results = groupAt<lanes>(dst, k);
 #pragma GCC unroll 6
@@ -94,14 +98,14 @@ template <int n, class T, class A, class D>
         if constexpr (n <= 2) return luCore(src.at(k), dst.at(k), pivots + 4 * n * k, n);
         else return luSized<n, T>(src.at(k), dst.at(k), pivots + 4 * n * k);
     };
-    return inGroups<lanes>(0, count, together, each);
+    return inGroups<lanes>(count, together, each);
 }
 
 // --- Choice ---------------------------------------------------------------------------------------
 
 template <int n, class T, class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t luObjects(const A& src, const D& dst, std::byte* pivots, Count count) {
-    if constexpr (isOne<Count>) return luSized<n, T>(src.at(0), dst.at(0), pivots);
+    if constexpr (isOneObject<Count>) return luSized<n, T>(src.at(0), dst.at(0), pivots);
     else return luArray<n, T>(src, dst, pivots, count);
 }
 
@@ -110,7 +114,7 @@ template <class A, class D, class Count>
                                                            Count count) {
     using T = typename D::Element;
     auto* const bytes = reinterpret_cast<std::byte*>(pivots);
-    if constexpr (!isOne<Count>) {
+    if constexpr (!isOneObject<Count>) {
         if (order == 1) return luArray<1, T>(src, dst, bytes, count);
         if (order == 2) return luArray<2, T>(src, dst, bytes, count);
     }
@@ -128,4 +132,4 @@ template <class A, class D, class Count>
     return korStatusOk;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

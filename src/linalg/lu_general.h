@@ -6,11 +6,11 @@
 #include <cstdint>
 #include <limits>
 
-#include "entry/lanes.h"
+#include "kernel/vec.h"
 #include "korm.h"
 #include "linalg/rows.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // Eliminates in the destination. The tolerance is absolute and far above that of the orders 3 to 6, on purpose. Views
 // come by value: behind a reference a store might change them, and each address would be computed anew.
@@ -39,4 +39,4 @@ std::int32_t luGeneral(A src, D dst, std::byte* pivots, std::ptrdiff_t n) {
     return tiny >= std::fabs(load<T>(dst.address(row(n - 1), n - 1))) ? korStatusSingular : korStatusOk;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

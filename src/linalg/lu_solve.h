@@ -4,15 +4,14 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "entry/known.h"
-#include "entry/lanes.h"
 #include "entry/views.h"
-#include "linalg/groups.h"
+#include "kernel/groups.h"
+#include "kernel/known.h"
+#include "kernel/scalar.h"
+#include "kernel/vec.h"
 #include "linalg/lu_solve_general.h"
-#include "linalg/objects.h"
-#include "linalg/scalars.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // --- Orders 3 to 6 ------------------------------------------------------------------------------
 
@@ -57,7 +56,7 @@ template <int n, class T, class A, class B, class D>
     for (int k = 0; k < n; ++k) scale[k] = a[k][k];
     readPivotedVector(src, pivots, v);
     sweep<false>(a, scale, v);
-    writeRow<n>(dst, 0, v);
+    writeRow(dst, 0, v);
 }
 
 // Objects in lanes: each lane has a matrix, pivots and a vector of its own.
@@ -79,12 +78,11 @@ template <int n, class T, class A, class B, class D>
         for (int k = 0; k < n; ++k) {
             const auto row = [&](int l) { return load<std::int32_t>(own + 4 * (n * l + k)); };
             readRows(matrices, row, a[k]);
-            v[k] = gatherOne<S>(vectors.addressAt(row), 0);
+            v[k] = readElement<S>(vectors.at(sameRow(0), row));
             scale[k] = a[k][k];
         }
         sweep<false>(a, scale, v);
-        writeRows(
-            groupAt<lanes>(dst, t), [](int) { return 0; }, v);
+        writeRows(groupAt<lanes>(dst, t), sameRow(0), v);
     }
     for (; t < count; ++t) luSolveSized<n, T>(matrix.at(t), src.at(t), dst.at(t), pivots + 4 * n * t);
 }
@@ -111,16 +109,15 @@ template <int n, class T, class A, class B, class D>
         S v[n];
         const auto vectors = groupAt<lanes>(src, t);
 #pragma GCC unroll 6
-        for (int k = 0; k < n; ++k) v[k] = gatherOne<S>(vectors.address(0, load<std::int32_t>(pivots + 4 * k)), 0);
+        for (int k = 0; k < n; ++k) v[k] = readElement<S>(vectors.at(0, load<std::int32_t>(pivots + 4 * k)));
         sweep<true>(everywhere, scales, v);
-        writeRows(
-            groupAt<lanes>(dst, t), [](int) { return 0; }, v);
+        writeRows(groupAt<lanes>(dst, t), sameRow(0), v);
     }
     for (; t < count; ++t) {
         T v[n];
         readPivotedVector(src.at(t), pivots, v);
         sweep<true>(a, scale, v);
-        writeRow<n>(dst.at(t), 0, v);
+        writeRow(dst.at(t), 0, v);
     }
 }
 
@@ -129,8 +126,8 @@ template <int n, class T, class A, class B, class D>
 template <int n, class T, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void luSolveObjects(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
                                                   Count count) {
-    if constexpr (isOne<Count>) luSolveSized<n, T>(matrix.at(0), src.at(0), dst.at(0), pivots);
-    else if constexpr (A::objects == Objects::single) luSolveVectors<n, T>(matrix, src, dst, pivots, count);
+    if constexpr (isOneObject<Count>) luSolveSized<n, T>(matrix.at(0), src.at(0), dst.at(0), pivots);
+    else if constexpr (isShared<A>) luSolveVectors<n, T>(matrix, src, dst, pivots, count);
     else luSolveArray<n, T>(matrix, src, dst, pivots, count);
 }
 
@@ -142,7 +139,7 @@ template <class A, class B, class D, class Count>
     const auto* const bytes = reinterpret_cast<const std::byte*>(pivots);
     // Orders 1 and 2 of arrays are the general case with the order known, so that no loop over rows is left: that takes
     // half the time.
-    if constexpr (!isOne<Count>) {
+    if constexpr (!isOneObject<Count>) {
         if (order == 1) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<1>(), count);
         if (order == 2) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<2>(), count);
     }
@@ -153,8 +150,8 @@ template <class A, class B, class D, class Count>
         case 6: return luSolveObjects<6, T>(matrix, src, dst, bytes, count);
         default: break;
     }
-    if constexpr (isOne<Count>) luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, order);
+    if constexpr (isOneObject<Count>) luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, order);
     else luSolveManyGeneral<T>(matrix, src, dst, bytes, static_cast<std::ptrdiff_t>(order), count);
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

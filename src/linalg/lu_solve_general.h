@@ -2,37 +2,39 @@
 // same order of additions.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
-#include "entry/lanes.h"
 #include "entry/views.h"
-#include "linalg/groups.h"
-#include "linalg/objects.h"
+#include "kernel/groups.h"
+#include "kernel/scalar.h"
+#include "kernel/vec.h"
 #include "linalg/rows.h"
-#include "linalg/scalars.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // --- Sums of products -----------------------------------------------------------------------------
 
 // Long sums of adjacent elements run in this many partial sums, from where the work vector reaches a multiple of 16
-// bytes on. Where that is decides about the rounding, so it depends on the address.
+// bytes on. Where that is decides about the rounding, so it depends on the address. Results rest on both numbers: neither
+// is a matter of how wide vectors are.
 inline constexpr std::ptrdiff_t block = 8;
+inline constexpr std::ptrdiff_t blockAlignment = 16;
 
 // The column where blocks begin; `end` if the sum has none.
 template <class T, class D>
 [[gnu::always_inline]] inline std::ptrdiff_t blocksFrom(const D& work, std::ptrdiff_t first, std::ptrdiff_t end) {
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
     const auto address = reinterpret_cast<std::intptr_t>(work.address(0, first));
-    const std::ptrdiff_t aligned = first + (-address & 15) / size;
+    const std::ptrdiff_t aligned = first + (-address & (blockAlignment - 1)) / size;
     return address % size == 0 && end - aligned >= block ? aligned : end;
 }
 
-// The sum of eight partial sums, for one object from vectors of them, or for objects in lanes.
+// The sum of eight partial sums, for one object from vectors of 16 bytes of them, or for objects in lanes.
 [[gnu::always_inline]] inline float folded(const Float4 (&part)[2]) {
     const Float4 v = part[0] + part[1];
-    const Float4 w = v + __builtin_shufflevector(v, v, 2, 3, 2, 3);
+    const Float4 w = v + highPairTwice(v);
     return w[0] + w[1];
 }
 
@@ -41,12 +43,10 @@ template <class T, class D>
     return w[0] + w[1];
 }
 
-[[gnu::always_inline]] inline Float4 folded(const Float4 (&p)[8]) {
-    return ((p[0] + p[4]) + (p[2] + p[6])) + ((p[1] + p[5]) + (p[3] + p[7]));
-}
-
-[[gnu::always_inline]] inline Double2 folded(const Double2 (&p)[8]) {
-    return ((p[0] + p[2]) + (p[4] + p[6])) + ((p[1] + p[3]) + (p[5] + p[7]));
+template <class S>
+[[gnu::always_inline]] inline S folded(const S (&p)[block]) {
+    if constexpr (isFloat<ElementOf<S>>) return ((p[0] + p[4]) + (p[2] + p[6])) + ((p[1] + p[5]) + (p[3] + p[7]));
+    else return ((p[0] + p[2]) + (p[4] + p[6])) + ((p[1] + p[3]) + (p[5] + p[7]));
 }
 
 // --- One object -----------------------------------------------------------------------------------
@@ -58,18 +58,19 @@ template <class T, class A, class D>
     const auto term = [&](std::ptrdiff_t j) { return load<T>(matrix.address(row, j)) * load<T>(work.address(0, j)); };
     T sum = 0;
     std::ptrdiff_t j = first;
-    if constexpr (hasAdjacentElements<A> && hasAdjacentElements<D>) {
+    if constexpr (isAdjacent<A> && isAdjacent<D>) {
         const std::ptrdiff_t aligned = blocksFrom<T>(work, first, end);
         if (aligned < end) {
             for (; j < aligned; ++j) sum = sum + term(j);
-            constexpr int vectors = block / laneCount<T>;
-            Lanes<T> part[vectors] = {};
+            using V = Vec<T, 16 / sizeof(T)>;
+            constexpr int vectors = block / lanesOf<V>;
+            V part[vectors] = {};
             part[0][0] = sum;
             for (; end - j >= block; j += block)
 #pragma GCC unroll 4
                 for (int v = 0; v < vectors; ++v) {
-                    const std::ptrdiff_t at = j + v * laneCount<T>;
-                    part[v] = part[v] + loadLanes<T>(matrix.address(row, at)) * loadLanes<T>(work.address(0, at));
+                    const std::ptrdiff_t at = j + v * lanesOf<V>;
+                    part[v] = part[v] + load<V>(matrix.address(row, at)) * load<V>(work.address(0, at));
                 }
             sum = folded(part);
         }
@@ -98,7 +99,8 @@ template <class T, class A, class B, class D>
 
 // Each sum is a chain of additions and each row ends in a division, so several vectors are in flight. Their work vectors
 // lie on the stack, which bounds the order.
-inline constexpr int mostInLanes = 8;
+template <class T>
+inline constexpr int mostInLanes = laneCount<T> < 8 ? 8 : laneCount<T>;
 inline constexpr std::ptrdiff_t greatestInLanes = 64;
 
 template <class S>
@@ -108,8 +110,8 @@ using RowNumbers = std::int32_t[lanesOf<S>];
 template <class S, class Matrices>
 [[gnu::always_inline]] inline S elements(const Matrices& matrices, const RowNumbers<S>& row, std::ptrdiff_t j) {
     if constexpr (requires { matrices.object; })
-        return gatherOne<S>(matrices.addressOf([&](int l) { return row[l]; }, j), 0);
-    else return broadcast(load<ElementOf<S>>(matrices.address(row[0], j)));
+        return readElement<S>(matrices.at([&](int l) { return row[l]; }, sameRow(j)));
+    else return all<S>(load<ElementOf<S>>(matrices.address(row[0], j)));
 }
 
 // sumOfProducts, with `term` giving those of all lanes.
@@ -137,10 +139,10 @@ template <class T, class A, class B, class D, class Order>
                                     Order n) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
-    constexpr bool oneMatrix = A::objects == Objects::single;
-    S work[mostInLanes / lanes][greatestInLanes];
+    constexpr bool oneMatrix = isShared<A>;
+    S work[mostInLanes<T> / lanes][greatestInLanes];
     const auto blocksOf = [&](std::ptrdiff_t first, std::ptrdiff_t end) {
-        if constexpr (isPlain<A>) return blocksFrom<T>(dst.at(t), first, end);
+        if constexpr (isAdjacent<A>) return blocksFrom<T>(dst.at(t), first, end);
         else return end;
     };
     const auto matricesOf = [&](int v) __attribute__((always_inline)) {
@@ -159,7 +161,8 @@ template <class T, class A, class B, class D, class Order>
             readRowNumbers(v, k, row);
             const auto matrices = matricesOf(v);
             const auto term = [&](std::ptrdiff_t j) { return elements<S>(matrices, row, j) * work[v][j]; };
-            const S y = gatherOne<S>(groupAt<lanes>(src, t + v * lanes).addressAt([&](int l) { return row[l]; }), 0);
+            const S y =
+                readElement<S>(groupAt<lanes>(src, t + v * lanes).at(sameRow(0), [&](int l) { return row[l]; }));
             work[v][k] = k == 0 ? y : y - sumInLanes<S>(term, 0, blocks, k);
         }
     }
@@ -178,9 +181,9 @@ template <class T, class A, class B, class D, class Order>
     for (int v = 0; v < vectors; ++v) {
         const auto results = groupAt<lanes>(dst, t + v * lanes);
         std::ptrdiff_t k = 0;
-        if constexpr (isPlain<A>)
-            for (; k + lanes <= n; k += lanes) writeRun<lanes>(results.address(0, k), work[v] + k);
-        for (; k < n; ++k) writeOne(results.address(0, k), 0, work[v][k]);
+        if constexpr (isAdjacent<A>)
+            for (; k + lanes <= n; k += lanes) writeRun<lanes>(results.at(0, k), work[v] + k);
+        for (; k < n; ++k) writeElement(results.at(0, k), 0, work[v][k]);
     }
 }
 
@@ -188,21 +191,21 @@ template <class T, class A, class B, class D, class Order>
 template <class A, class D>
 [[gnu::always_inline]] inline bool haveSameSums(const A&, const D& dst, std::ptrdiff_t t, std::ptrdiff_t objects,
                                                 std::ptrdiff_t n) {
-    if (!isPlain<A> || n <= block) return true;
+    if (!isAdjacent<A> || n <= block) return true;
     std::intptr_t differences = 0;
     const auto place = [&](std::ptrdiff_t k) { return reinterpret_cast<std::intptr_t>(dst.at(k).address(0, 0)); };
     for (std::ptrdiff_t k = t + 1; k < t + objects; ++k) differences |= place(k) ^ place(t);
-    return differences % 16 == 0;
+    return differences % blockAlignment == 0;
 }
 
 template <class T, class A, class B, class D, class Order>
 [[gnu::noinline]] void luSolveManyGeneral(const A& matrix, const B& src, const D& dst, const std::byte* pivots, Order n,
                                           std::ptrdiff_t count) {
     constexpr int lanes = laneCount<T>;
-    const std::ptrdiff_t pivotsApart = A::objects == Objects::single ? 0 : 4 * n;
+    const std::ptrdiff_t pivotsApart = isShared<A> ? 0 : 4 * n;
     for (std::ptrdiff_t t = 0; t < count;) {
         const std::ptrdiff_t left = count - t;
-        const int vectors = static_cast<int>(left < mostInLanes ? left : mostInLanes) / lanes;
+        const int vectors = static_cast<int>(std::min<std::ptrdiff_t>(left, mostInLanes<T>)) / lanes;
         if (vectors > 0 && n <= greatestInLanes && haveSameSums(matrix, dst, t, vectors * lanes, n)) {
             luSolveGroup<T>(matrix, src, dst, pivots, t, vectors, n);
             t += vectors * lanes;
@@ -213,4 +216,4 @@ template <class T, class A, class B, class D, class Order>
     }
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

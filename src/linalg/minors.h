@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <utility>
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // --- Choices as sets of bits --------------------------------------------------------------------
 
@@ -81,4 +81,4 @@ template <int n, class S>
     for (int i = 0; i < n; ++i) minors[1 << i] = line[i];
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

@@ -2,9 +2,9 @@
 // Where an object takes a turn that others don't, nothing is said of the group, and the general kernel does it.
 #pragma once
 
-#include "linalg/scalars.h"
+#include "kernel/scalar.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::linalg {
 
 // The rows in the order of the pivots.
 template <class S>
@@ -70,4 +70,4 @@ template <class S>
     return !any(either(tiny > magnitude(rows.top[0]), tiny >= magnitude(determinant)));
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

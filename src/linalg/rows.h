@@ -1,25 +1,21 @@
-// Rows of matrices of any order.
+// Rows of matrices of any order: copies, pivot searches, steps of an elimination.
 #pragma once
 
 #include <cmath>
 #include <cstddef>
 #include <cstring>
 
-#include "entry/lanes.h"
 #include "entry/views.h"
-#include "linalg/scalars.h"
+#include "kernel/predicates.h"
+#include "kernel/scalar.h"
+#include "kernel/vec.h"
 
-namespace korm {
-
-template <class Object>
-inline constexpr bool hasAdjacentElements = false;
-template <class T>
-inline constexpr bool hasAdjacentElements<Grid<T, Spacing::rowAdjacent>> = true;
+namespace korm::inline KORM_VARIANT::linalg {
 
 // Copies row i of one matrix to the same row of another, which may be the same matrix.
 template <class T, class A, class D>
 [[gnu::always_inline]] inline void copyRow(const A& src, const D& dst, std::ptrdiff_t i, std::ptrdiff_t length) {
-    if constexpr (hasAdjacentElements<A> && hasAdjacentElements<D>)
+    if constexpr (isAdjacent<A> && isAdjacent<D>)
         std::memmove(dst.address(i, 0), src.address(i, 0), static_cast<std::size_t>(length) * sizeof(T));
     else
         for (std::ptrdiff_t j = 0; j < length; ++j) store(dst.address(i, j), load<T>(src.address(i, j)));
@@ -56,7 +52,7 @@ template <class T, class D>
 [[gnu::always_inline]] inline void eliminateFromRow(const D& matrix, std::ptrdiff_t to, std::ptrdiff_t pivot,
                                                     T multiplier, std::ptrdiff_t k, std::ptrdiff_t n) {
     std::ptrdiff_t alone = n;  // columns before this one are taken one by one
-    if constexpr (hasAdjacentElements<D>) {
+    if constexpr (isAdjacent<D>) {
         constexpr std::ptrdiff_t lanes = laneCount<T>;
         std::byte* const row = matrix.address(to, 0);
         const std::byte* const pivotRow = matrix.address(pivot, 0);
@@ -69,7 +65,7 @@ template <class T, class D>
         std::ptrdiff_t j = alone;
         if (k >= alone) {
             j = k - (k - alone) % lanes;
-            const Lanes<T> column = broadcast(static_cast<T>(k - j)), columns = numbered<T>();
+            const Lanes<T> column = broadcast(static_cast<T>(k - j)), columns = laneNumbers<Lanes<T>>();
             const Lanes<T> behind = chosen(columns > column, difference(j), multipliers);
             storeLanes(row + offset(j), chosen(columns < column, loadLanes<T>(row + offset(j)), behind));
             j += lanes;
@@ -84,4 +80,4 @@ template <class T, class D>
     }
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::linalg

@@ -8,7 +8,7 @@
 
 #include <cstddef>
 
-#include "entry/lanes.h"
+#include "kernel/vec.h"
 #include "products/operands.h"
 #include "products/sums.h"
 

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "entry/known.h"
+#include "kernel/known.h"
 #include "products/operands.h"
 #include "products/sums.h"
 

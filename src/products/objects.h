@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "entry/lanes.h"
+#include "kernel/vec.h"
 #include "products/operands.h"
 
 namespace korm {

@@ -7,8 +7,8 @@
 #include <type_traits>
 #include <utility>
 
-#include "entry/lanes.h"
 #include "entry/views.h"
+#include "kernel/vec.h"
 
 namespace korm {
 

@@ -10,7 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "entry/known.h"
+#include "kernel/known.h"
 #include "products/blocks.h"
 #include "products/columns.h"
 #include "products/objects.h"

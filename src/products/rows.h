@@ -7,7 +7,7 @@
 
 #include <cstddef>
 
-#include "entry/lanes.h"
+#include "kernel/vec.h"
 #include "products/blocks.h"
 #include "products/objects.h"
 #include "products/operands.h"

@@ -287,11 +287,13 @@ def functions(form):
 
 def source(family_forms):
     """One .cpp: the forms of one documentation group and element type, each with all its functions."""
-    headers = {"entry/checks.h", *(form.family.source for form in family_forms)}
+    headers = {"entry/checks.h", "entry/variant.h", *(form.family.source for form in family_forms)}
     if not all(isinstance(form, FixedForm) for form in family_forms):
         headers |= {"entry/parallel.h", "entry/views.h"}
     includes = "\n".join(f'#include "{name}"' for name in [*sorted(headers), "declarations.h"])
-    parts = [f"// {NOTICE}", includes, "using namespace korm;"]
+    namespace = family_forms[0].family.source.partition("/")[0]
+    parts = [f"// {NOTICE}", includes, f"namespace korm::inline KORM_VARIANT::{namespace} {{}}",
+             f"using namespace korm;\nusing namespace korm::{namespace};"]
     for form in family_forms:
         parts += [f"// --- {form.name}: {form.formula}", *functions(form)]
     return "\n\n".join(parts) + "\n"

@@ -4,7 +4,9 @@
 #include <cstddef>
 #include <type_traits>
 
-namespace korm {
+#include "entry/variant.h"
+
+namespace korm::inline KORM_VARIANT {
 
 // A size or distance that is known when compiling, where others are std::ptrdiff_t.
 template <std::ptrdiff_t value>
@@ -21,4 +23,4 @@ template <class P>
     return value;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT

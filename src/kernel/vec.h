@@ -1,8 +1,8 @@
-// A small vector layer: the 16-byte vectors of SSE, reached through the vector extensions of gcc and clang.
+// Vectors by element type and number of lanes, and their way to and from memory.
 //
-// Lanes<T> is four floats or two doubles; +, - and * work on it. Memory is only ever reached through the
-// loads and stores below. They assume no alignment, keep to strict aliasing, and touch exactly the
-// elements that they name.
+// They are the vector extensions of gcc and clang: +, -, *, / and comparisons work on them. Memory is only ever reached
+// through the loads and stores below. They assume no alignment, keep to strict aliasing, and touch exactly the elements
+// that they name.
 #pragma once
 
 #include <emmintrin.h>
@@ -11,28 +11,32 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <type_traits>
+#include <utility>
 
-namespace korm {
+#include "entry/variant.h"
 
-using Float4 = float __attribute__((vector_size(16)));
-using Double2 = double __attribute__((vector_size(16)));
+namespace korm::inline KORM_VARIANT {
 
-template <class T>
-struct LanesOf;
-template <>
-struct LanesOf<float> {
-    using Type = Float4;
+template <class T, int lanes>
+struct VecOf {
+    typedef T Type __attribute__((vector_size(lanes * sizeof(T))));
 };
-template <>
-struct LanesOf<double> {
-    using Type = Double2;
-};
+template <class T, int lanes>
+using Vec = typename VecOf<T, lanes>::Type;
+
+// The widest vectors of the processor variant.
+template <class T>
+inline constexpr int laneCount = KORM_VECTOR_BYTES / static_cast<int>(sizeof(T));
+template <class T>
+using Lanes = Vec<T, laneCount<T>>;
+
+// For kernels that are tied to vectors of 16 bytes by what they compute.
+using Float4 = Vec<float, 4>;
+using Double2 = Vec<double, 2>;
 
 template <class T>
-using Lanes = typename LanesOf<T>::Type;
-
-template <class T>
-inline constexpr int laneCount = 16 / static_cast<int>(sizeof(T));
+inline constexpr bool isFloat = std::is_same_v<T, float>;
 
 // --- Single elements ---------------------------------------------------------------------------
 
@@ -55,24 +59,66 @@ inline Lanes<T> loadLanes(const std::byte* from) {
     return load<Lanes<T>>(from);
 }
 
-inline void storeLanes(std::byte* to, Float4 value) { store(to, value); }
-inline void storeLanes(std::byte* to, Double2 value) { store(to, value); }
+template <class V>
+inline void storeLanes(std::byte* to, V value) {
+    store(to, value);
+}
 
-// `to` is a multiple of 16.
+// `from` and `to` are multiples of 16.
+template <class V>
+inline V loadAligned(const std::byte* from) {
+    return load<V>(std::assume_aligned<16>(from));
+}
 template <class V>
 inline void storeAligned(std::byte* to, V value) {
     std::memcpy(std::assume_aligned<16>(to), &value, sizeof value);
 }
 
-inline Float4 broadcast(float value) { return Float4{value, value, value, value}; }
-inline Double2 broadcast(double value) { return Double2{value, value}; }
+// Calls f with 0 to lanes - 1 as a pack of constants and returns what it returns.
+template <int lanes, class F>
+[[gnu::always_inline]] inline auto withLanes(const F& f) {
+    return [&]<int... l>(std::integer_sequence<int, l...>) __attribute__((always_inline)) {
+        return f(std::integral_constant<int, l>{}...);
+    }
+    (std::make_integer_sequence<int, lanes>{});
+}
 
-// Vector of four (two) elements that lie apart.
+// The vector whose lane l is f(l).
+template <class V, class F>
+[[gnu::always_inline]] inline V fromLanes(const F& f) {
+    return withLanes<sizeof(V) / sizeof(V{}[0])>([&](auto... l) __attribute__((always_inline)) { return V{f(l)...}; });
+}
+
 template <class T>
-inline Lanes<T> gather(const std::byte* from, std::ptrdiff_t step) {
-    if constexpr (laneCount<T> == 4)
-        return Float4{load<T>(from), load<T>(from + step), load<T>(from + 2 * step), load<T>(from + 3 * step)};
-    else return Double2{load<T>(from), load<T>(from + step)};
+[[gnu::always_inline]] inline Lanes<T> broadcast(T value) {
+    return fromLanes<Lanes<T>>([value](int) { return value; });
+}
+
+// Elements that lie apart.
+template <class T>
+[[gnu::always_inline]] inline Lanes<T> gather(const std::byte* from, std::ptrdiff_t step) {
+    return fromLanes<Lanes<T>>([&](int l) { return load<T>(from + l * step); });
+}
+
+// --- Halves ------------------------------------------------------------------------------------
+
+template <class V>
+using HalfOf = Vec<std::remove_reference_t<decltype(std::declval<V&>()[0])>, sizeof(V) / sizeof(V{}[0]) / 2>;
+
+template <class V>
+[[gnu::always_inline]] inline HalfOf<V> lowHalf(V v) {
+    return withLanes<sizeof(V) / sizeof(V{}[0]) / 2>([&](auto... l) { return __builtin_shufflevector(v, v, l...); });
+}
+
+template <class V>
+[[gnu::always_inline]] inline HalfOf<V> highHalf(V v) {
+    constexpr int half = sizeof(V) / sizeof(V{}[0]) / 2;
+    return withLanes<half>([&](auto... l) { return __builtin_shufflevector(v, v, (half + l)...); });
+}
+
+template <class H>
+[[gnu::always_inline]] inline auto joinedHalves(H low, H high) {
+    return withLanes<2 * sizeof(H) / sizeof(H{}[0])>([&](auto... l) { return __builtin_shufflevector(low, high, l...); });
 }
 
 // --- Pairs of floats ---------------------------------------------------------------------------
@@ -89,20 +135,15 @@ inline Float4 settled(Float4 v) {
 // They are loaded as bits: a double would pass through an x87 register in unoptimised 32-bit code, which
 // turns what looks like a signalling NaN quiet.
 inline Float4 loadPair(const std::byte* from) {
-    std::int64_t both;
-    std::memcpy(&both, from, sizeof both);
-    using Bits2 = long long __attribute__((vector_size(16)));
-    const Bits2 twice = {both, both};
-    return reinterpret_cast<Float4>(twice);
+    const auto both = load<std::int64_t>(from);
+    return reinterpret_cast<Float4>(Vec<std::int64_t, 2>{both, both});
 }
 
 inline void storePair(std::byte* to, Float4 value) { store(to, reinterpret_cast<Double2>(settled(value))[0]); }
 
 // Two pairs of adjacent floats. The second load takes the place of a shuffle, though it takes its port.
 [[gnu::always_inline]] inline Float4 loadPairs(const std::byte* first, const std::byte* second) {
-    using Bits2 = long long __attribute__((vector_size(16)));
-    const Bits2 pairs = {load<std::int64_t>(first), load<std::int64_t>(second)};
-    return reinterpret_cast<Float4>(pairs);
+    return reinterpret_cast<Float4>(Vec<std::int64_t, 2>{load<std::int64_t>(first), load<std::int64_t>(second)});
 }
 
 // By their instructions: the compiler would put stores of plain halves together again, by shuffles that cost more than
@@ -159,4 +200,4 @@ inline void transpose(Double2 (&rows)[2]) {
     rows[0] = t;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT
