@@ -1,5 +1,4 @@
 #include "entry/parallel.h"
-#include "entry/variant.h"
 
 #include <omp.h>
 

@@ -66,7 +66,7 @@ struct Group {
     }
     // The same, with a row and a column for each lane.
     template <class Row, class Column>
-        requires std::is_invocable_v<Row, int>
+    requires std::is_invocable_v<Row, int>
     [[gnu::always_inline]] auto at(const Row& row, const Column& column) const {
         using Byte = std::remove_pointer_t<decltype(object[0].address(0, 0))>;
         return withLanes<lanes>([&](auto... l) __attribute__((always_inline)) {
@@ -147,9 +147,8 @@ template <int length, class S, class Byte>
         constexpr std::ptrdiff_t size = sizeof(ElementOf<S>);
         constexpr int fours = isFloat<ElementOf<S>> ? length / 4 * 4 : 0, twos = (length - fours) / 2;
         if constexpr (isFloat<ElementOf<S>>)
-            unrolled<fours / 4>([&](auto q) __attribute__((always_inline)) {
-                readFour(from, 4 * q * size, to + 4 * q);
-            });
+            unrolled<fours / 4>([&](auto q)
+                                    __attribute__((always_inline)) { readFour(from, 4 * q * size, to + 4 * q); });
         unrolled<twos>([&](auto p) __attribute__((always_inline)) {
             readTwo(from, (fours + 2 * p) * size, to + fours + 2 * p);
         });
@@ -184,17 +183,13 @@ template <int length, class S>
 template <int n, class S, class Object, class Row>
 [[gnu::always_inline]] inline void readRows(const Group<Object, lanesOf<S>>& from, const Row& row, S (&to)[n]) {
     if constexpr (isAdjacent<Object>) readRun<n>(from.at(row, sameRow(0)), to);
-    else
-        unrolled<n>([&](auto j)
-                        __attribute__((always_inline)) { to[j] = readElement<S>(from.at(row, sameRow(j))); });
+    else unrolled<n>([&](auto j) __attribute__((always_inline)) { to[j] = readElement<S>(from.at(row, sameRow(j))); });
 }
 
 template <int n, class S, class Object, class Row>
 [[gnu::always_inline]] inline void writeRows(const Group<Object, lanesOf<S>>& to, const Row& row, const S (&from)[n]) {
     if constexpr (isAdjacent<Object>) writeRun<n>(to.at(row, sameRow(0)), from);
-    else
-        unrolled<n>([&](auto j)
-                        __attribute__((always_inline)) { writeElement(to.at(row, sameRow(j)), 0, from[j]); });
+    else unrolled<n>([&](auto j) __attribute__((always_inline)) { writeElement(to.at(row, sameRow(j)), 0, from[j]); });
 }
 
 // Are the rows of a matrix so close that it is one run?

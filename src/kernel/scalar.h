@@ -28,7 +28,7 @@ struct ScalarTraits {
     static constexpr int lanes = sizeof(S) / sizeof(Element);
 };
 template <class S>
-    requires std::is_arithmetic_v<S>
+requires std::is_arithmetic_v<S>
 struct ScalarTraits<S> {
     using Element = S;
     using Mask = bool;

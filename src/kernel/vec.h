@@ -118,7 +118,8 @@ template <class V>
 
 template <class H>
 [[gnu::always_inline]] inline auto joinedHalves(H low, H high) {
-    return withLanes<2 * sizeof(H) / sizeof(H{}[0])>([&](auto... l) { return __builtin_shufflevector(low, high, l...); });
+    return withLanes<2 * sizeof(H) / sizeof(H{}[0])>(
+        [&](auto... l) { return __builtin_shufflevector(low, high, l...); });
 }
 
 // --- Pairs of floats ---------------------------------------------------------------------------

@@ -161,22 +161,18 @@ template <class View, class Count>
                                                typename View::Element* buffer, std::int32_t order, Count count) {
     using T = typename View::Element;
     auto* const dst = reinterpret_cast<std::byte*>(results);
-    switch (order) {
-        case 2:
-            if constexpr (!isOneObject<Count>) return determinantsOrder2(src, dst, buffer, count);
-            break;
-        case 3: return sizedDeterminants<3>(src, dst, count);
-        case 4: return sizedDeterminants<4>(src, dst, count);
-        case 5: return sizedDeterminants<5>(src, dst, count);
-        case 6: return sizedDeterminants<6>(src, dst, count);
-        default: break;
-    }
+    if constexpr (!isOneObject<Count>)
+        if (order == 2) return determinantsOrder2(src, dst, buffer, count);
     // The single form of doubles alone has the odd search; all single forms have a plain zero.
     constexpr bool single = isOneObject<Count>;
     constexpr Search search = single && isAdjacent<View> ? Search::single : Search::exact;
     constexpr Vanishing vanishing = single ? Vanishing::zero : Vanishing::signedZero;
-    for (std::ptrdiff_t k = 0; k < count; ++k)
-        store(resultOf<View>(dst, k), eliminatedDeterminant<search, vanishing, T>(src.at(k), buffer, order));
+    forOrder(
+        order, [&](auto n) __attribute__((always_inline)) { sizedDeterminants<n>(src, dst, count); },
+        [&]() __attribute__((always_inline)) {
+            for (std::ptrdiff_t k = 0; k < count; ++k)
+                store(resultOf<View>(dst, k), eliminatedDeterminant<search, vanishing, T>(src.at(k), buffer, order));
+        });
 }
 
 }  // namespace korm::inline KORM_VARIANT::linalg

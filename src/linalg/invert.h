@@ -176,19 +176,16 @@ template <int n, class A, class D, class Count>
 template <class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t inverse(A src, D dst, typename D::Element* buffer, std::int32_t order,
                                                    Count count) {
-    switch (order) {
-        case 2:
-            if constexpr (!isOneObject<Count>) return invertArrayOrder2(src, dst, buffer, count);
-            break;
-        case 3: return invertObjects<3>(src, dst, count);
-        case 4: return invertObjects<4>(src, dst, count);
-        case 5: return invertObjects<5>(src, dst, count);
-        case 6: return invertObjects<6>(src, dst, count);
-        default: break;
-    }
-    for (std::ptrdiff_t k = 0; k < count; ++k)
-        if (inverseCore(src.at(k), dst.at(k), buffer, order) != korStatusOk) return korStatusSingular;
-    return korStatusOk;
+    if constexpr (!isOneObject<Count>)
+        if (order == 2) return invertArrayOrder2(src, dst, buffer, count);
+    return forOrder(
+        order, [&](auto n) __attribute__((always_inline)) { return invertObjects<n>(src, dst, count); },
+        [&]() __attribute__((always_inline)) {
+            for (std::ptrdiff_t k = 0; k < count; ++k)
+                if (inverseCore(src.at(k), dst.at(k), buffer, order) != korStatusOk)
+                    return std::int32_t{korStatusSingular};
+            return std::int32_t{korStatusOk};
+        });
 }
 
 // Order 1. A NaN is singular here, unlike in the closed forms.

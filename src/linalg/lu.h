@@ -118,18 +118,15 @@ template <class A, class D, class Count>
         if (order == 1) return luArray<1, T>(src, dst, bytes, count);
         if (order == 2) return luArray<2, T>(src, dst, bytes, count);
     }
-    switch (order) {
-        case 3: return luObjects<3, T>(src, dst, bytes, count);
-        case 4: return luObjects<4, T>(src, dst, bytes, count);
-        case 5: return luObjects<5, T>(src, dst, bytes, count);
-        case 6: return luObjects<6, T>(src, dst, bytes, count);
-        default: break;
-    }
-    for (std::ptrdiff_t k = 0; k < count; ++k) {
-        const std::int32_t status = luCore(src.at(k), dst.at(k), bytes + 4 * k * order, order);
-        if (status != korStatusOk) return status;
-    }
-    return korStatusOk;
+    return forOrder(
+        order, [&](auto n) __attribute__((always_inline)) { return luObjects<n, T>(src, dst, bytes, count); },
+        [&]() __attribute__((always_inline)) {
+            for (std::ptrdiff_t k = 0; k < count; ++k) {
+                const std::int32_t status = luCore(src.at(k), dst.at(k), bytes + 4 * k * order, order);
+                if (status != korStatusOk) return status;
+            }
+            return std::int32_t{korStatusOk};
+        });
 }
 
 }  // namespace korm::inline KORM_VARIANT::linalg

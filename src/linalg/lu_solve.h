@@ -143,15 +143,12 @@ template <class A, class B, class D, class Count>
         if (order == 1) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<1>(), count);
         if (order == 2) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<2>(), count);
     }
-    switch (order) {
-        case 3: return luSolveObjects<3, T>(matrix, src, dst, bytes, count);
-        case 4: return luSolveObjects<4, T>(matrix, src, dst, bytes, count);
-        case 5: return luSolveObjects<5, T>(matrix, src, dst, bytes, count);
-        case 6: return luSolveObjects<6, T>(matrix, src, dst, bytes, count);
-        default: break;
-    }
-    if constexpr (isOneObject<Count>) luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, order);
-    else luSolveManyGeneral<T>(matrix, src, dst, bytes, static_cast<std::ptrdiff_t>(order), count);
+    forOrder(
+        order, [&](auto n) __attribute__((always_inline)) { luSolveObjects<n, T>(matrix, src, dst, bytes, count); },
+        [&]() __attribute__((always_inline)) {
+            if constexpr (isOneObject<Count>) luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, order);
+            else luSolveManyGeneral<T>(matrix, src, dst, bytes, static_cast<std::ptrdiff_t>(order), count);
+        });
 }
 
 }  // namespace korm::inline KORM_VARIANT::linalg
