@@ -25,6 +25,11 @@ endif()
 # The one file with OpenMP directives: the driver of every form goes through it.
 set_source_files_properties(${PROJECT_SOURCE_DIR}/src/entry/parallel.cpp PROPERTIES COMPILE_OPTIONS -fopenmp)
 
+# The project's version has one place, CMakeLists.txt.
+set_source_files_properties(${PROJECT_SOURCE_DIR}/src/entry/version.cpp PROPERTIES COMPILE_DEFINITIONS
+    "KORM_VERSION=\"${PROJECT_VERSION}\";KORM_VERSION_MAJOR=${PROJECT_VERSION_MAJOR};\
+KORM_VERSION_MINOR=${PROJECT_VERSION_MINOR};KORM_VERSION_PATCH=${PROJECT_VERSION_PATCH}")
+
 set(exportsMap ${PROJECT_SOURCE_DIR}/src/entry/exports.map)
 add_library(korm SHARED $<TARGET_OBJECTS:kormObjects>)
 add_library(korm::korm ALIAS korm)

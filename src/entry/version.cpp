@@ -2,28 +2,34 @@
 
 #include <cstdint>
 
+#include "entry/variant.h"
 #include "korm.h"
+
+#define TEXT(word) #word
+#define TEXT_OF(word) TEXT(word)
+#define VARIANT TEXT_OF(KORM_VARIANT)
+#define REVISION 37466
 
 extern "C" {
 
 extern const kormLibVersion s_libVer;
 const kormLibVersion s_libVer = {
-    .major = 7,
-    .minor = 1,
-    .patch = 1,
-    .revision = 37466,
-    .target = {'v', '8', '\0', '\0'},
-    .name = "korm SSSE3 (v8)",
-    .version = "7.1.1 (r37466)",
-    .buildDate = "Sep 24 2012",
+    .major = KORM_VERSION_MAJOR,
+    .minor = KORM_VERSION_MINOR,
+    .patch = KORM_VERSION_PATCH,
+    .revision = REVISION,
+    .target = VARIANT,
+    .name = "korm SSSE3 (" VARIANT ")",
+    .version = KORM_VERSION " (r" TEXT_OF(REVISION) ")",
+    .buildDate = "Sep 24 2012",  // fixed, so that the record is the same in every build
 };
 
 // Which slot of an entry record a build with several variants would take. With one variant nobody reads it.
 extern std::int32_t korJumpIndexForMergedDLL;
 [[gnu::used]] std::int32_t korJumpIndexForMergedDLL = 0;
 
-const kormLibVersion* v8_kormGetLibVersion();
-const kormLibVersion* v8_kormGetLibVersion() { return &s_libVer; }
+const kormLibVersion* getLibVersion() asm(VARIANT "_kormGetLibVersion");
+const kormLibVersion* getLibVersion() { return &s_libVer; }
 
 // Everything works from the moment the library is loaded: the hooks have nothing to prepare.
 [[gnu::constructor]] void initializer();

@@ -89,6 +89,14 @@ struct Scatter {
     }
 };
 
+// Objects for functions that take a single one, by layout.
+template <class T>
+using PlainObject = Grid<T, Spacing::rowAdjacent>;
+template <class T>
+using StridedObject = Grid<T, Spacing::strided>;
+template <class T>
+using TableObject = Scatter<T, false>;
+
 // Standard and list layout, and single operands of either.
 template <class T, Objects objectsOf, Spacing spacingOf>
 struct GridView {

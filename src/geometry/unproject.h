@@ -6,7 +6,7 @@
 #include "geometry/shared.h"
 #include "geometry/transforms.h"
 #include "korm.h"
-#include "linalg/invert4x4.h"
+#include "linalg/cores.h"
 
 namespace korm {
 
@@ -58,7 +58,7 @@ inline std::int32_t inverseOfAll(const float* projection, const float* view, con
     double wide[16];
     for (int i = 0; i < 16; ++i) wide[i] = all[i];
     constexpr std::int32_t packed = 4 * sizeof(double);
-    const std::int32_t status = v8_ownkormInvert_m_64f_4x4(wide, packed, nullptr, wide, packed);
+    const std::int32_t status = linalg::cores::invertOrder4(wide, packed, nullptr, wide, packed);
     if (status == korStatusOk) v8_own3dConvert64f32f_16(wide, inverse);
     return status;
 }

@@ -115,8 +115,8 @@ template <int n, class View>
 [[gnu::always_inline]] inline void extendedDeterminants(const View& src, std::byte* dst, std::ptrdiff_t first,
                                                         std::ptrdiff_t count) {
     for (std::ptrdiff_t k = first; k < count; ++k)
-        extendedCore<n>(reinterpret_cast<const typename View::Element*>(src.at(k).origin), src.rowStride,
-                        reinterpret_cast<typename View::Element*>(resultOf<View>(dst, k)));
+        cores::extendedDeterminant<n>(reinterpret_cast<const typename View::Element*>(src.at(k).origin), src.rowStride,
+                                      reinterpret_cast<typename View::Element*>(resultOf<View>(dst, k)));
 }
 
 template <int n, class View>

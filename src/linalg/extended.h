@@ -180,7 +180,7 @@ template <int n>
 // Along the first row, from minors of the last rows upwards. There are more of them than the unit has room for, so they
 // go through memory, rounded to the element's type.
 template <int n, class T>
-[[gnu::always_inline]] inline T extendedDeterminant(const RowsInPlace<T>& m) {
+[[gnu::always_inline]] inline T extendedDeterminantByMinors(const RowsInPlace<T>& m) {
     T three[1 << n], four[1 << n], five[1 << n];
     minorsOfThree<n>(m, three);
     expandAndRound<4, n>(m, three, four);
@@ -195,10 +195,12 @@ template <int n, class T>
 }
 
 template <int n, class T>
-[[gnu::always_inline]] inline T extendedDeterminantOf(const RowsInPlace<T>& matrix) {
-    if constexpr (n == 3) return extendedDeterminant3(matrix);
-    else if constexpr (n == 4) return extendedDeterminant4(matrix);
-    else return extendedDeterminant<n>(matrix);
+[[gnu::always_inline]] inline void extendedDeterminant(const T* src, std::ptrdiff_t rowStride, T* dst) {
+    const RowsInPlace<T> matrix = plain(src, rowStride).at(0);
+    auto* const result = reinterpret_cast<std::byte*>(dst);
+    if constexpr (n == 3) store(result, extendedDeterminant3(matrix));
+    else if constexpr (n == 4) store(result, extendedDeterminant4(matrix));
+    else store(result, extendedDeterminantByMinors<n>(matrix));
 }
 
 }  // namespace korm::inline KORM_VARIANT::linalg

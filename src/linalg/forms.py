@@ -4,7 +4,7 @@ A limit tells which estimates stay serial: below(n), or up_to(n) which includes 
 for calls with an element stride other than the element size.
 """
 
-from grammar import Family, Shortcut, below, up_to
+from grammar import Core, Family, Shortcut, below, up_to
 
 GROUPS = {
     "determinant": """Determinants
@@ -96,6 +96,33 @@ LU = dict(kernel="luDecomposition", source="linalg/lu.h", group="lu_decompositio
 SOLVE = dict(kernel="luSolve", source="linalg/lu_solve.h", group="lu_solve", result="v", extras=FACTORED)
 INVERT = dict(kernel="inverse", source="linalg/invert.h", group="inverse", extras=BUFFER,
               shortcut=Shortcut("order == 1", "reciprocals"))
+
+DETERMINED = tuple({"n": n} for n in (3, 4, 5, 6))
+
+
+def objects(plain):
+    """The layouts of a single object, and how their functions' names end."""
+    return ({"object": "PlainObject", "layout": plain}, {"object": "StridedObject", "layout": "_S2"},
+            {"object": "TableObject", "layout": "_P"})
+
+
+MATRICES = "const {object}<const {scalar}>& src, const {object}<{scalar}>& dst"
+
+CORES = [
+    Core("Determinants in extended precision: row stride in bytes.", "extendedDeterminant<{n}>",
+         "const {scalar}* src, std::ptrdiff_t rowStride, {scalar}* dst",
+         "a6_Det_m_{element}_{n}x{n}", "linalg/extended.h", returns="void", each=DETERMINED),
+    Core("LU decomposition of any order.", "luGeneral<{scalar}>", MATRICES + ", std::byte* pivots, std::ptrdiff_t order",
+         "ownkormLUDecomp_m_{element}{layout}_com", "linalg/lu_general.h", each=objects(plain="_S")),
+    Core("Inverses of any order.", "invertByCofactors<{scalar}>", MATRICES + ", {scalar}* buffer, std::int32_t order",
+         "ownkormInvert_m_{element}{layout}_com", "linalg/cofactors.h", each=objects(plain="")),
+    Core("Inverses of two packed matrices of order 4.", "invertPair",
+         "const {scalar}* src, std::ptrdiff_t srcObjectStride, {scalar}* dst, std::ptrdiff_t dstObjectStride",
+         "ownkormInvert_m_{element}_4x4_loop2", "linalg/invert.h", types="32f"),
+    Core("The inverse of one matrix of order 4.", "invertOrder4",
+         "const {scalar}* src, std::int32_t srcRowStride, {scalar}* det, {scalar}* dst, std::int32_t dstRowStride",
+         "ownkormInvert_m_{element}_4x4", "linalg/invert.h", types="64f"),
+]
 
 FAMILIES = [
     Family("Det", "m",  SINGLE, "src order buffer dst", formula="dst = det(src)", **DET),

@@ -83,17 +83,36 @@ template <class A, class D>
     }
 }
 
-// Two objects: both are inverted before one is written.
-template <class A, class D>
-[[gnu::always_inline]] inline std::int32_t invertPair(const A& src, const D& dst) {
+// Two packed matrices of order 4, `objectStride`s in bytes: both are inverted before one is written.
+inline std::int32_t invertPair(const float* sources, std::ptrdiff_t srcObjectStride, float* results,
+                               std::ptrdiff_t dstObjectStride) {
+    const auto src = plainArray(sources, srcObjectStride, 4 * sizeof(float));
+    const auto dst = plainArray(results, dstObjectStride, 4 * sizeof(float));
+    constexpr InversePath path = inversePath<4, decltype(src)>();
     float a[4][4], first[4][4], second[4][4];
     readMatrix(src.at(0), a);
-    bool regular = invertSized<inversePath<4, A>()>(a, first);
+    bool regular = invertSized<path>(a, first);
     readMatrix(src.at(1), a);
-    regular = invertSized<inversePath<4, A>()>(a, second) && regular;
+    regular = invertSized<path>(a, second) && regular;
     if (!regular) return korStatusSingular;
     writeMatrix(dst.at(0), first);
     writeMatrix(dst.at(1), second);
+    return korStatusOk;
+}
+
+// One matrix for callers that have no form: row strides in bytes, elements adjacent, dst may be src. `det` may be null,
+// else it receives the determinant, or 0, not what rounding left of it, if the matrix is singular: dst is then untouched.
+inline std::int32_t invertOrder4(const double* source, std::int32_t srcRowStride, double* det, double* result,
+                                 std::int32_t dstRowStride) {
+    const auto src = plain(source, srcRowStride);
+    constexpr InversePath path = inversePath<4, decltype(src)>();
+    double a[4][4], inverse[4][4], determinant;
+    readMatrix(src.at(0), a);
+    const bool regular =
+        invertByAdjugate<4, path.reciprocal, path.minus>(a, smallest<double>(path.threshold), inverse, determinant);
+    if (det != nullptr) *det = regular ? determinant : 0;
+    if (!regular) return korStatusSingular;
+    writeMatrix(plain(result, dstRowStride).at(0), inverse);
     return korStatusOk;
 }
 
@@ -119,8 +138,8 @@ template <int n, class T, class A, class D>
     const auto each = [&](std::ptrdiff_t k) { return invertObject<n, path, T>(src.at(k), dst.at(k)); };
     if constexpr (n == 4 && isAdjacent<A> && std::is_same_v<T, float>) {
         const auto pair = [&](std::ptrdiff_t k) {
-            return v8_ownkormInvert_m_32f_4x4_loop2(reinterpret_cast<const float*>(src.at(k).origin), src.objectStride,
-                                                    reinterpret_cast<float*>(dst.at(k).origin), dst.objectStride);
+            return cores::invertPair(reinterpret_cast<const float*>(src.at(k).origin), src.objectStride,
+                                     reinterpret_cast<float*>(dst.at(k).origin), dst.objectStride);
         };
         if (pairs) {
             std::ptrdiff_t k = 0;
@@ -163,7 +182,7 @@ template <class A, class D>
         return true;
     };
     return inGroups<lanes>(count, together,
-                           [&](std::ptrdiff_t k) { return inverseCore(src.at(k), dst.at(k), buffer, 2); });
+                           [&](std::ptrdiff_t k) { return cores::invertByCofactors(src.at(k), dst.at(k), buffer, 2); });
 }
 
 template <int n, class A, class D, class Count>
@@ -182,7 +201,7 @@ template <class A, class D, class Count>
         order, [&](auto n) __attribute__((always_inline)) { return invertObjects<n>(src, dst, count); },
         [&]() __attribute__((always_inline)) {
             for (std::ptrdiff_t k = 0; k < count; ++k)
-                if (inverseCore(src.at(k), dst.at(k), buffer, order) != korStatusOk)
+                if (cores::invertByCofactors(src.at(k), dst.at(k), buffer, order) != korStatusOk)
                     return std::int32_t{korStatusSingular};
             return std::int32_t{korStatusOk};
         });

@@ -95,7 +95,7 @@ template <int n, class T, class A, class D>
         return true;
     };
     const auto each = [&](std::ptrdiff_t k) {
-        if constexpr (n <= 2) return luCore(src.at(k), dst.at(k), pivots + 4 * n * k, n);
+        if constexpr (n <= 2) return cores::luGeneral(src.at(k), dst.at(k), pivots + 4 * n * k, n);
         else return luSized<n, T>(src.at(k), dst.at(k), pivots + 4 * n * k);
     };
     return inGroups<lanes>(count, together, each);
@@ -122,7 +122,7 @@ template <class A, class D, class Count>
         order, [&](auto n) __attribute__((always_inline)) { return luObjects<n, T>(src, dst, bytes, count); },
         [&]() __attribute__((always_inline)) {
             for (std::ptrdiff_t k = 0; k < count; ++k) {
-                const std::int32_t status = luCore(src.at(k), dst.at(k), bytes + 4 * k * order, order);
+                const std::int32_t status = cores::luGeneral(src.at(k), dst.at(k), bytes + 4 * k * order, order);
                 if (status != korStatusOk) return status;
             }
             return std::int32_t{korStatusOk};

@@ -2,24 +2,25 @@
 
 usage: formgen sources          names of the generated source files
        formgen generate FOLDER  write them there
-       formgen committed        rewrite include/korm.h and src/entry/exports.map
-       formgen check            fail where these two differ from the tables
+       formgen committed        rewrite include/korm.h and src/entry/exports.map, and the number of functions in the docs
+       formgen check            fail where any of these differ from the tables
        formgen names            the exported names
        formgen where NAME       an exported function's arguments, checks, limits and kernel
 """
 
 from pathlib import Path
+import re
 import runpy
 import sys
 
 import emit
 import grammar
+from grammar import ROOT
 import header
 import where
 
-ROOT = Path(__file__).resolve().parents[2]
 
-
+COUNTING = ["README.md", "CHANGELOG.md", "docs/architecture.md"]  # these tell how many of the 874 functions there are
 SUBSYSTEMS = ["entry", "arith", "products", "linalg", "geometry"]  # in the order of the public header
 
 
@@ -30,6 +31,7 @@ class Tables:
         modules = [runpy.run_path(str(ROOT / "src" / name / "forms.py")) for name in SUBSYSTEMS]
         rows = [row for module in modules for row in module["FAMILIES"]]
         self.groups = {name: about for module in modules for name, about in module["GROUPS"].items()}
+        self.cores = {name: module["CORES"] for name, module in zip(SUBSYSTEMS, modules) if "CORES" in module}
         self.queries = [row for row in rows if isinstance(row, grammar.Query)]
         self.families = [row for row in rows if not isinstance(row, grammar.Query)]
         self.forms = [form for family in self.families for form in family.forms()]
@@ -39,15 +41,20 @@ class Tables:
 def generated(tables):
     """Name to text of everything that goes into the build folder."""
     texts = {name: emit.source(forms) for name, forms in emit.sources(tables.families).items()}
-    texts["declarations.h"] = emit.declarations(tables.forms)
+    for folder, cores in tables.cores.items():
+        texts[f"{folder}/cores.h"] = emit.cores_header(folder, cores)
+        texts[f"{folder}_cores.cpp"] = emit.cores_source(folder, cores)
     texts["stubs.S"] = emit.stubs(tables.exports)
     return texts
 
 
 def committed(tables):
+    """Path to text of the files in the tree that follow from the tables, as a whole or in the number of functions."""
+    counted = {ROOT / name: (ROOT / name).read_text() for name in COUNTING}
     return {
         ROOT / "include/korm.h": header.text(tables.families, tables.queries, tables.groups),
         ROOT / "src/entry/exports.map": header.exports_map(tables.exports),
+        **{path: re.sub(r"\d+ of the 874", f"{len(tables.exports)} of the 874", text) for path, text in counted.items()},
     }
 
 

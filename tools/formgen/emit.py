@@ -74,27 +74,32 @@ def adjacent(form):
     return f"allAdjacent<{form.scalar}>({', '.join(form.element_strides)})"
 
 
-def function(name, declarations, lines):
-    return "\n".join([wrapped(f"int32_t {name}(", declarations, ") {"), *lines, "}"])
+def function(name, declarations, lines, attributes=""):
+    return "\n".join([wrapped(f"{attributes}int32_t {name}(", declarations, ") {"), *lines, "}"])
 
 
 def entry_functions(form):
     """Single objects with strides choose first and check then: element strides that equal the element size
     are right, and the short road is the one that most calls take."""
     if form.is_array or len(form.kernels) == 1:
-        return [function(form.entry, c_declarations(form), [*check_lines(form), *shortcut(form), *dispatch(form)])]
+        return [entry_function(form, [*check_lines(form), *shortcut(form), *dispatch(form)])]
     plain, general = [returns_call(kernel, names(form), 1) for kernel in form.kernels]
     if form.family.light:
         other = [textwrap.indent(line, "    ") for line in [*check_lines(form), general]]
-        short = [f"    if (!{adjacent(form)}) {{", *other, "    }", *light_check_lines(form), plain]
-        return [function(form.entry, c_declarations(form), short)]
+        return [entry_function(form, [f"    if (!{adjacent(form)}) {{", *other, "    }", *light_check_lines(form), plain])]
     elsewhere = wrapped(f"        return {strided_entry(form)}(", names(form), ");")
     checked = [*check_lines(form, form.element_strides), *shortcut(form)]
-    short = [f"    if (!{adjacent(form)}) {{", elsewhere, "    }", *checked, plain]
+    other = [*check_lines(form), *shortcut(form), general]
     return [
-        function(strided_entry(form), c_declarations(form), [*check_lines(form), *shortcut(form), general]),
-        function(form.entry, c_declarations(form), short),
+        function(strided_entry(form), c_declarations(form), other, "[[gnu::flatten, gnu::noinline]] "),
+        entry_function(form, [f"    if (!{adjacent(form)}) {{", elsewhere, "    }", *checked, plain]),
     ]
+
+
+def entry_function(form, lines):
+    """A single object's kernel is a few instructions and goes into its entry function: handing up to eleven arguments
+    on would cost more than the checks."""
+    return function(form.entry, c_declarations(form), lines, "" if form.is_array else "[[gnu::flatten]] ")
 
 
 def light_check_lines(form):
@@ -192,7 +197,8 @@ def kernel_function(form, kernel):
     """The arguments as views, extras as they are, sizes as a shape, in a call of the family's template."""
     call = template_call(form, form.template(kernel), form.is_plain(kernel))
     body = f"    return {call}" if form.family.merges_status else f"    {call}\n    return korStatusOk;"
-    return function(kernel, list(unused_marked(form, call)), [body])
+    # Kernels of array forms are called from entry function and driver, and show in a profile under their own names.
+    return function(kernel, list(unused_marked(form, call)), [body], "[[gnu::noinline]] " if form.is_array else "")
 
 
 def template_call(form, template, plain, level=1):
@@ -225,7 +231,7 @@ def driver_function(form):
     lines.append(f"    return forEachRun({', '.join(['count', *region(form)])} {{")
     arguments = [shifted(form, argument) for argument in form.arguments]
     lines.append(wrapped(f"        return {kernel}(", arguments, ");"))
-    return function(form.driver, c_declarations(form), lines + ["    });"])
+    return function(form.driver, c_declarations(form), lines + ["    });"], "[[gnu::noinline]] ")
 
 
 def region(form):
@@ -270,11 +276,12 @@ def shifted(form, argument):
 
 
 def fixed_function(form):
-    """A function of fixed size: its checks, if it has any, and the arithmetic."""
+    """A function of fixed size: its checks, if it has any, and the arithmetic. It is little more than a call: one that
+    begins in the middle of a line of code and goes on in the next costs a cycle more than one that fits, out of nine or ten."""
     call = returns_call(form.kernel, names(form), 1)
     if not form.family.fails:
         call = call.replace("return ", "", 1) + "\n    return korStatusOk;"
-    return function(form.entry, c_declarations(form), [*check_lines(form), call])
+    return function(form.entry, c_declarations(form), [*check_lines(form), call], "[[gnu::flatten, gnu::aligned(64)]] ")
 
 
 def functions(form):
@@ -286,47 +293,52 @@ def functions(form):
 
 
 def source(family_forms):
-    """One .cpp: the forms of one documentation group and element type, each with all its functions."""
+    """One .cpp: the forms of one documentation group and element type, each with all its functions. They stand in the
+    namespace of their kernels, with C names, so that profiles and stack traces show them bare."""
     headers = {"entry/checks.h", "entry/variant.h", *(form.family.source for form in family_forms)}
     if not all(isinstance(form, FixedForm) for form in family_forms):
         headers |= {"entry/parallel.h", "entry/views.h"}
-    includes = "\n".join(f'#include "{name}"' for name in [*sorted(headers), "declarations.h"])
-    namespace = family_forms[0].family.source.partition("/")[0]
-    parts = [f"// {NOTICE}", includes, f"namespace korm::inline KORM_VARIANT::{namespace} {{}}",
-             f"using namespace korm;\nusing namespace korm::{namespace};"]
-    for form in family_forms:
-        parts += [f"// --- {form.name}: {form.formula}", *functions(form)]
+    parts = [f"// {NOTICE}", "\n".join(f'#include "{name}"' for name in sorted(headers))]
+    for folder, forms in groupby(family_forms, key=lambda form: form.family.source.partition("/")[0]):
+        parts.append(f'namespace korm::inline KORM_VARIANT::{folder} {{\nextern "C" {{')
+        for form in forms:
+            parts += [f"// --- {form.name}: {form.formula}", *functions(form)]
+        parts.append(f'}}  // extern "C"\n}}  // namespace korm::inline KORM_VARIANT::{folder}')
     return "\n\n".join(parts) + "\n"
 
 
-def attribute(form):
-    """Kernels of array forms are called from entry function and driver and show in a profile under their
-    own names. A single object's kernel is a few instructions and goes into its entry function: handing up to
-    eleven arguments on would cost more than the checks."""
-    return "[[gnu::noinline]] " if form.is_array else ""
+def in_cores(folder, includes, parts):
+    namespace = f"korm::inline KORM_VARIANT::{folder}::cores"
+    lines = "\n".join(f'#include "{name}"' for name in includes)
+    return "\n\n".join([lines, f"namespace {namespace} {{", *parts, f"}}  // namespace {namespace}"]) + "\n"
 
 
-def entry_attribute(form):
-    """A function of fixed size is little more than its call: one that begins in the middle of a line of code and
-    goes on in the next costs a cycle more than one that fits, out of nine or ten."""
-    if isinstance(form, FixedForm):
-        return "[[gnu::flatten, gnu::aligned(64)]] "
-    return "" if form.is_array else "[[gnu::flatten]] "
+def cores_header(folder, cores):
+    parts = []
+    for core in cores:
+        functions = list(core.functions())
+        lines = [f"// {core.about}"]
+        for one in functions:
+            if "<" in one.name:
+                primary = wrapped(f"template <int>\n{core.returns} {one.name.partition('<')[0]}(", one.declarations, ");")
+                lines += [primary] if primary not in lines else []
+        for one in functions:
+            head = "template <>\n" if "<" in one.name else ""
+            lines.append(wrapped(f"{head}[[gnu::noinline]] {core.returns} {one.name}(", one.declarations, f') asm("{one.symbol}");'))
+        parts.append("\n".join(lines))
+    return f"// {NOTICE}\n#pragma once\n\n#include <cstddef>\n#include <cstdint>\n\n" + in_cores(
+        folder, ["entry/variant.h", "entry/views.h"], parts)
 
 
-def declarations(forms):
-    """Prototypes of all internal functions, with C names, so that profiles and stack traces show them bare."""
-    lines = [f"// {NOTICE}", "#pragma once", "", "#include <cstddef>", "#include <cstdint>", "", '#include "korm.h"', "", 'extern "C" {']
-    for form in forms:
-        for kernel in form.kernels:
-            lines.append(wrapped(f"{attribute(form)}int32_t {kernel}(", list(kernel_declarations(form)), ");"))
-        if form.limit is not None:
-            lines.append(wrapped(f"[[gnu::noinline]] int32_t {form.driver}(", c_declarations(form), ");"))
-        if not form.is_array and len(form.kernels) == 2 and not form.family.light:
-            attributes = "[[gnu::flatten, gnu::noinline]] "
-            lines.append(wrapped(f"{attributes}int32_t {strided_entry(form)}(", c_declarations(form), ");"))
-        lines.append(wrapped(f"{entry_attribute(form)}int32_t {form.entry}(", c_declarations(form), ");"))
-    return "\n".join(lines + ['}  // extern "C"', ""])
+def cores_source(folder, cores):
+    """A core is its kernel, in a function of its own."""
+    parts = []
+    for one in (one for core in cores for one in core.functions()):
+        passed = [re.split(r"[ *&]", declared)[-1] for declared in one.declarations]
+        head = "template <>\n" if "<" in one.name else ""
+        parts.append(wrapped(f"{head}{one.core.returns} {one.name}(", one.declarations, ") {")
+                     + "\n" + returns_call(f"{folder}::{one.kernel}", passed, 1) + "\n}")
+    return f"// {NOTICE}\n\n" + in_cores(folder, sorted({f"{folder}/cores.h", *(core.source for core in cores)}), parts)
 
 
 STUBS = """\

@@ -7,14 +7,18 @@ the C prototype to the parallel driver, follows from a form by the rules in this
 
 from dataclasses import dataclass, field
 from fnmatch import fnmatchcase
+from pathlib import Path
 import re
+
+ROOT = Path(__file__).resolve().parents[2]
 
 ELEMENTS = {"32f": ("float", 4), "64f": ("double", 8)}
 
 # How a letter of a suffix is called.
 LAYOUTS = {"S": "standard", "L": "list", "P": "pointer"}
 
-VARIANT = "v8"  # the processor variant: internal names begin with it
+# The processor variant: internal names begin with it.
+VARIANT = re.search(r"#define KORM_VARIANT (\w+)", (ROOT / "src/entry/variant.h").read_text())[1]
 
 # The checks by their letters, with the status that each gives.
 CHECKS = {
@@ -371,6 +375,52 @@ class Form:
     def is_plain(self, kernel):
         """Is this the kernel for adjacent elements alone?"""
         return kernel != self.kernels[-1]
+
+
+@dataclass(frozen=True)
+class Core:
+    """Functions that kernels share, called and never inlined: one for each element type and each of `each`. Kernels call
+    them by the name of the template that does the work, in the namespace `cores`; profiles and stack traces show `symbol`."""
+
+    about: str
+    kernel: str  # the template, with arguments where they can't be deduced
+    arguments: str  # C++ declarations
+    symbol: str
+    source: str  # the header that holds the template
+    returns: str = "std::int32_t"
+    types: str = "32f 64f"
+    each: tuple = ({},)  # words for {braces}, beside {element} and {scalar}, in all of these texts
+
+    def functions(self):
+        for element in self.types.split():
+            for words in self.each:
+                yield CoreFunction(self, dict(words, element=element, scalar=ELEMENTS[element][0]))
+
+
+@dataclass(frozen=True)
+class CoreFunction:
+    core: Core
+    words: dict
+
+    def filled(self, text):
+        return text.format(**self.words)
+
+    @property
+    def kernel(self):
+        return self.filled(self.core.kernel)
+
+    @property
+    def name(self):
+        """An order stays a template argument; a type is told by the function's arguments."""
+        return re.sub(r"<[a-z]\w*>", "", self.kernel)
+
+    @property
+    def declarations(self):
+        return self.filled(self.core.arguments).split(", ")
+
+    @property
+    def symbol(self):
+        return f"{VARIANT}_{self.filled(self.core.symbol)}"
 
 
 @dataclass

@@ -88,7 +88,7 @@ typedef struct kormLibVersion {
     char target[4];        /**< the processor variant, padded with NUL bytes */
     const char *name;      /**< domain, instruction set and variant */
     const char *version;   /**< the numbers above as text */
-    const char *buildDate; /**< date of the build */
+    const char *buildDate; /**< a fixed part of the record, not the day on which this library was built */
 } kormLibVersion;
 '''
 

@@ -12,7 +12,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 import emit
 import header
 from fixed import Fixed
-from grammar import Departure, Family, Shortcut, Variant, below, up_to
+from grammar import Core, Departure, Family, Shortcut, Variant, below, up_to
 
 PRODUCT = "src1 src1Width src1Height src2 src2Width src2Height dst count"
 
@@ -255,7 +255,7 @@ class Drivers(unittest.TestCase):
         invert = family("Invert", "ma", "src dst order buffer count", extras={"buffer": "element *"},
                         scratch={"buffer": "order * order + order"}, merges_status=True, limits=limits)
         self.assertEqual(self.driver(invert, "kormInvert_ma_32f_P"), """\
-int32_t v8_ownOMP_kormInvert_ma_32f_P(
+[[gnu::noinline]] int32_t v8_ownOMP_kormInvert_ma_32f_P(
     const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *const *dst, int32_t dstOffset,
     int32_t dstObjectStride, int32_t order, float *buffer, int32_t count) {
     const std::size_t pieceSize = sizeof(float) * (static_cast<std::size_t>(order) * static_cast<std::size_t>(order) + static_cast<std::size_t>(order));
@@ -339,7 +339,7 @@ class Kernels(unittest.TestCase):
     def test_a_form_with_two_layouts_in_full(self):
         copy = Family("Copy", "ma", "PL", "src dst width height count", "copy", "", "", order="N S C T:inner O T:objects")
         self.assertEqual("\n\n".join(emit.functions(self.form(copy, "kormCopy_ma_32f_PL"))), """\
-int32_t v8_ownkormCopy_ma_32f_PL(
+[[gnu::noinline]] int32_t v8_ownkormCopy_ma_32f_PL(
     const float *const *src, std::ptrdiff_t srcOffset, int32_t srcObjectStride, float *const *dst,
     int32_t dstOffset, int32_t dstRowStride, int32_t /*dstElementStride*/, int32_t width, int32_t height,
     int32_t count) {
@@ -350,7 +350,7 @@ int32_t v8_ownkormCopy_ma_32f_PL(
     return korStatusOk;
 }
 
-int32_t v8_ownkormCopy_ma_32f_PLS2(
+[[gnu::noinline]] int32_t v8_ownkormCopy_ma_32f_PLS2(
     const float *const *src, std::ptrdiff_t srcOffset, int32_t srcObjectStride, float *const *dst,
     int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height,
     int32_t count) {
@@ -469,7 +469,8 @@ class FixedSizes(unittest.TestCase):
     def test_the_function_is_nothing_but_its_arithmetic(self):
         add = self.forms("Add", "v3", "src1 src2 dst", "add<{n}>")["kormAdd_v3_32f"]
         self.assertEqual(emit.functions(add), ["""\
-int32_t v8_kormAdd_v3_32f(const float *src1, const float *src2, float *dst) {
+[[gnu::flatten, gnu::aligned(64)]] int32_t v8_kormAdd_v3_32f(
+    const float *src1, const float *src2, float *dst) {
     add<3>(src1, src2, dst);
     return korStatusOk;
 }"""])
@@ -496,7 +497,7 @@ int32_t v8_kormAdd_v3_32f(const float *src1, const float *src2, float *dst) {
                              types="32f 64f", more={"order": "int32_t", "size": "uint32_t *"})
         self.assertEqual(list(queries), ["kormEigenValuesGetBufSize_32f", "kormEigenValuesGetBufSize_64f"])
         self.assertEqual(emit.functions(queries["kormEigenValuesGetBufSize_64f"]), ["""\
-int32_t v8_kormEigenValuesGetBufSize_64f(int32_t order, uint32_t *size) {
+[[gnu::flatten, gnu::aligned(64)]] int32_t v8_kormEigenValuesGetBufSize_64f(int32_t order, uint32_t *size) {
     if (anyNull(size)) return korStatusNullPointer;
     if (anyBelowOne(order)) return korStatusBadSize;
     generalBufferSize<double>(order, size);
@@ -511,6 +512,120 @@ int32_t v8_kormEigenValuesGetBufSize_64f(int32_t order, uint32_t *size) {
         self.assertEqual(" ".join(check.letter for check in form.checks), "N C T")
         self.assertIn("plainArray(dst, dstObjectStride, noRows),\n        count);", emit.kernel_function(form, form.kernels[0]))
         self.assertIn("Statuses::merged, Scratch{}, [=](Run run, void*) {", emit.driver_function(form))
+
+
+class Sources(unittest.TestCase):
+    def test_functions_stand_in_the_namespace_of_their_kernels(self):
+        types = {"src": "const float *", "dst": "float *"}
+        rows = [Fixed("Len", "v2", "src dst", "length<{n}>", "geometry/vectors.h", "g", "the length", types),
+                Fixed("Norm", "v2", "src dst", "norm<{n}>", "linalg/norms.h", "g", "the norm", types)]
+        self.assertEqual(emit.source([form for row in rows for form in row.forms()]), """\
+// Written by tools/formgen from the tables of forms; edit those instead.
+
+#include "entry/checks.h"
+#include "entry/variant.h"
+#include "geometry/vectors.h"
+#include "linalg/norms.h"
+
+namespace korm::inline KORM_VARIANT::geometry {
+extern "C" {
+
+// --- kormLen_v2_32f: the length
+
+[[gnu::flatten, gnu::aligned(64)]] int32_t v8_kormLen_v2_32f(const float *src, float *dst) {
+    length<2>(src, dst);
+    return korStatusOk;
+}
+
+}  // extern "C"
+}  // namespace korm::inline KORM_VARIANT::geometry
+
+namespace korm::inline KORM_VARIANT::linalg {
+extern "C" {
+
+// --- kormNorm_v2_32f: the norm
+
+[[gnu::flatten, gnu::aligned(64)]] int32_t v8_kormNorm_v2_32f(const float *src, float *dst) {
+    norm<2>(src, dst);
+    return korStatusOk;
+}
+
+}  // extern "C"
+}  // namespace korm::inline KORM_VARIANT::linalg
+""")
+
+
+class Cores(unittest.TestCase):
+    """Functions that kernels share: declared and defined from one row."""
+
+    LU = Core("LU of any order.", "luGeneral<{scalar}>", "const {object}<const {scalar}>& src, std::byte* pivots",
+              "ownkormLUDecomp_m_{element}{layout}_com", "linalg/lu_general.h", types="64f",
+              each=({"object": "PlainObject", "layout": "_S"}, {"object": "TableObject", "layout": "_P"}))
+    DET = Core("Determinants.", "determinant<{n}>", "const {scalar}* src, {scalar}* dst", "a6_Det_m_{element}_{n}x{n}",
+               "linalg/extended.h", returns="void", each=({"n": 3},))
+
+    def test_declarations(self):
+        self.assertEqual(emit.cores_header("linalg", [self.LU, self.DET]), """\
+// Written by tools/formgen from the tables of forms; edit those instead.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "entry/variant.h"
+#include "entry/views.h"
+
+namespace korm::inline KORM_VARIANT::linalg::cores {
+
+// LU of any order.
+[[gnu::noinline]] std::int32_t luGeneral(
+    const PlainObject<const double>& src, std::byte* pivots) asm("v8_ownkormLUDecomp_m_64f_S_com");
+[[gnu::noinline]] std::int32_t luGeneral(
+    const TableObject<const double>& src, std::byte* pivots) asm("v8_ownkormLUDecomp_m_64f_P_com");
+
+// Determinants.
+template <int>
+void determinant(const float* src, float* dst);
+template <int>
+void determinant(const double* src, double* dst);
+template <>
+[[gnu::noinline]] void determinant<3>(const float* src, float* dst) asm("v8_a6_Det_m_32f_3x3");
+template <>
+[[gnu::noinline]] void determinant<3>(const double* src, double* dst) asm("v8_a6_Det_m_64f_3x3");
+
+}  // namespace korm::inline KORM_VARIANT::linalg::cores
+""")
+
+    def test_definitions(self):
+        self.assertEqual(emit.cores_source("linalg", [self.LU, self.DET]), """\
+// Written by tools/formgen from the tables of forms; edit those instead.
+
+#include "linalg/cores.h"
+#include "linalg/extended.h"
+#include "linalg/lu_general.h"
+
+namespace korm::inline KORM_VARIANT::linalg::cores {
+
+std::int32_t luGeneral(const PlainObject<const double>& src, std::byte* pivots) {
+    return linalg::luGeneral<double>(src, pivots);
+}
+
+std::int32_t luGeneral(const TableObject<const double>& src, std::byte* pivots) {
+    return linalg::luGeneral<double>(src, pivots);
+}
+
+template <>
+void determinant<3>(const float* src, float* dst) {
+    return linalg::determinant<3>(src, dst);
+}
+
+template <>
+void determinant<3>(const double* src, double* dst) {
+    return linalg::determinant<3>(src, dst);
+}
+
+}  // namespace korm::inline KORM_VARIANT::linalg::cores
+""")
 
 
 class Products(unittest.TestCase):
