@@ -12,7 +12,7 @@
 #include "geometry/lanes.h"
 #include "korm.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 inline Float4 reciprocals(Float4 d) {
     const Float4 start = _mm_rcp_ps(d);
@@ -53,9 +53,7 @@ struct Products {
 
 inline std::int32_t invertAdjugate4(const Unaligned* src, std::int32_t srcRowStride, Unaligned* det, Unaligned* dst,
                                     std::int32_t dstRowStride) {
-    const auto row = [&](int r) {
-        return loadLanes<float>(bytes(src) + static_cast<std::ptrdiff_t>(r) * srcRowStride);
-    };
+    const auto row = [&](int r) { return load<Float4>(bytes(src) + static_cast<std::ptrdiff_t>(r) * srcRowStride); };
     const Float4 row0 = row(0), row1 = row(1), row2 = row(2), row3 = row(3);
     const Float4 upperXZ = evenOfBoth(row0, row1), lowerXZ = evenOfBoth(row2, row3);
     const Float4 upperYW = oddOfBoth(row0, row1), lowerYW = oddOfBoth(row2, row3);
@@ -88,14 +86,14 @@ inline std::int32_t invertAdjugate4(const Unaligned* src, std::int32_t srcRowStr
     if (det != nullptr) *det = d;
 
     const Float4 r = reciprocals(determinant);
-    const auto store = [&](int i, Float4 cofactors) {
-        storeLanes(bytes(dst) + static_cast<std::ptrdiff_t>(i) * dstRowStride, cofactors * r);
+    const auto storeRow = [&](int i, Float4 cofactors) {
+        store(bytes(dst) + static_cast<std::ptrdiff_t>(i) * dstRowStride, cofactors * r);
     };
-    store(0, first);
-    store(1, second);
-    store(2, third);
-    store(3, fourth);
+    storeRow(0, first);
+    storeRow(1, second);
+    storeRow(2, third);
+    storeRow(3, fourth);
     return korStatusOk;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

@@ -9,7 +9,7 @@
 #include "geometry/elements.h"
 #include "geometry/lanes.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 struct Vectors {
     const std::byte* src;
@@ -99,7 +99,7 @@ inline std::ptrdiff_t twoByTwo(const Two& two, const Vectors& v, SrcStep srcStep
             storeHighPair(to + dstStep, low);
             storeHighPair(to + dstStep + half, high);
         } else if constexpr (isPacked<2, DstStep>) {
-            storeLanes(to, two(both));
+            store(to, two(both));
         } else {
             const Float4 results = two(both);
             storeLowPair(to, results);
@@ -145,4 +145,4 @@ inline void batch(const Unaligned* src, std::int32_t srcStride, Unaligned* dst, 
     oneByOne<Transform>(one, v, done);
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

@@ -11,7 +11,7 @@
 #include "geometry/elements.h"
 #include "geometry/vectors.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 // Rows are stored whole, constants too: a caller who reads a row back at once would have to wait for one that was
 // put together in memory.
@@ -34,9 +34,10 @@ inline Float4 unitRow(int column) {
     }
 }
 
+using Bits4 = Vec<std::int32_t, 4>;
+
 // Lanes 0 to 2, and zero in the fourth.
 inline Float4 firstThree(Float4 row) {
-    using Bits4 = int __attribute__((vector_size(16)));
     constexpr Bits4 three = {-1, -1, -1, 0};
     return reinterpret_cast<Float4>(reinterpret_cast<Bits4>(row) & three);
 }
@@ -95,13 +96,12 @@ inline void rotationYawPitchRoll(float yaw, float pitch, float roll, Unaligned* 
 // s*u elsewhere. x - y is x + (-y) to the bit, so a row is one product and one sum.
 inline void rotationAxis(const Unaligned* axis, float angle, Unaligned* d) {
     const Float4 along = loadElements<3>(axis);
-    const Float4 unit = along / broadcast(std::sqrt(sumOf<3>(along * along)));  // x y y z
+    const Float4 unit = along / all<Float4>(std::sqrt(sumOf<3>(along * along)));  // x y y z
     const Turn turn(angle);
-    const Float4 cosine = broadcast(turn.c), turned = broadcast(turn.s) * unit;
-    const Float4 across = (broadcast(1.0F) - cosine) * __builtin_shufflevector(unit, unit, 0, 1, 3, 3);
+    const Float4 cosine = all<Float4>(turn.c), turned = all<Float4>(turn.s) * unit;
+    const Float4 across = (all<Float4>(1.0F) - cosine) * __builtin_shufflevector(unit, unit, 0, 1, 3, 3);
     const Float4 turnedAndCosine = interleaveHigh(turned, cosine);  // y c z c
 
-    using Bits4 = int __attribute__((vector_size(16)));
     constexpr int negative = INT32_MIN;
     const auto row = [&](Float4 element, Float4 beside, Bits4 signs) {
         const Float4 signedBeside = reinterpret_cast<Float4>(reinterpret_cast<Bits4>(beside) ^ signs);
@@ -116,4 +116,4 @@ inline void rotationAxis(const Unaligned* axis, float angle, Unaligned* d) {
         unitRow(3));
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

@@ -5,18 +5,18 @@
 
 #include "geometry/elements.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 template <int n>
 inline void baryCentric(const Unaligned* a, const Unaligned* b, const Unaligned* c, float f, float g, Unaligned* d) {
-    const Float4 forB = broadcast(inRegister(f)), forC = broadcast(inRegister(g));
+    const Float4 forB = all<Float4>(inRegister(f)), forC = all<Float4>(inRegister(g));
     const Float4 first = loadElements<n>(a), second = loadElements<n>(b), third = loadElements<n>(c);
     storeLoadedElements<n>(d, ((second - first) * forB + first) + (third - first) * forC);
 }
 
 template <int n>
 inline void linear(const Unaligned* a, const Unaligned* b, float t, Unaligned* d) {
-    const Float4 part = broadcast(inRegister(t)), first = loadElements<n>(a), second = loadElements<n>(b);
+    const Float4 part = all<Float4>(inRegister(t)), first = loadElements<n>(a), second = loadElements<n>(b);
     storeLoadedElements<n>(d, first + (second - first) * part);
 }
 
@@ -29,7 +29,7 @@ struct HermiteWeights {
     Float4 endTangent;    // t3 - t2, which rounds to float alike from float and from double
 
     explicit HermiteWeights(float parameter) {
-        const Float4 t = settled(broadcast(inRegister(parameter))), square = t * t, cube = square * t;
+        const Float4 t = settled(all<Float4>(inRegister(parameter))), square = t * t, cube = square * t;
         const Double2 first = _mm_cvtps_pd(interleaveLow(t, cube)), squares = _mm_cvtps_pd(square);
         const Double2 differences = first - squares * Double2{1.0, 3.0};
         const Float4 sums = _mm_cvtpd_ps(_mm_sub_sd(differences, squares) + interleaveHigh(first, first));
@@ -56,9 +56,9 @@ template <int n>
 inline void catmullRom(const Unaligned* a, const Unaligned* b, const Unaligned* c, const Unaligned* d, float t,
                        Unaligned* to) {
     const HermiteWeights weights(t);
-    const Float4 half = broadcast(0.5F), start = loadElements<n>(b), end = loadElements<n>(c);
+    const Float4 half = all<Float4>(0.5F), start = loadElements<n>(b), end = loadElements<n>(c);
     const Float4 tangent = (end - loadElements<n>(a)) * half, endsTangent = (loadElements<n>(d) - start) * half;
     storeLoadedElements<n>(to, weights.at(start, tangent, end, endsTangent));
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

@@ -6,9 +6,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "kernel/scalar.h"
 #include "kernel/vec.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 // A float that may lie at any address. Vectors and matrices are pointers to such.
 using Unaligned = float __attribute__((aligned(1)));
@@ -47,8 +48,12 @@ inline float inRegister(float value) {
 
 // Two adjacent floats in lanes 0 and 1; the spare lanes are never computed with.
 inline Float4 loadFirstPair(const std::byte* from) {
-    using Bits2 = long long __attribute__((vector_size(16)));
-    return settled(reinterpret_cast<Float4>(Bits2{load<long long>(from)}));
+    return settled(reinterpret_cast<Float4>(Vec<std::int64_t, 2>{load<std::int64_t>(from)}));
+}
+
+// Four floats at equal distances.
+inline Float4 gatherFour(const std::byte* from, std::ptrdiff_t step) {
+    return fromLanes<Float4>([&](int l) { return load<float>(from + l * step); });
 }
 
 // Each element of a vector in all lanes.
@@ -62,7 +67,7 @@ inline Repeated repeated(const Unaligned* from) {
     const Float4 firstTwo = loadFirstPair(bytes(from));
     v.x = everyLane<0>(firstTwo);
     v.y = everyLane<1>(firstTwo);
-    if constexpr (n == 3) v.z = broadcast(from[2]);
+    if constexpr (n == 3) v.z = all<Float4>(from[2]);
     if constexpr (n == 4) {
         const Float4 lastTwo = loadFirstPair(bytes(from + 2));
         v.z = everyLane<0>(lastTwo);
@@ -78,12 +83,12 @@ inline Float4 loadElements(const Unaligned* from) {
     if constexpr (n == 2) return loadPair(bytes(from));
     else if constexpr (n == 3)
         return _mm_loadh_pi(loadFirstPair(bytes(from)), reinterpret_cast<const __m64*>(from + 1));
-    else return loadLanes<float>(bytes(from));
+    else return load<Float4>(bytes(from));
 }
 
 template <int n>
 inline void storeLoadedElements(Unaligned* to, Float4 v) {
-    if constexpr (n == 4) storeLanes(bytes(to), v);
+    if constexpr (n == 4) store(bytes(to), v);
     else storePair(bytes(to), v);
     if constexpr (n == 3) _mm_storeh_pi(reinterpret_cast<__m64*>(to + 1), v);
 }
@@ -91,13 +96,13 @@ inline void storeLoadedElements(Unaligned* to, Float4 v) {
 // The first elements of lanes.
 template <int n>
 inline void storeElements(Unaligned* to, Float4 v) {
-    if constexpr (n == 4) storeLanes(bytes(to), v);
+    if constexpr (n == 4) store(bytes(to), v);
     else storePair(bytes(to), v);
     if constexpr (n == 3) to[2] = v[2];
 }
 
 // Row r of a 4 by 4 matrix.
-inline Float4 loadRow(const Unaligned* matrix, int r) { return loadLanes<float>(bytes(matrix + 4 * r)); }
-inline void storeRow(Unaligned* matrix, int r, Float4 row) { storeLanes(bytes(matrix + 4 * r), row); }
+inline Float4 loadRow(const Unaligned* matrix, int r) { return load<Float4>(bytes(matrix + 4 * r)); }
+inline void storeRow(Unaligned* matrix, int r, Float4 row) { store(bytes(matrix + 4 * r), row); }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

@@ -5,7 +5,7 @@ grammar stands among them: the homogeneous transform of an array of vectors, wit
 """
 
 from fixed import Fixed
-from grammar import Family, up_to
+from grammar import Core, Family, up_to
 
 GROUPS = {
     "fixed_vectors": """Vectors of 2, 3 or 4 elements
@@ -135,6 +135,17 @@ def curve(*row):
 
 
 # fmt: off
+CORES = [
+    Core("The inverse by the adjugate. Row strides in bytes; `det` may be null. korStatusSingular leaves `dst` alone.", "invertAdjugate4",
+         "const {scalar}* src, std::int32_t srcRowStride, {scalar}* det, {scalar}* dst, std::int32_t dstRowStride",
+         "own3dkormInvert_m_{element}_4x4", "geometry/adjugate.h", types="32f"),
+    Core("src1 * src2 of contiguous 4 by 4 matrices; `dst` may be one of them.", "multiply4",
+         "const {scalar}* src1, const {scalar}* src2, {scalar}* dst",
+         "ownMulMat_{element}", "geometry/matrices.h", returns="void", types="32f"),
+    Core("16 doubles, each rounded to float.", "roundToFloats", "const double* src, {scalar}* dst",
+         "own3dConvert64f{element}_16", "geometry/unproject.h", returns="void", types="32f"),
+]
+
 FAMILIES = [
     vector("Add", ALL, TWO, "addVectors<{n}>", "dst[i] = src1[i] + src2[i]"),
     vector("Sub", ALL, TWO, "subtractVectors<{n}>", "dst[i] = src1[i] - src2[i]"),

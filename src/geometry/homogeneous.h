@@ -9,9 +9,10 @@
 
 #include "entry/views.h"
 #include "geometry/transforms.h"
+#include "kernel/predicates.h"
 #include "korm.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 // The divisor has to lie above the smallest normal number; a NaN does not.
 inline bool isDegenerate(float divisor) { return !(std::fabs(divisor) > FLT_MIN); }
@@ -26,14 +27,14 @@ struct Homogeneous {
 
     // The elements in lanes 0 to 2.
     Float4 transform(float x, float y, float z) {
-        const Repeated v{broadcast(x), broadcast(y), broadcast(z), {}};
+        const Repeated v{all<Float4>(x), all<Float4>(y), all<Float4>(z), {}};
         const Float4 sums = Affine<3>::sum(one.x, one.y, one.z, one.w, v);
         const float divisor = sums[3];
         if (isDegenerate(divisor)) {
             status = korStatusDivideByZero;
-            return broadcast(FLT_MAX);
+            return all<Float4>(FLT_MAX);
         }
-        return sums * broadcast(1.0F / divisor);
+        return sums * all<Float4>(1.0F / divisor);
     }
 };
 
@@ -70,7 +71,7 @@ template <class From, class To>
 template <class From, class To>
 inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From& src, const To& dst, const Vectors& vectors) {
     const FourHomogeneous four(matrix.one);
-    const Float4 least = broadcast(FLT_MIN), one = broadcast(1.0F), sign = broadcast(-0.0F);
+    const Float4 least = all<Float4>(FLT_MIN), one = all<Float4>(1.0F), sign = all<Float4>(-0.0F);
     const auto loop = [&](auto srcStep, auto dstStep) {
         const auto body = [&](std::ptrdiff_t k, const std::byte* from, std::byte* to) __attribute__((always_inline)) {
             const FourVectors v = loadFour(from, srcStep);
@@ -90,7 +91,7 @@ inline std::ptrdiff_t transformFours(Homogeneous& matrix, const From& src, const
 template <class From, class To>
 inline std::int32_t transformObjects(Homogeneous& matrix, const From& src, const To& dst, std::ptrdiff_t count) {
     std::ptrdiff_t k = 0;
-    if constexpr (From::spacing == Spacing::rowAdjacent) {
+    if constexpr (isAdjacent<From>) {
         const Vectors vectors{src.at(0).address(0, 0), src.objectStride, dst.at(0).address(0, 0), dst.objectStride,
                               count};
         if (count >= 4 && mayReadAhead<Homogeneous>(vectors))  // fewer get no further than the last loop
@@ -104,7 +105,7 @@ template <class Matrix, class From, class To>
 inline std::int32_t transform3DH(const Matrix& matrix, const From& src, const To& dst, std::int32_t count) {
     // In registers: rows put together in memory would have to wait for their elements' stores.
     const auto column = [grid = matrix.at(0)](std::ptrdiff_t c) {
-        return gather<float>(grid.address(0, c), grid.address(1, c) - grid.address(0, c));
+        return gatherFour(grid.address(0, c), grid.address(1, c) - grid.address(0, c));
     };
     Homogeneous held(Affine<3>::One(column(0), column(1), column(2), column(3)));
     if constexpr (From::spacing == Spacing::strided)
@@ -119,4 +120,4 @@ inline std::int32_t transform3DH(const Matrix& matrix, const From& src, const To
     return transformObjects(held, src, dst, count);
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

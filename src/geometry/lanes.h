@@ -12,7 +12,7 @@
 #include "geometry/elements.h"
 #include "kernel/known.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 // Asks for what a loop will need some twenty to forty rounds later, on both sides. Out of cache that is 10 to 20 % of
 // the time: a round has so many instructions for its few bytes that the processor doesn't see far enough ahead by
@@ -43,8 +43,6 @@ struct TwoVectors {
     Float4 x, y, z, w;
 };
 
-inline Float4 loadAligned(const std::byte* from) { return loadLanes<float>(std::assume_aligned<16>(from)); }
-
 // An element in lane 0, by itself: put together with another in a constructor it would cost two more shuffles.
 inline Float4 loadFirst(const std::byte* from) { return settled(Float4{load<float>(from)}); }
 
@@ -61,22 +59,22 @@ template <int n, bool isAligned, class Step>
 inline TwoVectors loadTwo(const std::byte* from, Step step) {
     TwoVectors v;
     if constexpr (n == 4) {
-        const Float4 a = loadLanes<float>(from), b = loadLanes<float>(from + step);
+        const Float4 a = load<Float4>(from), b = load<Float4>(from + step);
         v.x = eachTwice<0>(a, b);
         v.y = eachTwice<1>(a, b);
         v.z = eachTwice<2>(a, b);
         v.w = eachTwice<3>(a, b);
     } else if constexpr (n == 3 && isPacked<n, Step>) {
         // Each element starts a load that ends with the same element of the second vector.
-        v.x = endsTwice(loadLanes<float>(from));
-        v.y = endsTwice(loadLanes<float>(from + 4));
-        v.z = endsTwice(loadLanes<float>(from + 8));
+        v.x = endsTwice(load<Float4>(from));
+        v.y = endsTwice(load<Float4>(from + 4));
+        v.z = endsTwice(load<Float4>(from + 8));
     } else if constexpr (n == 2 && isPacked<n, Step> && isAligned) {
         // The processor repeats elements as it loads them, if the address is a multiple of 16.
-        v.x = evenTwice(loadAligned(from));
-        v.y = oddTwice(loadAligned(from));
+        v.x = evenTwice(loadAligned<Float4>(from));
+        v.y = oddTwice(loadAligned<Float4>(from));
     } else if constexpr (n == 2 && isPacked<n, Step>) {
-        const Float4 both = loadLanes<float>(from);
+        const Float4 both = load<Float4>(from);
         v.x = evenTwice(both);
         v.y = oddTwice(both);
     } else {
@@ -103,13 +101,13 @@ inline FourVectors loadFour(const std::byte* from, Step step) {
     if constexpr (isPacked<3, Step>) {
         // An element of the first vector starts a load that ends with the same element of the second.
         const auto ends = [](const std::byte* first) {
-            const Float4 a = loadLanes<float>(first), b = loadLanes<float>(first + 24);
+            const Float4 a = load<Float4>(first), b = load<Float4>(first + 24);
             return __builtin_shufflevector(a, b, 0, 3, 4, 7);
         };
         return {ends(from), ends(from + 4), ends(from + 8)};
     } else {
         const Float4 xy01 = loadPairs(from, from + step), xy23 = loadPairs(from + 2 * step, from + 3 * step);
-        return {evenOfBoth(xy01, xy23), oddOfBoth(xy01, xy23), gather<float>(from + 2 * sizeof(float), step)};
+        return {evenOfBoth(xy01, xy23), oddOfBoth(xy01, xy23), gatherFour(from + 2 * sizeof(float), step)};
     }
 }
 
@@ -143,4 +141,4 @@ inline void storeFour(std::byte* to, Step step, const FourVectors& v) {
     }
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

@@ -5,12 +5,12 @@
 
 #include <cmath>
 
+#include "geometry/cores.h"
 #include "geometry/lanes.h"
-#include "geometry/shared.h"
 #include "geometry/vectors.h"
 #include "korm.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 struct Matrix4 {
     Float4 row[4];
@@ -59,7 +59,7 @@ inline void determinant4(const Unaligned* m, Unaligned* d) {
 
 inline std::int32_t invert4(const Unaligned* s, Unaligned* det, Unaligned* d) {
     constexpr std::int32_t packed = 4 * sizeof(float);
-    return v8_own3dkormInvert_m_32f_4x4(s, packed, det, d, packed);
+    return cores::invertAdjugate4(s, packed, det, d, packed);
 }
 
 // Not what the name says: 1 when the first element is 1 and any one column is that of the identity.
@@ -74,4 +74,4 @@ inline void isIdentity4(const Unaligned* m, std::int32_t* result) {
     store(reinterpret_cast<std::byte*>(result), found);
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

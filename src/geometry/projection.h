@@ -4,10 +4,10 @@
 // point through the three matrices one after the other.
 #pragma once
 
-#include "geometry/shared.h"
+#include "geometry/cores.h"
 #include "geometry/transforms.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 // From the square of normalised coordinates to the viewport, with y downwards.
 struct Viewport {
@@ -37,7 +37,7 @@ struct Project {
         Float4 scale[3], offset[3];
 
         Four(const Unaligned* matrix, const Viewport& v) : transform(matrix) {
-            for (int i = 0; i < 3; ++i) scale[i] = broadcast(v.scale[i]), offset[i] = broadcast(v.offset[i]);
+            for (int i = 0; i < 3; ++i) scale[i] = all<Float4>(v.scale[i]), offset[i] = all<Float4>(v.offset[i]);
         }
         FourVectors operator()(const FourVectors& v) const {
             const FourVectors point = transform(v);
@@ -62,10 +62,10 @@ inline void projectAll(const Unaligned* projection, const Unaligned* view, const
                        Unaligned* dst, std::int32_t dstStride, std::int32_t count) {
     if (count < 1) return;
     float all[16];
-    v8_ownMulMat_32f(view, projection, all);
-    v8_ownMulMat_32f(world, all, all);
+    cores::multiply4(view, projection, all);
+    cores::multiply4(world, all, all);
     const Unaligned* const matrix = all;
     batch<Project>(src, srcStride, dst, dstStride, count, matrix, Viewport(viewportWidth, viewportHeight, minZ, maxZ));
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

@@ -8,7 +8,7 @@
 #include "geometry/elements.h"
 #include "geometry/lanes.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 // Elements 0 and 1 of a row, twice; and its elements 2 and 3.
 inline Float4 lowTwice(const Unaligned* m, int r) { return lowPairTwice(loadRow(m, r)); }
@@ -74,7 +74,7 @@ struct Coord<3> {
         Float4 m[16];
 
         explicit Four(const Unaligned* from) {
-            for (int i = 0; i < 16; ++i) m[i] = broadcast(from[i]);
+            for (int i = 0; i < 16; ++i) m[i] = all<Float4>(from[i]);
         }
         FourVectors operator()(const FourVectors& v) const {
             const Float4 fourth = sum(m[3], m[7], m[11], m[15], v);
@@ -101,9 +101,9 @@ struct Coord<2> {
             : x(lowTwice(m, 0)),
               y(lowTwice(m, 1)),
               w(lowTwice(m, 3)),
-              xFourth(broadcast(m[3])),
-              yFourth(broadcast(m[7])),
-              wFourth(broadcast(m[15])) {}
+              xFourth(all<Float4>(m[3])),
+              yFourth(all<Float4>(m[7])),
+              wFourth(all<Float4>(m[15])) {}
         template <class V>
         Float4 of(const V& v) const {
             return sum(x, y, w, v) / sum(xFourth, yFourth, wFourth, v);
@@ -167,7 +167,7 @@ struct Normal<3> {
 
         explicit Four(const Unaligned* from) {
             for (int r = 0; r < 3; ++r)
-                for (int c = 0; c < 3; ++c) m[r][c] = broadcast(from[4 * r + c]);
+                for (int c = 0; c < 3; ++c) m[r][c] = all<Float4>(from[4 * r + c]);
         }
         FourVectors operator()(const FourVectors& v) const {
             return {sum(m[0][0], m[1][0], m[2][0], v), sum(m[0][1], m[1][1], m[2][1], v),
@@ -188,4 +188,4 @@ inline void transformAll(const Unaligned* matrix, const Unaligned* src, std::int
     batch<Transform>(src, srcStride, dst, dstStride, count, matrix);
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

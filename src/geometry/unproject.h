@@ -3,12 +3,12 @@
 // The product of the matrices is formed in float, inverted in double and rounded to float again.
 #pragma once
 
-#include "geometry/shared.h"
+#include "geometry/cores.h"
 #include "geometry/transforms.h"
 #include "korm.h"
 #include "linalg/cores.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 // From the viewport to normalised coordinates: one division for each element, not a factor formed beforehand.
 struct FromViewport {
@@ -39,27 +39,32 @@ struct Unproject {
 
         Four(const Unaligned* matrix, const FromViewport& from)
             : transform(matrix),
-              width(broadcast(from.width)),
-              height(broadcast(from.height)),
-              minZ(broadcast(from.minZ)),
-              depth(broadcast(from.depth)) {}
+              width(all<Float4>(from.width)),
+              height(all<Float4>(from.height)),
+              minZ(all<Float4>(from.minZ)),
+              depth(all<Float4>(from.depth)) {}
         FourVectors operator()(const FourVectors& v) const {
-            const Float4 one = broadcast(1.0F), x = broadcast(2.0F) * v.x / width, y = broadcast(-2.0F) * v.y / height;
+            const Float4 one = all<Float4>(1.0F), x = all<Float4>(2.0F) * v.x / width,
+                         y = all<Float4>(-2.0F) * v.y / height;
             return transform({x - one, y + one, (v.z - minZ) / depth});
         }
     };
 };
 
+inline void roundToFloats(const double* src, float* dst) {
+    for (int i = 0; i < 16; ++i) dst[i] = static_cast<float>(src[i]);
+}
+
 // The inverse of world * view * projection.
 inline std::int32_t inverseOfAll(const float* projection, const float* view, const float* world, float* inverse) {
     float all[16];
-    v8_ownMulMat_32f(world, view, all);
-    v8_ownMulMat_32f(all, projection, all);
+    cores::multiply4(world, view, all);
+    cores::multiply4(all, projection, all);
     double wide[16];
     for (int i = 0; i < 16; ++i) wide[i] = all[i];
     constexpr std::int32_t packed = 4 * sizeof(double);
     const std::int32_t status = linalg::cores::invertOrder4(wide, packed, nullptr, wide, packed);
-    if (status == korStatusOk) v8_own3dConvert64f32f_16(wide, inverse);
+    if (status == korStatusOk) cores::roundToFloats(wide, inverse);
     return status;
 }
 
@@ -87,4 +92,4 @@ inline std::int32_t unprojectAll(const float* projection, const float* view, con
     return korStatusOk;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

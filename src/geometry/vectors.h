@@ -8,7 +8,7 @@
 
 #include "geometry/elements.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 template <int n>
 inline void addVectors(const Unaligned* a, const Unaligned* b, Unaligned* d) {
@@ -33,7 +33,7 @@ inline void greaterElements(const Unaligned* a, const Unaligned* b, Unaligned* d
 
 template <int n>
 inline void scaleVector(const Unaligned* a, float factor, Unaligned* d) {
-    storeLoadedElements<n>(d, loadElements<n>(a) * broadcast(inRegister(factor)));
+    storeLoadedElements<n>(d, loadElements<n>(a) * all<Float4>(inRegister(factor)));
 }
 
 // Of the elements of a vector as loadElements gives it.
@@ -67,7 +67,7 @@ inline void length(const Unaligned* a, Unaligned* d) {
 // A division for each element: a multiplication by the reciprocal would round twice.
 template <int n>
 inline Float4 normalized(Float4 v) {
-    return v / broadcast(lengthOf<n>(v));
+    return v / all<Float4>(lengthOf<n>(v));
 }
 
 template <int n>
@@ -99,8 +99,8 @@ inline Float4 minorsOf(Float4 first, Float4 second, Float4 third) {
 // The vector orthogonal to three others. 0 - x is a subtraction, not a change of sign: it never gives -0.
 inline void crossProduct4(const Unaligned* u, const Unaligned* v, const Unaligned* w, Unaligned* d) {
     const Float4 minors = minorsOf(loadRow(u, 0), loadRow(v, 0), loadRow(w, 0));
-    const Float4 turned = broadcast(0.0F) - minors;
+    const Float4 turned = all<Float4>(0.0F) - minors;
     storeRow(d, 0, __builtin_shufflevector(minors, turned, 0, 5, 2, 7));
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry

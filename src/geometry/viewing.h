@@ -8,7 +8,7 @@
 #include "geometry/constructors.h"
 #include "geometry/vectors.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::geometry {
 
 enum class Hand { left, right };
 
@@ -31,7 +31,7 @@ inline void lookAt(const Unaligned* eyeAt, const Unaligned* atAt, const Unaligne
     const Float4 row1 = __builtin_shufflevector(upper, z, 2, 3, 5, 5);
     const Float4 row2 = __builtin_shufflevector(lower, z, 2, 3, 7, 7);
     const Float4 dots = (row0 * everyLane<0>(eye) + row1 * everyLane<1>(eye)) + row2 * everyLane<3>(eye);
-    const Float4 offsets = firstThree(broadcast(0.0F) - dots);
+    const Float4 offsets = firstThree(all<Float4>(0.0F) - dots);
     storeRows(d, firstThree(row0), firstThree(row1), firstThree(row2), _mm_or_ps(offsets, unitRow(3)));
 }
 
@@ -53,7 +53,6 @@ inline constexpr float depthToW = hand == Hand::left ? 1.0F : -1.0F;
 // alone, all others zero.
 template <int i>
 inline Float4 only(Float4 quotients) {
-    using Bits4 = int __attribute__((vector_size(16)));
     constexpr Bits4 mask = {i == 0 ? -1 : 0, i == 1 ? -1 : 0, i == 2 ? -1 : 0, i == 3 ? -1 : 0};
     return reinterpret_cast<Float4>(reinterpret_cast<Bits4>(quotients) & mask);
 }
@@ -82,14 +81,14 @@ template <bool negatesMiddle>
 inline Float4 scalesAndMiddle(float dividend, float left, float right, float bottom, float top) {
     const Float4 low = {left, bottom, left, bottom}, high = {right, top, right, top};
     const Float4 sizes = high - low, sums = low + high;
-    const Float4 dividends = __builtin_shufflevector(broadcast(dividend), sums, 0, 0, 4, 5);
+    const Float4 dividends = __builtin_shufflevector(all<Float4>(dividend), sums, 0, 0, 4, 5);
     if constexpr (!negatesMiddle) return dividends / sizes;
-    return dividends / __builtin_shufflevector(sizes, broadcast(0.0F) - sizes, 0, 1, 4, 5);
+    return dividends / __builtin_shufflevector(sizes, all<Float4>(0.0F) - sizes, 0, 1, 4, 5);
 }
 
 // The middle's offsets, the first of the depth's quotients, and a constant.
 inline Float4 middleRow(Float4 scalesAndMiddle, Float4 depths, float last) {
-    return __builtin_shufflevector(scalesAndMiddle, interleaveLow(depths, broadcast(last)), 2, 3, 4, 5);
+    return __builtin_shufflevector(scalesAndMiddle, interleaveLow(depths, all<Float4>(last)), 2, 3, 4, 5);
 }
 
 template <Hand hand>
@@ -135,4 +134,4 @@ inline void perspectiveOffCenter(float left, float right, float bottom, float to
     storeRows(d, only<0>(quotients), only<1>(quotients), middleRow(quotients, depths, depthToW<hand>), only<2>(depths));
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::geometry
