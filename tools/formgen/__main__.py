@@ -5,37 +5,19 @@ usage: formgen sources          names of the generated source files
        formgen committed        rewrite include/korm.h and src/entry/exports.map, and the number of functions in the docs
        formgen check            fail where any of these differ from the tables
        formgen names            the exported names
-       formgen where NAME       an exported function's arguments, checks, limits and kernel
 """
 
 from pathlib import Path
 import re
-import runpy
 import sys
 
 import emit
-import grammar
 from grammar import ROOT
 import header
-import where
+from tables import Tables
 
 
 COUNTING = ["README.md", "CHANGELOG.md", "docs/architecture.md"]  # these tell how many of the 874 functions there are
-SUBSYSTEMS = ["entry", "arith", "products", "linalg", "geometry"]  # in the order of the public header
-
-
-class Tables:
-    """The tables of all subsystems."""
-
-    def __init__(self):
-        modules = [runpy.run_path(str(ROOT / "src" / name / "forms.py")) for name in SUBSYSTEMS]
-        rows = [row for module in modules for row in module["FAMILIES"]]
-        self.groups = {name: about for module in modules for name, about in module["GROUPS"].items()}
-        self.cores = {name: module["CORES"] for name, module in zip(SUBSYSTEMS, modules) if "CORES" in module}
-        self.queries = [row for row in rows if isinstance(row, grammar.Query)]
-        self.families = [row for row in rows if not isinstance(row, grammar.Query)]
-        self.forms = [form for family in self.families for form in family.forms()]
-        self.exports = sorted(self.queries + self.forms, key=lambda form: form.name)
 
 
 def generated(tables):
@@ -82,8 +64,6 @@ def main(verb="", argument=""):
         return 1 if stale else 0
     elif verb == "names":
         print("\n".join(form.name for form in tables.exports))
-    elif verb == "where" and argument:
-        return where.show(argument, tables.exports, ROOT)
     else:
         print(__doc__, end="", file=sys.stderr)
         return 2
