@@ -47,18 +47,30 @@ inline T smallest(int times) {
 
 // False if an object is singular; then `a` may be used up and `inverse` holds nothing.
 template <InversePath path, int n, class S>
-[[gnu::always_inline]] inline bool invertSized(S (&a)[n][n], S (&inverse)[n][n]) {
+[[gnu::always_inline]] inline bool invertInline(S (&a)[n][n], S (&inverse)[n][n]) {
     const S threshold = all<S>(smallest<ElementOf<S>>(path.threshold));
     S determinant;
     if constexpr (path.blocks) return invertByBlocks(a, threshold, inverse);
     else return invertByAdjugate<n, path.reciprocal, path.minus>(a, threshold, inverse, determinant);
 }
 
+// One function for the layouts in which elements are gathered one by one.
+template <InversePath path, int n, class S>
+[[gnu::noinline]] bool invertOutOfLine(S (&a)[n][n], S (&inverse)[n][n]) {
+    return invertInline<path>(a, inverse);
+}
+
+template <InversePath path, bool isInline, int n, class S>
+[[gnu::always_inline]] inline bool invertSized(S (&a)[n][n], S (&inverse)[n][n]) {
+    if constexpr (isInline) return invertInline<path>(a, inverse);
+    else return invertOutOfLine<path>(a, inverse);
+}
+
 template <int n, InversePath path, class T, class A, class D>
 [[gnu::noinline]] std::int32_t invertObject(const A& src, const D& dst) {
     T a[n][n], inverse[n][n];
     readMatrix(src, a);
-    if (invertSized<path>(a, inverse)) {
+    if (invertSized<path, isAdjacent<A>>(a, inverse)) {
         writeMatrix(dst, inverse);
         return korStatusOk;
     }
@@ -74,7 +86,7 @@ template <int n, InversePath path, class T, class A, class D>
 // Packed and aligned floats of order 4 are tested two at a time: neither of a pair is written if one is singular.
 template <class A, class D>
 [[gnu::always_inline]] inline bool invertsInPairs(const A& src, const D& dst) {
-    if constexpr (isAdjacent<A> && A::objects == Objects::stepped && std::is_same_v<typename A::Element, float>) {
+    if constexpr (isAdjacent<A> && A::objects == Objects::stepped && isFloat<typename A::Element>) {
         const auto bits = reinterpret_cast<std::intptr_t>(src.origin) | reinterpret_cast<std::intptr_t>(dst.origin) |
                           src.objectStride | dst.objectStride;
         return bits % 16 == 0 && src.rowStride == 16 && dst.rowStride == 16;
@@ -91,9 +103,9 @@ inline std::int32_t invertPair(const float* sources, std::ptrdiff_t srcObjectStr
     constexpr InversePath path = inversePath<4, decltype(src)>();
     float a[4][4], first[4][4], second[4][4];
     readMatrix(src.at(0), a);
-    bool regular = invertSized<path>(a, first);
+    bool regular = invertInline<path>(a, first);
     readMatrix(src.at(1), a);
-    regular = invertSized<path>(a, second) && regular;
+    regular = invertInline<path>(a, second) && regular;
     if (!regular) return korStatusSingular;
     writeMatrix(dst.at(0), first);
     writeMatrix(dst.at(1), second);
@@ -117,55 +129,55 @@ inline std::int32_t invertOrder4(const double* source, std::int32_t srcRowStride
 }
 
 // Groups of objects in lanes. Of a group that has a singular object the pairs or objects before it are done.
-template <int n, class T, class A, class D>
-[[gnu::always_inline]] inline std::int32_t invertGroups(const A& src, const D& dst, std::ptrdiff_t count) {
+template <InversePath path, int n, class A, class D>
+[[gnu::always_inline]] inline std::int32_t invertGroups(const A& src, const D& dst, std::ptrdiff_t count,
+                                                        [[maybe_unused]] bool inPairs) {
+    using T = typename D::Element;
     constexpr int lanes = laneCount<T>;
-    constexpr InversePath path = inversePath<n, A>();
     constexpr int bytes = n * n * static_cast<int>(sizeof(T));
     const std::ptrdiff_t fetchEnd = endOfFetching(count, 2 * bytes);
-    const bool pairs = n == 4 && invertsInPairs(src, dst);
-    const auto together = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+    const auto group = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
         Lanes<T> a[n][n], inverse[n][n];
         if (k < fetchEnd) {
             fetchAhead<lanes, bytes>(src, k);
             fetchAhead<lanes, bytes>(dst, k);
         }
         readMatrices(groupAt<lanes>(src, k), a);
-        if (!invertSized<path>(a, inverse)) return false;
+        if (!invertSized<path, isAdjacent<A>>(a, inverse)) return false;
         writeMatrices(groupAt<lanes>(dst, k), inverse);
         return true;
     };
     const auto each = [&](std::ptrdiff_t k) { return invertObject<n, path, T>(src.at(k), dst.at(k)); };
-    if constexpr (n == 4 && isAdjacent<A> && std::is_same_v<T, float>) {
+    if constexpr (n == 4 && isAdjacent<A> && isFloat<T>) {
         const auto pair = [&](std::ptrdiff_t k) {
             return cores::invertPair(reinterpret_cast<const float*>(src.at(k).origin), src.objectStride,
                                      reinterpret_cast<float*>(dst.at(k).origin), dst.objectStride);
         };
-        if (pairs) {
+        if (inPairs) {
             std::ptrdiff_t k = 0;
             for (; k + 2 <= count; k += 2) {
-                if (k + 4 <= count && together(k)) k += 2;
+                if (k + lanes <= count && group(k)) k += lanes - 2;
                 else if (pair(k) != korStatusOk) return korStatusSingular;
             }
             return k < count ? each(k) : korStatusOk;
         }
     }
-    return inGroups<lanes>(count, together, each);
+    return inGroups<lanes>(count, group, each);
 }
 
-template <int n, class T, class A, class D>
-[[gnu::noinline]] std::int32_t invertArray(A src, D dst, std::ptrdiff_t count) {
+template <InversePath path, int n, class A, class D>
+[[gnu::noinline]] std::int32_t invertArray(A src, D dst, std::ptrdiff_t count, bool inPairs) {
     // Packed matrices of order 3 have a loop of their own, in which the distance of rows is known: where one loop
     // serves all, gcc takes results apart before it asks how to write them, which costs a seventh of the time. At order
     // 5 that doesn't show, and even orders are written by rows in any case.
     if constexpr (n == 3 && isAdjacent<A>) {
-        constexpr std::ptrdiff_t packed = n * sizeof(T);
+        constexpr std::ptrdiff_t packed = n * sizeof(typename D::Element);
         if (src.rowStride == packed && dst.rowStride == packed) {
             src.rowStride = dst.rowStride = packed;
-            return invertGroups<n, T>(src, dst, count);
+            return invertGroups<path, n>(src, dst, count, inPairs);
         }
     }
-    return invertGroups<n, T>(src, dst, count);
+    return invertGroups<path, n>(src, dst, count, inPairs);
 }
 
 template <class A, class D>
@@ -189,14 +201,17 @@ template <int n, class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t invertObjects(const A& src, const D& dst, Count count) {
     using T = typename D::Element;
     if constexpr (isOneObject<Count>) return invertObject<n, inversePath<n, A>(), T>(src.at(0), dst.at(0));
-    else return invertArray<n, T>(src, dst, count);
+    else {
+        const bool inPairs = n == 4 && invertsInPairs(src, dst);
+        return invertArray<inversePath<n, A>(), n>(withAnyObjects(src), withAnyObjects(dst), count, inPairs);
+    }
 }
 
 template <class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t inverse(A src, D dst, typename D::Element* buffer, std::int32_t order,
                                                    Count count) {
     if constexpr (!isOneObject<Count>)
-        if (order == 2) return invertArrayOrder2(src, dst, buffer, count);
+        if (order == 2) return invertArrayOrder2(withAnyObjects(src), withAnyObjects(dst), buffer, count);
     return forOrder(
         order, [&](auto n) __attribute__((always_inline)) { return invertObjects<n>(src, dst, count); },
         [&]() __attribute__((always_inline)) {

@@ -17,6 +17,12 @@ namespace korm::inline KORM_VARIANT::linalg {
 
 // --- Orders 3 to 6 ------------------------------------------------------------------------------
 
+// One function for the layouts in which elements are gathered one by one.
+template <int n, class T>
+[[gnu::noinline]] int eliminateOutOfLine(T (&a)[n][n], std::int32_t (&row)[n], T tiny) {
+    return eliminate<n>(a, row, tiny);
+}
+
 // All is read before anything is written. In standard and list layout the rows that were finished before a
 // failure are stored, in the pointer layout rows are stored when all are finished.
 template <int n, class T, class A, class D>
@@ -24,7 +30,8 @@ template <int n, class T, class A, class D>
     T a[n][n];
     std::int32_t row[n];
     readMatrix(src, a);
-    const int finished = eliminate<n>(a, row, 2 * std::numeric_limits<T>::min());
+    constexpr T tiny = 2 * std::numeric_limits<T>::min();
+    const int finished = isAdjacent<A> ? eliminate<n>(a, row, tiny) : eliminateOutOfLine(a, row, tiny);
     for (int k = 0; k < n; ++k) store(pivots + 4 * k, row[k]);
     if (!isScattered<D> || finished == n)
         for (int k = 0; k < finished; ++k) writeRow(dst, row[k], a[k]);
@@ -106,7 +113,7 @@ template <int n, class T, class A, class D>
 template <int n, class T, class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t luObjects(const A& src, const D& dst, std::byte* pivots, Count count) {
     if constexpr (isOneObject<Count>) return luSized<n, T>(src.at(0), dst.at(0), pivots);
-    else return luArray<n, T>(src, dst, pivots, count);
+    else return luArray<n, T>(withAnyObjects(src), withAnyObjects(dst), pivots, count);
 }
 
 template <class A, class D, class Count>
@@ -115,8 +122,8 @@ template <class A, class D, class Count>
     using T = typename D::Element;
     auto* const bytes = reinterpret_cast<std::byte*>(pivots);
     if constexpr (!isOneObject<Count>) {
-        if (order == 1) return luArray<1, T>(src, dst, bytes, count);
-        if (order == 2) return luArray<2, T>(src, dst, bytes, count);
+        if (order == 1) return luObjects<1, T>(src, dst, bytes, count);
+        if (order == 2) return luObjects<2, T>(src, dst, bytes, count);
     }
     return forOrder(
         order, [&](auto n) __attribute__((always_inline)) { return luObjects<n, T>(src, dst, bytes, count); },

@@ -127,8 +127,9 @@ template <int n, class T, class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void luSolveObjects(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
                                                   Count count) {
     if constexpr (isOneObject<Count>) luSolveSized<n, T>(matrix.at(0), src.at(0), dst.at(0), pivots);
-    else if constexpr (isShared<A>) luSolveVectors<n, T>(matrix, src, dst, pivots, count);
-    else luSolveArray<n, T>(matrix, src, dst, pivots, count);
+    else if constexpr (isShared<A>)
+        luSolveVectors<n, T>(matrix, withAnyObjects(src), withAnyObjects(dst), pivots, count);
+    else luSolveArray<n, T>(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), pivots, count);
 }
 
 // One matrix for all vectors or one for each.
@@ -140,14 +141,20 @@ template <class A, class B, class D, class Count>
     // Orders 1 and 2 of arrays are the general case with the order known, so that no loop over rows is left: that takes
     // half the time.
     if constexpr (!isOneObject<Count>) {
-        if (order == 1) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<1>(), count);
-        if (order == 2) return luSolveManyGeneral<T>(matrix, src, dst, bytes, Known<2>(), count);
+        if (order == 1)
+            return luSolveManyGeneral<T>(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), bytes,
+                                         Known<1>(), count);
+        if (order == 2)
+            return luSolveManyGeneral<T>(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), bytes,
+                                         Known<2>(), count);
     }
     forOrder(
         order, [&](auto n) __attribute__((always_inline)) { luSolveObjects<n, T>(matrix, src, dst, bytes, count); },
         [&]() __attribute__((always_inline)) {
             if constexpr (isOneObject<Count>) luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, order);
-            else luSolveManyGeneral<T>(matrix, src, dst, bytes, static_cast<std::ptrdiff_t>(order), count);
+            else
+                luSolveManyGeneral<T>(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), bytes,
+                                      static_cast<std::ptrdiff_t>(order), count);
         });
 }
 
