@@ -1,41 +1,23 @@
 // Packed arrays of square matrices.
-#include "korm_calls.h"
-#include "peers.h"
+#include "rows.h"
 
-namespace bench::products {
-namespace {
+namespace bench {
 
-PRODUCT_FORM(mama)
-PRODUCT_FORM(mam)
-PRODUCT_FORM(mma)
-PRODUCT_FORM(mata)
-PRODUCT_FORM(tama)
-PRODUCT_FORM(tata)
+ARRAY_FORM(Mul_mama)
+ARRAY_FORM(Mul_mam)
+ARRAY_FORM(Mul_mma)
+ARRAY_FORM(Mul_mata)
+ARRAY_FORM(Mul_tama)
+ARRAY_FORM(Mul_tata)
 
-template <class Form, class T, int n>
-void addRow() {
-    std::vector<Contender<T>> contenders{{"korm", callKorm<Form, T>}};
-    if constexpr (n <= 16) addSmallPeers<Form, n>(contenders);
-    if constexpr (n >= 8) addLargePeers<Form>(contenders);
-    measure<T>("arrays/" + std::string(Form::name) + typeName<T>() + "/" + std::to_string(n), Form::shape, n, {},
-               contenders);
+void measureArrays() {
+    packedRows<Mul_mama, 3, 4, 5, 6, 8, 16, 32>("arrays");
+    packedRows<Mul_mam, 3, 4, 5, 6, 8, 16, 32>("arrays");
+    packedRows<Mul_mma, 3, 4, 5, 6, 8, 16, 32>("arrays");
+    packedRows<Mul_mata, 3, 4, 5, 6, 8>("arrays");
+    packedRows<Mul_tama, 3, 4, 5, 6, 8>("arrays");
+    packedRows<Mul_tata, 3, 4, 5, 6, 8>("arrays");
+    packedRows<Mul_mama, 4, 8, 16>("memory", outOfCache);
 }
 
-template <class Form, int... orders>
-void addForm() {
-    (addRow<Form, float, orders>(), ...);
-    (addRow<Form, double, orders>(), ...);
-}
-
-}  // namespace
-
-void addArrays() {
-    addForm<mama, 3, 4, 5, 6, 8, 16, 32>();
-    addForm<mam, 3, 4, 5, 6, 8, 16, 32>();
-    addForm<mma, 3, 4, 5, 6, 8, 16, 32>();
-    addForm<mata, 3, 4, 5, 6, 8>();
-    addForm<tama, 3, 4, 5, 6, 8>();
-    addForm<tata, 3, 4, 5, 6, 8>();
-}
-
-}  // namespace bench::products
+}  // namespace bench

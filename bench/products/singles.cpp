@@ -1,37 +1,18 @@
-// One product at a time. Peers with fixed sizes have no arguments and no checks; the others take sizes as korm does.
-#include "korm_calls.h"
-#include "peers.h"
+// One product at a time. Eigen with fixed sizes has no arguments and no checks; the others take sizes as korm does.
+#include "rows.h"
 
-namespace bench::products {
-namespace {
+namespace bench {
 
-PRODUCT_FORM(mm)
-PRODUCT_FORM(mt)
-PRODUCT_FORM(tm)
-PRODUCT_FORM(tt)
+SINGLE_FORM(Mul_mm)
+SINGLE_FORM(Mul_mt)
+SINGLE_FORM(Mul_tm)
+SINGLE_FORM(Mul_tt)
 
-template <class Form, class T, int n>
-void addRow() {
-    std::vector<Contender<T>> contenders{{"korm", callKorm<Form, T>}};
-    addLargePeers<Form>(contenders);
-    if constexpr (n <= 8) contenders.push_back({"eigenFixed", eigenFixed<Form::shape, n, T>});
-    measure<T>("singles/" + std::string(Form::name) + typeName<T>() + "/" + std::to_string(n), Form::shape, n, {},
-               contenders);
+void measureSingles() {
+    packedRows<Mul_mm, 3, 4, 5, 6, 7, 8, 10, 12, 16, 20, 24, 32, 48, 64, 96, 128, 192, 256>("singles");
+    packedRows<Mul_mt, 4, 8, 16, 32, 64, 128, 256>("singles");
+    packedRows<Mul_tm, 4, 8, 16, 32, 64, 128, 256>("singles");
+    packedRows<Mul_tt, 4, 8, 16, 32, 64, 128, 256>("singles");
 }
 
-template <class Form, int... orders>
-void addForm() {
-    (addRow<Form, float, orders>(), ...);
-    (addRow<Form, double, orders>(), ...);
-}
-
-}  // namespace
-
-void addSingles() {
-    addForm<mm, 3, 4, 5, 6, 7, 8, 10, 12, 16, 20, 24, 32, 48, 64, 96, 128, 192, 256>();
-    addForm<mt, 4, 8, 16, 32, 64, 128, 256>();
-    addForm<tm, 4, 8, 16, 32, 64, 128, 256>();
-    addForm<tt, 4, 8, 16, 32, 64, 128, 256>();
-}
-
-}  // namespace bench::products
+}  // namespace bench

@@ -1,47 +1,26 @@
-// Matrices times vectors: alone, one matrix with many vectors, many with one, and pair by pair.
-#include "korm_calls.h"
-#include "peers.h"
+// Matrices times vectors: one with one, one matrix with many vectors, many with one, and pair by pair.
+#include "rows.h"
 
-namespace bench::products {
+namespace bench {
+
+SINGLE_FORM(Mul_mv)
+SINGLE_FORM(Mul_tv)
+ARRAY_FORM(Mul_mva)
+ARRAY_FORM(Mul_tva)
+ARRAY_FORM(Mul_mav)
+ARRAY_FORM(Mul_tav)
+ARRAY_FORM(Mul_mava)
+ARRAY_FORM(Mul_tava)
+
 namespace {
 
-PRODUCT_FORM(mv)
-PRODUCT_FORM(tv)
-PRODUCT_FORM(mva)
-PRODUCT_FORM(tva)
-PRODUCT_FORM(mav)
-PRODUCT_FORM(tav)
-PRODUCT_FORM(mava)
-PRODUCT_FORM(tava)
-
-template <class Form, class T, int n>
-void addRow() {
-    std::vector<Contender<T>> contenders{{"korm", callKorm<Form, T>}};
-    if constexpr (n <= 16 && Form::shape.isArray()) addSmallPeers<Form, n>(contenders);
-    if constexpr (n >= 16 || !Form::shape.isArray()) addLargePeers<Form>(contenders);
-    measure<T>("vectors/" + std::string(Form::name) + typeName<T>() + "/" + std::to_string(n), Form::shape, n, {},
-               contenders);
-}
-
-template <class Form>
-void addForm() {
-    addRow<Form, float, 3>(), addRow<Form, float, 4>(), addRow<Form, float, 6>(), addRow<Form, float, 16>(),
-        addRow<Form, float, 64>();
-    addRow<Form, double, 3>(), addRow<Form, double, 4>(), addRow<Form, double, 6>(), addRow<Form, double, 16>(),
-        addRow<Form, double, 64>();
+template <class... Forms>
+void rowsOf() {
+    (packedRows<Forms, 3, 4, 6, 16, 64>("vectors"), ...);
 }
 
 }  // namespace
 
-void addVectors() {
-    addForm<mv>();
-    addForm<tv>();
-    addForm<mva>();
-    addForm<tva>();
-    addForm<mav>();
-    addForm<tav>();
-    addForm<mava>();
-    addForm<tava>();
-}
+void measureVectors() { rowsOf<Mul_mv, Mul_tv, Mul_mva, Mul_tva, Mul_mav, Mul_tav, Mul_mava, Mul_tava>(); }
 
-}  // namespace bench::products
+}  // namespace bench

@@ -1,0 +1,168 @@
+"""What each page of the benchmarks tells: sections in their order, plots, goals, and what a reader should know beside."""
+
+from dataclasses import dataclass, field
+
+from rows import EVEN, Goal, at_least, every_row, mean, number, table
+
+SMALL = ("3", "4", "5", "6")
+
+
+@dataclass
+class Page:
+    title: str
+    about: list      # lines behind the summary
+    sections: dict   # {section: (heading, lines)}
+    plots: list      # (title, regular expression over rows' names)
+    goals: object    # from the run's context and its rows
+    by_form: tuple = ()                         # sections of which a line a form is shown
+    tables: dict = field(default_factory=dict)  # sections with a table of their own
+
+
+def chosen(rows, section, sizes=None, form="", element="", place=""):
+    return [row for row in rows if row.section == section and (sizes is None or row.size in sizes) and form in row.form
+            and row.type.endswith(element) and row.place.endswith(place)]
+
+
+# --- Sums, differences, scaling -------------------------------------------------------------------
+
+LAYOUTS = {"packed": "no gaps", "padded": "rows of matrices and vectors at multiples of 16 bytes",
+           "strided": "every other element", "list": "one pointer an object", "stridedList": "the same, every other element",
+           "streams": "the pointer layout, objects one element apart",
+           "pointers": "the pointer layout over packed objects: entries lead to adjacent elements, which the library sees",
+           "stridedPointers": "the pointer layout over strided objects, where there is nothing to see"}
+
+
+def layout_table(rows):
+    """Means over all forms of a layout."""
+    lines = []
+    for place in ("cache", "memory"):
+        group = [row for row in rows if row.place == place]
+        if group:
+            peers = list(dict.fromkeys(peer for row in group for peer in row.peers))
+            lines.append([place, str(len(group))] + [f"{peer}: {number(mean(row.against(peer) for row in group))}"
+                                                     for peer in peers]
+                         + [number(mean(row.ratio for row in group)), number(min(row.ratio for row in group))])
+    columns = max(map(len, lines)) - 4
+    lines = [line[:-2] + [""] * (columns + 4 - len(line)) + line[-2:] for line in lines]
+    yield from table(["place", "rows"] + ["peer / korm"] * columns + ["best peer / korm", "worst"], lines)
+    below = sorted((row for row in rows if row.ratio < EVEN), key=lambda row: row.ratio)
+    if below:
+        yield from table([f"rows below {EVEN}", "best peer / korm", "best peer"],
+                         [[row.label, number(row.ratio), row.best] for row in below[:12]])
+
+
+def bandwidth(row):
+    """Of the library over that of a loop that copies."""
+    return (row.facts["bytes"] / row.ns["korm"]) / (row.facts["copied"] / row.ns["copying loop"])
+
+
+def arith_goals(context, rows):
+    arrays = [row for row in rows if row.section in LAYOUTS]
+    near = [row for row in arrays if row.place == "cache"]
+    runs = [row for row in rows if "bytes" in row.facts and row.size in ("1000", "4000000")]
+    goals = at_least("packed arrays, orders and lengths 3 to 6, in cache: Eigen with fixed sizes / korm",
+                     mean(row.against("Eigen, fixed sizes") for row in near
+                          if row.section == "packed" and row.size in SMALL), 1.3)
+    for name, layouts in (("strided", ("strided",)), ("list", ("list", "stridedList")),
+                          ("pointer", ("streams", "pointers", "stridedPointers"))):
+        goals += at_least(f"{name} layout, in cache: plain loop / korm",
+                          mean(row.against("plain loop") for row in near if row.section in layouts), 1.3)
+    goals += every_row("every row of arrays: best peer / korm", arrays, EVEN)
+    return goals + every_row("long packed runs: bandwidth of korm / of a copying loop", runs, 0.9, bandwidth)
+
+
+def instructions(costs):
+    """Counts of call_cost, for sums, differences and scaling."""
+    yield "## Instructions of one small call"
+    yield ""
+    yield "From the caller's `call`, which counts, to the first load of an element or table entry, the most over orders and"
+    yield "lengths 3 to 6 and over others up to 33 and 1000, and to the return with order or length 3. Counted one by one with"
+    yield "the processor's trap flag (`call_cost`); a test holds some against callgrind."
+    yield ""
+    lines = []
+    for cost in costs:
+        operation, operands = cost["name"].removeprefix("korm").split("_")[:2]
+        if "toLoadSquare" in cost and (operation in ("Add", "Sub") or (operation == "Mul" and "c" in operands)):
+            lines.append([cost["name"], str(cost["arguments"])]
+                         + [f"{cost[key]} ({number(cost[key] / cost['arguments'])})" for key in ("toLoadSquare", "toLoadOther")]
+                         + [str(cost["toReturn"])])
+    yield from table(["form", "arguments", "to the first load, 3 to 6 (an argument)", "other sizes (an argument)",
+                      "to the return"], lines)
+
+
+ARITH = Page(
+    title="sums, differences and scaling",
+    about=["Peers are Eigen with sizes known to the compiler, object by object over the same memory; Eigen over all objects as",
+           "one array (\"flat\"); plain loops with sizes known to the compiler, in the pointer layout also along the streams. All",
+           "results are equal to the bit. `cache` is 24 KiB of operands, `memory` 64 MiB."],
+    sections={**{layout: (f"Arrays, {layout}", [f"Layout: {words}."]) for layout, words in LAYOUTS.items()},
+              "single": ("One small call", ["The peers are functions for one size, without arguments for strides and without",
+                                            "checks, so this shows what generality costs; use the array forms where there are",
+                                            "many objects."]),
+              "threads": ("Two threads", ["Time that passes."])},
+    plots=[(f"{form}, {layout}", f"^{layout}/{form}/[^/]*/cache")
+           for form, layout in (("Add_mama_32f", "packed"), ("Add_mama_64f", "packed"), ("Add_mama_32f", "strided"),
+                                ("Add_vava_32f", "packed"), ("Mul_vac_32f", "packed"), ("Add_tam_32f", "packed"),
+                                ("Add_mama_32f", "list"), ("Add_mama_32f", "streams"))],
+    goals=arith_goals,
+    tables={layout: layout_table for layout in LAYOUTS if layout != "packed"})
+
+
+# --- Products ---------------------------------------------------------------------------------------
+
+def product_goals(context, rows):
+    arrays, singles = chosen(rows, "arrays"), chosen(rows, "singles")
+    small = chosen(rows, "arrays", SMALL)
+    goals = every_row("packed arrays, orders 3 to 6: best peer / korm", small, EVEN)
+    goals += every_row("packed arrays, larger orders: best peer / korm", [row for row in arrays if row not in small], EVEN)
+    for element, best, eigen in (("32f", 1.3, 2.0), ("64f", 1.2, 1.3)):
+        group = [row for row in small if row.type == element]
+        goals += at_least(f"orders 3 to 6, geometric mean, {element}", mean(row.ratio for row in group), best)
+        goals += at_least(f"Eigen with fixed sizes / korm, geometric mean, {element}",
+                          mean(row.against("Eigen, fixed sizes") for row in group), eigen)
+    if context["target"] == "ia32":
+        goals += every_row("single products, orders 8 to 64: Eigen / korm",
+                           [row for row in singles if 8 <= int(row.size) <= 64], 1.2,
+                           lambda row: row.against("Eigen, dynamic"))
+    else:
+        goals += every_row("single products up to order 64: best peer with sizes given at run time / korm",
+                           [row for row in singles if int(row.size) <= 64], EVEN,
+                           lambda row: row.against("Eigen, dynamic", "OpenBLAS", "libxsmm"))
+    for row in chosen(rows, "threads"):
+        if row.ns["plain loop, one thread"] / row.ns["plain loop, two threads"] >= 1.7:
+            goals += at_least(f"two threads, {row.label}: one thread / two", row.ratio, 1.7)
+    return goals
+
+
+PRODUCTS = Page(
+    title="products",
+    about=["Peers with sizes known to the compiler are Eigen, GLM, cglm and plain loops; with sizes given at run time Eigen,",
+           "OpenBLAS and libxsmm, which makes its code for a size when the program runs and is called here without looking that",
+           "code up. All are held to the instruction set of the library, which is SSSE3: OpenBLAS to its kernels for Core2,",
+           "libxsmm to those for Westmere (SSE4.2, the least it makes code for; its products have no instruction newer than",
+           "SSE3). `build/x86_64/bin/bench_products --any-kernels` lets them take what the processor has. Results are compared to",
+           "the rounding errors that an order of additions may leave."],
+    sections={"arrays": ("Packed arrays of square matrices, in cache", []),
+              "memory": ("The same out of cache", ["64 MiB of operands."]),
+              "streams": ("Objects one element apart",
+                          ["The plain loop knows the sizes and does all objects of one position at a time. What additions and",
+                           "multiplications alone take, and why streams gain little where packed arrays are near that, is told in",
+                           "[the architecture](../architecture.md#the-kernels-of-products)."]),
+              "singles": ("Single products",
+                          ["Eigen with fixed sizes knows the order when it is compiled, and has no arguments to check. Why `tm` and",
+                           "`tt` fall behind from order 128 on is told in",
+                           "[the architecture](../architecture.md#the-kernels-of-products)."]),
+              "vectors": ("Matrices and vectors", []),
+              "threads": ("Two threads",
+                          ["Time that passes. The plain loop over the same arrays, on one thread and on two of the same team, shows",
+                           "what two threads are worth on this machine at this moment."])},
+    plots=[(f"{form}, {words}", f"^{section}/{form}/")
+           for form, section, words in (("Mul_mama_32f", "arrays", "packed arrays"), ("Mul_mama_64f", "arrays", "packed arrays"),
+                                        ("Mul_mm_32f", "singles", "single products"),
+                                        ("Mul_mm_64f", "singles", "single products"),
+                                        ("Mul_mava_32f", "vectors", "pair by pair"),
+                                        ("Mul_mva_32f", "vectors", "one matrix, many vectors"))],
+    goals=product_goals)
+
+
+PAGES = {"arith": ARITH, "products": PRODUCTS}
