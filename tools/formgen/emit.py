@@ -127,24 +127,20 @@ def shortcut(form):
 
 def dispatch(form):
     """After the checks: below the limit to a kernel, else to the driver."""
-    arguments = names(form)
     plain, general = form.kernels[0], form.kernels[-1]
     limit = form.limit
-    if limit is None and plain == general:
-        return [returns_call(plain, arguments, 1)]
     if limit is None:
-        return [f"    if ({adjacent(form)}) {{", returns_call(plain, arguments, 2), "    }", returns_call(general, arguments, 1)]
-    serial = f"estimate {limit.comparison}"
-    lines = ["    " + estimate(form)]
-    if plain == general:
-        lines += [f"    if ({serial} {limit.plain}) {{", returns_call(plain, arguments, 2), "    }"]
+        lines, choices, last = [], [(adjacent(form), plain)], general
     else:
-        first, second = f"{serial} {limit.plain} && {adjacent(form)}", f"{serial} {limit.general}"
-        if limit.plain != limit.general:
-            second += f" && !{adjacent(form)}"
-        lines += [f"    if ({first}) {{", returns_call(plain, arguments, 2), "    }"]
-        lines += [f"    if ({second}) {{", returns_call(general, arguments, 2), "    }"]
-    return lines + [returns_call(form.driver, arguments, 1)]
+        lines, last = ["    " + estimate(form)], form.driver
+        serial = f"estimate {limit.comparison}"
+        strided = "" if limit.plain == limit.general else f" && !{adjacent(form)}"
+        choices = [(f"{serial} {limit.plain} && {adjacent(form)}", plain), (f"{serial} {limit.general}{strided}", general)]
+    if plain == general:
+        choices = [] if limit is None else [(f"{serial} {limit.plain}", plain)]
+    for condition, kernel in choices:
+        lines += [f"    if ({condition}) {{", returns_call(kernel, names(form), 2), "    }"]
+    return lines + [returns_call(last, names(form), 1)]
 
 
 def estimate(form):
@@ -169,27 +165,20 @@ def pitch_of(form, operand):
 
 def view(form, operand, plain):
     """The maker call of views.h for one operand."""
-    arguments = {part: operand.prefix + part for part, _ in operand.parts()}
-    array = "Array" if operand.array else ""
     if operand.bare:
         return operand.name
+    given = [operand.prefix + part for part, _ in operand.parts() if not (plain and part == "ElementStride")]
     if operand.kind == "c":
-        if not operand.array:
-            return f"constant({operand.name})"
-        maker, last = ("List", "Offset") if operand.listed else ("Array", "ObjectStride")
-        return f"constant{maker}({operand.name}, {arguments[last]})"
-    if operand.tabled:
-        pitch = pitch_of(form, operand)
-        order = [operand.name, arguments["Offset"]] + ([arguments["ObjectStride"]] if operand.array else []) + [pitch]
-        text = f"scattered{array}({', '.join(order)})"
+        maker = "constant"
+    elif operand.tabled:
+        maker = "scattered"
+        given.append(pitch_of(form, operand))
     else:
-        if operand.listed:
-            array = "List"
-        first = [arguments[part] for part in ("ObjectStride", "Offset") if part in arguments]
-        row = [arguments.get("RowStride", "noRows")]
-        element = [] if plain else [arguments["ElementStride"]]
-        kind = "plain" if plain else "strided"
-        text = f"{kind}{array}({', '.join([operand.name] + first + row + element)})"
+        maker = "plain" if plain else "strided"
+        if operand.kind == "v":
+            given.insert(len(given) - (not plain), "noRows")
+    array = "List" if operand.listed else "Array" if operand.array else ""
+    text = f"{maker}{array}({', '.join([operand.name, *given])})"
     return f"transposed({text})" if operand.kind == "t" else text
 
 

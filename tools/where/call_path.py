@@ -18,7 +18,7 @@ import emit
 from grammar import ROOT
 
 BUILD = ROOT / "build/x86_64"
-COUNT = 16  # objects: enough for groups in lanes, too few for a team of threads
+COUNT = 16  # objects: enough for groups in lanes
 
 
 # --- The call -----------------------------------------------------------------------------------------
@@ -90,7 +90,7 @@ def call(form, order, is_strided, library):
 def library_with_lines(form, folder):
     entries = json.loads((BUILD / "compile_commands.json").read_text())
     output = re.compile(r" -o (\S*kormObjects\.dir\S+)")
-    with_lines = {emit.file_name(form), f"{form.family.source.partition('/')[0]}_cores.cpp"}
+    with_lines = {emit.file_name(form), f"{form.family.source.partition('/')[0]}_cores.cpp", "parallel.cpp"}
     objects = []
     for entry in (entry for entry in entries if output.search(entry["command"])):
         source, built = Path(entry["file"]).name, BUILD / output.search(entry["command"])[1]
@@ -192,9 +192,11 @@ def show(form, order, is_strided):
         subprocess.run(["valgrind", "--tool=callgrind", "--dump-instr=yes", "--compress-strings=no", "--compress-pos=no",
                         f"--callgrind-out-file={out}", os.path.realpath(sys.executable), Path(__file__).parent, form.name,
                         "--order", str(order), "--call", library, *(["--strided"] if is_strided else [])],
-                       check=True, stderr=subprocess.DEVNULL)
+                       check=True, stderr=subprocess.DEVNULL, env={**os.environ, "OMP_NUM_THREADS": "1"})
         profile = Profile(out, library)
     print(f"  a call     order {order}, {COUNT} objects if it is an array, elements {'apart' if is_strided else 'adjacent'}")
     for name, place in chain(profile, library, form.entry):
+        if shortened(name) in ("_FUN", "operator"):  # a lambda's way to itself
+            continue
         path = place.partition(" ")[0].replace(f"{ROOT}/", "").replace("build/x86_64/", "")
         print(f"             {shortened(name):40} {path}")
