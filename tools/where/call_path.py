@@ -64,6 +64,8 @@ class Memory:
     def value(self, argument):
         if argument.role == "pointer":
             return ctypes.c_void_p(self.pointer(argument))
+        if argument.role == "value" and argument.type == "int32_t":  # of a function of fixed size: a stride or count
+            return 16
         if argument.role == "value":
             return (ctypes.c_float if self.form.scalar == "float" else ctypes.c_double)(1.5)
         if argument.role == "stride":
