@@ -43,10 +43,20 @@ template <int height, int width, class T, class Object>
 // --- Groups ---------------------------------------------------------------------------------------
 
 // The same place in each object of a group: where a source (const std::byte) or a result (std::byte) lies.
-template <class Byte, int lanes>
+template <class Byte, int lanesOfPlaces>
 struct Places {
+    static constexpr int lanes = lanesOfPlaces;
     Byte* at[lanes];
 
+    // What stands some bytes behind the place of lane l: a value, or in lanes 0 and 1 a pair of floats and in lanes 2 and 3
+    // that of the next object. Whoever has these three members can be read by the functions below.
+    template <class V>
+    [[gnu::always_inline]] V get(int l, std::ptrdiff_t distance) const {
+        return load<V>(at[l] + distance);
+    }
+    [[gnu::always_inline]] Float4 pairs(int l, std::ptrdiff_t distance) const {
+        return loadPairs(at[l] + distance, at[l + 1] + distance);
+    }
     // Those of half of the objects.
     [[gnu::always_inline]] Places<Byte, lanes / 2> half(int which) const {
         return withLanes<lanes / 2>([&](auto... l) __attribute__((always_inline)) {
@@ -85,9 +95,9 @@ template <int lanes, class View>
 
 // --- One element of each object -------------------------------------------------------------------
 
-template <class S, class Byte>
-[[gnu::always_inline]] inline S readElement(const Places<Byte, lanesOf<S>>& from, std::ptrdiff_t distance = 0) {
-    return fromLanes<S>([&](int l) { return load<ElementOf<S>>(from.at[l] + distance); });
+template <class S, class From>
+[[gnu::always_inline]] inline S readElement(const From& from, std::ptrdiff_t distance = 0) {
+    return fromLanes<S>([&](int l) { return from.template get<ElementOf<S>>(l, distance); });
 }
 
 template <class S>
@@ -98,25 +108,24 @@ template <class S>
 // --- Runs of adjacent elements --------------------------------------------------------------------
 
 // Four elements, or two, of the group of a vector of 16 bytes.
-template <class Byte>
-[[gnu::always_inline]] inline void readFour(const Places<Byte, 4>& from, std::ptrdiff_t distance, Float4* to) {
+template <class From>
+[[gnu::always_inline]] inline void readFour(const From& from, std::ptrdiff_t distance, Float4* to) {
     Float4 rows[4];
-    unrolled<4>([&](auto l) __attribute__((always_inline)) { rows[l] = load<Float4>(from.at[l] + distance); });
+    unrolled<4>([&](auto l) __attribute__((always_inline)) { rows[l] = from.template get<Float4>(l, distance); });
     transpose(rows);
     unrolled<4>([&](auto l) __attribute__((always_inline)) { to[l] = rows[l]; });
 }
 
-template <class Byte>
-[[gnu::always_inline]] inline void readTwo(const Places<Byte, 4>& from, std::ptrdiff_t distance, Float4* to) {
-    const Float4 t0 = zipLow(loadPair(from.at[0] + distance), loadPair(from.at[1] + distance));
-    const Float4 t1 = zipLow(loadPair(from.at[2] + distance), loadPair(from.at[3] + distance));
-    to[0] = __builtin_shufflevector(t0, t1, 0, 1, 4, 5);
-    to[1] = __builtin_shufflevector(t0, t1, 2, 3, 6, 7);
+template <class From>
+[[gnu::always_inline]] inline void readTwo(const From& from, std::ptrdiff_t distance, Float4* to) {
+    const Float4 first = from.pairs(0, distance), second = from.pairs(2, distance);
+    to[0] = __builtin_shufflevector(first, second, 0, 2, 4, 6);
+    to[1] = __builtin_shufflevector(first, second, 1, 3, 5, 7);
 }
 
-template <class Byte>
-[[gnu::always_inline]] inline void readTwo(const Places<Byte, 2>& from, std::ptrdiff_t distance, Double2* to) {
-    const Double2 first = load<Double2>(from.at[0] + distance), second = load<Double2>(from.at[1] + distance);
+template <class From>
+[[gnu::always_inline]] inline void readTwo(const From& from, std::ptrdiff_t distance, Double2* to) {
+    const auto first = from.template get<Double2>(0, distance), second = from.template get<Double2>(1, distance);
     to[0] = zipLow(first, second);
     to[1] = zipHigh(first, second);
 }
@@ -136,8 +145,8 @@ template <class Byte>
     store(to.at[1] + distance, zipHigh(from[0], from[1]));
 }
 
-template <int length, class S, class Byte>
-[[gnu::always_inline]] inline void readRun(const Places<Byte, lanesOf<S>>& from, S* to) {
+template <int length, class S, class From>
+[[gnu::always_inline]] inline void readRun(const From& from, S* to) {
     if constexpr (sizeof(S) > 16) {
         HalfOf<S> low[length], high[length];
         readRun<length>(from.half(0), low);

@@ -70,6 +70,17 @@ template <class S>
     else return reinterpret_cast<S>(reinterpret_cast<MaskOf<S>>(x) & ~reinterpret_cast<MaskOf<S>>(all<S>(-0.0F)));
 }
 
+// The processor's root, which is rounded correctly. By its instructions: of a negative number the library's function would
+// be called as well, to set an error number.
+template <class S>
+[[gnu::always_inline]] inline S squareRoot(S x) {
+    if constexpr (std::is_same_v<S, float>) return _mm_cvtss_f32(_mm_sqrt_ss(_mm_set_ss(x)));
+    else if constexpr (std::is_same_v<S, double>) return _mm_cvtsd_f64(_mm_sqrt_sd(_mm_set_sd(x), _mm_set_sd(x)));
+    else if constexpr (sizeof(S) > 16) return joinedHalves(squareRoot(lowHalf(x)), squareRoot(highHalf(x)));
+    else if constexpr (isFloat<ElementOf<S>>) return reinterpret_cast<S>(_mm_sqrt_ps(reinterpret_cast<__m128>(x)));
+    else return reinterpret_cast<S>(_mm_sqrt_pd(reinterpret_cast<__m128d>(x)));
+}
+
 // --- Masks --------------------------------------------------------------------------------------
 
 [[gnu::always_inline]] inline bool any(bool mask) { return mask; }

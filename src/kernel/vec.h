@@ -195,6 +195,37 @@ inline void transpose(Float4 (&rows)[4]) {
     rows[3] = __builtin_shufflevector(odd0, odd1, 1, 3, 5, 7);
 }
 
+// Elements of packed objects of three, so many objects that they fill three vectors: by the place in an object.
+inline void splitThrees(Float4 (&v)[3]) {
+    const Float4 low = __builtin_shufflevector(v[0], v[1], 1, 2, 4, 5);   // b0 c0 b1 c1
+    const Float4 high = __builtin_shufflevector(v[1], v[2], 2, 3, 5, 6);  // a2 b2 a3 b3
+    v[0] = __builtin_shufflevector(v[0], high, 0, 3, 4, 6);
+    v[1] = __builtin_shufflevector(low, high, 0, 2, 5, 7);
+    v[2] = __builtin_shufflevector(low, v[2], 1, 3, 4, 7);
+}
+inline void splitThrees(Double2 (&v)[3]) {
+    const Double2 a = __builtin_shufflevector(v[0], v[1], 0, 3), b = __builtin_shufflevector(v[0], v[2], 1, 2);
+    v[2] = __builtin_shufflevector(v[1], v[2], 0, 3);
+    v[0] = a;
+    v[1] = b;
+}
+
+// And back.
+inline void joinThrees(Float4 (&v)[3]) {
+    const Float4 even = __builtin_shufflevector(v[0], v[1], 0, 2, 4, 6);   // a0 a2 b0 b2
+    const Float4 odd = __builtin_shufflevector(v[1], v[2], 1, 3, 5, 7);    // b1 b3 c1 c3
+    const Float4 mixed = __builtin_shufflevector(v[2], v[0], 0, 2, 5, 7);  // c0 c2 a1 a3
+    v[0] = __builtin_shufflevector(even, mixed, 0, 2, 4, 6);
+    v[1] = __builtin_shufflevector(odd, even, 0, 2, 5, 7);
+    v[2] = __builtin_shufflevector(mixed, odd, 1, 3, 5, 7);
+}
+inline void joinThrees(Double2 (&v)[3]) {
+    const Double2 first = interleaveLow(v[0], v[1]), last = interleaveHigh(v[1], v[2]);
+    v[1] = __builtin_shufflevector(v[2], v[0], 0, 3);
+    v[0] = first;
+    v[2] = last;
+}
+
 inline void transpose(Double2 (&rows)[2]) {
     const Double2 t = interleaveLow(rows[0], rows[1]);
     rows[1] = interleaveHigh(rows[0], rows[1]);
