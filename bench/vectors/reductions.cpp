@@ -1,0 +1,138 @@
+// Dot products, norms and traces of packed arrays.
+#include "rows.h"
+
+namespace bench {
+namespace {
+
+template <class T, int n>
+void dotProducts(const Place& place, bool oneSecond) {
+    const std::size_t count = objectsIn<T>(place, (oneSecond ? n + 1 : 2 * n + 1));
+    const auto objects = static_cast<std::int32_t>(count);
+    const Numbers<T> a(n * count), b(oneSecond ? n : n * count);
+    const Numbers<T> result(count);
+    T* const to = result.data();
+    const std::string rowName = packedName<T>(oneSecond ? "DotProduct_vav" : "DotProduct_vava", n, place);
+    Row row(rowName, static_cast<double>(count));
+    row.results(to, count, tolerance<T>(n));
+    row.korm([=] {
+        if (oneSecond)
+            pick<T>(kormDotProduct_vav_32f, kormDotProduct_vav_64f)(a.data(), bytes<T>(n), bytes<T>(1), b.data(),
+                                                                    bytes<T>(1), to, n, objects);
+        else
+            pick<T>(kormDotProduct_vava_32f, kormDotProduct_vava_64f)(a.data(), bytes<T>(n), bytes<T>(1), b.data(),
+                                                                      bytes<T>(n), bytes<T>(1), to, n, objects);
+    });
+    row.peer("Eigen", [=] {
+        for (std::size_t k = 0; k < count; ++k)
+            to[k] = vectorAt<const T, n>(a.data(), k).dot(vectorAt<const T, n>(b.data(), oneSecond ? 0 : k));
+    });
+    row.peer("loop", [=] {
+        for (std::size_t k = 0; k < count; ++k) {
+            const T* const x = a.data() + k * n;
+            const T* const y = b.data() + (oneSecond ? 0 : k * n);
+            T sum = 0;
+            for (int j = 0; j < n; ++j) sum += x[j] * y[j];
+            to[k] = sum;
+        }
+    });
+#ifdef BENCH_GLM
+    if constexpr (n == 3 || n == 4)
+        row.peer("GLM", [=] {
+            using V = glm::vec<n, T>;
+            for (std::size_t k = 0; k < count; ++k)
+                to[k] = glm::dot(reinterpret_cast<const V*>(a.data())[k],
+                                 reinterpret_cast<const V*>(b.data())[oneSecond ? 0 : k]);
+        });
+#endif
+    if (isWanted(rowName)) row.measure();
+}
+
+template <class T, int n>
+void norms(const Place& place) {
+    const std::size_t count = objectsIn<T>(place, (n + 1));
+    const auto objects = static_cast<std::int32_t>(count);
+    const Numbers<T> a(n * count);
+    const Numbers<T> result(count);
+    T* const to = result.data();
+    const std::string rowName = packedName<T>("L2Norm_va", n, place);
+    Row row(rowName, static_cast<double>(count));
+    row.results(to, count, tolerance<T>(n));
+    row.korm(
+        [=] { pick<T>(kormL2Norm_va_32f, kormL2Norm_va_64f)(a.data(), bytes<T>(n), bytes<T>(1), to, n, objects); });
+    row.peer("Eigen", [=] {
+        for (std::size_t k = 0; k < count; ++k) to[k] = vectorAt<const T, n>(a.data(), k).norm();
+    });
+    row.peer("loop", [=] {
+        for (std::size_t k = 0; k < count; ++k) {
+            T sum = 0;
+            for (int j = 0; j < n; ++j)
+                sum += a[k * n + static_cast<std::size_t>(j)] * a[k * n + static_cast<std::size_t>(j)];
+            to[k] = std::sqrt(sum);
+        }
+    });
+    if (isWanted(rowName)) row.measure();
+}
+
+template <class T, int n>
+void matrices(const Place& place) {
+    constexpr std::size_t size = n * n;
+    const std::size_t count = objectsIn<T>(place, (size + 1));
+    const auto objects = static_cast<std::int32_t>(count);
+    const Numbers<T> a(size * count);
+    const Numbers<T> result(count);
+    T* const to = result.data();
+    using M = Eigen::Matrix<T, n, n, Eigen::RowMajor>;
+    const auto matrixAt = [=](std::size_t k) { return Eigen::Map<const M, Eigen::Unaligned>(a.data() + k * size); };
+
+    const std::string normName = packedName<T>("FrobNorm_ma", n, place);
+    Row norm(normName, static_cast<double>(count));
+    norm.results(to, count, tolerance<T>(n * n));
+    norm.korm([=] {
+        pick<T>(kormFrobNorm_ma_32f, kormFrobNorm_ma_64f)(a.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), n, n, to,
+                                                          objects);
+    });
+    norm.peer("Eigen", [=] {
+        for (std::size_t k = 0; k < count; ++k) to[k] = matrixAt(k).norm();
+    });
+    norm.peer("loop", [=] {
+        for (std::size_t k = 0; k < count; ++k) {
+            T sum = 0;
+            for (std::size_t e = 0; e < size; ++e) sum += a[k * size + e] * a[k * size + e];
+            to[k] = std::sqrt(sum);
+        }
+    });
+    if (isWanted(normName)) norm.measure();
+
+    const std::string traceName = packedName<T>("Trace_ma", n, place);
+    Row trace(traceName, static_cast<double>(count));
+    trace.results(to, count, tolerance<T>(n));
+    trace.korm([=] {
+        pick<T>(kormTrace_ma_32f, kormTrace_ma_64f)(a.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), n, to, objects);
+    });
+    trace.peer("Eigen", [=] {
+        for (std::size_t k = 0; k < count; ++k) to[k] = matrixAt(k).trace();
+    });
+    trace.peer("loop", [=] {
+        for (std::size_t k = 0; k < count; ++k) {
+            T sum = 0;
+            for (std::size_t i = 0; i < n; ++i) sum += a[k * size + i * (n + 1)];
+            to[k] = sum;
+        }
+    });
+    if (isWanted(traceName)) trace.measure();
+}
+
+}  // namespace
+
+void measureReductions() {
+    using Lengths = std::integer_sequence<int, 1, 2, 3, 4, 5, 6, 7, 8, 16, 256, 1000>;
+    forEach(Lengths(), [&]<class T, int n>(const Place& place) {
+        dotProducts<T, n>(place, false);
+        dotProducts<T, n>(place, true);
+        norms<T, n>(place);
+    });
+    using Orders = std::integer_sequence<int, 2, 3, 4, 5, 6, 8, 16>;
+    forEach(Orders(), [&]<class T, int n>(const Place& place) { matrices<T, n>(place); });
+}
+
+}  // namespace bench
