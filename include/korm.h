@@ -4906,6 +4906,934 @@ int32_t kormMul_tava_64f_P(
 
 
 /**
+ * @defgroup vector_combinations Combinations of vectors
+ * `kormSaxpy` computes dst = src1 * val + src2, `kormLComb` dst = src1 * val1 + src2 * val2, element by element. The constants
+ * are passed by value and serve all objects.
+ *
+ * Shapes: all vectors have `length` elements.
+ *
+ * Sums: products and sums are rounded to the element type, one after the other.
+ *
+ * Overlap: dst may be a source, at the same place with the same strides. Two single vectors in standard layout with adjacent
+ * elements and more than 6 of them may overlap in any way: elements are then done in ascending order, one by one. Any other
+ * overlap of dst and a source leaves dst undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+ * ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst(j) = src1(j) * val + src2(j)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormSaxpy_vv_32f(
+    const float *src1, int32_t src1ElementStride, float val, const float *src2, int32_t src2ElementStride,
+    float *dst, int32_t dstElementStride, int32_t length);
+
+/**
+ * dst(j) = src1(j) * val + src2(j)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormSaxpy_vv_64f(
+    const double *src1, int32_t src1ElementStride, double val, const double *src2, int32_t src2ElementStride,
+    double *dst, int32_t dstElementStride, int32_t length);
+
+/**
+ * dst(j) = src1(j) * val + src2(j)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormSaxpy_vv_32f_P(
+    const float *const *src1, int32_t src1Offset, float val, const float *const *src2, int32_t src2Offset,
+    float *const *dst, int32_t dstOffset, int32_t length);
+
+/**
+ * dst(j) = src1(j) * val + src2(j)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormSaxpy_vv_64f_P(
+    const double *const *src1, int32_t src1Offset, double val, const double *const *src2, int32_t src2Offset,
+    double *const *dst, int32_t dstOffset, int32_t length);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(j)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3001 (2001 if an element stride is not 4) by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vav_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1ElementStride, float val, const float *src2,
+    int32_t src2ElementStride, float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(j)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3001 (1201 if an element stride is not 8) by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vav_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1ElementStride, double val, const double *src2,
+    int32_t src2ElementStride, double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1501 (1001 if an element stride is not 4) by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vav_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1ElementStride, float val, const float *src2,
+    int32_t src2ElementStride, float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1001 by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vav_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1ElementStride, double val, const double *src2,
+    int32_t src2ElementStride, double *const *dst, int32_t dstOffset, int32_t dstElementStride,
+    int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vav_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, float val,
+    const float *const *src2, int32_t src2Offset, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vav_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, double val,
+    const double *const *src2, int32_t src2Offset, double *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3001 (2001 if an element stride is not 4) by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vva_32f(
+    const float *src1, int32_t src1ElementStride, float val, const float *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k,j) = src1(j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3001 (1201 if an element stride is not 8) by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vva_64f(
+    const double *src1, int32_t src1ElementStride, double val, const double *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k,j) = src1(j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1501 by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vva_32f_L(
+    const float *src1, int32_t src1ElementStride, float val, const float *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k,j) = src1(j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1001 by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vva_64f_L(
+    const double *src1, int32_t src1ElementStride, double val, const double *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, double *const *dst, int32_t dstOffset, int32_t dstElementStride,
+    int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vva_32f_P(
+    const float *const *src1, int32_t src1Offset, float val, const float *const *src2, int32_t src2Offset,
+    int32_t src2ObjectStride, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k,j) = src1(j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by (2*count + 1)*length.
+ */
+int32_t kormSaxpy_vva_64f_P(
+    const double *const *src1, int32_t src1Offset, double val, const double *const *src2, int32_t src2Offset,
+    int32_t src2ObjectStride, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3001 (2001 if an element stride is not 4) by 3*length*count.
+ */
+int32_t kormSaxpy_vava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1ElementStride, float val, const float *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3001 (1201 if an element stride is not 8) by 3*length*count.
+ */
+int32_t kormSaxpy_vava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1ElementStride, double val, const double *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, double *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1501 (1001 if an element stride is not 4) by 3*length*count.
+ */
+int32_t kormSaxpy_vava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1ElementStride, float val,
+    const float *const *src2, int32_t src2Offset, int32_t src2ElementStride, float *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1001 by 3*length*count.
+ */
+int32_t kormSaxpy_vava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1ElementStride, double val,
+    const double *const *src2, int32_t src2Offset, int32_t src2ElementStride, double *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by 3*length*count.
+ */
+int32_t kormSaxpy_vava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, float val,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val + src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1201 by 3*length*count.
+ */
+int32_t kormSaxpy_vava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, double val,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(j) = src1(j) * val1 + src2(j) * val2
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormLComb_vv_32f(
+    const float *src1, int32_t src1ElementStride, float val1, const float *src2, int32_t src2ElementStride,
+    float val2, float *dst, int32_t dstElementStride, int32_t length);
+
+/**
+ * dst(j) = src1(j) * val1 + src2(j) * val2
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormLComb_vv_64f(
+    const double *src1, int32_t src1ElementStride, double val1, const double *src2, int32_t src2ElementStride,
+    double val2, double *dst, int32_t dstElementStride, int32_t length);
+
+/**
+ * dst(j) = src1(j) * val1 + src2(j) * val2
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormLComb_vv_32f_P(
+    const float *const *src1, int32_t src1Offset, float val1, const float *const *src2, int32_t src2Offset,
+    float val2, float *const *dst, int32_t dstOffset, int32_t length);
+
+/**
+ * dst(j) = src1(j) * val1 + src2(j) * val2
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormLComb_vv_64f_P(
+    const double *const *src1, int32_t src1Offset, double val1, const double *const *src2, int32_t src2Offset,
+    double val2, double *const *dst, int32_t dstOffset, int32_t length);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(j) * val2
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 4501 by (2*count + 1)*length.
+ */
+int32_t kormLComb_vav_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1ElementStride, float val1, const float *src2,
+    int32_t src2ElementStride, float val2, float *dst, int32_t dstObjectStride, int32_t dstElementStride,
+    int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(j) * val2
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 4501 by (2*count + 1)*length.
+ */
+int32_t kormLComb_vav_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1ElementStride, double val1, const double *src2,
+    int32_t src2ElementStride, double val2, double *dst, int32_t dstObjectStride, int32_t dstElementStride,
+    int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(j) * val2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 4501 (3751 if an element stride is not 4) by (2*count + 1)*length.
+ */
+int32_t kormLComb_vav_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1ElementStride, float val1, const float *src2,
+    int32_t src2ElementStride, float val2, float *const *dst, int32_t dstOffset, int32_t dstElementStride,
+    int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(j) * val2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 4501 by (2*count + 1)*length.
+ */
+int32_t kormLComb_vav_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1ElementStride, double val1, const double *src2,
+    int32_t src2ElementStride, double val2, double *const *dst, int32_t dstOffset, int32_t dstElementStride,
+    int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(j) * val2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 4501 by (2*count + 1)*length.
+ */
+int32_t kormLComb_vav_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, float val1,
+    const float *const *src2, int32_t src2Offset, float val2, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(j) * val2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 4501 by (2*count + 1)*length.
+ */
+int32_t kormLComb_vav_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, double val1,
+    const double *const *src2, int32_t src2Offset, double val2, double *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(k,j) * val2
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 4501 by 3*length*count.
+ */
+int32_t kormLComb_vava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1ElementStride, float val1, const float *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, float val2, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(k,j) * val2
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 4501 by 3*length*count.
+ */
+int32_t kormLComb_vava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1ElementStride, double val1, const double *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, double val2, double *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(k,j) * val2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 4501 (3751 if an element stride is not 4) by 3*length*count.
+ */
+int32_t kormLComb_vava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1ElementStride, float val1,
+    const float *const *src2, int32_t src2Offset, int32_t src2ElementStride, float val2, float *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(k,j) * val2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 4501 by 3*length*count.
+ */
+int32_t kormLComb_vava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1ElementStride, double val1,
+    const double *const *src2, int32_t src2Offset, int32_t src2ElementStride, double val2, double *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(k,j) * val2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 4501 by 3*length*count.
+ */
+int32_t kormLComb_vava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, float val1,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, float val2, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src1(k,j) * val1 + src2(k,j) * val2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 4501 by 3*length*count.
+ */
+int32_t kormLComb_vava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, double val1,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, double val2, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t length, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup vector_reductions Dot products and norms
+ * `kormDotProduct` adds the products of the elements of two vectors, `kormL2Norm` is the square root of the sum of the squares
+ * of a vector's elements. A single form writes one element, an array form one for each object, in a row: dst has no strides in
+ * any layout.
+ *
+ * Shapes: all vectors have `length` elements.
+ *
+ * Sums: every product and every addition is rounded to the element type. For one form, length, layout and choice of strides the
+ * order of additions is fixed, with one thing more to know: vectors of 8 or more adjacent elements are added in an order that
+ * depends on the address of src2 (`kormL2Norm`: of src) modulo 16 bytes. An object of an array gives what it would give alone.
+ * docs/numerics.md shows all orders. Squares are not scaled: a large vector's norm is infinity.
+ *
+ * Overlap: dst must not overlap a source.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+ * ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst = sum over j of src1(j) * src2(j)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormDotProduct_vv_32f(
+    const float *src1, int32_t src1ElementStride, const float *src2, int32_t src2ElementStride, float *dst,
+    int32_t length);
+
+/**
+ * dst = sum over j of src1(j) * src2(j)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormDotProduct_vv_64f(
+    const double *src1, int32_t src1ElementStride, const double *src2, int32_t src2ElementStride, double *dst,
+    int32_t length);
+
+/**
+ * dst = sum over j of src1(j) * src2(j)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormDotProduct_vv_32f_P(
+    const float *const *src1, int32_t src1Offset, const float *const *src2, int32_t src2Offset, float *dst,
+    int32_t length);
+
+/**
+ * dst = sum over j of src1(j) * src2(j)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormDotProduct_vv_64f_P(
+    const double *const *src1, int32_t src1Offset, const double *const *src2, int32_t src2Offset, double *dst,
+    int32_t length);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(j)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 5001 (2621 if an element stride is not 4) by (count + 1)*length.
+ */
+int32_t kormDotProduct_vav_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1ElementStride, const float *src2,
+    int32_t src2ElementStride, float *dst, int32_t length, int32_t count);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(j)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3501 (2001 if an element stride is not 8) by (count + 1)*length.
+ */
+int32_t kormDotProduct_vav_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1ElementStride, const double *src2,
+    int32_t src2ElementStride, double *dst, int32_t length, int32_t count);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2401 by (count + 1)*length.
+ */
+int32_t kormDotProduct_vav_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1ElementStride, const float *src2,
+    int32_t src2ElementStride, float *dst, int32_t length, int32_t count);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 4201 (3301 if an element stride is not 8) by (count + 1)*length.
+ */
+int32_t kormDotProduct_vav_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1ElementStride, const double *src2,
+    int32_t src2ElementStride, double *dst, int32_t length, int32_t count);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2401 by (count + 1)*length.
+ */
+int32_t kormDotProduct_vav_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const float *const *src2,
+    int32_t src2Offset, float *dst, int32_t length, int32_t count);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2001 by (count + 1)*length.
+ */
+int32_t kormDotProduct_vav_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const double *const *src2,
+    int32_t src2Offset, double *dst, int32_t length, int32_t count);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(k,j)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 5001 (2621 if an element stride is not 4) by 2*count*length.
+ */
+int32_t kormDotProduct_vava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1ElementStride, const float *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, float *dst, int32_t length, int32_t count);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(k,j)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3501 (2001 if an element stride is not 8) by 2*count*length.
+ */
+int32_t kormDotProduct_vava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1ElementStride, const double *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, double *dst, int32_t length, int32_t count);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2401 by 2*count*length.
+ */
+int32_t kormDotProduct_vava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1ElementStride, const float *const *src2,
+    int32_t src2Offset, int32_t src2ElementStride, float *dst, int32_t length, int32_t count);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 4201 (3301 if an element stride is not 8) by 2*count*length.
+ */
+int32_t kormDotProduct_vava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1ElementStride, const double *const *src2,
+    int32_t src2Offset, int32_t src2ElementStride, double *dst, int32_t length, int32_t count);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2401 by 2*count*length.
+ */
+int32_t kormDotProduct_vava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const float *const *src2,
+    int32_t src2Offset, int32_t src2ObjectStride, float *dst, int32_t length, int32_t count);
+
+/**
+ * dst(k) = sum over j of src1(k,j) * src2(k,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2001 by 2*count*length.
+ */
+int32_t kormDotProduct_vava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const double *const *src2,
+    int32_t src2Offset, int32_t src2ObjectStride, double *dst, int32_t length, int32_t count);
+
+/**
+ * dst = root of the sum over j of src(j)^2
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormL2Norm_v_32f(const float *src, int32_t srcElementStride, float *dst, int32_t length);
+
+/**
+ * dst = root of the sum over j of src(j)^2
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormL2Norm_v_64f(const double *src, int32_t srcElementStride, double *dst, int32_t length);
+
+/**
+ * dst = root of the sum over j of src(j)^2
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormL2Norm_v_32f_P(const float *const *src, int32_t srcOffset, float *dst, int32_t length);
+
+/**
+ * dst = root of the sum over j of src(j)^2
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormL2Norm_v_64f_P(const double *const *src, int32_t srcOffset, double *dst, int32_t length);
+
+/**
+ * dst(k) = root of the sum over j of src(k,j)^2
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1501 by length*count.
+ */
+int32_t kormL2Norm_va_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcElementStride, float *dst, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k) = root of the sum over j of src(k,j)^2
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1501 by length*count.
+ */
+int32_t kormL2Norm_va_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcElementStride, double *dst, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k) = root of the sum over j of src(k,j)^2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1501 by length*count.
+ */
+int32_t kormL2Norm_va_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcElementStride, float *dst, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k) = root of the sum over j of src(k,j)^2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1501 by length*count.
+ */
+int32_t kormL2Norm_va_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcElementStride, double *dst, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k) = root of the sum over j of src(k,j)^2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1501 by length*count.
+ */
+int32_t kormL2Norm_va_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *dst, int32_t length,
+    int32_t count);
+
+/**
+ * dst(k) = root of the sum over j of src(k,j)^2
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1501 by length*count.
+ */
+int32_t kormL2Norm_va_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *dst, int32_t length,
+    int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup cross_products Cross products
+ * dst = src1 x src2, in a right-handed system. There is no length: every vector has three elements.
+ *
+ * Overlap: dst may be a source, at the same place with the same strides. Any other overlap of dst and a source leaves dst
+ * undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadStride; array forms ::korStatusBadCount; list and pointer forms
+ * ::korStatusBadOffset. Other than with ::korStatusOk nothing is written. Each product and each difference is rounded.
+ * @{
+ */
+
+/**
+ * dst = src1 x src2
+ *
+ * Checks: null, stride.
+ */
+int32_t kormCrossProduct_vv_32f(
+    const float *src1, int32_t src1ElementStride, const float *src2, int32_t src2ElementStride, float *dst,
+    int32_t dstElementStride);
+
+/**
+ * dst = src1 x src2
+ *
+ * Checks: null, stride.
+ */
+int32_t kormCrossProduct_vv_64f(
+    const double *src1, int32_t src1ElementStride, const double *src2, int32_t src2ElementStride, double *dst,
+    int32_t dstElementStride);
+
+/**
+ * dst = src1 x src2
+ *
+ * Checks: null, offset.
+ */
+int32_t kormCrossProduct_vv_32f_P(
+    const float *const *src1, int32_t src1Offset, const float *const *src2, int32_t src2Offset,
+    float *const *dst, int32_t dstOffset);
+
+/**
+ * dst = src1 x src2
+ *
+ * Checks: null, offset.
+ */
+int32_t kormCrossProduct_vv_64f_P(
+    const double *const *src1, int32_t src1Offset, const double *const *src2, int32_t src2Offset,
+    double *const *dst, int32_t dstOffset);
+
+/**
+ * dst(k) = src1(k) x src2
+ *
+ * Checks: null, stride, count.
+ * Serial up to 2999 by 2*count.
+ */
+int32_t kormCrossProduct_vav_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1ElementStride, const float *src2,
+    int32_t src2ElementStride, float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k) = src1(k) x src2
+ *
+ * Checks: null, stride, count.
+ * Serial up to 2999 by 2*count.
+ */
+int32_t kormCrossProduct_vav_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1ElementStride, const double *src2,
+    int32_t src2ElementStride, double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k) = src1(k) x src2
+ *
+ * Checks: null, stride, offset, count.
+ * Serial up to 2999 by 2*count.
+ */
+int32_t kormCrossProduct_vav_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1ElementStride, const float *src2,
+    int32_t src2ElementStride, float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k) = src1(k) x src2
+ *
+ * Checks: null, stride, offset, count.
+ * Serial up to 2999 by 2*count.
+ */
+int32_t kormCrossProduct_vav_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1ElementStride, const double *src2,
+    int32_t src2ElementStride, double *const *dst, int32_t dstOffset, int32_t dstElementStride,
+    int32_t count);
+
+/**
+ * dst(k) = src1(k) x src2
+ *
+ * Checks: null, stride, count, offset.
+ * Serial below 3000 by 2*count.
+ */
+int32_t kormCrossProduct_vav_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const float *const *src2,
+    int32_t src2Offset, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k) = src1(k) x src2
+ *
+ * Checks: null, stride, count, offset.
+ * Serial below 3000 by 2*count.
+ */
+int32_t kormCrossProduct_vav_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const double *const *src2,
+    int32_t src2Offset, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k) = src1 x src2(k)
+ *
+ * Checks: null, count, stride.
+ * Serial up to 2999 by 2*count.
+ */
+int32_t kormCrossProduct_vva_32f(
+    const float *src1, int32_t src1ElementStride, const float *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k) = src1 x src2(k)
+ *
+ * Checks: null, count, stride.
+ * Serial up to 2999 by 2*count.
+ */
+int32_t kormCrossProduct_vva_64f(
+    const double *src1, int32_t src1ElementStride, const double *src2, int32_t src2ObjectStride,
+    int32_t src2ElementStride, double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k) = src1 x src2(k)
+ *
+ * Checks: null, count, stride, offset.
+ * Serial up to 2999 by 2*count.
+ */
+int32_t kormCrossProduct_vva_32f_L(
+    const float *src1, int32_t src1ElementStride, const float *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k) = src1 x src2(k)
+ *
+ * Checks: null, count, stride, offset.
+ * Serial up to 2999 by 2*count.
+ */
+int32_t kormCrossProduct_vva_64f_L(
+    const double *src1, int32_t src1ElementStride, const double *const *src2, int32_t src2Offset,
+    int32_t src2ElementStride, double *const *dst, int32_t dstOffset, int32_t dstElementStride,
+    int32_t count);
+
+/**
+ * dst(k) = src1 x src2(k)
+ *
+ * Checks: null, count, stride, offset.
+ * Serial below 3000 by 2*count.
+ */
+int32_t kormCrossProduct_vva_32f_P(
+    const float *const *src1, int32_t src1Offset, const float *const *src2, int32_t src2Offset,
+    int32_t src2ObjectStride, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k) = src1 x src2(k)
+ *
+ * Checks: null, count, stride, offset.
+ */
+int32_t kormCrossProduct_vva_64f_P(
+    const double *const *src1, int32_t src1Offset, const double *const *src2, int32_t src2Offset,
+    int32_t src2ObjectStride, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k) = src1(k) x src2(k)
+ *
+ * Checks: null, count, stride.
+ * Serial up to 3000 by 3*count.
+ */
+int32_t kormCrossProduct_vava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1ElementStride, const float *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k) = src1(k) x src2(k)
+ *
+ * Checks: null, count, stride.
+ * Serial up to 3000 by 3*count.
+ */
+int32_t kormCrossProduct_vava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1ElementStride, const double *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, double *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k) = src1(k) x src2(k)
+ *
+ * Checks: null, count, stride, offset.
+ * Serial up to 3000 by 3*count.
+ */
+int32_t kormCrossProduct_vava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1ElementStride, const float *const *src2,
+    int32_t src2Offset, int32_t src2ElementStride, float *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k) = src1(k) x src2(k)
+ *
+ * Checks: null, count, stride, offset.
+ * Serial up to 3000 by 3*count.
+ */
+int32_t kormCrossProduct_vava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1ElementStride, const double *const *src2,
+    int32_t src2Offset, int32_t src2ElementStride, double *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k) = src1(k) x src2(k)
+ *
+ * Checks: null, count, stride, offset.
+ * Serial below 3001 by 3*count.
+ */
+int32_t kormCrossProduct_vava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const float *const *src2,
+    int32_t src2Offset, int32_t src2ObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k) = src1(k) x src2(k)
+ *
+ * Checks: null, count, stride, offset.
+ * Serial below 3001 by 3*count.
+ */
+int32_t kormCrossProduct_vava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const double *const *src2,
+    int32_t src2Offset, int32_t src2ObjectStride, double *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t count);
+
+/** @} */
+
+
+/**
  * @defgroup determinant Determinants
  * dst(k) = determinant of the square matrix src(k). A single matrix writes one element, an array one element for each
  * object, in a row: dst has no strides in any layout.
@@ -5015,6 +5943,210 @@ int32_t kormDet_ma_32f_P(
  */
 int32_t kormDet_ma_64f_P(
     const double *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t order, double *buffer,
+    double *dst, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup norms Traces and norms
+ * `kormTrace` adds the elements of the diagonal of a square matrix, `kormFrobNorm` is the square root of the sum of the squares
+ * of all elements of any matrix. A single form writes one element, an array form one for each object, in a row: dst has no
+ * strides in any layout.
+ *
+ * Sums: every square and every addition is rounded to the element type. The order of additions is fixed for a form, sizes,
+ * choice of strides and, in `kormFrobNorm`, for rows that touch or don't; docs/numerics.md shows it. Squares are not scaled: the
+ * norm of a matrix with large elements is infinity.
+ *
+ * Overlap: dst must not overlap src.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+ * ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst = trace of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormTrace_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, int32_t order, float *dst);
+
+/**
+ * dst = trace of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormTrace_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, int32_t order, double *dst);
+
+/**
+ * dst = trace of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormTrace_m_32f_P(const float *const *src, int32_t srcOffset, int32_t order, float *dst);
+
+/**
+ * dst = trace of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormTrace_m_64f_P(const double *const *src, int32_t srcOffset, int32_t order, double *dst);
+
+/**
+ * dst(k) = trace of src(k)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3601 by order*count.
+ */
+int32_t kormTrace_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, int32_t order,
+    float *dst, int32_t count);
+
+/**
+ * dst(k) = trace of src(k)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 3601 by order*count.
+ */
+int32_t kormTrace_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, int32_t order,
+    double *dst, int32_t count);
+
+/**
+ * dst(k) = trace of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 3601 by order*count.
+ */
+int32_t kormTrace_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, int32_t order,
+    float *dst, int32_t count);
+
+/**
+ * dst(k) = trace of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 3601 by order*count.
+ */
+int32_t kormTrace_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t order, double *dst, int32_t count);
+
+/**
+ * dst(k) = trace of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 3601 by order*count.
+ */
+int32_t kormTrace_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t order, float *dst,
+    int32_t count);
+
+/**
+ * dst(k) = trace of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 3601 by order*count.
+ */
+int32_t kormTrace_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t order, double *dst,
+    int32_t count);
+
+/**
+ * dst = root of the sum of the squares of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormFrobNorm_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, int32_t width, int32_t height,
+    float *dst);
+
+/**
+ * dst = root of the sum of the squares of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormFrobNorm_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, int32_t width, int32_t height,
+    double *dst);
+
+/**
+ * dst = root of the sum of the squares of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormFrobNorm_m_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t width, int32_t height, float *dst);
+
+/**
+ * dst = root of the sum of the squares of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormFrobNorm_m_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t width, int32_t height, double *dst);
+
+/**
+ * dst(k) = root of the sum of the squares of src(k)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 2501 (1801 if an element stride is not 4) by width*height*count.
+ */
+int32_t kormFrobNorm_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, int32_t width,
+    int32_t height, float *dst, int32_t count);
+
+/**
+ * dst(k) = root of the sum of the squares of src(k)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1801 (1501 if an element stride is not 8) by width*height*count.
+ */
+int32_t kormFrobNorm_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, int32_t width,
+    int32_t height, double *dst, int32_t count);
+
+/**
+ * dst(k) = root of the sum of the squares of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1601 by width*height*count.
+ */
+int32_t kormFrobNorm_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, int32_t width,
+    int32_t height, float *dst, int32_t count);
+
+/**
+ * dst(k) = root of the sum of the squares of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1601 by width*height*count.
+ */
+int32_t kormFrobNorm_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t width, int32_t height, double *dst, int32_t count);
+
+/**
+ * dst(k) = root of the sum of the squares of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1501 by width*height*count.
+ */
+int32_t kormFrobNorm_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t width, int32_t height,
+    float *dst, int32_t count);
+
+/**
+ * dst(k) = root of the sum of the squares of src(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2501 by width*height*count.
+ */
+int32_t kormFrobNorm_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t width, int32_t height,
     double *dst, int32_t count);
 
 /** @} */

@@ -81,7 +81,18 @@ INSTANTIATE_TEST_SUITE_P(Table, ThresholdExamples,
                                          Example{"kormMul_tav_64f", {1, 4, 1, 179, 4}, true, false},
                                          Example{"kormMul_tav_64f", {1, 4, 1, 180, 4}, true, true},
                                          Example{"kormMul_mava_64f_P", {1, 4, 1, 60, 4}, true, false},
-                                         Example{"kormMul_mava_64f_P", {1, 4, 1, 61, 4}, true, true}));
+                                         Example{"kormMul_mava_64f_P", {1, 4, 1, 61, 4}, true, true},
+                                         // (2 * count + 1) * 100 against 3001.
+                                         Example{"kormSaxpy_vav_32f", {1, 1, 100, 14}, true, false},
+                                         Example{"kormSaxpy_vav_32f", {1, 1, 100, 15}, true, true},
+                                         Example{"kormCrossProduct_vava_64f", {1, 1, 1, 1000}, true, false},
+                                         Example{"kormCrossProduct_vava_64f", {1, 1, 1, 1001}, true, true},
+                                         Example{"kormCrossProduct_vva_64f_P", {1, 1, 1, 5000}, true, false},
+                                         Example{"kormCrossProduct_vva_32f_P", {1, 1, 1, 5000}, true, true},
+                                         Example{"kormFrobNorm_ma_32f", {10, 10, 1, 18}, false, false},
+                                         Example{"kormFrobNorm_ma_32f", {17, 1, 1, 106}, false, true},
+                                         Example{"kormFrobNorm_ma_32f", {10, 10, 1, 25}, true, false},
+                                         Example{"kormFrobNorm_ma_32f", {10, 10, 1, 26}, true, true}));
 
 }  // namespace
 }  // namespace kormtest

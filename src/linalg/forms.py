@@ -1,10 +1,10 @@
-"""The forms of linear algebra on square matrices: determinant, LU decomposition and solve, inverse.
+"""The forms of linear algebra: determinant, trace, norm, LU decomposition and solve, inverse.
 
 A limit tells which estimates stay serial: below(n), or up_to(n) which includes n. A second number is the limit
 for calls with an element stride other than the element size.
 """
 
-from grammar import Core, Family, Shortcut, below, up_to
+from grammar import Core, Family, Shortcut, Variant, below, up_to
 
 GROUPS = {
     "determinant": """Determinants
@@ -19,6 +19,20 @@ eliminations with row pivoting; a pivot below, or a last one not above, 2*order^
 the type makes the result exactly zero. A singular matrix is no failure.
 
 Overlap: dst, buffer and src must not overlap.
+
+Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+""",
+    "norms": """Traces and norms
+`kormTrace` adds the elements of the diagonal of a square matrix, `kormFrobNorm` is the square root of the sum of the squares
+of all elements of any matrix. A single form writes one element, an array form one for each object, in a row: dst has no
+strides in any layout.
+
+Sums: every square and every addition is rounded to the element type. The order of additions is fixed for a form, sizes,
+choice of strides and, in `kormFrobNorm`, for rows that touch or don't; docs/numerics.md shows it. Squares are not scaled: the
+norm of a matrix with large elements is infinity.
+
+Overlap: dst must not overlap src.
 
 Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
 ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
@@ -91,6 +105,18 @@ def everywhere(limit):
 
 # fmt: off
 DET = dict(kernel="determinant", source="linalg/determinant.h", group="determinant", result="scalars", extras=BUFFER)
+NORM = dict(source="linalg/norms.h", group="norms", result="scalars")
+TRACE = dict(kernel="trace<Diagonal::{}>", formula="{dst.object} = trace of {src.object}", **NORM,
+             variants=[Variant("*_S2 *_LS2", "lastTwoFirst"), Variant("*", "fromFirst")])
+FROBENIUS = dict(kernel="frobeniusNorm", formula="{dst.object} = root of the sum of the squares of {src.object}", **NORM)
+FROBENIUS_LIMITS = {
+    ("standard", "32f"): below(2501, 1801),
+    ("standard", "64f"): below(1801, 1501),
+    ("list", "32f"): below(1601),
+    ("list", "64f"): below(1601),
+    ("pointer", "32f"): below(1501),
+    ("pointer", "64f"): below(2501),
+}
 LU = dict(kernel="luDecomposition", source="linalg/lu.h", group="lu_decomposition", extras=PIVOTS,
           formula="dst, pivots = L U of src with row pivoting")
 SOLVE = dict(kernel="luSolve", source="linalg/lu_solve.h", group="lu_solve", result="v", extras=FACTORED)
@@ -128,6 +154,13 @@ FAMILIES = [
     Family("Det", "m",  SINGLE, "src order buffer dst", formula="dst = det(src)", **DET),
     Family("Det", "ma", ARRAY,  "src order buffer dst count", formula="dst(k) = det(src(k))", **DET,
            estimate="order * count", limits=everywhere(up_to(14400)), scratch=SQUARE_AND_ROW),
+
+    Family("Trace", "m",  SINGLE, "src order dst", **TRACE),
+    Family("Trace", "ma", ARRAY,  "src order dst count", **TRACE, estimate="order * count", limits=everywhere(below(3601))),
+
+    Family("FrobNorm", "m",  SINGLE, "src width height dst", **FROBENIUS, single_kernel=True),
+    Family("FrobNorm", "ma", ARRAY,  "src width height dst count", **FROBENIUS,
+           estimate="width * height * count", limits=FROBENIUS_LIMITS),
 
     Family("LUDecomp", "m",  SINGLE, "src pivots dst order", **LU, merges_status=True),
     Family("LUDecomp", "ma", ARRAY,  "src pivots dst order count", **LU, merges_status=True,

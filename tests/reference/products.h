@@ -17,13 +17,8 @@ Sum productSum(const Form& form, bool plain, const Sizes& sizes, std::int32_t i)
 std::int32_t referenceProducts(const Form& form, const std::vector<OperandValues>& operands, const Sizes& sizes,
                                std::int32_t first, std::int32_t runCount);
 
-// The same with another order wherever `right` is the right one, as far as that can be.
-void referenceProductsWrong(const Form& form, const std::vector<OperandValues>& operands, const Sizes& sizes, Sum right,
-                            Sum wrong);
-
 // Values that tell orders apart: magnitudes that lose digits of each other, sums that cancel, zeros of either
 // sign. `special` adds infinities, NaN and numbers at both ends of the range.
-void fillProducts(const Form& form, std::vector<OperandValues>& operands, const Sizes& sizes, bool special,
-                  Random& values);
+void fillSums(const Form& form, std::vector<OperandValues>& operands, const Sizes& sizes, bool special, Random& values);
 
 }  // namespace kormtest

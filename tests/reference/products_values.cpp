@@ -19,7 +19,7 @@ enum class Kind {
 template <class T>
 class Values {
 public:
-    Values(Kind kind, std::int32_t inner, Random& random) : kind_(kind), inner_(inner), random_(random) {}
+    Values(Kind kind, std::int32_t length, Random& random) : kind_(kind), length_(length), random_(random) {}
 
     T draw() {
         switch (kind_) {
@@ -32,7 +32,7 @@ public:
             case Kind::nonFinite: break;
         }
         // About one in a sum, so that most sums still tell something.
-        if (!random_.chance(100 / (2 * inner_ + 1))) return number(-1, 1);
+        if (!random_.chance(100 / (2 * length_ + 1))) return number(-1, 1);
         switch (random_.between(0, 4)) {
             case 0: return std::numeric_limits<T>::quiet_NaN();
             case 1: return sign() * std::numeric_limits<T>::max();
@@ -56,7 +56,7 @@ private:
     }
 
     Kind kind_;
-    std::int32_t inner_;
+    std::int32_t length_;
     Random& random_;
 };
 
@@ -64,14 +64,14 @@ template <class T>
 void fill(const Form& form, std::vector<OperandValues>& operands, const Sizes& sizes, bool special, Random& random) {
     Kind kind = random.pick({Kind::near, Kind::spread, Kind::cancel, Kind::cancel, Kind::zeros});
     if (special && random.chance(15)) kind = random.pick({Kind::extremes, Kind::nonFinite});
-    for (const std::size_t index : {std::size_t{0}, std::size_t{1}}) {
+    for (std::size_t index = 0; index < form.result(); ++index) {
         const Operand& operand = form.operands[index];
+        if (operand.use != Operand::Use::input || operand.shape == Shape::constant) continue;
         const std::int32_t rows = sizes.of(operand.rows), columns = sizes.of(operand.columns);
-        const bool vector = operand.shape == Shape::vector;
         // The lines that are multiplied with each other: rows of the left operand, columns of the right one.
-        const bool byRows = index == 0 || vector;
+        const bool byRows = index == 0 || operand.shape == Shape::vector;
         const std::int32_t lines = byRows ? rows : columns, length = byRows ? columns : rows;
-        Values<T> values(kind, sizes.inner, random);
+        Values<T> values(kind, length, random);
         for (std::int32_t k = 0; k < (operand.array ? sizes.count : 1); ++k) {
             for (std::int32_t line = 0; line < lines; ++line) {
                 // Nothing but positive numbers times nothing but -0.
@@ -88,8 +88,8 @@ void fill(const Form& form, std::vector<OperandValues>& operands, const Sizes& s
 
 }  // namespace
 
-void fillProducts(const Form& form, std::vector<OperandValues>& operands, const Sizes& sizes, bool special,
-                  Random& values) {
+void fillSums(const Form& form, std::vector<OperandValues>& operands, const Sizes& sizes, bool special,
+              Random& values) {
     if (form.type == Type::f32) fill<float>(form, operands, sizes, special, values);
     else fill<double>(form, operands, sizes, special, values);
 }

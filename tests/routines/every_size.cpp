@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "../support/family.h"
 #include "../support/scene.h"
 #include "../support/thread_number.h"
 #include "routines.h"
@@ -12,15 +13,21 @@ namespace {
 // Every order with a path of its own, then both sides of rounds of 4, 8 and 16.
 constexpr std::int32_t edges[] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 13, 16, 17, 33};
 
+// With both sides of rounds of eight behind a head that aligns them.
+constexpr std::int32_t lengths[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15,
+                                    16, 17, 18, 19, 20, 23, 24, 25, 31, 32, 33, 40, 63, 64, 67};
+
 }  // namespace
 
-bool hasEverySize(const Form& form) { return form.has(Extent::inner); }
+bool hasEverySize(const Form& form) { return form.family->sum != nullptr; }
+bool hasLargeSizes(const Form& form) { return hasEverySize(form) && form.has(Extent::inner); }
 
 namespace {
 
 // A vector has few elements to tell one order of additions from another. Squares have orders of their own, some of
 // which differ from others in the sign of a zero only.
 int repeatsOf(const Form& form, const Sizes& sizes) {
+    if (form.has(Extent::length) || form.has(Extent::order)) return 60;
     const bool vector = !form.has(Extent::width);
     const bool square = sizes.height == sizes.inner && (vector || sizes.width == sizes.inner);
     if (square && sizes.inner >= 3 && sizes.inner <= 6) return 60;
@@ -104,18 +111,29 @@ Verdict checkEverySize(const Form& form, const Library& library, const Options& 
         bool plain;
     };
     std::vector<Case> cases;
+    const auto add = [&](const Sizes& sizes) {
+        for (int repeat = 0; repeat < repeatsOf(form, sizes); ++repeat) {
+            cases.push_back({sizes, true});
+            if (form.hasRole(Role::elementStride)) cases.push_back({sizes, false});
+        }
+    };
+    for (const Extent extent : {Extent::length, Extent::order}) {
+        if (!form.has(extent)) continue;
+        for (const std::int32_t value : lengths) {
+            Sizes sizes;
+            sizes.set(extent, value);
+            add(sizes);
+        }
+    }
     for (const std::int32_t height : edges) {
         for (const std::int32_t inner : edges) {
             for (const std::int32_t width : edges) {
-                if (!form.has(Extent::width) && width > 1) break;
+                if (!form.has(Extent::inner) || (!form.has(Extent::width) && width > 1)) break;
                 Sizes sizes;
                 sizes.height = height;
                 sizes.inner = inner;
                 sizes.width = width;
-                for (int repeat = 0; repeat < repeatsOf(form, sizes); ++repeat) {
-                    cases.push_back({sizes, true});
-                    if (form.hasRole(Role::elementStride)) cases.push_back({sizes, false});
-                }
+                add(sizes);
             }
         }
     }

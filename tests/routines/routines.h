@@ -30,11 +30,12 @@ Verdict checkBadArguments(const Form& form, const Library& library, const Option
 // Results to the bit, and not one byte beside them, at random places.
 Verdict checkResults(const Form& form, const Library& library, const Options& options);
 
-// Products: every combination of sizes around the kernels' own, contiguous elements and others.
+// Sums of products: every combination of sizes around the kernels' own, contiguous elements and others.
 bool hasEverySize(const Form& form);
 Verdict checkEverySize(const Form& form, const Library& library, const Options& options);
 
-// Products large enough for a kernel to work in blocks, or on copies.
+// Products of matrices, and with vectors, large enough for a kernel to work in blocks, or on copies.
+bool hasLargeSizes(const Form& form);
 Verdict checkLargeSizes(const Form& form, const Library& library, const Options& options);
 
 // Products whose sums are longer than any copy that a kernel makes of an operand, with every number of rows behind a

@@ -68,8 +68,10 @@ Sizes sizesBeyondLimit(const Form& form, std::int32_t count, Random& random) {
             sizes.set(extent, square && extent != Extent::length ? edge : random.between(1, 12));
         for (std::size_t step = 0; form.estimate(sizes) <= limit; ++step) {
             Sizes larger = sizes, more = sizes;
-            const Extent extent = form.extents[step % form.extents.size()];
-            larger.set(extent, larger.of(extent) + 1);
+            if (!form.extents.empty()) {
+                const Extent extent = form.extents[step % form.extents.size()];
+                larger.set(extent, larger.of(extent) + 1);
+            }
             ++more.count;
             const bool heeded = form.estimate(larger) != form.estimate(sizes);
             const bool countHeeded = form.estimate(more) != form.estimate(sizes);
@@ -84,6 +86,7 @@ Sizes sizesBeyondLimit(const Form& form, std::int32_t count, Random& random) {
 
 std::vector<Sizes> shapesUpTo(const Form& form, std::int32_t estimate) {
     std::vector<Sizes> shapes;
+    if (form.extents.empty()) return {Sizes{}};
     if (!form.has(Extent::inner)) {
         // Estimates without sums depend on the number of elements, so one extent tells all.
         for (std::int32_t area = 1; area <= estimate; ++area) {

@@ -90,6 +90,7 @@ Verdict runIntoFault(const Form& form, const Library& library, const Sizes& size
 // Objects of `area` elements, of any shape where only that number counts.
 Sizes shaped(const Form& form, std::int32_t area, Random& random) {
     Sizes sizes;
+    if (form.extents.empty()) return sizes;
     if (form.extents.size() == 1) {
         sizes.set(form.extents[0], area);
         return sizes;
@@ -125,7 +126,8 @@ Verdict checkBothSides(const Form& form, const Library& library, bool plain, Ran
             // All sizes that meet the limit or pass it by one, up to a few; of the others a sample.
             const bool edge = (estimate == limit && below++ < 10) || (estimate == limit + 1 && above++ < 10);
             if (!edge && tried > 9 && !random.chance(byArea ? 1 : 3)) continue;
-            Sizes sizes = byArea ? shaped(form, row.of(form.extents[0]), random) : row;
+            const bool reshaped = byArea && !form.extents.empty();
+            Sizes sizes = reshaped ? shaped(form, row.of(form.extents[0]), random) : row;
             sizes.count = count;
             if (Verdict verdict = runThin(form, library, sizes, plain, random); !verdict.ok) return verdict;
         }

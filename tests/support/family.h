@@ -4,6 +4,7 @@
 #include <span>
 #include <vector>
 
+#include "../reference/sums.h"
 #include "forms.h"
 #include "random.h"
 
@@ -45,6 +46,8 @@ struct Family {
     bool mayFail = false;
     // Results that depend on where operands lie or on the processor: they have no digest. None: all are fixed.
     bool (*fixedBits)(const Form& form, const Sizes& sizes, bool plain) = nullptr;
+    // Results that are sums of products: the order in which element i of a result is added.
+    Sum (*sum)(const Form& form, bool plain, const Sizes& sizes, std::int32_t i) = nullptr;
 };
 
 enum class Compare : std::uint8_t {
@@ -87,6 +90,7 @@ struct Table {
 
 Table arithForms();
 Table productForms();
+Table vectorForms();
 Table linalgForms();
 
 // --- Helpers of the tables ---

@@ -14,6 +14,7 @@ std::vector<Table> allTables() {
     return {
         arithForms(),
         productForms(),
+        vectorForms(),
         linalgForms(),
     };
 }
@@ -167,6 +168,7 @@ std::vector<Form> makeForms() {
 std::int32_t Sizes::of(Extent extent) const {
     switch (extent) {
         case Extent::one: return 1;
+        case Extent::three: return 3;
         case Extent::width: return width;
         case Extent::height: return height;
         case Extent::length: return length;
@@ -187,6 +189,7 @@ void Sizes::set(Extent extent, std::int32_t value) {
         case Extent::order: order = value; return;
         case Extent::count: count = value; return;
         case Extent::one:
+        case Extent::three:
         case Extent::squareAndRow: throw std::logic_error("not a size of its own");
     }
 }

@@ -33,6 +33,7 @@ enum class Role : std::uint8_t {
 // The sizes of a form. Operands are as large as these say, so sizes that must match are one extent.
 enum class Extent : std::uint8_t {
     one,
+    three,
     width,   // of the result
     height,  // of the result
     length,

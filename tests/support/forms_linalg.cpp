@@ -4,6 +4,8 @@
 #include "../reference/linalg/linalg.h"
 #include "../reference/linalg/precise.h"
 #include "../reference/linalg/view.h"
+#include "../reference/norms.h"
+#include "../reference/products.h"
 #include "element_values.h"
 #include "family.h"
 
@@ -31,6 +33,18 @@ void squareSource(Form& form) {
 void shapeDet(Form& form) {
     squareSource(form);
     addDense(form, "buffer", Shape::vector, Extent::squareAndRow, Use::scratch, false);
+    addDense(form, "dst", Shape::vector, Extent::one, Use::output, form.array);
+}
+
+void shapeTrace(Form& form) {
+    squareSource(form);
+    addDense(form, "dst", Shape::vector, Extent::one, Use::output, form.array);
+}
+
+void shapeFrobNorm(Form& form) {
+    form.operands[0].name = "src";
+    form.operands[0].rows = Extent::height;
+    form.operands[0].columns = Extent::width;
     addDense(form, "dst", Shape::vector, Extent::one, Use::output, form.array);
 }
 
@@ -259,6 +273,8 @@ std::int64_t fifthPower(const Sizes& s) {
     return n >= 7 ? n * n * n * n * n / 3 : n * n * n;
 }
 
+std::int64_t area(const Sizes& s) { return std::int64_t{s.width} * s.height; }
+
 bool sized(const Sizes& s) { return s.order >= 3 && s.order <= 6; }
 bool sizedOrOne(const Sizes& s) { return s.order == 1 || sized(s); }
 
@@ -285,6 +301,14 @@ constexpr Family det = [] {
     result.fixedBits = detFixed;
     return result;
 }();
+
+constexpr Family trace = [] {
+    Family result = family("src order dst count", shapeTrace, referenceTrace, fillSums, square);
+    result.sum = traceSum;
+    return result;
+}();
+
+constexpr Family frobNorm = family("src width height dst count", shapeFrobNorm, referenceFrobNorm, fillSums, area);
 
 constexpr Family luDecomp = [] {
     Family result = family("src pivots dst order count", shapeLUDecomp, referenceLUDecomp, fillSquare, cube);
@@ -318,6 +342,7 @@ constexpr Family invert = [] {
 // --- Estimates and limits ---
 
 std::int32_t detEstimate(const Sizes& s) { return wrapped(u(s.order) * u(s.count)); }
+std::int32_t normEstimate(const Sizes& s) { return wrapped(u(s.width) * u(s.height) * u(s.count)); }
 std::int32_t decompEstimate(const Sizes& s) { return wrapped(u(s.order) * u(s.order) * u(s.count)); }
 std::int32_t vectorsEstimate(const Sizes& s) { return wrapped((u(s.order) + 2 * u(s.count)) * u(s.order)); }
 std::int32_t bothEstimate(const Sizes& s) { return wrapped((u(s.order) + 2) * u(s.order) * u(s.count)); }
@@ -329,6 +354,9 @@ constexpr LimitRow everywhere(Compare compare, std::int32_t number) {
 }
 
 constexpr LimitRow detLimits = everywhere(Compare::overIsFork, 14400);
+constexpr LimitRow traceLimits = everywhere(Compare::below, 3601);
+constexpr LimitRow normLimits{Compare::below, {2501, 1801}, {1801, 1501}, both(1601),
+                              both(1601),     both(1501),   both(2501)};
 constexpr LimitRow decompLimits = everywhere(Compare::below, 1001);
 constexpr LimitRow vectorsLimits = everywhere(Compare::below, 701);
 constexpr LimitRow bothLimits = everywhere(Compare::below, 1201);
@@ -338,6 +366,10 @@ constexpr LimitRow invertLimits{Compare::below, {3601, 2501}, both(2501), both(2
 constexpr GroupRow groups[] = {
     {"Det", "m", &det, nullptr, nullptr},
     {"Det", "ma", &det, detEstimate, &detLimits},
+    {"Trace", "m", &trace, nullptr, nullptr},
+    {"Trace", "ma", &trace, detEstimate, &traceLimits},
+    {"FrobNorm", "m", &frobNorm, nullptr, nullptr},
+    {"FrobNorm", "ma", &frobNorm, normEstimate, &normLimits},
     {"LUDecomp", "m", &luDecomp, nullptr, nullptr},
     {"LUDecomp", "ma", &luDecomp, decompEstimate, &decompLimits},
     {"LUBackSubst", "mv", &luBackSubst, nullptr, nullptr},

@@ -33,8 +33,9 @@ std::int64_t work(const Sizes& s) { return std::int64_t{s.width} * s.height * s.
 
 constexpr Family product(const char* signature) {
     Family family{signature, shapeOperands, usualChecks, referenceProducts};
-    family.fill = fillProducts;
+    family.fill = fillSums;
     family.work = work;
+    family.sum = productSum;
     return family;
 }
 

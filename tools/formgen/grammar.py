@@ -183,6 +183,11 @@ class Operand:
         text = ",".join(filter(None, ["k" if self.array else "", inner]))
         return f"{self.name}({text})" if text else self.name
 
+    @property
+    def object(self):
+        """The whole of it in a formula."""
+        return f"{self.name}(k)" if self.array else self.name
+
     def __getitem__(self, indices):
         """An element in a formula by its logical indices, as "i,j"."""
         stored = reversed(indices.split(",")) if self.kind == "t" else indices.split(",")

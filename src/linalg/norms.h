@@ -1,0 +1,291 @@
+// Traces and Frobenius norms: a number for each matrix, in a row.
+//
+// The order of additions depends on kernel and size, and callers rely on it; docs/numerics.md explains it to users.
+// Objects are independent of each other: where a vector can take one in each lane, it does.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "entry/views.h"
+#include "kernel/groups.h"
+#include "kernel/predicates.h"
+#include "kernel/results.h"
+#include "kernel/scalar.h"
+#include "kernel/streams.h"
+#include "kernel/unroll.h"
+#include "kernel/vec.h"
+
+namespace korm::inline KORM_VARIANT::linalg {
+
+// Element (i, j) of object k, or of the objects from k on where these are one element apart.
+template <class View>
+[[gnu::always_inline]] inline auto elementsOf(const View& src, std::ptrdiff_t k) {
+    return [object = src.at(k)](std::ptrdiff_t i, std::ptrdiff_t j) __attribute__((always_inline)) {
+        return load<typename View::Element>(object.address(i, j));
+    };
+}
+template <class View>
+[[gnu::always_inline]] inline auto elementsOfStreams(const View& src, std::ptrdiff_t k) {
+    return [object = src.at(k)](std::ptrdiff_t i, std::ptrdiff_t j) __attribute__((always_inline)) {
+        return loadLanes<typename View::Element>(object.address(i, j));
+    };
+}
+
+// --- Traces ---------------------------------------------------------------------------------------
+
+// The diagonal of a matrix of order 3 to 6 is added from its first element on; in kernels of any stride orders 3 to 5
+// begin with the last two.
+enum class Diagonal { fromFirst, lastTwoFirst };
+
+template <Diagonal diagonal, class S, int n>
+[[gnu::always_inline]] inline S diagonalSum(const S (&d)[n]) {
+    if constexpr (diagonal == Diagonal::lastTwoFirst && n == 3) return (d[1] + d[2]) + d[0];
+    else if constexpr (diagonal == Diagonal::lastTwoFirst && n == 4) return ((d[2] + d[3]) + d[1]) + d[0];
+    else if constexpr (diagonal == Diagonal::lastTwoFirst && n == 5) return (((d[3] + d[4]) + d[2]) + d[0]) + d[1];
+    else {
+        S sum = d[0];
+        unrolled<n - 1>([&](auto i) __attribute__((always_inline)) { sum += d[i + 1]; });
+        return sum;
+    }
+}
+
+template <Diagonal diagonal, int n, class Elements>
+[[gnu::always_inline]] inline auto sizedTrace(const Elements& elements) {
+    decltype(elements(0, 0)) d[n];
+    unrolled<n>([&](auto i) __attribute__((always_inline)) { d[i] = elements(i, i); });
+    return diagonalSum<diagonal>(d);
+}
+
+template <class Elements>
+[[gnu::always_inline]] inline auto anyTrace(const Elements& elements, std::ptrdiff_t order) {
+    decltype(elements(0, 0)) sum{};
+    for (std::ptrdiff_t i = 0; i < order; ++i) sum += elements(i, i);
+    return sum;
+}
+
+// `sum` makes an object's result of its elements.
+template <class Result, class View, class Sum, class Count>
+[[gnu::always_inline]] inline void reduceMatrices(const View& src, typename View::Element* dst, Count count,
+                                                  const Sum& sum) {
+    const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) { return sum(elementsOf(src, k)); };
+    if constexpr (isOneObject<Count>) return storeResult(dst, 0, Result::of(one(0)));
+    const auto streams = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        return sum(elementsOfStreams(src, k));
+    };
+    if (isStream(src)) resultsOfGroups<Result>(streams, one, dst, count);
+    else resultsOfEach<Result>(one, dst, count);
+}
+
+template <Diagonal diagonal, class View, class Count>
+[[gnu::always_inline]] inline void trace(View src, typename View::Element* dst, std::int32_t order, Count count) {
+    forOrder(
+        order,
+        [&](auto n) __attribute__((always_inline)) {
+            reduceMatrices<Sums>(
+                src, dst, count, [n](const auto& elements) __attribute__((always_inline)) {
+                    return sizedTrace<diagonal, n>(elements);
+                });
+        },
+        [&]() __attribute__((always_inline)) {
+            reduceMatrices<Sums>(
+                src, dst, count, [order](const auto& elements) __attribute__((always_inline)) {
+                    return anyTrace(elements, order);
+                });
+        });
+}
+
+// --- Frobenius norms: the sum of the squares --------------------------------------------------------
+
+// Squares of a small order: four running sums take the elements in turn, row by row.
+template <int n, class S>
+[[gnu::always_inline]] inline S sizedSquares(const S (&a)[n][n]) {
+    S sum[4] = {};
+    unrolled<n * n>([&](auto e) __attribute__((always_inline)) {
+        const S element = a[e / n][e % n];
+        if constexpr (e < 4) sum[e] = element * element;
+        else sum[e % 4] += element * element;
+    });
+    return (sum[0] + sum[2]) + (sum[1] + sum[3]);
+}
+
+// Elements apart: one after the other.
+template <class Elements>
+[[gnu::always_inline]] inline auto squaresInTurn(const Elements& elements, MatrixShape shape) {
+    decltype(elements(0, 0)) sum{};
+    for (std::ptrdiff_t i = 0; i < shape.height; ++i)
+        for (std::ptrdiff_t j = 0; j < shape.width; ++j) {
+            const auto element = elements(i, j);
+            sum += element * element;
+        }
+    return sum;
+}
+
+// Tables, whatever the shape: pairs of entries go to two sums in turn. A pair or an element that is left goes to the first.
+template <class Elements>
+[[gnu::always_inline]] inline auto squaresInPairs(const Elements& elements, MatrixShape shape) {
+    const std::ptrdiff_t entries = std::ptrdiff_t{shape.width} * shape.height;
+    using S = decltype(elements(0, 0));
+    const auto square = [&](std::ptrdiff_t e) __attribute__((always_inline)) {
+        const S element = elements(0, e);
+        return element * element;
+    };
+    S first{}, second{};
+    std::ptrdiff_t e = 0;
+    for (; e + 4 <= entries; e += 4) {
+        first += square(e) + square(e + 1);
+        second += square(e + 2) + square(e + 3);
+    }
+    if (e + 2 <= entries) {
+        first += square(e) + square(e + 1);
+        e += 2;
+    }
+    if (e < entries) first += square(e);
+    return first + second;
+}
+
+// Adjacent elements of several objects side by side, since each addition waits for the one before in its sum.
+
+// Of floats the lanes of a vector are four running sums, which go on from row to row. Rows without gaps are one.
+template <int objects>
+[[gnu::noinline]] void squaresOfRows(const Grid<const float, Spacing::rowAdjacent> (&src)[objects], MatrixShape shape,
+                                     float* sums) {
+    constexpr std::ptrdiff_t size = sizeof(float);
+    std::ptrdiff_t bytes = shape.width * size, height = shape.height;
+    if (src[0].rowStride == bytes) {
+        bytes *= height;
+        height = 1;
+    }
+    Float4 sum[objects] = {};
+    for (std::ptrdiff_t i = 0; i < height; ++i) {
+        const std::byte* row[objects];
+        unrolled<objects>([&](auto o) __attribute__((always_inline)) { row[o] = src[o].address(i, 0); });
+        std::ptrdiff_t at = 0;
+        for (; at + 32 <= bytes; at += 32)
+            unrolled<2 * objects>([&](auto e) __attribute__((always_inline)) {
+                const auto x = load<Float4>(row[e % objects] + at + e / objects * 16);
+                sum[e % objects] += x * x;
+            });
+        for (; at < bytes; at += size)
+            unrolled<objects>([&](auto o) __attribute__((always_inline)) {
+                const auto element = load<float>(row[o] + at);
+                sum[o][0] += element * element;
+            });
+    }
+    unrolled<objects>([&](auto o) __attribute__((always_inline)) {
+        sums[o] = (sum[o][0] + sum[o][2]) + (sum[o][1] + sum[o][3]);
+    });
+}
+
+// Of doubles, rows of 8 and more have eight sums, the first of which goes on with the sum so far.
+template <int objects>
+[[gnu::noinline]] void squaresOfRows(const Grid<const double, Spacing::rowAdjacent> (&src)[objects], MatrixShape shape,
+                                     double* sums) {
+    constexpr std::ptrdiff_t size = sizeof(double);
+    const std::ptrdiff_t bytes = shape.width * size;
+    double total[objects] = {};
+    for (std::ptrdiff_t i = 0; i < shape.height; ++i) {
+        const std::byte* row[objects];
+        unrolled<objects>([&](auto o) __attribute__((always_inline)) { row[o] = src[o].address(i, 0); });
+        std::ptrdiff_t at = 0;
+        if (shape.width >= 8) {
+            Double2 sum[objects][4] = {};
+            unrolled<objects>([&](auto o) __attribute__((always_inline)) { sum[o][0][0] = total[o]; });
+            for (; at + 64 <= bytes; at += 64)
+                unrolled<4 * objects>([&](auto e) __attribute__((always_inline)) {
+                    const auto x = load<Double2>(row[e % objects] + at + e / objects * 16);
+                    sum[e % objects][e / objects] += x * x;
+                });
+            unrolled<objects>([&](auto o) __attribute__((always_inline)) {
+                const Double2 joined = (sum[o][0] + sum[o][1]) + (sum[o][2] + sum[o][3]);
+                total[o] = joined[0] + joined[1];
+            });
+        }
+        for (; at < bytes; at += size)
+            unrolled<objects>([&](auto o) __attribute__((always_inline)) {
+                const auto element = load<double>(row[o] + at);
+                total[o] += element * element;
+            });
+    }
+    unrolled<objects>([&](auto o) __attribute__((always_inline)) { sums[o] = total[o]; });
+}
+
+// As many objects side by side as their sums fit into registers.
+template <class View>
+[[gnu::always_inline]] inline void adjacentNorms(const View& src, typename View::Element* dst, MatrixShape shape,
+                                                 std::ptrdiff_t count) {
+    using T = typename View::Element;
+    constexpr int objects = isFloat<T> ? 4 : 2;
+    std::ptrdiff_t k = 0;
+    T sums[objects];
+    for (; k + objects <= count; k += objects) {
+        squaresOfRows(groupAt<objects>(src, k).object, shape, sums);
+        for (int o = 0; o < objects; ++o) storeResult(dst, k + o, Roots::of(sums[o]));
+    }
+    for (; k < count; ++k) {
+        squaresOfRows<1>({src.at(k)}, shape, sums);
+        storeResult(dst, k, Roots::of(sums[0]));
+    }
+}
+
+template <int n, class View, class Count>
+[[gnu::noinline]] void sizedNorms(View src, typename View::Element* dst, Count count) {
+    using T = typename View::Element;
+    const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        T a[n][n];
+        readMatrix(src.at(k), a);
+        return sizedSquares(a);
+    };
+    if constexpr (isOneObject<Count>) return storeResult(dst, 0, Roots::of(one(0)));
+    const auto group = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        Lanes<T> a[n][n];
+        readMatrices(groupAt<laneCount<T>>(src, k), a);
+        return sizedSquares(a);
+    };
+    const auto streams = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        const auto elements = elementsOfStreams(src, k);
+        Lanes<T> a[n][n];
+        unrolled<n * n>([&](auto e) __attribute__((always_inline)) { a[e / n][e % n] = elements(e / n, e % n); });
+        return sizedSquares(a);
+    };
+    if (!isAdjacent<View> && isStream(src)) resultsOfGroups<Roots>(streams, one, dst, count);
+    else resultsOfGroups<Roots>(group, one, dst, count);
+}
+
+template <class View, class Count>
+[[gnu::noinline]] void anyNorms(View src, typename View::Element* dst, MatrixShape shape, Count count) {
+    if constexpr (isAdjacent<View>) adjacentNorms(src, dst, shape, count);
+    else
+        reduceMatrices<Roots>(
+            src, dst, count, [shape](const auto& elements) __attribute__((always_inline)) {
+                if constexpr (isScattered<View>) return squaresInPairs(elements, shape);
+                else return squaresInTurn(elements, shape);
+            });
+}
+
+// Is this an order that is added as sizedSquares() does? Those of single matrices of floats are 2 to 5, of arrays 3 to 6,
+// of arrays of tables 3 and 4.
+template <class View, class Count>
+constexpr bool isSizedNorm(int n) {
+    if (isOneObject<Count>) return isFloat<typename View::Element> && !isScattered<View> && n >= 2 && n <= 5;
+    return n >= 3 && n <= (isScattered<View> ? 4 : 6);
+}
+
+template <class View, class Count>
+[[gnu::always_inline]] inline void frobeniusNorm(View src, typename View::Element* dst, MatrixShape shape,
+                                                 Count count) {
+    using T = typename View::Element;
+    if constexpr (isOneObject<Count> && View::spacing == Spacing::strided)
+        if (src.elementStride == sizeof(T))
+            return frobeniusNorm(plain(reinterpret_cast<const T*>(src.origin), src.rowStride), dst, shape, count);
+    const auto sized = [&](auto n) __attribute__((always_inline)) {
+        if constexpr (isSizedNorm<View, Count>(n)) sizedNorms<n>(src, dst, count);
+        else anyNorms(src, dst, shape, count);
+    };
+    if (shape.width != shape.height) return anyNorms(src, dst, shape, count);
+    if (shape.width == 2) return sized(Int<2>{});
+    forOrder(
+        shape.width, sized, [&]() __attribute__((always_inline)) { anyNorms(src, dst, shape, count); });
+}
+
+}  // namespace korm::inline KORM_VARIANT::linalg

@@ -1,0 +1,242 @@
+// Dot products and norms: a number for each object, in a row.
+//
+// Objects are independent of each other. Where a vector of the processor can take one object in each lane, it does; every
+// lane adds in the order of a single object. Roots are taken of as many sums at once as a vector has lanes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "entry/views.h"
+#include "kernel/groups.h"
+#include "kernel/predicates.h"
+#include "kernel/results.h"
+#include "kernel/scalar.h"
+#include "kernel/streams.h"
+#include "kernel/unroll.h"
+#include "kernel/vec.h"
+#include "vectors/aligned.h"
+#include "vectors/sums.h"
+
+namespace korm::inline KORM_VARIANT::vectors {
+
+// --- What is added --------------------------------------------------------------------------------
+
+// Products of what stands in the same places of two groups, to be read like a group.
+template <class Places>
+struct ProductPlaces {
+    Places a, b;
+
+    template <class V>
+    [[gnu::always_inline]] V get(int l, std::ptrdiff_t distance) const {
+        return a.template get<V>(l, distance) * b.template get<V>(l, distance);
+    }
+    [[gnu::always_inline]] Float4 pairs(int l, std::ptrdiff_t distance) const {
+        return a.pairs(l, distance) * b.pairs(l, distance);
+    }
+    [[gnu::always_inline]] auto half(int which) const {
+        return ProductPlaces<decltype(a.half(which))>{a.half(which), b.half(which)};
+    }
+};
+
+template <class Places>
+struct SquarePlaces {
+    Places a;
+
+    template <class V>
+    [[gnu::always_inline]] V get(int l, std::ptrdiff_t distance) const {
+        const V x = a.template get<V>(l, distance);
+        return x * x;
+    }
+    [[gnu::always_inline]] Float4 pairs(int l, std::ptrdiff_t distance) const {
+        const Float4 x = a.pairs(l, distance);
+        return x * x;
+    }
+    [[gnu::always_inline]] auto half(int which) const { return SquarePlaces<decltype(a.half(which))>{a.half(which)}; }
+};
+
+// The products of object k, or of those from k on with one in each lane: `object` and `stream` give what makes product j,
+// `group` what adjacent elements are read from.
+template <class A, class B>
+struct ProductsOf {
+    using T = typename A::Element;
+    static constexpr bool adjacent = isAdjacent<A>;
+    static constexpr bool mayBePacked = !isListed<A> && !isListed<B> && !isShared<A> && !isShared<B>;
+    A a;
+    B b;
+
+    [[gnu::always_inline]] bool streams() const { return areStreams(a, b); }
+    [[gnu::always_inline]] bool packed(std::ptrdiff_t bytes) const {
+        return a.objectStride == bytes && b.objectStride == bytes;
+    }
+    [[gnu::always_inline]] const std::byte* first(std::ptrdiff_t k) const { return a.at(k).origin; }
+    [[gnu::always_inline]] const std::byte* second(std::ptrdiff_t k) const { return b.at(k).origin; }
+
+    [[gnu::always_inline]] auto object(std::ptrdiff_t k) const {
+        return [ x = a.at(k), y = b.at(k) ](std::ptrdiff_t j) __attribute__((always_inline)) {
+            return load<T>(x.address(0, j)) * load<T>(y.address(0, j));
+        };
+    }
+    [[gnu::always_inline]] auto stream(std::ptrdiff_t k) const {
+        return [ this, at = k * static_cast<std::ptrdiff_t>(sizeof(T)) ](std::ptrdiff_t j)
+            __attribute__((always_inline)) {
+            return streamOf(a, 0, j).template get<Lanes<T>>(at) * streamOf(b, 0, j).template get<Lanes<T>>(at);
+        };
+    }
+    template <int lanes>
+    [[gnu::always_inline]] auto group(std::ptrdiff_t k) const {
+        return ProductPlaces<Places<const std::byte, lanes>>{groupAt<lanes>(a, k).at(0, 0),
+                                                             groupAt<lanes>(b, k).at(0, 0)};
+    }
+};
+
+template <class A>
+struct SquaresOf {
+    using T = typename A::Element;
+    static constexpr bool adjacent = isAdjacent<A>;
+    static constexpr bool mayBePacked = !isListed<A> && !isShared<A>;
+    A a;
+
+    [[gnu::always_inline]] bool streams() const { return areStreams(a); }
+    [[gnu::always_inline]] bool packed(std::ptrdiff_t bytes) const { return a.objectStride == bytes; }
+    [[gnu::always_inline]] const std::byte* first(std::ptrdiff_t k) const { return a.at(k).origin; }
+    [[gnu::always_inline]] const std::byte* second(std::ptrdiff_t k) const { return first(k); }
+
+    [[gnu::always_inline]] auto object(std::ptrdiff_t k) const {
+        return [x = a.at(k)](std::ptrdiff_t j) __attribute__((always_inline)) {
+            const T element = load<T>(x.address(0, j));
+            return element * element;
+        };
+    }
+    [[gnu::always_inline]] auto stream(std::ptrdiff_t k) const {
+        return [ this, at = k * static_cast<std::ptrdiff_t>(sizeof(T)) ](std::ptrdiff_t j)
+            __attribute__((always_inline)) {
+            const auto element = streamOf(a, 0, j).template get<Lanes<T>>(at);
+            return element * element;
+        };
+    }
+    template <int lanes>
+    [[gnu::always_inline]] auto group(std::ptrdiff_t k) const {
+        return SquarePlaces<Places<const std::byte, lanes>>{groupAt<lanes>(a, k).at(0, 0)};
+    }
+};
+
+// --- Loops ----------------------------------------------------------------------------------------
+
+// Three to six products.
+template <class Order, int n, class S, class Product>
+[[gnu::always_inline]] inline S sizedSum(const Product& product) {
+    S p[n];
+    unrolled<n>([&](auto j) __attribute__((always_inline)) { p[j] = product(j); });
+    return Order::of(p);
+}
+
+template <class Result, class Order, int n, class Products>
+[[gnu::noinline]] void reduceSized(Products products, typename Products::T* dst, std::ptrdiff_t count) {
+    using T = typename Products::T;
+    constexpr bool isVectorOf16 = sizeof(Lanes<T>) == 16;
+    const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        return sizedSum<Order, n, T>(products.object(k));
+    };
+    if constexpr (Products::adjacent) {
+        if constexpr (n == 3 && Products::mayBePacked && isVectorOf16)
+            if (products.packed(n * sizeof(T))) {
+                const auto threes = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+                    const auto first = products.template group<1>(k);
+                    Lanes<T> p[3];
+                    unrolled<3>([&](auto v)
+                                    __attribute__((always_inline)) { p[v] = first.template get<Lanes<T>>(0, 16 * v); });
+                    splitThrees(p);
+                    return Order::of(p);
+                };
+                return resultsOfGroups<Result>(threes, one, dst, count);
+            }
+        const auto group = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+            Lanes<T> p[n];
+            readRun<n>(products.template group<laneCount<T>>(k), p);
+            return Order::of(p);
+        };
+        resultsOfGroups<Result>(group, one, dst, count);
+    } else {
+        const auto stream = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+            return sizedSum<Order, n, Lanes<T>>(products.stream(k));
+        };
+        if (products.streams()) resultsOfGroups<Result>(stream, one, dst, count);
+        else resultsOfEach<Result>(one, dst, count);
+    }
+}
+
+template <class Result, class Order, class Products>
+[[gnu::noinline]] void reduceAny(Products products, typename Products::T* dst, std::ptrdiff_t length,
+                                 std::ptrdiff_t count) {
+    using T = typename Products::T;
+    const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        return Order::template of<T>(length, products.object(k));
+    };
+    if constexpr (!Products::adjacent) {
+        const auto stream = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+            return Order::template of<Lanes<T>>(length, products.stream(k));
+        };
+        if (products.streams()) return resultsOfGroups<Result>(stream, one, dst, count);
+    }
+    resultsOfEach<Result>(one, dst, count);
+}
+
+template <class Result, class Products>
+[[gnu::noinline]] void reduceAligned(Products products, typename Products::T* dst, std::ptrdiff_t length,
+                                     std::ptrdiff_t count) {
+    using T = typename Products::T;
+    const auto pair = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        const std::byte* const x[2] = {products.first(k), products.first(k + 1)};
+        const std::byte* const y[2] = {products.second(k), products.second(k + 1)};
+        T sums[2];
+        if (elementsAhead<T>(y[0]) == elementsAhead<T>(y[1])) {
+            alignedSums<T, 2>(x, y, length, sums);
+        } else {
+            alignedSums<T, 1>({x[0]}, {y[0]}, length, &sums[0]);
+            alignedSums<T, 1>({x[1]}, {y[1]}, length, &sums[1]);
+        }
+        storeResult(dst, k, Result::of(sums[0]));
+        storeResult(dst, k + 1, Result::of(sums[1]));
+    };
+    std::ptrdiff_t k = 0;
+    for (; k + 2 <= count; k += 2) pair(k);
+    if (k < count) {
+        T sum;
+        alignedSums<T, 1>({products.first(k)}, {products.second(k)}, length, &sum);
+        storeResult(dst, k, Result::of(sum));
+    }
+}
+
+// --- Choice ---------------------------------------------------------------------------------------
+
+// `Sized` is the order of lengths 3 to 6, `Short` that of others below 8, `Long` that of 8 and more.
+template <class Result, class Sized, class Short, class Long, class Products, class Count>
+[[gnu::always_inline]] inline void reduce(Products products, typename Products::T* dst, std::int32_t length,
+                                          Count count) {
+    using T = typename Products::T;
+    forOrder(
+        length,
+        [&](auto n) __attribute__((always_inline)) {
+            if constexpr (isOneObject<Count>)
+                storeResult(dst, 0, Result::of(sizedSum<Sized, n, T>(products.object(0))));
+            else reduceSized<Result, Sized, n>(products, dst, count);
+        },
+        [&]() __attribute__((always_inline)) {
+            if (length < 8) return reduceAny<Result, Short>(products, dst, length, count);
+            if constexpr (std::is_same_v<Long, lengths::aligned>) reduceAligned<Result>(products, dst, length, count);
+            else reduceAny<Result, Long>(products, dst, length, count);
+        });
+}
+
+template <class Sized, class Short, class Long, class A, class B, class T, class Count>
+[[gnu::always_inline]] inline void dotProduct(A a, B b, T* dst, VectorShape shape, Count count) {
+    reduce<Sums, Sized, Short, Long>(ProductsOf<A, B>{a, b}, dst, shape.length, count);
+}
+
+template <class Sized, class Short, class Long, class A, class T, class Count>
+[[gnu::always_inline]] inline void l2Norm(A a, T* dst, VectorShape shape, Count count) {
+    reduce<Roots, Sized, Short, Long>(SquaresOf<A>{a}, dst, shape.length, count);
+}
+
+}  // namespace korm::inline KORM_VARIANT::vectors
