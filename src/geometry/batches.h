@@ -1,7 +1,7 @@
-// The loops of the batches: vectors in ascending order, several in lanes where nobody can tell.
+// The loops of the batches: vectors in ascending order, several in lanes where that gives the same results.
 //
-// A transform names its numbers of inputs and outputs and brings a type for one vector (One) and one for several,
-// Two or Four, each made from the same arguments. Vectors are at any distance, zero and negative ones too.
+// A transform tells its numbers of inputs and outputs, and has a type for one vector (One) and a type for several (Two
+// or Four), each made from the same arguments. Vectors are at any distance, zero and negative ones too.
 #pragma once
 
 #include <algorithm>
@@ -35,7 +35,7 @@ struct Span {
     }
 };
 
-// Does the order of reading ahead make no difference? Not if the operands lie apart, nor if each result lies on
+// May vectors be read before earlier results are stored? Yes if the operands don't overlap, or if each result lies on
 // its own vector and on no other.
 template <class Transform>
 inline bool mayReadAhead(const Vectors& v) {
@@ -68,7 +68,8 @@ template <class Transform, class Loop>
     return loop(v.srcStride, v.dstStride);
 }
 
-// Runs `body` on every `several` vectors, which takes how many are done, and where they lie; returns how many are done.
+// Calls body(number of the first, its place, its result's place) for `several` vectors at a time; returns how many are
+// done.
 template <int several, int round, class SrcStep, class DstStep, class Body>
 [[gnu::always_inline]] inline std::ptrdiff_t inRounds(const Vectors& v, SrcStep srcStep, DstStep dstStep,
                                                       const Body& body) {

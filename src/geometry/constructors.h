@@ -56,35 +56,32 @@ inline void scaling(float x, float y, float z, Unaligned* d) {
               unitRow(3));
 }
 
-// Sine and cosine by two calls. Compilers like to make one of them, of a function that promises less; the
-// second angle is therefore one that they can't know to be the first.
-struct Turn {
+// Sine and cosine by two calls. Compilers like to make one call of them, to a function that promises less; so they are
+// kept from seeing that both angles are the same.
+struct SineAndCosine {
     float s;
     float c;
 
-    explicit Turn(float angle) : s(std::sin(angle)) {
-        asm("" : "+x"(angle));
-        c = std::cos(angle);
-    }
+    explicit SineAndCosine(float angle) : s(std::sin(angle)), c(std::cos(inRegister(angle))) {}
 };
 
 inline void rotationX(float angle, Unaligned* d) {
-    const Turn turn(angle);
+    const SineAndCosine turn(angle);
     storeRows(d, unitRow(0), Float4{0, turn.c, turn.s, 0}, Float4{0, 0.0F - turn.s, turn.c, 0}, unitRow(3));
 }
 
 inline void rotationY(float angle, Unaligned* d) {
-    const Turn turn(angle);
+    const SineAndCosine turn(angle);
     storeRows(d, Float4{turn.c, 0, 0.0F - turn.s, 0}, unitRow(1), Float4{turn.s, 0, turn.c, 0}, unitRow(3));
 }
 
 inline void rotationZ(float angle, Unaligned* d) {
-    const Turn turn(angle);
+    const SineAndCosine turn(angle);
     storeRows(d, Float4{turn.c, turn.s, 0, 0}, Float4{0.0F - turn.s, turn.c, 0, 0}, unitRow(2), unitRow(3));
 }
 
 inline void rotationYawPitchRoll(float yaw, float pitch, float roll, Unaligned* d) {
-    const Turn y(yaw), p(pitch), r(roll);
+    const SineAndCosine y(yaw), p(pitch), r(roll);
     const float t = y.s * p.s, u = p.s * y.c;
     storeRows(d, Float4{r.s * t + y.c * r.c, r.s * p.c, r.s * u - y.s * r.c, 0},
               Float4{t * r.c - y.c * r.s, r.c * p.c, y.s * r.s + r.c * u, 0},
@@ -97,7 +94,7 @@ inline void rotationYawPitchRoll(float yaw, float pitch, float roll, Unaligned* 
 inline void rotationAxis(const Unaligned* axis, float angle, Unaligned* d) {
     const Float4 along = loadElements<3>(axis);
     const Float4 unit = along / all<Float4>(std::sqrt(sumOf<3>(along * along)));  // x y y z
-    const Turn turn(angle);
+    const SineAndCosine turn(angle);
     const Float4 cosine = all<Float4>(turn.c), turned = all<Float4>(turn.s) * unit;
     const Float4 across = (all<Float4>(1.0F) - cosine) * __builtin_shufflevector(unit, unit, 0, 1, 3, 3);
     const Float4 turnedAndCosine = interleaveHigh(turned, cosine);  // y c z c

@@ -110,12 +110,12 @@ inline std::int32_t transform3DH(const Matrix& matrix, const From& src, const To
     Homogeneous held(Affine<3>::One(column(0), column(1), column(2), column(3)));
     if constexpr (From::spacing == Spacing::strided)
         if (src.elementStride == sizeof(float) && dst.elementStride == sizeof(float)) {
-            // It was the matrix alone whose elements lie apart: one stored by columns.
-            const auto touching = [](auto* origin, std::ptrdiff_t stride) {
+            // The matrix alone has elements that don't touch: it is stored by columns, say.
+            const auto asAdjacent = [](auto* origin, std::ptrdiff_t stride) {
                 return plainArray(origin, stride, noRows);
             };
-            return transformObjects(held, touching(reinterpret_cast<const float*>(src.origin), src.objectStride),
-                                    touching(reinterpret_cast<float*>(dst.origin), dst.objectStride), count);
+            return transformObjects(held, asAdjacent(reinterpret_cast<const float*>(src.origin), src.objectStride),
+                                    asAdjacent(reinterpret_cast<float*>(dst.origin), dst.objectStride), count);
         }
     return transformObjects(held, src, dst, count);
 }

@@ -1,10 +1,10 @@
-// Several vectors in lanes: how they come from memory at any distance, and how they go back.
+// Several vectors in lanes, on their way from memory and back.
 //
-// Two side by side, an element of each repeated (x0 x0 x1 x1), where a result has two or four elements: they come
-// out in an order in which halves can be stored. Four at once, a lane each (x0 x1 x2 x3), where it has three.
+// Where a result has two or four elements, two vectors stand side by side, each element repeated (x0 x0 x1 x1): results
+// come out in an order in which halves can be stored. Where it has three, four vectors go at once (x0 x1 x2 x3).
 // Packed vectors are read whole; others by pairs and single elements, so that no gap is touched.
 //
-// Distances from one vector to the next are `Known` when compiling, or a number.
+// The distance from one vector to the next is `Known` when compiling, or a number.
 #pragma once
 
 #include <type_traits>
@@ -14,17 +14,17 @@
 
 namespace korm::inline KORM_VARIANT::geometry {
 
-// Asks for what a loop will need some twenty to forty rounds later, on both sides. Out of cache that is 10 to 20 % of
-// the time: a round has so many instructions for its few bytes that the processor doesn't see far enough ahead by
-// itself. Nothing is read: an address behind the end does no harm. Inlined always: gcc drops calls of functions that do
-// nothing but this.
+// Asks for what a loop will need some twenty to forty rounds later, on both sides. Out of cache that saves 10 to 20 %
+// of the time: a round has so many instructions for its few bytes that the processor doesn't see far enough ahead by
+// itself. Nothing is read, so an address behind the end does no harm. Always inlined: gcc drops calls of functions that
+// only do this.
 [[gnu::always_inline]] inline void fetchAhead(const std::byte* from, const std::byte* to) {
     constexpr std::uintptr_t ahead = 2048;
     __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(from) + ahead));
     __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(to) + ahead), 1);
 }
 
-// Does a round's share lie on more than one line of cache? Then asking for one a round would leave lines out.
+// Does a round reach more than one line of cache? Then asking for one line a round would leave lines out.
 inline bool takesTwoLines(std::ptrdiff_t srcStep, std::ptrdiff_t dstStep, std::ptrdiff_t round) {
     const std::ptrdiff_t most = 64 / round;
     return srcStep > most || srcStep < -most || dstStep > most || dstStep < -most;
@@ -111,9 +111,9 @@ inline FourVectors loadFour(const std::byte* from, Step step) {
     }
 }
 
-// Stores are plenty and shuffles short. So a third element goes out in a pair, with whatever stands beside it, and the
-// pair of its neighbours is stored over what was not wanted: two shuffles for packed vectors instead of the six that
-// whole vectors take, and a seventh of a transform's time.
+// Stores are cheap here and shuffles are short. So a third element is stored as half of a pair, with whatever stands
+// beside it, and the other two elements are then stored over what was not wanted: two shuffles for packed vectors
+// instead of the six that whole vectors take, which saves a seventh of a transform's time.
 template <class Step>
 inline void storeFour(std::byte* to, Step step, const FourVectors& v) {
     const Float4 xy01 = zipLow(v.x, v.y), xy23 = zipHigh(v.x, v.y);

@@ -22,12 +22,12 @@ inline void subtractVectors(const Unaligned* a, const Unaligned* b, Unaligned* d
 
 // A failed comparison, as with a NaN, takes the second: that is how the processor chooses.
 template <int n>
-inline void lesserElements(const Unaligned* a, const Unaligned* b, Unaligned* d) {
+inline void minElements(const Unaligned* a, const Unaligned* b, Unaligned* d) {
     storeLoadedElements<n>(d, _mm_min_ps(loadElements<n>(a), loadElements<n>(b)));
 }
 
 template <int n>
-inline void greaterElements(const Unaligned* a, const Unaligned* b, Unaligned* d) {
+inline void maxElements(const Unaligned* a, const Unaligned* b, Unaligned* d) {
     storeLoadedElements<n>(d, _mm_max_ps(loadElements<n>(a), loadElements<n>(b)));
 }
 

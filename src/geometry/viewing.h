@@ -13,10 +13,10 @@ namespace korm::inline KORM_VARIANT::geometry {
 enum class Hand { left, right };
 
 // Vectors of three, in lanes x y y z as they are loaded.
-inline Float4 turnedOn(Float4 v) { return __builtin_shufflevector(v, v, 1, 3, 3, 0); }  // y z z x
+inline Float4 rotatedLeft(Float4 v) { return __builtin_shufflevector(v, v, 1, 3, 3, 0); }  // y z z x
 
-// Each element is that of the cross product in its order; before the last turn the third stands first.
-inline Float4 crossLanes(Float4 a, Float4 b) { return turnedOn(a * turnedOn(b) - turnedOn(a) * b); }
+// Each element is that of the cross product in its order; before the last rotation of lanes the third stands first.
+inline Float4 crossLanes(Float4 a, Float4 b) { return rotatedLeft(a * rotatedLeft(b) - rotatedLeft(a) * b); }
 
 template <Hand hand>
 inline void lookAt(const Unaligned* eyeAt, const Unaligned* atAt, const Unaligned* upAt, Unaligned* d) {
@@ -52,7 +52,7 @@ inline constexpr float depthToW = hand == Hand::left ? 1.0F : -1.0F;
 // Quotients are formed four at a time, which takes as long as one, and then go to their rows: lane i of `quotients`
 // alone, all others zero.
 template <int i>
-inline Float4 only(Float4 quotients) {
+inline Float4 onlyLane(Float4 quotients) {
     constexpr Bits4 mask = {i == 0 ? -1 : 0, i == 1 ? -1 : 0, i == 2 ? -1 : 0, i == 3 ? -1 : 0};
     return reinterpret_cast<Float4>(reinterpret_cast<Bits4>(quotients) & mask);
 }
@@ -62,8 +62,8 @@ inline Float4 only(Float4 quotients) {
 struct Scales {
     Float4 quotients;
 
-    Float4 row0() const { return only<0>(quotients); }
-    Float4 row1() const { return only<1>(quotients); }
+    Float4 row0() const { return onlyLane<0>(quotients); }
+    Float4 row1() const { return onlyLane<1>(quotients); }
     float depthScale() const { return quotients[2]; }
     float depthOffset() const { return quotients[3]; }
 };
@@ -72,7 +72,7 @@ template <Hand hand>
 inline void ortho(float viewWidth, float viewHeight, float zNear, float zFar, Unaligned* d) {
     const Depth<hand> depth(zNear, zFar);
     const Scales s{Float4{2.0F, 2.0F, 1.0F, zNear} / Float4{viewWidth, viewHeight, depth.forScale, depth.forOffset}};
-    storeRows(d, s.row0(), s.row1(), only<2>(s.quotients), Float4{0, 0, s.depthOffset(), 1});
+    storeRows(d, s.row0(), s.row1(), onlyLane<2>(s.quotients), Float4{0, 0, s.depthOffset(), 1});
 }
 
 // The borders of a view that need not lie about the axis. The quotients of one division: the scales in x and y, and
@@ -97,7 +97,7 @@ inline void orthoOffCenter(float left, float right, float bottom, float top, flo
     const Float4 quotients = scalesAndMiddle<true>(2.0F, left, right, bottom, top);
     const Float4 depths =
         Float4{zNear, zNear, 1.0F, 1.0F} / Float4{depth.forOffset, depth.forOffset, depth.forScale, depth.forScale};
-    storeRows(d, only<0>(quotients), only<1>(quotients), only<2>(depths), middleRow(quotients, depths, 1));
+    storeRows(d, onlyLane<0>(quotients), onlyLane<1>(quotients), onlyLane<2>(depths), middleRow(quotients, depths, 1));
 }
 
 template <Hand hand>
@@ -113,13 +113,13 @@ inline void perspective(float viewWidth, float viewHeight, float zNear, float zF
 // here, not the divisor as in the other projections.
 template <Hand hand>
 inline void perspectiveFov(float fovY, float aspect, float zNear, float zFar, Unaligned* d) {
-    const Turn half(fovY * 0.5F);
+    const SineAndCosine half(fovY * 0.5F);
     const float height = half.c / half.s;
     const float distance = Depth<hand>(zNear, zFar).forScale;
     const float product = zNear * zFar;
     const float offset = hand == Hand::left ? 0.0F - product : product;
     const Float4 quotients = Float4{height, height, zFar, offset} / Float4{aspect, aspect, distance, distance};
-    storeRows(d, only<0>(quotients), Float4{0, height, 0, 0}, Float4{0, 0, quotients[2], depthToW<hand>},
+    storeRows(d, onlyLane<0>(quotients), Float4{0, height, 0, 0}, Float4{0, 0, quotients[2], depthToW<hand>},
               Float4{0, 0, quotients[3], 0});
 }
 
@@ -131,7 +131,8 @@ inline void perspectiveOffCenter(float left, float right, float bottom, float to
     const float product = zNear * zFar;
     const Float4 depths =
         Float4{zFar, zFar, product, product} / Float4{depth.forScale, depth.forScale, depth.forOffset, depth.forOffset};
-    storeRows(d, only<0>(quotients), only<1>(quotients), middleRow(quotients, depths, depthToW<hand>), only<2>(depths));
+    storeRows(d, onlyLane<0>(quotients), onlyLane<1>(quotients), middleRow(quotients, depths, depthToW<hand>),
+              onlyLane<2>(depths));
 }
 
 }  // namespace korm::inline KORM_VARIANT::geometry

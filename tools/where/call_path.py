@@ -179,6 +179,11 @@ def chain(profile, library, function):
 
 def shortened(name):
     """Without namespaces, arguments, and template arguments that aren't numbers."""
+    if name.startswith("_ZN"):  # addr2line can't read the names of templates whose arguments are objects
+        rest = name[3:]
+        while length := re.match(r"K?(\d+)", rest):
+            name, rest = (rest := rest[length.end():])[: int(length[1])], rest[int(length[1]):]
+        return name
     name = re.sub(r"(korm|v8|linalg|products|arith|geometry|cores)::|\(anonymous namespace\)::", "", name)
     head, _, arguments = name.partition("<")
     numbers = re.match(r"[\d, ]*\d(?=[,>])", arguments)

@@ -76,6 +76,7 @@ class Where(unittest.TestCase):
     def test_names_are_cut_to_what_tells_them_apart(self):
         self.assertEqual(call_path.shortened("int korm::v8::linalg::luArray<4, float, korm::v8::GridView<float> >(int)"), "luArray<4>")
         self.assertEqual(call_path.shortened("korm::v8::(anonymous namespace)::runTeam(int)"), "runTeam")
+        self.assertEqual(call_path.shortened("_ZN4korm12forRowGroupsIXtlNS_7RowSumsEEE"), "forRowGroups")
         self.assertEqual(call_path.shortened("eliminateColumn<0, 4, float>"), "eliminateColumn<0, 4>")
 
 
