@@ -31,12 +31,16 @@ def generated(tables):
 
 
 def committed(tables):
-    """Path to text of the files in the tree that follow from the tables, as a whole or in the number of functions."""
-    counted = {ROOT / name: (ROOT / name).read_text() for name in COUNTING}
+    """Path to text of the files in the tree that follow from the tables, as a whole or in a number."""
+    texts = {ROOT / name: (ROOT / name).read_text() for name in COUNTING}
+    texts = {path: re.sub(r"\d+ of the 874", f"{len(tables.exports)} of the 874", text) for path, text in texts.items()}
+    version = re.search(r"project\(korm VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text())[1]
+    changes = ROOT / "CHANGELOG.md"
+    texts[changes] = re.sub(r"^## [\d.]+", f"## {version}", texts[changes], count=1, flags=re.M)
     return {
         ROOT / "include/korm.h": header.text(tables.families, tables.queries, tables.groups),
         ROOT / "src/entry/exports.map": header.exports_map(tables.exports),
-        **{path: re.sub(r"\d+ of the 874", f"{len(tables.exports)} of the 874", text) for path, text in counted.items()},
+        **texts,
     }
 
 
