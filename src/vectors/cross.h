@@ -42,7 +42,8 @@ template <class A, class B, class D>
             to[2] = z.template get<Lanes<T>>(at);
         };
     };
-    const auto first = rows(a), second = rows(b);
+    const auto first = rows(a);
+    const auto second = rows(b);
     std::byte* const to[3] = {dst.at(0).address(0, 0), dst.at(0).address(0, 1), dst.at(0).address(0, 2)};
     std::ptrdiff_t k = 0;
     for (; k + laneCount<T> <= count; k += laneCount<T>) {
