@@ -5,7 +5,7 @@ which estimates stay serial: below(n), or up_to(n) which includes n. A second nu
 calls with an element stride other than the element size.
 """
 
-from grammar import Departure, Family, below, up_to
+from grammar import ARRAY, SINGLE, Departure, Family, below, limits, up_to
 
 PLUS, MINUS, TIMES = "elementwise<Plus>", "elementwise<Minus>", "elementwise<Times>"
 
@@ -55,25 +55,12 @@ Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBa
 """,
 }
 
-ARRAY, SINGLE = "- L P", "- P"  # layout suffixes: an array form has all three, a single object no list
-
 LIGHT = {"merges_status": True, "light": True}  # of single objects: a status is that of sizes
 
 MATRICES = "src1 src2 dst width height count"
 VECTORS = "src1 src2 dst length count"
 SCALED_MATRIX = "src val dst width height count"
 SCALED_VECTOR = "src val dst length count"  # also where the name begins with the constant
-
-
-def limits(standard_32f, standard_64f, list_32f, list_64f, pointer):
-    return {
-        ("standard", "32f"): standard_32f,
-        ("standard", "64f"): standard_64f,
-        ("list", "32f"): list_32f,
-        ("list", "64f"): list_64f,
-        ("pointer", "32f"): pointer,
-        ("pointer", "64f"): pointer,
-    }
 
 
 # fmt: off

@@ -4,7 +4,7 @@ A limit tells which estimates stay serial: below(n), or up_to(n) which includes 
 for calls with an element stride other than the element size.
 """
 
-from grammar import Core, Family, Shortcut, Variant, below, up_to
+from grammar import ARRAY, SINGLE, Core, Family, Shortcut, Variant, below, everywhere, limits, up_to
 
 GROUPS = {
     "determinant": """Determinants
@@ -91,16 +91,10 @@ forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a 
 """,
 }
 
-ARRAY, SINGLE = "- L P", "- P"  # layout suffixes: an array form has all three, a single object no list
-
 BUFFER = {"buffer": "element *"}
 PIVOTS = {"pivots": "int32_t *"}
 FACTORED = {"pivots": "const int32_t *"}
 SQUARE_AND_ROW = {"buffer": "order * order + order"}  # scratch: a matrix, and a row for its pivots' positions
-
-
-def everywhere(limit):
-    return {(layout, element): limit for layout in ("standard", "list", "pointer") for element in ("32f", "64f")}
 
 
 # fmt: off
@@ -109,14 +103,8 @@ NORM = dict(source="linalg/norms.h", group="norms", result="scalars")
 TRACE = dict(kernel="trace<Diagonal::{}>", formula="{dst.object} = trace of {src.object}", **NORM,
              variants=[Variant("*_S2 *_LS2", "lastTwoFirst"), Variant("*", "fromFirst")])
 FROBENIUS = dict(kernel="frobeniusNorm", formula="{dst.object} = root of the sum of the squares of {src.object}", **NORM)
-FROBENIUS_LIMITS = {
-    ("standard", "32f"): below(2501, 1801),
-    ("standard", "64f"): below(1801, 1501),
-    ("list", "32f"): below(1601),
-    ("list", "64f"): below(1601),
-    ("pointer", "32f"): below(1501),
-    ("pointer", "64f"): below(2501),
-}
+#                         standard 32f       standard 64f       list 32f     list 64f     pointer 32f  pointer 64f
+FROBENIUS_LIMITS = limits(below(2501, 1801), below(1801, 1501), below(1601), below(1601), below(1501), below(2501))
 LU = dict(kernel="luDecomposition", source="linalg/lu.h", group="lu_decomposition", extras=PIVOTS,
           formula="dst, pivots = L U of src with row pivoting")
 SOLVE = dict(kernel="luSolve", source="linalg/lu_solve.h", group="lu_solve", result="v", extras=FACTORED)

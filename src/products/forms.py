@@ -5,7 +5,7 @@ an element are added depends on kernel, sizes and row; SUMS and VECTOR_SUMS tell
 orders, src/products/sums.h what these are.
 """
 
-from grammar import Family, Variant, below
+from grammar import ARRAY, SINGLE, Family, Variant, below, limits
 
 GROUPS = {
     "matrix_products": """Products of matrices
@@ -51,8 +51,6 @@ forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other th
 """,
 }
 
-ARRAY, SINGLE = "- L P", "- P"  # layout suffixes: an array form has all three, a single object no list
-
 MATRICES = "src1 src1Width src1Height src2 src2Width src2Height dst count"
 MATRIX_AND_VECTOR = "src1 src1Width src1Height src2 src2Length dst count"
 
@@ -60,14 +58,8 @@ MATRIX_AND_VECTOR = "src1 src1Width src1Height src2 src2Length dst count"
 ORDER = "N C S M T O"
 
 # fmt: off
-LIMITS = {
-    ("standard", "32f"): below(2501, 1441),
-    ("standard", "64f"): below(3601, 1441),
-    ("list", "32f"): below(3601, 1441),
-    ("list", "64f"): below(3601, 1441),
-    ("pointer", "32f"): below(1441),
-    ("pointer", "64f"): below(1441),
-}
+#               standard 32f       standard 64f       list 32f           list 64f           pointer
+LIMITS = limits(below(2501, 1441), below(3601, 1441), below(3601, 1441), below(3601, 1441), below(1441))
 
 # The elements that a call touches: an array's and the result's for each object, a single operand's once.
 ARRAY_BY_ONE = "K * N + (K + N) * M * count"

@@ -4,7 +4,7 @@ The order of the additions of a dot product or norm depends on kernel and length
 has which orders, src/vectors/sums.h what these are.
 """
 
-from grammar import Departure, Family, Variant, below, up_to
+from grammar import ARRAY, SINGLE, Departure, Family, Variant, below, limits, up_to
 
 GROUPS = {
     "vector_combinations": """Combinations of vectors
@@ -50,8 +50,6 @@ Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadStride; array forms
 """,
 }
 
-ARRAY, SINGLE = "- L P", "- P"  # layout suffixes: an array form has all three, a single object no list
-
 SAXPY = "src1 val src2 dst length count"
 LCOMB = "src1 val1 src2 val2 dst length count"
 DOT = "src1 src2 dst length count"
@@ -59,20 +57,9 @@ CROSS = "src1 src2 dst count"  # every vector has three elements
 L2NORM = "src dst length count"
 
 
-def limits(standard_32f, standard_64f, list_32f, list_64f, pointer_32f, pointer_64f):
-    return {
-        ("standard", "32f"): standard_32f,
-        ("standard", "64f"): standard_64f,
-        ("list", "32f"): list_32f,
-        ("list", "64f"): list_64f,
-        ("pointer", "32f"): pointer_32f,
-        ("pointer", "64f"): pointer_64f,
-    }
-
-
 def by_layout(strides, table):
     """Limits that are the same for both types: of standard and list layout, and of the pointer layout."""
-    return limits(strides, strides, strides, strides, table, table)
+    return limits(strides, strides, strides, strides, table)
 
 
 # fmt: off

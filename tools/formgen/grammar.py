@@ -39,6 +39,9 @@ GENERAL_ORDER = "N C S T O"
 NARROWED = {"inner": "stride within an object", "objects": "stride between objects, if count is above 1"}
 
 
+ARRAY, SINGLE = "- L P", "- P"  # layout suffixes of a Family: an array form has all three, a single object no list
+
+
 @dataclass(frozen=True)
 class Limit:
     """Up to where a work estimate stays serial: below a number, or up to and including it."""
@@ -54,6 +57,22 @@ def below(plain, general=None):
 
 def up_to(plain, general=None):
     return Limit("<=", plain, plain if general is None else general)
+
+
+def limits(standard_32f, standard_64f, list_32f, list_64f, pointer_32f, pointer_64f=None):
+    """Those of an array form with all layouts; the last may be left out where both types have the same."""
+    return {
+        ("standard", "32f"): standard_32f,
+        ("standard", "64f"): standard_64f,
+        ("list", "32f"): list_32f,
+        ("list", "64f"): list_64f,
+        ("pointer", "32f"): pointer_32f,
+        ("pointer", "64f"): pointer_64f or pointer_32f,
+    }
+
+
+def everywhere(limit):
+    return limits(limit, limit, limit, limit, limit)
 
 
 @dataclass(frozen=True)
