@@ -165,4 +165,124 @@ PRODUCTS = Page(
     goals=product_goals)
 
 
-PAGES = {"arith": ARITH, "products": PRODUCTS}
+# --- LU, solve, inverse, determinant -----------------------------------------------------------------
+
+def linalg_goals(context, rows):
+    goals = []
+
+    def of(section, sizes, element=""):
+        return chosen(rows, section, sizes, element=element, place="shuffled")
+
+    for element, wanted in (("32f", 4), ("64f", 2)):
+        goals += at_least(f"LU, {element}, geometric mean: Eigen / korm",
+                          mean(row.against("Eigen") for row in of("lu", SMALL, element)), wanted)
+    for element, wanted in (("32f", 2), ("64f", 1.5)):
+        for section, words in (("solve", "a matrix for each vector"), ("solve-one", "one matrix for all vectors")):
+            goals += at_least(f"solve, {words}, {element}, geometric mean: Eigen / korm",
+                              mean(row.against("Eigen", "Eigen, one call") for row in of(section, SMALL, element)), wanted)
+    goals += every_row("LU and solves, every row: best peer / korm",
+                       of("lu", SMALL) + of("solve", SMALL) + of("solve-one", SMALL), 1)
+    goals += every_row("inverse, orders 3 and 4: best peer / korm", of("inverse", ("3", "4")), 1)
+    goals += at_least("the same, 32f, geometric mean", mean(row.ratio for row in of("inverse", ("3", "4"), "32f")), 1.3)
+    for element, wanted in (("32f", 4), ("64f", 2)):
+        goals += every_row(f"inverse, orders 5 and 6, {element}: best peer / korm", of("inverse", ("5", "6"), element), wanted)
+    goals += every_row("determinant in single precision, orders 3 and 4: best peer / korm",
+                       of("determinant", ("3", "4"), "32f"), 1)
+    goals += every_row("determinant, orders 5 and 6: best peer / korm", of("determinant", ("5", "6")), 2)
+    return goals
+
+
+def extended_table(rows):
+    lines = []
+    for row in rows:
+        limit = max(row.facts["multiplications"], row.facts["additions"]) * row.facts["multiplication"]
+        cycles = row.ns["korm"] * row.facts["gigahertz"]
+        lines.append([row.label, f"{row.facts['multiplications']:g}", f"{row.facts['additions']:g}", number(limit, 0),
+                      number(cycles, 0), number(cycles / limit)])
+    yield (f"Here the unit multiplies once in {number(rows[0].facts['multiplication'])} cycles, six independent products in "
+           f"flight, by a clock of {number(rows[0].facts['gigahertz'])} GHz: the best time of a chain of additions of which each "
+           "takes one cycle.")
+    yield ""
+    yield from table(["form, order", "multiplications", "additions", "the unit's limit, cycles", "cycles a determinant",
+                      "cycles / limit"], lines)
+
+
+LINALG = Page(
+    title="LU, solve, inverse and determinant",
+    about=["Packed arrays on one thread. `cache` is 24 KiB of matrices; `shuffled` up to a hundred thousand objects with their rows",
+           "in random order, so that no branch on a pivot can be learnt. Eigen, GLM and cglm know the order when they are compiled.",
+           "LAPACK is OpenBLAS's, held to its kernels for Core2. Results are compared to the rounding errors that another order of",
+           "operations may leave."],
+    sections={"lu": ("LU decomposition", []), "solve": ("Solve, a matrix for each vector", []),
+              "solve-one": ("Solve, one matrix for all vectors", []),
+              "inverse": ("Inverse",
+                          ["Orders 2, 7 and above: each element is a cofactor by an elimination of its own, about n^5 / 3",
+                           "multiplications, because results rest on it ([numerics](../numerics.md#what-larger-inverses-cost)). Order",
+                           "2 of arrays is straight-line code. For larger orders call `kormLUDecomp_ma` and, for each column of the",
+                           "identity, `kormLUBackSubst_mava`; this is the column \"korm, LU and solves\". Best of all is not to want the",
+                           "inverse: one solve for each right-hand side."]),
+              "determinant": ("Determinant", []),
+              "extended": ("Determinants in extended precision",
+                           ["Determinants of adjacent elements go through the x87 unit, so their measure is not a peer, which computes",
+                            "in the vector unit and in the element's own type, but what that unit can do. Multiplications and additions",
+                            "are those of the expansion with each minor made once. The unit adds beside its multiplications, so the",
+                            "limit is the larger of the two numbers. The products of minors of two rows of floats are exact in doubles",
+                            "and are made by the vector unit, so that floats could come below it; in turn these minors are subtracted",
+                            "anew for each use, since 80 bits take about ten cycles through memory."])},
+    plots=[(f"{words}, {element}", f"^{section}/.*_{element}/.*/shuffled")
+           for section, words in (("lu", "LU"), ("solve", "solve, a matrix for each vector"), ("inverse", "inverse"),
+                                  ("determinant", "determinant"))
+           for element in ("32f", "64f")],
+    goals=linalg_goals,
+    tables={"extended": extended_table})
+
+
+# --- Functions of fixed size ----------------------------------------------------------------------------
+
+def without_stub(row):
+    """Time of the best peer over that of korm's function without its stub."""
+    return row.ratio and row.ratio * row.ns["korm"] / row.ns["korm, without its stub"]
+
+
+def call_table(rows):
+    names = list(dict.fromkeys(name for row in rows for name in row.ns))
+    yield from table(["function"] + names + ["best peer / korm", "without the stub"],
+                     [[row.label] + [number(row.ns.get(name)) for name in names]
+                      + [number(row.ratio), number(without_stub(row))] for row in rows])
+
+
+def geometry_goals(context, rows):
+    batches = chosen(rows, "batches")
+    calls = [row for row in chosen(rows, "calls") if row.form != "empty_32f"]
+    return (at_least("batches, geometric mean: best peer / korm", mean(row.ratio for row in batches), 1.2)
+            + every_row("every batch", batches, EVEN) + every_row("every call", calls, EVEN)
+            + every_row("the same without the stub's jump", calls, EVEN, without_stub))
+
+
+GEOMETRY = Page(
+    title="functions of fixed size",
+    about=["Peers are GLM, with its plain types and with those that have SIMD instructions, cglm, and plain loops. Rounding differs",
+           "between the contenders by design; results are compared within that."],
+    sections={"batches": ("Batches",
+                          ["Named by the function, the number of vectors, and the bytes from one vector to the next in source and",
+                           "result. From 100,000 vectors on all wait for memory."]),
+              "calls": ("One call for one object",
+                        ["Every contender is a call from one loop over the linker's table into a shared library: GLM in functions of",
+                         "one that was built for this, cglm in its own. korm's functions are entered over a stub, one jump more. What",
+                         "that costs is measured: \"without its stub\" is the same function of the same library, entered at the address",
+                         "to which its stub jumps, over a table as the others are. `empty` is a function that does nothing: branches",
+                         "alone, of which each costs about two cycles. A small function's arithmetic vanishes behind them. A longer",
+                         "function hides the jump instead.", "",
+                         "Loops and functions start at lines of code, but for cglm's functions: crossing a line is a cycle too. cglm's",
+                         "vectors and matrices must be aligned to 16 bytes, korm's need not. The inverse of korm is the full adjugate",
+                         "in a fixed order of operations, 44 vectors of products and sums; that of the others shares minors. The",
+                         "weights of korm's curves are formed in double precision."])},
+    plots=[(f"{form}, {place} bytes apart", f"^batches/{form}_32f/.*/{place}")
+           for form, place in (("AffineTransform_m4v3a", "12-16"), ("AffineTransformCoord_m4v3a", "12-12"),
+                               ("AffineTransformNormal_m4v3a", "16-16"), ("Project_m4v3a", "12-12"),
+                               ("Unproject_m4v3a", "12-12"), ("AffineTransform3DH_mva", "16-16"))],
+    goals=geometry_goals,
+    tables={"calls": call_table})
+
+
+PAGES = {"arith": ARITH, "products": PRODUCTS, "linalg": LINALG, "geometry": GEOMETRY}

@@ -8,13 +8,13 @@ EVEN = 0.97  # of the best peer, in every row that is held to parity; the missin
 class Row:
     def __init__(self, result):
         self.name, self.ns, self.facts, self.error = (result[key] for key in ("name", "ns", "facts", "error"))
-        self.section, self.form, self.size, self.place = (self.name.split("/") + [""])[:4]
-        self.type = self.form.rsplit("_", 1)[1][:3]
+        self.section, self.form, self.size, self.place = (self.name.split("/") + ["", ""])[:4]
+        self.type = "64f" if "_64f" in self.form else "32f"
         self.peers = [name for name in self.ns if name != "korm" and name not in result["controls"]]
 
     @property
     def label(self):
-        return f"{self.form}, {self.size}" + (f", {self.place}" if self.place else "")
+        return ", ".join(part for part in (self.form, self.size, self.place) if part)
 
     def against(self, *names):
         """Time of the best of these over the library's: 1.2 means that it takes 1.2 times as long as korm."""

@@ -62,25 +62,26 @@ void sumRows(const Place& place) {
 
 template <class Form, Layout... layouts>
 void sumRowsOfLayouts() {
-    if constexpr (Form::shape.isVector()) (sumRows<Form, layouts, 3, 4, 16, 1000>(inCache), ...);
-    else (sumRows<Form, layouts, 3, 4, 6, 10>(inCache), ...);
+    if constexpr (Form::shape.isVector()) (sumRows<Form, layouts, 3, 4, 1000>(inCache), ...);
+    else (sumRows<Form, layouts, 3, 4, 10>(inCache), ...);
 }
 
-// Out of cache every kind of kernel waits for memory, so there one size is enough for most forms, and all layouts are measured
-// for those that stand for the rest.
+// All layouts are measured for forms that stand for the rest, in cache and out of it, where every kind of kernel waits for
+// memory. Sweeps have all small sizes.
 template <class Form, bool standsForTheRest = false>
 void sumForm() {
     using enum Layout;
     if constexpr (Form::shape.isVector()) sumRows<Form, packed, 3, 4, 5, 6, 16, 1000>(inCache);
     else sumRows<Form, packed, 3, 4, 5, 6, 10>(inCache);
-    sumRowsOfLayouts<Form, padded, strided, pointers>();
-    if constexpr (Form::shape.isArray()) {
-        sumRowsOfLayouts<Form, list, stridedList, streams, stridedPointers>();
-        sumRows<Form, packed, 4>(outOfCache);
-    }
-    if constexpr (standsForTheRest) {
-        const auto out = []<Layout... layouts>() { (sumRows<Form, layouts, 3, 6>(outOfCache), ...); };
+    if constexpr (!Form::shape.isArray()) {
+        sumRowsOfLayouts<Form, padded, strided, pointers>();
+    } else if constexpr (standsForTheRest) {
+        sumRowsOfLayouts<Form, padded, strided, list, stridedList, streams, pointers, stridedPointers>();
+        const auto out = []<Layout... layouts>() { (sumRows<Form, layouts, 4>(outOfCache), ...); };
         out.template operator()<packed, padded, strided, list, stridedList, streams, pointers, stridedPointers>();
+    } else {
+        sumRowsOfLayouts<Form, strided, list, streams>();
+        sumRows<Form, packed, 4>(outOfCache);
     }
 }
 

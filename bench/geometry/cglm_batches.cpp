@@ -1,15 +1,15 @@
 // Loops over cglm's inline functions, which use SIMD instructions.
 #include <cglm/cglm.h>
 
-#include "work.h"
+#include "batches.h"
 
 namespace bench {
 namespace {
 
-enum class Kind { affine, coord, normal, project, unproject };
-
-template <Kind kind, int inputs, int from, int to>
+template <std::size_t form>
 [[gnu::noinline]] void cglmLoop(const Batch& work) {
+    constexpr auto kind = batchForms[form].kind;
+    constexpr int inputs = batchForms[form].inputs, from = batchForms[form].from, to = batchForms[form].to;
     mat4 m;
     glm_mat4_ucopy(reinterpret_cast<vec4*>(const_cast<float*>(work.matrix)), m);
     const float* __restrict source = work.source;
@@ -22,19 +22,19 @@ template <Kind kind, int inputs, int from, int to>
         float* const d = result + k * to;
         CGLM_ALIGN(16) vec4 v = {p[0], p[1], inputs > 2 ? p[2] : 0.0F, inputs > 3 ? p[3] : 1.0F};
         CGLM_ALIGN(16) vec4 c;
-        if constexpr (kind == Kind::affine) {
+        if constexpr (kind == Kind3D::affine) {
             glm_mat4_mulv(m, v, c);
             glm_vec4_ucopy(c, d);
         } else {
-            if constexpr (kind == Kind::normal) v[3] = 0;
-            if constexpr (kind == Kind::unproject) {
+            if constexpr (kind == Kind3D::normal) v[3] = 0;
+            if constexpr (kind == Kind3D::unproject) {
                 v[0] = v[0] / halfWidth - 1.0F;
                 v[1] = 1.0F - v[1] / halfHeight;
                 v[2] = (v[2] - minZ) / depth;
             }
             glm_mat4_mulv(m, v, c);
-            if constexpr (kind != Kind::normal) glm_vec4_divs(c, c[3], c);
-            if constexpr (kind == Kind::project) {
+            if constexpr (kind != Kind3D::normal) glm_vec4_divs(c, c[3], c);
+            if constexpr (kind == Kind3D::project) {
                 c[0] = c[0] * halfWidth + halfWidth;
                 c[1] = halfHeight - c[1] * halfHeight;
                 c[2] = c[2] * depth + minZ;
@@ -46,24 +46,8 @@ template <Kind kind, int inputs, int from, int to>
 
 }  // namespace
 
-void addCglmBatches(std::vector<BatchRow>& rows) {
-    const auto add = [&](const char* name, void (*run)(const Batch&)) { compete(rows, name, "cglm", run); };
-    add("AffineTransform_m4v2a/8-16", cglmLoop<Kind::affine, 2, 2, 4>);
-    add("AffineTransform_m4v3a/12-16", cglmLoop<Kind::affine, 3, 3, 4>);
-    add("AffineTransform_m4v3a/16-16", cglmLoop<Kind::affine, 3, 4, 4>);
-    add("AffineTransform_m4v4a/16-16", cglmLoop<Kind::affine, 4, 4, 4>);
-    add("AffineTransformCoord_m4v2a/8-8", cglmLoop<Kind::coord, 2, 2, 2>);
-    add("AffineTransformCoord_m4v3a/12-12", cglmLoop<Kind::coord, 3, 3, 3>);
-    add("AffineTransformCoord_m4v3a/16-16", cglmLoop<Kind::coord, 3, 4, 4>);
-    add("AffineTransformCoord_m4v3a/32-12", cglmLoop<Kind::coord, 3, 8, 3>);
-    add("AffineTransformNormal_m4v2a/8-8", cglmLoop<Kind::normal, 2, 2, 2>);
-    add("AffineTransformNormal_m4v3a/12-12", cglmLoop<Kind::normal, 3, 3, 3>);
-    add("AffineTransformNormal_m4v3a/16-16", cglmLoop<Kind::normal, 3, 4, 4>);
-    add("AffineTransformNormal_m4v3a/32-32", cglmLoop<Kind::normal, 3, 8, 8>);
-    add("Project_m4v3a/12-12", cglmLoop<Kind::project, 3, 3, 3>);
-    add("Unproject_m4v3a/12-12", cglmLoop<Kind::unproject, 3, 3, 3>);
-    add("AffineTransform3DH_mva/12-12", cglmLoop<Kind::coord, 3, 3, 3>);
-    add("AffineTransform3DH_mva/16-16", cglmLoop<Kind::coord, 3, 4, 4>);
+BatchLoops cglmBatches() {
+    return loopsOf([]<std::size_t i>() { return &cglmLoop<i>; });
 }
 
 }  // namespace bench

@@ -6,7 +6,7 @@
 #include <cglm/call/clipspace/view_lh_zo.h>
 #include <cglm/call/clipspace/view_rh_zo.h>
 
-#include "each.h"
+#include "calls.h"
 
 namespace bench {
 namespace {
@@ -38,50 +38,50 @@ void exchanged(const Calls& work) {
 
 }  // namespace
 
-void addCglmCalls(std::vector<CallRow>& rows) {
-    const auto add = [&](const char* name, void (*run)(const Calls&)) { compete(rows, name, "cglm", run); };
-    add("Add_v2", each<glmc_vec2_add>);
-    add("Add_v3", each<glmc_vec3_add>);
-    add("Add_v4", each<glmc_vec4_add>);
-    add("Sub_v3", each<glmc_vec3_sub>);
-    add("Min_v3", each<glmc_vec3_minv>);
-    add("Max_v4", each<glmc_vec4_maxv>);
-    add("MulC_v2", each<glmc_vec2_scale>);
-    add("MulC_v3", each<glmc_vec3_scale>);
-    add("MulC_v4", each<glmc_vec4_scale>);
-    add("DotProduct_v2", each<glmc_vec2_dot>);
-    add("DotProduct_v3", each<glmc_vec3_dot>);
-    add("DotProduct_v4", each<glmc_vec4_dot>);
-    add("LenSqr_v3", each<glmc_vec3_norm2>);
-    add("Len_v2", each<glmc_vec2_norm>);
-    add("Len_v3", each<glmc_vec3_norm>);
-    add("Len_v4", each<glmc_vec4_norm>);
-    add("Normalize_v2", each<glmc_vec2_normalize_to>);
-    add("Normalize_v3", each<glmc_vec3_normalize_to>);
-    add("Normalize_v4", each<glmc_vec4_normalize_to>);
-    add("CrossProduct_v2", each<glmc_vec2_cross>);
-    add("CrossProduct_v3", each<glmc_vec3_cross>);
-    add("Identity_m4", each<glmc_mat4_identity>);
-    add("Translation_m4", fromVector<glmc_translate_make>);
-    add("Scaling_m4", fromVector<glmc_scale_make>);
-    add("RotationX_m4", turned<glmc_rotate_x>);
-    add("RotationY_m4", turned<glmc_rotate_y>);
-    add("RotationZ_m4", turned<glmc_rotate_z>);
-    add("RotationAxis_v3m4", each<glmc_rotate_make, Output::first>);
-    add("LookAtLH_m4", each<glmc_lookat_lh_zo>);
-    add("LookAtRH_m4", each<glmc_lookat_rh_zo>);
-    add("OrthoOffCenterRH_m4", each<glmc_ortho_rh_zo>);
-    add("PerspectiveFovLH_m4", each<glmc_perspective_lh_zo>);
-    add("PerspectiveFovRH_m4", each<glmc_perspective_rh_zo>);
-    add("PerspectiveOffCenterRH_m4", each<glmc_frustum_rh_zo>);
-    add("Det_m4", each<glmc_mat4_det>);
-    add("Invert_m4", each<glmc_mat4_inv>);
-    add("Transpose_m4", each<glmc_mat4_transpose_to>);
-    add("Mul_mm4x4", exchanged);
-    add("AffineTransform_m4v4", each<glmc_mat4_mulv>);
-    add("InterpolationLinear_v2", each<glmc_vec2_lerp>);
-    add("InterpolationLinear_v3", each<glmc_vec3_lerp>);
-    add("InterpolationLinear_v4", each<glmc_vec4_lerp>);
+const CallLoops& cglmCallLoops() {
+    static const CallLoops loops = {{"Add_v2", each<glmc_vec2_add>},
+                                    {"Add_v3", each<glmc_vec3_add>},
+                                    {"Add_v4", each<glmc_vec4_add>},
+                                    {"Sub_v3", each<glmc_vec3_sub>},
+                                    {"Min_v3", each<glmc_vec3_minv>},
+                                    {"Max_v4", each<glmc_vec4_maxv>},
+                                    {"MulC_v2", each<glmc_vec2_scale>},
+                                    {"MulC_v3", each<glmc_vec3_scale>},
+                                    {"MulC_v4", each<glmc_vec4_scale>},
+                                    {"DotProduct_v2", each<glmc_vec2_dot>},
+                                    {"DotProduct_v3", each<glmc_vec3_dot>},
+                                    {"DotProduct_v4", each<glmc_vec4_dot>},
+                                    {"LenSqr_v3", each<glmc_vec3_norm2>},
+                                    {"Len_v2", each<glmc_vec2_norm>},
+                                    {"Len_v3", each<glmc_vec3_norm>},
+                                    {"Len_v4", each<glmc_vec4_norm>},
+                                    {"Normalize_v2", each<glmc_vec2_normalize_to>},
+                                    {"Normalize_v3", each<glmc_vec3_normalize_to>},
+                                    {"Normalize_v4", each<glmc_vec4_normalize_to>},
+                                    {"CrossProduct_v2", each<glmc_vec2_cross>},
+                                    {"CrossProduct_v3", each<glmc_vec3_cross>},
+                                    {"Identity_m4", each<glmc_mat4_identity>},
+                                    {"Translation_m4", fromVector<glmc_translate_make>},
+                                    {"Scaling_m4", fromVector<glmc_scale_make>},
+                                    {"RotationX_m4", turned<glmc_rotate_x>},
+                                    {"RotationY_m4", turned<glmc_rotate_y>},
+                                    {"RotationZ_m4", turned<glmc_rotate_z>},
+                                    {"RotationAxis_v3m4", each<glmc_rotate_make, Output::first>},
+                                    {"LookAtLH_m4", each<glmc_lookat_lh_zo>},
+                                    {"LookAtRH_m4", each<glmc_lookat_rh_zo>},
+                                    {"OrthoOffCenterRH_m4", each<glmc_ortho_rh_zo>},
+                                    {"PerspectiveFovLH_m4", each<glmc_perspective_lh_zo>},
+                                    {"PerspectiveFovRH_m4", each<glmc_perspective_rh_zo>},
+                                    {"PerspectiveOffCenterRH_m4", each<glmc_frustum_rh_zo>},
+                                    {"Det_m4", each<glmc_mat4_det>},
+                                    {"Invert_m4", each<glmc_mat4_inv>},
+                                    {"Transpose_m4", each<glmc_mat4_transpose_to>},
+                                    {"Mul_mm4x4", exchanged},
+                                    {"AffineTransform_m4v4", each<glmc_mat4_mulv>},
+                                    {"InterpolationLinear_v2", each<glmc_vec2_lerp>},
+                                    {"InterpolationLinear_v3", each<glmc_vec3_lerp>},
+                                    {"InterpolationLinear_v4", each<glmc_vec4_lerp>}};
+    return loops;
 }
 
 }  // namespace bench

@@ -105,6 +105,7 @@ Operand<T> place(int number, Layout layout, int rows, int columns, std::size_t o
 
 template float* memoryOf(int, std::size_t);
 template double* memoryOf(int, std::size_t);
+template std::int32_t* memoryOf(int, std::size_t);
 template std::size_t objectSpan<float>(Layout, int, int);
 template std::size_t objectSpan<double>(Layout, int, int);
 template Operand<float> place(int, Layout, int, int, std::size_t);

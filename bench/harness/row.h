@@ -59,6 +59,14 @@ public:
         value_ = [=](std::size_t i) { return static_cast<double>(elements[i]); };
     }
 
+    // The same for objects of which only the first `used` of `step` elements are results.
+    template <class T>
+    void results(T* elements, std::size_t count, std::size_t used, std::size_t step, double tolerance) {
+        results(elements, count, tolerance);
+        values_ = count / step * used;
+        value_ = [=](std::size_t i) { return static_cast<double>(elements[i / used * step + i % used]); };
+    }
+
     // The library. A contender whose results lie elsewhere, or in another order, says what the i-th one is.
     void korm(Run run, Value value = nullptr) { add("korm", std::move(run), false, std::move(value)); }
     // What one would use otherwise.

@@ -1,126 +1,87 @@
 // Inverses of arrays of matrices.
-#include <cstring>
-
-#include "data.h"
-#include "peers.h"
 #include "rows.h"
-#include "side_by_side.h"
 
-#ifdef LINALG_BENCH_GLM
-#include <glm/glm.hpp>
-#endif
-#ifdef LINALG_BENCH_CGLM
-#include <cglm/cglm.h>
-#endif
-
-namespace linalgbench {
+namespace bench {
 namespace {
 
 template <class T, int n>
-void inverseRow(const Place& place, std::vector<Measured>& measured) {
+void inverseRow(const Objects& objects) {
+    const std::string name = rowName<T>("inverse", "Invert_ma", n, objects);
+    if (!isWanted(name)) return;
     constexpr std::size_t size = n * n;
     // The cofactor core is dear.
-    const std::size_t count = std::min<std::size_t>(objectsIn(place, n, sizeof(T)), n > 6 ? 1000 : 1u << 20);
-    const auto objects = static_cast<std::int32_t>(count);
-    const Block<T> source = shuffledMatrices<T>(n, count), inverse(size * count), buffer(size + n);
-    Row row{rowName<T>("Invert_ma", n, place),
-            count,
-            size * std::min<std::size_t>(count, 1000),
-            isSingle<T> ? 1e-4 : 1e-12,
-            {}};
-    row.contenders.push_back({"korm",
-                              [=] {
-                                  pick<T>(kormInvert_ma_32f, kormInvert_ma_64f)(
-                                      source.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), buffer.data(),
-                                      inverse.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), n, objects);
-                              },
-                              [=](std::size_t i) { return static_cast<double>(inverse[i]); }});
-
-    const Block<T> eigenInverse(size * count);
-    row.contenders.push_back({"Eigen",
-                              [=] {
-                                  for (std::size_t k = 0; k < count; ++k) {
-                                      mapOf<Matrix<T, n>>(eigenInverse.data() + k * size) =
-                                          mapOf<const Matrix<T, n>>(source.data() + k * size).inverse();
-                                  }
-                              },
-                              [=](std::size_t i) { return static_cast<double>(eigenInverse[i]); }});
-
-#ifdef LINALG_BENCH_GLM
+    const std::size_t count = std::min<std::size_t>(objectsIn<T>(objects, n), n > 6 ? 1000 : 1U << 20);
+    const auto objectCount = static_cast<std::int32_t>(count);
+    const T* const source = shuffledMatrices<T>(matrices, n, count);
+    T* const inverse = memoryOf<T>(results, size * count);
+    T* const buffer = memoryOf<T>(scratch, 64 * size);
+    auto* const pivots = memoryOf<std::int32_t>(results, n * count);
+    Row row(name, static_cast<double>(count));
+    row.results(inverse, size * count, sizeof(T) == 4 ? 1e-4 : 1e-12);
+    row.korm([=] {
+        pick<T>(kormInvert_ma_32f, kormInvert_ma_64f)(source, bytes<T>(size), bytes<T>(n), bytes<T>(1), buffer, inverse,
+                                                      bytes<T>(size), bytes<T>(n), bytes<T>(1), n, objectCount);
+    });
+    row.peer("Eigen", [=] {
+        for (std::size_t k = 0; k < count; ++k)
+            mapOf<Matrix<T, n>>(inverse + k * size) = mapOf<const Matrix<T, n>>(source + k * size).inverse();
+    });
+#ifdef BENCH_GLM
     if constexpr (n >= 2 && n <= 4) {
         // By columns, so the inverse of the transpose, which is the transpose of the inverse.
-        using M = glm::mat<n, n, T>;
-        static_assert(sizeof(M) == size * sizeof(T));
-        const Block<M> matrices(count), inverses(count);
-        std::memcpy(static_cast<void*>(matrices.data()), source.data(), sizeof(M) * count);
-        row.contenders.push_back(
-            {"GLM",
-             [=] {
-                 for (std::size_t k = 0; k < count; ++k) inverses[k] = glm::inverse(matrices[k]);
-             },
-             [=](std::size_t i) { return static_cast<double>(reinterpret_cast<const T*>(inverses.data())[i]); }});
+        row.peer("GLM", [=] {
+            for (std::size_t k = 0; k < count; ++k) {
+                const auto result = glm::inverse(loaded<glm::mat<n, n, T>>(source + k * size));
+                std::memcpy(inverse + k * size, &result, sizeof result);
+            }
+        });
     }
 #endif
-#ifdef LINALG_BENCH_CGLM
-    if constexpr (isSingle<T> && (n == 3 || n == 4)) {
-        const Block<T> cglmInverse(size * count);
-        row.contenders.push_back({"cglm",
-                                  [=] {
-                                      for (std::size_t k = 0; k < count; ++k) {
-                                          T* const from = source.data() + k * size;
-                                          T* const to = cglmInverse.data() + k * size;
-                                          if constexpr (n == 3)
-                                              glm_mat3_inv(reinterpret_cast<vec3*>(from), reinterpret_cast<vec3*>(to));
-                                          else glm_mat4_inv(reinterpret_cast<vec4*>(from), reinterpret_cast<vec4*>(to));
-                                      }
-                                  },
-                                  [=](std::size_t i) { return static_cast<double>(cglmInverse[i]); }});
+#ifdef BENCH_CGLM
+    if constexpr (sizeof(T) == 4 && (n == 3 || n == 4)) {
+        row.peer("cglm", [=] {
+            using Rows = float(*)[n];
+            for (std::size_t k = 0; k < count; ++k) {
+                const Rows from = reinterpret_cast<Rows>(const_cast<T*>(source + k * size));
+                const Rows to = reinterpret_cast<Rows>(inverse + k * size);
+                if constexpr (n == 3) glm_mat3_inv(from, to);
+                else glm_mat4_inv(from, to);
+            }
+        });
+    }
+#endif
+#ifdef BENCH_LAPACK
+    if constexpr (n >= 5) {
+        row.peer("LAPACK", [=] {
+            std::memcpy(inverse, source, size * count * sizeof(T));
+            for (std::size_t k = 0; k < count; ++k) {
+                lapackFactor(n, inverse + k * size, pivots);
+                lapackInvert(n, inverse + k * size, pivots, buffer);
+            }
+        });
     }
 #endif
     if constexpr (n > 6) {
         // What to call instead where each element is a cofactor of its own: LU, and a solve for each column of the identity.
-        const Block<T> factors(size * count), columns(size * count), solved(size * count);
-        const Block<std::int32_t> pivots(n * count);
-        for (std::size_t j = 0; j < n; ++j)
-            for (std::size_t k = 0; k < count; ++k) columns[(j * count + k) * n + j] = 1;
-        row.contenders.push_back({"korm, LU and solves",
-                                  [=] {
-                                      pick<T>(kormLUDecomp_ma_32f, kormLUDecomp_ma_64f)(
-                                          source.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), pivots.data(),
-                                          factors.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), n, objects);
-                                      for (std::size_t j = 0; j < n; ++j)
-                                          pick<T>(kormLUBackSubst_mava_32f, kormLUBackSubst_mava_64f)(
-                                              factors.data(), bytes<T>(size), bytes<T>(n), bytes<T>(1), pivots.data(),
-                                              columns.data() + j * n * count, bytes<T>(n), bytes<T>(1),
-                                              solved.data() + j, bytes<T>(size), bytes<T>(n), n, objects);
-                                  },
-                                  [=](std::size_t i) { return static_cast<double>(solved[i]); }});
+        T* const lu = memoryOf<T>(factors, size * count);
+        T* const columns = memoryOf<T>(rightSides, size * count);
+        for (std::size_t i = 0; i < size * count; ++i) columns[i] = i / (n * count) == i % n ? T(1) : T(0);
+        row.control("korm, LU and solves", [=] {
+            kormFactor(source, lu, pivots, n, count);
+            for (std::size_t j = 0; j < n; ++j)
+                pick<T>(kormLUBackSubst_mava_32f, kormLUBackSubst_mava_64f)(
+                    lu, bytes<T>(size), bytes<T>(n), bytes<T>(1), pivots, columns + j * n * count, bytes<T>(n),
+                    bytes<T>(1), inverse + j, bytes<T>(size), bytes<T>(n), n, objectCount);
+        });
     }
-
-#ifdef LINALG_BENCH_LAPACK
-    if constexpr (n >= 5) {
-        const Block<T> lapackInverse(size * count), work(64 * n);
-        row.contenders.push_back({"LAPACK",
-                                  [=] {
-                                      std::memcpy(lapackInverse.data(), source.data(), size * count * sizeof(T));
-                                      for (std::size_t k = 0; k < count; ++k) {
-                                          std::int32_t pivots[n];
-                                          lapackFactor(n, lapackInverse.data() + k * size, pivots);
-                                          lapackInvert(n, lapackInverse.data() + k * size, pivots, work.data());
-                                      }
-                                  },
-                                  [=](std::size_t i) { return static_cast<double>(lapackInverse[i]); }});
-    }
-#endif
-    measure(row, measured);
+    row.measure();
 }
 
 }  // namespace
 
-void measureInverses(std::vector<Measured>& measured) {
-    forOrders(std::integer_sequence<int, 2, 3, 4, 5, 6, 8>(), [&]<class T, int n>() {
-        for (const Place& place : places) inverseRow<T, n>(place, measured);
-    });
+void measureInverses() {
+    forOrders(std::integer_sequence<int, 2, 3, 4, 5, 6, 8>(),
+              []<class T, int n>(const Objects& objects) { inverseRow<T, n>(objects); });
 }
 
-}  // namespace linalgbench
+}  // namespace bench

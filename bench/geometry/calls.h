@@ -1,15 +1,34 @@
-// A loop that calls one function for every object, with arguments that follow from its prototype.
+// Functions that are called for one object at a time: a loop that calls one for every object, with arguments that follow from
+// its prototype.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <map>
+#include <string>
 #include <type_traits>
 #include <utility>
 
-#include "work.h"
-
 namespace bench {
+
+// Every object has 16 floats of its own in every operand, at a multiple of 16 bytes, as some peers ask for.
+struct Calls {
+    static constexpr int objects = 32;
+    static constexpr int floats = 16;
+
+    float* inputs[4];
+    float* result;
+    float scalars[8];  // by value, in the order of the arguments
+};
+using CallLoop = void (*)(const Calls&);
+
+// Of a peer, by the name of the library's function without korm and _32f.
+using CallLoops = std::map<std::string, CallLoop>;
+const CallLoops& glmCallLoops();
+const CallLoops& cglmCallLoops();
 
 enum class Output { last, first };
 
@@ -64,7 +83,7 @@ template <auto function, Output output = Output::last>
 inline void* behindStub(const void* stub) {
     const auto* const code = static_cast<const unsigned char*>(stub);
     if (code[0] != 0xff || code[1] != 0x25) {
-        std::fprintf(stderr, "geometry_bench: a stub isn't a jump through a record\n");
+        std::fprintf(stderr, "bench_geometry: a stub isn't a jump through a record\n");
         std::abort();
     }
     std::int32_t distance;
