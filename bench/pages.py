@@ -33,18 +33,14 @@ LAYOUTS = {"packed": "no gaps", "padded": "rows of matrices and vectors at multi
 
 
 def layout_table(rows):
-    """Means over all forms of a layout."""
+    """Geometric means of peers over korm, over all forms of a layout, and the rows that are furthest behind."""
+    peers = list(dict.fromkeys(peer for row in rows for peer in row.peers))
     lines = []
-    for place in ("cache", "memory"):
+    for place in dict.fromkeys(row.place for row in rows):
         group = [row for row in rows if row.place == place]
-        if group:
-            peers = list(dict.fromkeys(peer for row in group for peer in row.peers))
-            lines.append([place, str(len(group))] + [f"{peer}: {number(mean(row.against(peer) for row in group))}"
-                                                     for peer in peers]
-                         + [number(mean(row.ratio for row in group)), number(min(row.ratio for row in group))])
-    columns = max(map(len, lines)) - 4
-    lines = [line[:-2] + [""] * (columns + 4 - len(line)) + line[-2:] for line in lines]
-    yield from table(["place", "rows"] + ["peer / korm"] * columns + ["best peer / korm", "worst"], lines)
+        lines.append([place, str(len(group))] + [number(mean(row.against(peer) for row in group)) for peer in peers]
+                     + [number(mean(row.ratio for row in group)), number(min(row.ratio for row in group))])
+    yield from table(["place", "rows"] + peers + ["best peer", "worst row"], lines)
     below = sorted((row for row in rows if row.ratio < EVEN), key=lambda row: row.ratio)
     if below:
         yield from table([f"rows below {EVEN}", "best peer / korm", "best peer"],

@@ -136,7 +136,7 @@ void batchRow(const BatchForm& form, std::int32_t count, const Contenders& conte
     const auto vectors = static_cast<std::size_t>(count);
     const auto from = static_cast<std::size_t>(form.from), to = static_cast<std::size_t>(form.to);
     float* const source = memoryOf<float>(0, vectors * from);
-    float* const result = memoryOf<float>(1, vectors * to);
+    float* const result = memoryOf<float>(2, vectors * to);
     const bool isUnproject = form.kind == Kind3D::unproject;
     std::mt19937 random(7);
     std::uniform_real_distribution<float> values(0.5F, 2.0F);

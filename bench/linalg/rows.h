@@ -42,8 +42,8 @@ std::string rowName(const std::string& section, const std::string& form, int ord
 template <class T>
 const T* shuffledMatrices(int number, std::size_t order, std::size_t count);
 
-// Memory of operands.
-enum { matrices, results, factors, rightSides, solutions, scratch };
+// Numbers of operands. Sources and results are half a page apart or more.
+enum { matrices, factors, results, rightSides, scratch, solutions };
 
 template <class T>
 std::int32_t bytes(std::size_t elements) {

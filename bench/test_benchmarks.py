@@ -1,0 +1,94 @@
+#!/usr/bin/env python3
+"""Tests of the benchmarks' harness and report: test_benchmarks.py HARNESS_TEST_ROWS"""
+
+import json
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+import pages
+import report
+import rows
+import svg
+
+
+def run(*arguments):
+    """Standard output, exit code, and the results of a run."""
+    with tempfile.TemporaryDirectory() as folder:
+        out = Path(folder) / "results.json"
+        done = subprocess.run([program, "--quick", "--out", out, *arguments], capture_output=True, text=True, check=False)
+        return done.stdout.split(), done.returncode, json.loads(out.read_text(encoding="utf-8"))
+
+
+def made(name, ns, controls=(), facts=None):
+    return rows.Row({"name": name, "ns": ns, "controls": list(controls), "facts": facts or {}, "error": ""})
+
+
+class Harness(unittest.TestCase):
+    def test_results_that_differ_are_told_and_not_timed(self):
+        _, code, data = run("--filter", "^wrong/")
+        self.assertEqual(code, 1)
+        self.assertEqual([row["name"].split("/")[1] for row in data["rows"]], ["Close_32f", "Equal_32f", "Missing_32f"])
+        for row in data["rows"]:
+            self.assertEqual((row["error"], row["ns"]), ("peer", {}), row["name"])
+
+    def test_right_rows_are_timed(self):
+        _, code, data = run("--filter", "^right/")
+        self.assertEqual(code, 0)
+        self.assertEqual(data["context"]["peer"], 'a "quoted" name')
+        self.assertEqual(len(data["rows"]), 3)
+        for row in data["rows"]:
+            self.assertEqual((row["error"], list(row["ns"]), row["controls"]), ("", ["korm", "peer", "control"], ["control"]))
+            self.assertTrue(all(0 < time < 1e6 for time in row["ns"].values()))
+        self.assertEqual([row["facts"] for row in data["rows"]], [{"gap": 0}, {"gap": 0}, {"gap": 1}])
+
+    def test_filter_is_a_regular_expression_and_list_measures_nothing(self):
+        names, code, data = run("--list", "--filter", "(Equal|Unused)_32f/[0-9]")
+        self.assertEqual((names, code), (["right/Equal_32f/4", "right/Unused_32f/4", "wrong/Equal_32f/4"], 0))
+        self.assertEqual(data["rows"], [])
+
+
+class Report(unittest.TestCase):
+    def test_ratio_is_that_of_the_best_peer_without_controls(self):
+        row = made("arrays/Mul_mama_32f/4", {"korm": 2, "Eigen": 3, "GLM": 5, "copy": 1}, controls=["copy"])
+        self.assertEqual((row.ratio, row.best, row.against("GLM", "none"), row.against("none")), (1.5, "Eigen", 2.5, None))
+        self.assertEqual((row.section, row.form, row.size, row.place, row.type), ("arrays", "Mul_mama_32f", "4", "", "32f"))
+
+    def test_the_standing_names_where_korm_is_behind(self):
+        words = report.standing("Arrays", [made("a/A_32f/3", {"korm": 1, "x": 2}), made("a/A_32f/4", {"korm": 1, "x": 0.98}),
+                                           made("a/A_32f/5", {"korm": 1, "x": 0.5})])
+        self.assertIn("in 1 of 3 rows and within 3 % of the best in 1;", words)
+        self.assertIn("Behind in 1: A_32f, 5 (0.50, x).", words)
+
+    def test_goals(self):
+        met, missed = (rows.every_row("text", [made("a/A_32f/3", {"korm": 1, "x": value})], 0.97)[0] for value in (0.97, 0.96))
+        self.assertTrue(met.is_met)
+        self.assertFalse(missed.is_met)
+        self.assertEqual(rows.every_row("nothing measured", [], 1), [])
+
+    def test_each_page_is_written_from_any_rows(self):
+        for family, page in pages.PAGES.items():
+            some = [made(f"{section}/Form_32f/4/shuffled", {"korm": 1, "Eigen": 2, "korm, without its stub": 1,
+                                                            "korm, one thread": 2, "plain loop, one thread": 2,
+                                                            "plain loop, two threads": 1},
+                         facts={"multiplications": 2, "additions": 1, "multiplication": 1, "gigahertz": 3})
+                    for section in page.sections]
+            some += [made(f"sweep/Form_32f/{size}/packed", {"korm": 2, "loop": 1}) for size in ("1x2x3", "2x2x3")]
+            context = {"library": "korm", "target": "x86_64", "compiler": "g++", "flags": "-O3", "mode": "full", "Eigen": "3"}
+            text = "\n".join(report.page_of(family, page, context, some, page.goals(context, some), []))
+            for title, _ in page.sections.values():
+                self.assertIn(f"## {title}\n", text)
+            self.assertIn("| Form_32f, packed | 2 | 0.50 | 2 | 0.50 (1x2x3) |", text)
+
+    def test_maps_have_a_square_for_each_size(self):
+        drawing = svg.sweep_map([("form", {(m, k, n): 2.0 for m in (1, 2) for k in (1, 2, 3) for n in (1, 2)})])
+        self.assertEqual(drawing.count("h9v9h-9z"), 12)
+        self.assertEqual(svg.colour_of(1), "#ffffff")
+        self.assertNotEqual(svg.colour_of(2), svg.colour_of(0.5))
+
+
+if __name__ == "__main__":
+    program = sys.argv.pop(1)
+    unittest.main()
