@@ -73,30 +73,32 @@ def grid(x, y, cells, rows, columns, cell):
     """A square for each (row, column) of `cells`. One path a colour keeps the file small."""
     paths = {}
     for (row, column), ratio in cells.items():
-        corner = f"M{x + columns.index(column) * cell} {y + rows.index(row) * cell}h{cell - 1}v{cell - 1}h-{cell - 1}z"
-        paths.setdefault(colour_of(ratio), []).append(corner)
+        start = f"M{x + columns.index(column) * cell} {y + rows.index(row) * cell + (cell - 1) / 2:g}h{cell - 1}"
+        paths.setdefault(colour_of(ratio), []).append(start)
     frame = (f'<rect x="{x - 1}" y="{y - 1}" width="{len(columns) * cell + 1}" height="{len(rows) * cell + 1}" '
              f'fill="#e4e4e4"/>')
-    return [frame] + [f'<path fill="{colour}" d="{"".join(corners)}"/>' for colour, corners in paths.items()]
+    return [frame] + [f'<path stroke="{colour}" stroke-width="{cell - 1}" d="{"".join(starts)}"/>'
+                      for colour, starts in paths.items()]
 
 
 def sweep_map(panels):
     """Panels of (title, {sizes: ratio}), sizes being a tuple of one, two (rows, columns) or three (rows, inner, columns)."""
-    cell, parts, y = 10, [], 30
+    parts, y = [], 30
     parts.append(text(10, 16, "Time of the plain loop over korm's:", 12))
     for i, ratio in enumerate((0.25, 0.5, 0.71, 1, 1.41, 2, 4)):
         parts.append(f'<rect x="{230 + i * 44}" y="5" width="14" height="14" fill="{colour_of(ratio)}" stroke="#ccc"/>')
         parts.append(text(248 + i * 44, 16, f"{ratio:g}", 10))
-    width, x, tallest = 860, 10, 0
+    width, x, tallest = 880, 10, 0
     for title, ratios in panels:
         dimensions = len(next(iter(ratios)))
+        cell = 10 if dimensions == 3 else 7
         inner = sorted({sizes[1] for sizes in ratios}) if dimensions == 3 else [None]
         rows = sorted({sizes[0] for sizes in ratios}) if dimensions > 1 else [1]
         columns = sorted({sizes[-1] for sizes in ratios})
-        wide = len(inner) * (len(columns) * cell + 12) + 24
+        wide = len(inner) * (len(columns) * cell + 12) + 18
         if x > 10 and x + wide > width:
             x, y, tallest = 10, y + tallest, 0
-        parts.append(text(x, y + 12, title, 11, more='font-weight="bold"'))
+        parts.append(text(x, y + 12, title, 11 if dimensions == 3 else 9, more='font-weight="bold"'))
         for facet, depth in enumerate(inner):
             at = x + 14 + facet * (len(columns) * cell + 12)
             cells = {((sizes[0] if dimensions > 1 else 1), sizes[-1]): ratio for sizes, ratio in ratios.items()

@@ -159,7 +159,7 @@ void Row::measure() {
             chooseCalls(contender, nanoseconds);
             round += sample(contender) * static_cast<double>(contender.calls);
         }
-        const int rounds = settings.quick || isSweep ? 5 : round > 5e6 ? 7 : 21;
+        const int rounds = isSweep ? 7 : settings.quick ? 5 : round > 5e6 ? 7 : 21;
         takeSamples(rounds);
         // More samples where it is close or worse: all of them count, so this favours nobody.
         if (!settings.quick && !isSweep && ratio() < 1) takeSamples(rounds);
