@@ -410,6 +410,35 @@ int32_t v8_kormCopy_ma_32f_PL(
         self.assertNotIn("allAdjacent", entry)
         self.assertIn("return v8_ownkormEigenValues_m_64f(", entry)
 
+    def test_every_view(self):
+        def views(source, name):
+            form = self.form(source, name)
+            return [[emit.view(form, operand, form.is_plain(kernel)) for operand in form.operands.values()] for kernel in form.kernels]
+
+        matrices = family("Add", "tam m", "src1 src2 dst width height count", reads={"m": "mm"})
+        self.assertEqual(views(matrices, "kormAdd_tam_32f"), [
+            ["transposed(plainArray(src1, src1ObjectStride, src1RowStride))", "plain(src2, src2RowStride)",
+             "plainArray(dst, dstObjectStride, dstRowStride)"],
+            ["transposed(stridedArray(src1, src1ObjectStride, src1RowStride, src1ElementStride))",
+             "strided(src2, src2RowStride, src2ElementStride)",
+             "stridedArray(dst, dstObjectStride, dstRowStride, dstElementStride)"]])
+        self.assertEqual(views(matrices, "kormAdd_tam_32f_L")[1], [
+            "transposed(stridedList(src1, src1Offset, src1RowStride, src1ElementStride))",
+            "strided(src2, src2RowStride, src2ElementStride)", "stridedList(dst, dstOffset, dstRowStride, dstElementStride)"])
+        self.assertEqual(views(matrices, "kormAdd_tam_32f_P"), [[
+            "transposed(scatteredArray(src1, src1Offset, src1ObjectStride, height))", "scattered(src2, src2Offset, width)",
+            "scatteredArray(dst, dstOffset, dstObjectStride, width)"]])
+        vectors = family("Add", "vca vac", "src val dst length count")
+        self.assertEqual(views(vectors, "kormAdd_vca_64f"), [
+            ["plain(src, noRows)", "constantArray(val, valObjectStride)", "plainArray(dst, dstObjectStride, noRows)"],
+            ["strided(src, noRows, srcElementStride)", "constantArray(val, valObjectStride)",
+             "stridedArray(dst, dstObjectStride, noRows, dstElementStride)"]])
+        self.assertEqual(views(vectors, "kormAdd_vca_64f_L")[0], [
+            "plain(src, noRows)", "constantList(val, valOffset)", "plainList(dst, dstOffset, noRows)"])
+        self.assertEqual(views(vectors, "kormAdd_vac_64f_P"), [[
+            "scatteredArray(src, srcOffset, srcObjectStride, length)", "constant(val)",
+            "scatteredArray(dst, dstOffset, dstObjectStride, length)"]])
+
     def test_a_packed_block_is_handed_on_as_it_is(self):
         extract = family("Extract", "ta", "src dst width height count", result="block")
         form = self.form(extract, "kormExtract_ta_32f_P")
