@@ -133,8 +133,7 @@ template <class M, class X>
 // The first if it is greater, else, and if they don't compare, the second: what the processor's maximum does.
 template <class S>
 [[gnu::always_inline]] inline S greater(S a, S b) {
-    if constexpr (lanesOf<S> == 1) return a > b ? a : b;
-    else if constexpr (std::is_same_v<S, Float4>)
+    if constexpr (std::is_same_v<S, Float4>)
         return reinterpret_cast<S>(_mm_max_ps(reinterpret_cast<__m128>(a), reinterpret_cast<__m128>(b)));
     else if constexpr (std::is_same_v<S, Double2>)
         return reinterpret_cast<S>(_mm_max_pd(reinterpret_cast<__m128d>(a), reinterpret_cast<__m128d>(b)));
