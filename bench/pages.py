@@ -2,7 +2,7 @@
 
 from dataclasses import dataclass, field
 
-from rows import EVEN, Goal, at_least, every_row, mean, number, table
+from rows import EVEN, at_least, by_form, comparison, every_row, mean, number, table
 
 SMALL = ("3", "4", "5", "6")
 
@@ -10,11 +10,10 @@ SMALL = ("3", "4", "5", "6")
 @dataclass
 class Page:
     title: str
-    about: list      # lines behind the summary
-    sections: dict   # {section: (heading, lines)}
+    about: str       # behind the summary
+    sections: dict   # {section: (heading, text)}
     plots: list      # (title, regular expression over rows' names)
     goals: object    # from the run's context and its rows
-    by_form: tuple = ()                         # sections of which a line a form is shown
     tables: dict = field(default_factory=dict)  # sections with a table of their own
 
 
@@ -71,16 +70,17 @@ def instructions(costs):
     """Counts of call_cost, for sums, differences and scaling."""
     yield "## Instructions of one small call"
     yield ""
-    yield "From the caller's `call`, which counts, to the first load of an element or table entry, the most over orders and"
-    yield "lengths 3 to 6 and over others up to 33 and 1000, and to the return with order or length 3. Counted one by one with"
-    yield "the processor's trap flag (`call_cost`); a test holds some against callgrind."
+    yield "From the caller's `call`, which counts, to the first load of an element or table entry, the most over orders"
+    yield "and lengths 3 to 6 and over others up to 33 and 1000, and to the return with order or length 3. Counted one by"
+    yield "one with the processor's trap flag (`call_cost`); a test holds some against callgrind."
     yield ""
     lines = []
     for cost in costs:
         operation, operands = cost["name"].removeprefix("korm").split("_")[:2]
         if "toLoadSquare" in cost and (operation in ("Add", "Sub") or (operation == "Mul" and "c" in operands)):
             lines.append([cost["name"], str(cost["arguments"])]
-                         + [f"{cost[key]} ({number(cost[key] / cost['arguments'])})" for key in ("toLoadSquare", "toLoadOther")]
+                         + [f"{cost[key]} ({number(cost[key] / cost['arguments'])})"
+                            for key in ("toLoadSquare", "toLoadOther")]
                          + [str(cost["toReturn"])])
     yield from table(["form", "arguments", "to the first load, 3 to 6 (an argument)", "other sizes (an argument)",
                       "to the return"], lines)
@@ -88,14 +88,14 @@ def instructions(costs):
 
 ARITH = Page(
     title="sums, differences and scaling",
-    about=["Peers are Eigen with sizes known to the compiler, object by object over the same memory; Eigen over all objects as",
-           "one array (\"flat\"); plain loops with sizes known to the compiler, in the pointer layout also along the streams. All",
-           "results are equal to the bit. `cache` is 24 KiB of operands, `memory` 64 MiB."],
-    sections={**{layout: (f"Arrays, {layout}", [f"Layout: {words}."]) for layout, words in LAYOUTS.items()},
-              "single": ("One small call", ["The peers are functions for one size, without arguments for strides and without",
-                                            "checks, so this shows what generality costs; use the array forms where there are",
-                                            "many objects."]),
-              "threads": ("Two threads", ["Time that passes."])},
+    about="Peers are Eigen with sizes known to the compiler, object by object over the same memory; Eigen over all "
+          "objects as one array (\"flat\"); plain loops with sizes known to the compiler, in the pointer layout also "
+          "along the streams. All results are equal to the bit. `cache` is 24 KiB of operands, `memory` 64 MiB.",
+    sections={**{layout: (f"Arrays, {layout}", f"Layout: {words}.") for layout, words in LAYOUTS.items()},
+              "single": ("One small call", "The peers are functions for one size, without arguments for strides "
+                                           "and without checks, so this shows what generality costs; use the array "
+                                           "forms where there are many objects."),
+              "threads": ("Two threads", "Time that passes.")},
     plots=[(f"{form}, {layout}", f"^{layout}/{form}/[^/]*/cache")
            for form, layout in (("Add_mama_32f", "packed"), ("Add_mama_64f", "packed"), ("Add_mama_32f", "strided"),
                                 ("Add_vava_32f", "packed"), ("Mul_vac_32f", "packed"), ("Add_tam_32f", "packed"),
@@ -110,7 +110,8 @@ def product_goals(context, rows):
     arrays, singles = chosen(rows, "arrays"), chosen(rows, "singles")
     small = chosen(rows, "arrays", SMALL)
     goals = every_row("packed arrays, orders 3 to 6: best peer / korm", small, EVEN)
-    goals += every_row("packed arrays, larger orders: best peer / korm", [row for row in arrays if row not in small], EVEN)
+    goals += every_row("packed arrays, larger orders: best peer / korm",
+                       [row for row in arrays if row not in small], EVEN)
     for element, best, eigen in (("32f", 1.3, 2.0), ("64f", 1.2, 1.3)):
         group = [row for row in small if row.type == element]
         goals += at_least(f"orders 3 to 6, geometric mean, {element}", mean(row.ratio for row in group), best)
@@ -132,33 +133,57 @@ def product_goals(context, rows):
 
 PRODUCTS = Page(
     title="products",
-    about=["Peers with sizes known to the compiler are Eigen, GLM, cglm and plain loops; with sizes given at run time Eigen,",
-           "OpenBLAS and libxsmm, which makes its code for a size when the program runs and is called here without looking that",
-           "code up. All are held to the instruction set of the library, which is SSSE3: OpenBLAS to its kernels for Core2,",
-           "libxsmm to those for Westmere (SSE4.2, the least it makes code for; its products have no instruction newer than",
-           "SSE3). `build/x86_64/bin/bench_products --any-kernels` lets them take what the processor has. Results are compared to",
-           "the rounding errors that an order of additions may leave."],
-    sections={"arrays": ("Packed arrays of square matrices, in cache", []),
-              "memory": ("The same out of cache", ["64 MiB of operands."]),
+    about="Peers with sizes known to the compiler are Eigen, GLM, cglm and plain loops; with sizes given at run "
+          "time Eigen, OpenBLAS and libxsmm, which makes its code for a size when the program runs and is called "
+          "here without looking that code up. All are held to the instruction set of the library, which is SSSE3: "
+          "OpenBLAS to its kernels for Core2, libxsmm to those for Westmere (SSE4.2, the least it makes code for; "
+          "its products have no instruction newer than SSE3). `build/x86_64/bin/bench_products --any-kernels` lets "
+          "them take what the processor has. Results are compared to the rounding errors that an order of "
+          "additions may leave.",
+    sections={"arrays": ("Packed arrays of square matrices, in cache", ""),
+              "memory": ("The same out of cache", "64 MiB of operands."),
               "streams": ("Objects one element apart",
-                          ["The plain loop knows the sizes and does all objects of one position at a time. What additions and",
-                           "multiplications alone take, and why streams gain little where packed arrays are near that, is told in",
-                           "[the architecture](../architecture.md#the-kernels-of-products)."]),
+                          "The plain loop knows the sizes and does all objects of one position at a time. What "
+                          "additions and multiplications alone take, and why streams gain little where packed "
+                          "arrays are near that, is told in "
+                          "[the architecture](../architecture.md#the-kernels-of-products)."),
               "singles": ("Single products",
-                          ["Eigen with fixed sizes knows the order when it is compiled, and has no arguments to check. Why `tm` and",
-                           "`tt` fall behind from order 128 on is told in",
-                           "[the architecture](../architecture.md#the-kernels-of-products)."]),
-              "vectors": ("Matrices and vectors", []),
+                          "Eigen with fixed sizes knows the order when it is compiled, and has no arguments to "
+                          "check. Why `tm` and `tt` fall behind from order 128 on is told in [the "
+                          "architecture](../architecture.md#the-kernels-of-products)."),
+              "vectors": ("Matrices and vectors", ""),
               "threads": ("Two threads",
-                          ["Time that passes. The plain loop over the same arrays, on one thread and on two of the same team, shows",
-                           "what two threads are worth on this machine at this moment."])},
+                          "Time that passes. The plain loop over the same arrays, on one thread and on two of the "
+                          "same team, shows what two threads are worth on this machine at this moment.")},
     plots=[(f"{form}, {words}", f"^{section}/{form}/")
-           for form, section, words in (("Mul_mama_32f", "arrays", "packed arrays"), ("Mul_mama_64f", "arrays", "packed arrays"),
+           for form, section, words in (("Mul_mama_32f", "arrays", "packed arrays"),
+                                        ("Mul_mama_64f", "arrays", "packed arrays"),
                                         ("Mul_mm_32f", "singles", "single products"),
                                         ("Mul_mm_64f", "singles", "single products"),
                                         ("Mul_mava_32f", "vectors", "pair by pair"),
                                         ("Mul_mva_32f", "vectors", "one matrix, many vectors"))],
     goals=product_goals)
+
+
+# --- Combinations and reductions of vectors ---------------------------------------------------------------
+
+def vector_table(rows):
+    """A line a form, then all rows in cache."""
+    yield from by_form(rows)
+    yield from comparison([row for row in rows if row.place == "cache"])
+
+
+VECTORS = Page(
+    title="combinations and reductions",
+    about="Saxpy, linear combinations, cross and dot products, norms and traces of packed arrays. Eigen and GLM "
+          "know the lengths when they are compiled, and so do the plain loops. `cache` is 24 KiB of operands, "
+          "`memory` 64 MiB. Results are compared to the rounding errors that an order of additions may leave.",
+    sections={"packed": ("Packed arrays", "")},
+    plots=[(form, f"^packed/{form}/[^/]*/cache")
+           for form in ("Saxpy_vava_32f", "LComb_vava_32f", "DotProduct_vava_32f", "DotProduct_vava_64f", "L2Norm_va_32f",
+                        "L2Norm_va_64f", "FrobNorm_ma_32f", "Trace_ma_32f")],
+    goals=lambda context, rows: every_row("every row: best peer / korm", chosen(rows, "packed"), EVEN),
+    tables={"packed": vector_table})
 
 
 # --- LU, solve, inverse, determinant -----------------------------------------------------------------
@@ -175,13 +200,15 @@ def linalg_goals(context, rows):
     for element, wanted in (("32f", 2), ("64f", 1.5)):
         for section, words in (("solve", "a matrix for each vector"), ("solve-one", "one matrix for all vectors")):
             goals += at_least(f"solve, {words}, {element}, geometric mean: Eigen / korm",
-                              mean(row.against("Eigen", "Eigen, one call") for row in of(section, SMALL, element)), wanted)
+                              mean(row.against("Eigen", "Eigen, one call") for row in of(section, SMALL, element)),
+                              wanted)
     goals += every_row("LU and solves, every row: best peer / korm",
                        of("lu", SMALL) + of("solve", SMALL) + of("solve-one", SMALL), 1)
     goals += every_row("inverse, orders 3 and 4: best peer / korm", of("inverse", ("3", "4")), 1)
     goals += at_least("the same, 32f, geometric mean", mean(row.ratio for row in of("inverse", ("3", "4"), "32f")), 1.3)
     for element, wanted in (("32f", 4), ("64f", 2)):
-        goals += every_row(f"inverse, orders 5 and 6, {element}: best peer / korm", of("inverse", ("5", "6"), element), wanted)
+        goals += every_row(f"inverse, orders 5 and 6, {element}: best peer / korm",
+                           of("inverse", ("5", "6"), element), wanted)
     goals += every_row("determinant in single precision, orders 3 and 4: best peer / korm",
                        of("determinant", ("3", "4"), "32f"), 1)
     goals += every_row("determinant, orders 5 and 6: best peer / korm", of("determinant", ("5", "6")), 2)
@@ -195,9 +222,9 @@ def extended_table(rows):
         cycles = row.ns["korm"] * row.facts["gigahertz"]
         lines.append([row.label, f"{row.facts['multiplications']:g}", f"{row.facts['additions']:g}", number(limit, 0),
                       number(cycles, 0), number(cycles / limit)])
-    yield (f"Here the unit multiplies once in {number(rows[0].facts['multiplication'])} cycles, six independent products in "
-           f"flight, by a clock of {number(rows[0].facts['gigahertz'])} GHz: the best time of a chain of additions of which each "
-           "takes one cycle.")
+    yield (f"Here the unit multiplies once in {number(rows[0].facts['multiplication'])} cycles, six independent products "
+           f"in flight, by a clock of {number(rows[0].facts['gigahertz'])} GHz: the best time of a chain of additions of "
+           "which each takes one cycle.")
     yield ""
     yield from table(["form, order", "multiplications", "additions", "the unit's limit, cycles", "cycles a determinant",
                       "cycles / limit"], lines)
@@ -205,26 +232,28 @@ def extended_table(rows):
 
 LINALG = Page(
     title="LU, solve, inverse and determinant",
-    about=["Packed arrays on one thread. `cache` is 24 KiB of matrices; `shuffled` up to a hundred thousand objects with their rows",
-           "in random order, so that no branch on a pivot can be learnt. Eigen, GLM and cglm know the order when they are compiled.",
-           "LAPACK is OpenBLAS's, held to its kernels for Core2. Results are compared to the rounding errors that another order of",
-           "operations may leave."],
-    sections={"lu": ("LU decomposition", []), "solve": ("Solve, a matrix for each vector", []),
-              "solve-one": ("Solve, one matrix for all vectors", []),
+    about="Packed arrays on one thread. `cache` is 24 KiB of matrices; `shuffled` up to a hundred thousand objects "
+          "with their rows in random order, so that no branch on a pivot can be learnt. Eigen, GLM and cglm know "
+          "the order when they are compiled. LAPACK is OpenBLAS's, held to its kernels for Core2. Results are "
+          "compared to the rounding errors that another order of operations may leave.",
+    sections={"lu": ("LU decomposition", ""), "solve": ("Solve, a matrix for each vector", ""),
+              "solve-one": ("Solve, one matrix for all vectors", ""),
               "inverse": ("Inverse",
-                          ["Orders 2, 7 and above: each element is a cofactor by an elimination of its own, about n^5 / 3",
-                           "multiplications, because results rest on it ([numerics](../numerics.md#what-larger-inverses-cost)). Order",
-                           "2 of arrays is straight-line code. For larger orders call `kormLUDecomp_ma` and, for each column of the",
-                           "identity, `kormLUBackSubst_mava`; this is the column \"korm, LU and solves\". Best of all is not to want the",
-                           "inverse: one solve for each right-hand side."]),
-              "determinant": ("Determinant", []),
+                          "Orders 2, 7 and above: each element is a cofactor by an elimination of its own, about "
+                          "n^5 / 3 multiplications, because results rest on it ([numerics](../numerics.md#what- "
+                          "larger-inverses-cost)). Order 2 of arrays is straight-line code. For larger orders call "
+                          "`kormLUDecomp_ma` and, for each column of the identity, `kormLUBackSubst_mava`; this is "
+                          "the column \"korm, LU and solves\". Best of all is not to want the inverse: one solve for "
+                          "each right-hand side."),
+              "determinant": ("Determinant", ""),
               "extended": ("Determinants in extended precision",
-                           ["Determinants of adjacent elements go through the x87 unit, so their measure is not a peer, which computes",
-                            "in the vector unit and in the element's own type, but what that unit can do. Multiplications and additions",
-                            "are those of the expansion with each minor made once. The unit adds beside its multiplications, so the",
-                            "limit is the larger of the two numbers. The products of minors of two rows of floats are exact in doubles",
-                            "and are made by the vector unit, so that floats could come below it; in turn these minors are subtracted",
-                            "anew for each use, since 80 bits take about ten cycles through memory."])},
+                           "Determinants of adjacent elements go through the x87 unit, so their measure is not a "
+                           "peer, which computes in the vector unit and in the element's own type, but what that "
+                           "unit can do. Multiplications and additions are those of the expansion with each minor "
+                           "made once. The unit adds beside its multiplications, so the limit is the larger of the "
+                           "two numbers. The products of minors of two rows of floats are exact in doubles and are "
+                           "made by the vector unit, so that floats could come below it; in turn these minors are "
+                           "subtracted anew for each use, since 80 bits take about ten cycles through memory.")},
     plots=[(f"{words}, {element}", f"^{section}/.*_{element}/.*/shuffled")
            for section, words in (("lu", "LU"), ("solve", "solve, a matrix for each vector"), ("inverse", "inverse"),
                                   ("determinant", "determinant"))
@@ -257,22 +286,24 @@ def geometry_goals(context, rows):
 
 GEOMETRY = Page(
     title="functions of fixed size",
-    about=["Peers are GLM, with its plain types and with those that have SIMD instructions, cglm, and plain loops. Rounding differs",
-           "between the contenders by design; results are compared within that."],
+    about="Peers are GLM, with its plain types and with those that have SIMD instructions, cglm, and plain loops. "
+          "Rounding differs between the contenders by design; results are compared within that.",
     sections={"batches": ("Batches",
-                          ["Named by the function, the number of vectors, and the bytes from one vector to the next in source and",
-                           "result. From 100,000 vectors on all wait for memory."]),
+                          "Named by the function, the number of vectors, and the bytes from one vector to the next "
+                          "in source and result. From 100,000 vectors on all wait for memory."),
               "calls": ("One call for one object",
-                        ["Every contender is a call from one loop over the linker's table into a shared library: GLM in functions of",
-                         "one that was built for this, cglm in its own. korm's functions are entered over a stub, one jump more. What",
-                         "that costs is measured: \"without its stub\" is the same function of the same library, entered at the address",
-                         "to which its stub jumps, over a table as the others are. `empty` is a function that does nothing: branches",
-                         "alone, of which each costs about two cycles. A small function's arithmetic vanishes behind them. A longer",
-                         "function hides the jump instead.", "",
-                         "Loops and functions start at lines of code, but for cglm's functions: crossing a line is a cycle too. cglm's",
-                         "vectors and matrices must be aligned to 16 bytes, korm's need not. The inverse of korm is the full adjugate",
-                         "in a fixed order of operations, 44 vectors of products and sums; that of the others shares minors. The",
-                         "weights of korm's curves are formed in double precision."])},
+                        "Every contender is a call from one loop over the linker's table into a shared library: "
+                        "GLM in functions of one that was built for this, cglm in its own. korm's functions are "
+                        "entered over a stub, one jump more. What that costs is measured: \"without its stub\" is "
+                        "the same function of the same library, entered at the address to which its stub jumps, "
+                        "over a table as the others are. `empty` is a function that does nothing: branches alone, "
+                        "of which each costs about two cycles. A small function's arithmetic vanishes behind them. "
+                        "A longer function hides the jump instead.\n\n"
+                        "Loops and functions start at lines of code, but for cglm's functions: crossing a line is "
+                        "a cycle too. cglm's vectors and matrices must be aligned to 16 bytes, korm's need not. "
+                        "The inverse of korm is the full adjugate in a fixed order of operations, 44 vectors of "
+                        "products and sums; that of the others shares minors. The weights of korm's curves are "
+                        "formed in double precision.")},
     plots=[(f"{form}, {place} bytes apart", f"^batches/{form}_32f/.*/{place}")
            for form, place in (("AffineTransform_m4v3a", "12-16"), ("AffineTransformCoord_m4v3a", "12-12"),
                                ("AffineTransformNormal_m4v3a", "16-16"), ("Project_m4v3a", "12-12"),
@@ -281,4 +312,4 @@ GEOMETRY = Page(
     tables={"calls": call_table})
 
 
-PAGES = {"arith": ARITH, "products": PRODUCTS, "linalg": LINALG, "geometry": GEOMETRY}
+PAGES = {"arith": ARITH, "products": PRODUCTS, "vectors": VECTORS, "linalg": LINALG, "geometry": GEOMETRY}

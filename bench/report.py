@@ -13,11 +13,12 @@ import json
 import os
 import re
 import sys
+import textwrap
 from pathlib import Path
 
 import pages
 import svg
-from rows import EVEN, Row, mean, number, table
+from rows import EVEN, Row, comparison, mean, number, table
 
 FOLDER = Path(__file__).resolve().parents[1] / "docs" / "benchmarks"
 
@@ -28,35 +29,24 @@ def read(path):
     return data["context"], [Row(result) for result in data["rows"]]
 
 
-def comparison(rows):
-    """Nanoseconds an object of the library and of everyone beside it."""
-    names = list(dict.fromkeys(name for row in rows for name in row.ns))
-    cell = lambda ns: "" if ns is None else number(ns, 2 if ns < 1000 else 0)
-    yield from table(["form, size"] + names + ["best peer / korm"],
-                     [[row.label] + [cell(row.ns.get(name)) for name in names] + [number(row.ratio)] for row in rows])
-
-
-def by_form(rows):
-    """A line a form, for sections with more rows than anyone would read."""
-    lines = []
-    for form in dict.fromkeys(row.form for row in rows):
-        group = [row for row in rows if row.form == form]
-        worst = min(group, key=lambda row: row.ratio)
-        lines.append([form, str(len(group)), number(mean(row.ratio for row in group)), number(worst.ratio), worst.label])
-    yield from table(["form", "rows", "best peer / korm, geometric mean", "worst", "worst row"], lines)
+def paragraphs(text):
+    """Paragraphs end with an empty line in `text`."""
+    for paragraph in filter(None, text.split("\n\n")):
+        yield from textwrap.wrap(paragraph, 120, break_long_words=False, break_on_hyphens=False)
+        yield ""
 
 
 def standing(title, rows):
     """One sentence: where korm is ahead in this section, and where it isn't."""
     ratios = [row.ratio for row in rows]
     faster, slower = sum(ratio > 1 / EVEN for ratio in ratios), [row for row in rows if row.ratio < EVEN]
-    words = (f"- {title}: korm is faster than every peer in {faster} of {len(rows)} rows and within 3 % of the best in "
-             f"{len(rows) - faster - len(slower)}; the best peer takes {number(mean(ratios))} times as long as korm in the "
-             f"geometric mean.")
+    words = (f"- **{title}**: korm is faster than every peer in {faster} of {len(rows)} rows and within 3 % of the best "
+             f"in {len(rows) - faster - len(slower)}; the best peer takes {number(mean(ratios))} times as long as korm in "
+             "the geometric mean.")
     if slower:
         slower.sort(key=lambda row: row.ratio)
         named = ", ".join(f"{row.label} ({number(row.ratio)}, {row.best})" for row in slower[:4])
-        words += f" Behind in {len(slower)}{', most of all' if len(slower) > 4 else ''}: {named}."
+        words += f" It is behind in {len(slower)}{', most of all in' if len(slower) > 4 else ':'} {named}."
     return words
 
 
@@ -96,8 +86,8 @@ def conditions(context):
     with open("/proc/cpuinfo", encoding="utf-8") as file:
         processor = re.search(r"model name\s*: (.*)", file.read())
     yield f"- {datetime.date.today()}, {processor[1] if processor else os.uname().machine}, {os.cpu_count()} processors"
-    yield (f"- {context['library']}, {context['target']}, {context['compiler']}, flags `{context['flags'].strip()}` for the "
-           "library and for peers in headers")
+    yield (f"- {context['library']}, {context['target']}, {context['compiler']}, flags `{context['flags'].strip()}` "
+           "for the library and for peers in headers")
     known = ("library", "target", "compiler", "flags", "mode")
     yield "- " + "; ".join(f"{key} {value.removeprefix(key + ' ')}" for key, value in context.items() if key not in known)
     if context["mode"] != "full":
@@ -118,10 +108,9 @@ def page_of(family, page, context, rows, goals, costs):
         if judged:
             yield standing(title, judged)
     yield ""
-    yield from page.about
-    yield ""
-    yield "How rows are measured is told in [the overview](../benchmarks.md); nanoseconds are those of one object. To repeat:"
-    yield f"`scripts/bench {family}`, or `scripts/bench {family} --filter REGEX` for some rows."
+    yield from paragraphs(page.about)
+    yield "How rows are measured is told in [the overview](../benchmarks.md); nanoseconds are those of one object. To"
+    yield f"repeat: `scripts/bench {family}`, or `scripts/bench {family} --filter REGEX` for some rows."
     yield ""
     yield from conditions(context)
     if goals:
@@ -130,10 +119,8 @@ def page_of(family, page, context, rows, goals, costs):
         if chosen(section):
             yield f"## {title}"
             yield ""
-            yield from words
-            if words:
-                yield ""
-            yield from page.tables.get(section, comparison if section not in page.by_form else by_form)(chosen(section))
+            yield from paragraphs(words)
+            yield from page.tables.get(section, comparison)(chosen(section))
     if sweeps:
         yield "## All small sizes"
         yield ""

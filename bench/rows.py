@@ -48,6 +48,24 @@ def table(header, lines):
     yield ""
 
 
+def comparison(rows):
+    """Nanoseconds an object of the library and of everyone beside it."""
+    names = list(dict.fromkeys(name for row in rows for name in row.ns))
+    cell = lambda ns: "" if ns is None else number(ns, 2 if ns < 1000 else 0)
+    yield from table(["form, size"] + names + ["best peer / korm"],
+                     [[row.label] + [cell(row.ns.get(name)) for name in names] + [number(row.ratio)] for row in rows])
+
+
+def by_form(rows):
+    """A line a form, for sections with more rows than anyone would read."""
+    lines = []
+    for form in dict.fromkeys(row.form for row in rows):
+        group = [row for row in rows if row.form == form]
+        worst = min(group, key=lambda row: row.ratio)
+        lines.append([form, str(len(group)), number(mean(row.ratio for row in group)), number(worst.ratio), worst.label])
+    yield from table(["form", "rows", "best peer / korm, geometric mean", "worst", "worst row"], lines)
+
+
 class Goal:
     def __init__(self, text, figure, wanted, is_met):
         self.text, self.figure, self.wanted, self.is_met = text, figure, wanted, is_met

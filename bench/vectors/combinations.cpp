@@ -33,7 +33,7 @@ void combinations(const Place& place, bool oneSecond) {
         for (std::size_t k = 0; k < count; ++k)
             vectorAt<T, n>(to, k) = vectorAt<const T, n>(a.data(), k) * factor + vectorAt<const T, n>(b.data(), at(k));
     });
-    saxpy.peer("loop", [=] {
+    saxpy.peer("plain loop", [=] {
         for (std::size_t k = 0; k < count; ++k)
             for (std::size_t j = 0; j < n; ++j) to[k * n + j] = a[k * n + j] * factor + b[at(k) * n + j];
     });
@@ -55,7 +55,7 @@ void combinations(const Place& place, bool oneSecond) {
             vectorAt<T, n>(to, k) =
                 vectorAt<const T, n>(a.data(), k) * factor + vectorAt<const T, n>(b.data(), at(k)) * other;
     });
-    lcomb.peer("loop", [=] {
+    lcomb.peer("plain loop", [=] {
         for (std::size_t k = 0; k < count; ++k)
             for (std::size_t j = 0; j < n; ++j) to[k * n + j] = a[k * n + j] * factor + b[at(k) * n + j] * other;
     });
@@ -81,7 +81,7 @@ void crossProducts(const Place& place) {
         for (std::size_t k = 0; k < count; ++k)
             vectorAt<T, 3>(to, k) = vectorAt<const T, 3>(a.data(), k).cross(vectorAt<const T, 3>(b.data(), k));
     });
-    row.peer("loop", [=] {
+    row.peer("plain loop", [=] {
         for (std::size_t k = 0; k < count; ++k) {
             const T* const x = a.data() + 3 * k;
             const T* const y = b.data() + 3 * k;

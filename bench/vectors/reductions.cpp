@@ -26,7 +26,7 @@ void dotProducts(const Place& place, bool oneSecond) {
         for (std::size_t k = 0; k < count; ++k)
             to[k] = vectorAt<const T, n>(a.data(), k).dot(vectorAt<const T, n>(b.data(), oneSecond ? 0 : k));
     });
-    row.peer("loop", [=] {
+    row.peer("plain loop", [=] {
         for (std::size_t k = 0; k < count; ++k) {
             const T* const x = a.data() + k * n;
             const T* const y = b.data() + (oneSecond ? 0 : k * n);
@@ -62,7 +62,7 @@ void norms(const Place& place) {
     row.peer("Eigen", [=] {
         for (std::size_t k = 0; k < count; ++k) to[k] = vectorAt<const T, n>(a.data(), k).norm();
     });
-    row.peer("loop", [=] {
+    row.peer("plain loop", [=] {
         for (std::size_t k = 0; k < count; ++k) {
             T sum = 0;
             for (int j = 0; j < n; ++j)
@@ -94,7 +94,7 @@ void matrices(const Place& place) {
     norm.peer("Eigen", [=] {
         for (std::size_t k = 0; k < count; ++k) to[k] = matrixAt(k).norm();
     });
-    norm.peer("loop", [=] {
+    norm.peer("plain loop", [=] {
         for (std::size_t k = 0; k < count; ++k) {
             T sum = 0;
             for (std::size_t e = 0; e < size; ++e) sum += a[k * size + e] * a[k * size + e];
@@ -112,7 +112,7 @@ void matrices(const Place& place) {
     trace.peer("Eigen", [=] {
         for (std::size_t k = 0; k < count; ++k) to[k] = matrixAt(k).trace();
     });
-    trace.peer("loop", [=] {
+    trace.peer("plain loop", [=] {
         for (std::size_t k = 0; k < count; ++k) {
             T sum = 0;
             for (std::size_t i = 0; i < n; ++i) sum += a[k * size + i * (n + 1)];
