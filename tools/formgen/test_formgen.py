@@ -328,6 +328,12 @@ class Kernels(unittest.TestCase):
         text = emit.kernel_function(form, form.kernels[0])
         self.assertIn("plainList(src, srcOffset, srcRowStride),\n        dst,\n        buffer,\n        order, count)", text)
 
+    def test_a_formula_of_whole_objects(self):
+        norm = Family("Norm", "v va", "-", "src dst length count", "norm", "", "", formula="{dst.object} = norm of {src.object}",
+                      result="scalars")
+        self.assertEqual([form.formula for form in norm.forms() if form.element == "32f"],
+                         ["dst = norm of src", "dst(k) = norm of src(k)"])
+
     def test_kernels_are_named_by_both_layouts(self):
         copy = Family("Copy", "ma", "SS PS PL PP", "src dst width height count", "copy", "", "")
         self.assertEqual({form.name: form.kernels for form in copy.forms() if form.element == "32f"}, {
