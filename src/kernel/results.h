@@ -44,9 +44,8 @@ template <class Result, class T, class Sum>
     std::ptrdiff_t k = 0;
     if constexpr (Result::roots)
         for (; k + laneCount<T> <= count; k += laneCount<T>) {
-            T sums[laneCount<T>];
-            for (int l = 0; l < laneCount<T>; ++l) sums[l] = sum(k + l);
-            storeResult(dst, k, Result::of(fromLanes<Lanes<T>>([&](int l) { return sums[l]; })));
+            const auto sums = fromLanes<Lanes<T>>([&](int l) __attribute__((always_inline)) { return sum(k + l); });
+            storeResult(dst, k, Result::of(sums));
         }
     resultsOneByOne<Result>(sum, dst, k, count);
 }

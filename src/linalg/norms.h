@@ -156,7 +156,8 @@ template <int objects>
         bytes *= height;
         height = 1;
     }
-    Float4 sum[objects] = {};
+    Float4 sum[objects];
+    unrolled<objects>([&](auto o) __attribute__((always_inline)) { sum[o] = Float4{}; });
     for (std::ptrdiff_t i = 0; i < height; ++i) {
         const std::byte* row[objects];
         unrolled<objects>([&](auto o) __attribute__((always_inline)) { row[o] = src[o].address(i, 0); });
@@ -169,7 +170,7 @@ template <int objects>
         for (; at < bytes; at += size)
             unrolled<objects>([&](auto o) __attribute__((always_inline)) {
                 const auto element = load<float>(row[o] + at);
-                sum[o][0] += element * element;
+                sum[o] += Float4{element * element};
             });
     }
     unrolled<objects>([&](auto o) __attribute__((always_inline)) {
@@ -189,8 +190,10 @@ template <int objects>
         unrolled<objects>([&](auto o) __attribute__((always_inline)) { row[o] = src[o].address(i, 0); });
         std::ptrdiff_t at = 0;
         if (shape.width >= 8) {
-            Double2 sum[objects][4] = {};
-            unrolled<objects>([&](auto o) __attribute__((always_inline)) { sum[o][0][0] = total[o]; });
+            Double2 sum[objects][4];
+            unrolled<4 * objects>([&](auto e) __attribute__((always_inline)) {
+                sum[e % objects][e / objects] = e < objects ? Double2{total[e % objects]} : Double2{};
+            });
             for (; at + 64 <= bytes; at += 64)
                 unrolled<4 * objects>([&](auto e) __attribute__((always_inline)) {
                     const auto x = load<Double2>(row[e % objects] + at + e / objects * 16);
@@ -228,6 +231,57 @@ template <class View>
     }
 }
 
+// The four running sums of an object of n by n adjacent elements: vectors along it. An element that is left belongs to the
+// first sum.
+template <int n>
+[[gnu::always_inline]] inline void runningSums(const std::byte* from, Float4 (&sums)[1]) {
+    unrolled<n * n / 4>([&](auto v) __attribute__((always_inline)) {
+        const auto x = load<Float4>(from + 16 * v);
+        if constexpr (v == 0) sums[0] = x * x;
+        else sums[0] += x * x;
+    });
+    if constexpr (n % 2 != 0) {
+        const Float4 x = {load<float>(from + (n * n - 1) * sizeof(float))};
+        sums[0] += x * x;
+    }
+}
+template <int n>
+[[gnu::always_inline]] inline void runningSums(const std::byte* from, Double2 (&sums)[2]) {
+    unrolled<n * n / 2>([&](auto v) __attribute__((always_inline)) {
+        const auto x = load<Double2>(from + 16 * v);
+        if constexpr (v < 2) sums[v] = x * x;
+        else sums[v % 2] += x * x;
+    });
+    if constexpr (n % 2 != 0) {
+        const Double2 x = {load<double>(from + (n * n - 1) * sizeof(double))};
+        sums[0] += x * x;
+    }
+}
+
+// Those of four objects joined, or of two.
+template <int n, class View>
+[[gnu::always_inline]] inline Float4 joinedSums(const View& src, std::ptrdiff_t k, Float4) {
+    Float4 rows[4];
+    unrolled<4>([&](auto o) __attribute__((always_inline)) {
+        Float4 sums[1];
+        runningSums<n>(src.at(k + o).origin, sums);
+        rows[o] = sums[0];
+    });
+    transpose(rows);
+    return (rows[0] + rows[2]) + (rows[1] + rows[3]);
+}
+template <int n, class View>
+[[gnu::always_inline]] inline Double2 joinedSums(const View& src, std::ptrdiff_t k, Double2) {
+    Double2 rows[2];
+    unrolled<2>([&](auto o) __attribute__((always_inline)) {
+        Double2 sums[2];
+        runningSums<n>(src.at(k + o).origin, sums);
+        rows[o] = sums[0] + sums[1];
+    });
+    transpose(rows);
+    return rows[0] + rows[1];
+}
+
 template <int n, class View, class Count>
 [[gnu::noinline]] void sizedNorms(View src, typename View::Element* dst, Count count) {
     using T = typename View::Element;
@@ -248,6 +302,12 @@ template <int n, class View, class Count>
         unrolled<n * n>([&](auto e) __attribute__((always_inline)) { a[e / n][e % n] = elements(e / n, e % n); });
         return sizedSquares(a);
     };
+    if constexpr (isAdjacent<View> && sizeof(Lanes<T>) == 16) {
+        const auto runs = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+            return joinedSums<n>(src, k, Lanes<T>{});
+        };
+        if (src.rowStride == n * sizeof(T)) return resultsOfGroups<Roots>(runs, one, dst, count);
+    }
     if (!isAdjacent<View> && isStream(src)) resultsOfGroups<Roots>(streams, one, dst, count);
     else resultsOfGroups<Roots>(group, one, dst, count);
 }

@@ -32,40 +32,38 @@ template <class T>
 }
 
 // Objects whose second vectors lie alike modulo 16 bytes, side by side: each addition waits for the one before in its partial
-// sum, and two objects keep the processor busy while one alone is waited for. The boundary is that of y. The products ahead of
-// it open the first partial sum. Too few products behind it, or elements that lie across it, are added one by one.
+// sum, and two objects keep the processor busier than one. `ahead` products open the first partial sum; too few behind them, or
+// elements that lie across the boundary, are added one by one.
 template <class T, int objects>
-[[gnu::noinline]] void alignedSums(const std::byte* const (&from)[objects], const std::byte* const (&by)[objects],
-                                   std::ptrdiff_t products, T* sums) {
+[[gnu::always_inline]] inline void alignedSums(const std::byte* const (&x)[objects],
+                                               const std::byte* const (&y)[objects], std::ptrdiff_t ahead,
+                                               std::ptrdiff_t products, T (&sum)[objects]) {
     using V = Vec<T, blockAlignment / sizeof(T)>;
     constexpr std::ptrdiff_t size = sizeof(T), block = partialSums * size;
     constexpr int vectors = block / blockAlignment;
-    const std::byte *x[objects], *y[objects];
-    T sum[objects] = {};
-    unrolled<objects>([&](auto o) __attribute__((always_inline)) {
-        x[o] = from[o];
-        y[o] = by[o];
-    });
-    const std::ptrdiff_t ahead = elementsAhead<T>(y[0]), end = products * size;
+    const std::ptrdiff_t end = products * size;
     std::ptrdiff_t at = 0;
     const auto addOne = [&]() __attribute__((always_inline)) {
         unrolled<objects>([&](auto o)
                               __attribute__((always_inline)) { sum[o] += load<T>(x[o] + at) * load<T>(y[o] + at); });
         at += size;
     };
+    unrolled<objects>([&](auto o) __attribute__((always_inline)) { sum[o] = 0; });
     if (ahead >= 0 && products >= ahead + partialSums) {
         while (at < ahead * size) addOne();
-        V l[objects][vectors] = {};
-        unrolled<objects>([&](auto o) __attribute__((always_inline)) { l[o][0][0] = sum[o]; });
-        for (; at + block <= end; at += block)
+        V l[objects][vectors];
+        unrolled<vectors * objects>([&](auto e) __attribute__((always_inline)) { l[e % objects][e / objects] = V{}; });
+        unrolled<objects>([&](auto o) __attribute__((always_inline)) { l[o][0] = V{sum[o]}; });
+        do {
             unrolled<vectors * objects>([&](auto e) __attribute__((always_inline)) {
                 constexpr int o = e % objects, v = e / objects;
                 l[o][v] += load<V>(x[o] + at + v * blockAlignment) * loadAligned<V>(y[o] + at + v * blockAlignment);
             });
+            at += block;
+        } while (at + block <= end);
         unrolled<objects>([&](auto o) __attribute__((always_inline)) { sum[o] = joinedEight(l[o]); });
     }
     while (at < end) addOne();
-    unrolled<objects>([&](auto o) __attribute__((always_inline)) { sums[o] = sum[o]; });
 }
 
 }  // namespace korm::inline KORM_VARIANT::vectors

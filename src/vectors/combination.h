@@ -46,7 +46,8 @@ struct LinearCombination {
 // The last vector of a row ends with it and may overlap the one before. It is computed first, so that elements which it
 // shares are still as they were when the row is done in place.
 template <class T, class Op, class X, class Y>
-[[gnu::noinline]] void combineRow(Op op, X x, Y y, std::byte* to, std::ptrdiff_t elements) {
+[[gnu::always_inline]] inline void combineRow(const Op& op, const X& x, const Y& y, std::byte* to,
+                                              std::ptrdiff_t elements) {
     constexpr std::ptrdiff_t size = sizeof(T), bytes = sizeof(Lanes<T>);
     if (elements < laneCount<T>) {
         for (std::ptrdiff_t at = 0; at < elements * size; at += size)
@@ -64,6 +65,12 @@ template <class T, class Op, class X, class Y>
                         __attribute__((always_inline)) { storeLanes(to + at + v * bytes, vector(at + v * bytes)); });
     for (; at < last; at += bytes) storeLanes(to + at, vector(at));
     storeLanes(to + last, end);
+}
+
+template <class T, class Op>
+[[gnu::noinline]] void combineRun(Op op, const std::byte* x, const std::byte* y, std::byte* to,
+                                  std::ptrdiff_t elements) {
+    combineRow<T>(op, AdjacentRow{x}, AdjacentRow{y}, to, elements);
 }
 
 // Strictly one after the other, for a result that begins inside a source. The empty statement keeps the compiler from
@@ -137,26 +144,27 @@ template <class T, int n, class Op, class A, class B>
 }
 
 template <class Op, class A, class B, class D>
+[[gnu::noinline]] void combineRows(Op op, A a, B b, D dst, std::ptrdiff_t length, std::ptrdiff_t count) {
+    for (std::ptrdiff_t k = 0; k < count; ++k)
+        combineRow<typename D::Element>(op, AdjacentRow{a.at(k).origin}, AdjacentRow{b.at(k).origin}, dst.at(k).origin,
+                                        length);
+}
+
+template <class Op, class A, class B, class D>
 [[gnu::always_inline]] inline void combineAdjacentArrays(const Op& op, const A& a, const B& b, const D& dst,
                                                          std::int32_t length, std::ptrdiff_t count) {
     using T = typename D::Element;
     const std::ptrdiff_t bytes = length * static_cast<std::ptrdiff_t>(sizeof(T));
     const bool packed = !isListed<D> && isPacked(a, bytes) && isPacked(b, bytes) && isPacked(dst, bytes);
     if constexpr (!isListed<D> && !isShared<A> && !isShared<B>)
-        if (packed)
-            return combineRow<T>(op, AdjacentRow{a.origin}, AdjacentRow{b.origin}, dst.origin,
-                                 std::ptrdiff_t{length} * count);
+        if (packed) return combineRun<T>(op, a.origin, b.origin, dst.origin, std::ptrdiff_t{length} * count);
     const auto shortRows = [&](auto n) __attribute__((always_inline)) {
         std::ptrdiff_t k = 0;
         if constexpr (!isListed<D> && (isShared<A> || isShared<B>))
             if (packed) k = combineTiles<T, n>(op, a, b, dst.origin, count);
         for (; k < count; ++k) combineShortRow<T, n>(op, a.at(k).origin, b.at(k).origin, dst.at(k).origin);
     };
-    forOrder(
-        length, shortRows, [&]() __attribute__((always_inline)) {
-            for (std::ptrdiff_t k = 0; k < count; ++k)
-                combineRow<T>(op, AdjacentRow{a.at(k).origin}, AdjacentRow{b.at(k).origin}, dst.at(k).origin, length);
-        });
+    forOrder(length, shortRows, [&] { combineRows(op, a, b, dst, length, count); });
 }
 
 // A single object. Where the result begins inside a source, each element waits for those before it. A result that ends
@@ -170,7 +178,7 @@ template <class T, class Op>
         return distance != 0 && distance < bytes;
     };
     if (beginsInside(x) || beginsInside(y)) combineInTurn<T>(op, x, y, to, length);
-    else combineRow<T>(op, AdjacentRow{x}, AdjacentRow{y}, to, length);
+    else combineRun<T>(op, x, y, to, length);
 }
 
 // --- Elements apart -------------------------------------------------------------------------------

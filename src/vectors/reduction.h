@@ -62,6 +62,7 @@ struct ProductsOf {
     using T = typename A::Element;
     static constexpr bool adjacent = isAdjacent<A>;
     static constexpr bool mayBePacked = !isListed<A> && !isListed<B> && !isShared<A> && !isShared<B>;
+    static constexpr bool secondIsShared = isShared<B>;
     A a;
     B b;
 
@@ -95,6 +96,7 @@ struct SquaresOf {
     using T = typename A::Element;
     static constexpr bool adjacent = isAdjacent<A>;
     static constexpr bool mayBePacked = !isListed<A> && !isShared<A>;
+    static constexpr bool secondIsShared = false;
     A a;
 
     [[gnu::always_inline]] bool streams() const { return areStreams(a); }
@@ -151,6 +153,12 @@ template <class Result, class Order, int n, class Products>
                 };
                 return resultsOfGroups<Result>(threes, one, dst, count);
             }
+        // An operand that serves all objects is read before the first result is written: from here on it lies on the stack.
+        [[maybe_unused]] T shared[n];
+        if constexpr (Products::secondIsShared) {
+            __builtin_memcpy(shared, products.b.origin, sizeof shared);
+            products.b.origin = reinterpret_cast<const std::byte*>(shared);
+        }
         const auto group = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
             Lanes<T> p[n];
             readRun<n>(products.template group<laneCount<T>>(k), p);
@@ -186,26 +194,26 @@ template <class Result, class Products>
 [[gnu::noinline]] void reduceAligned(Products products, typename Products::T* dst, std::ptrdiff_t length,
                                      std::ptrdiff_t count) {
     using T = typename Products::T;
-    const auto pair = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
-        const std::byte* const x[2] = {products.first(k), products.first(k + 1)};
-        const std::byte* const y[2] = {products.second(k), products.second(k + 1)};
-        T sums[2];
-        if (elementsAhead<T>(y[0]) == elementsAhead<T>(y[1])) {
-            alignedSums<T, 2>(x, y, length, sums);
-        } else {
-            alignedSums<T, 1>({x[0]}, {y[0]}, length, &sums[0]);
-            alignedSums<T, 1>({x[1]}, {y[1]}, length, &sums[1]);
-        }
-        storeResult(dst, k, Result::of(sums[0]));
-        storeResult(dst, k + 1, Result::of(sums[1]));
+    const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        T sum[1];
+        alignedSums<T, 1>({products.first(k)}, {products.second(k)}, elementsAhead<T>(products.second(k)), length, sum);
+        storeResult(dst, k, Result::of(sum[0]));
     };
     std::ptrdiff_t k = 0;
-    for (; k + 2 <= count; k += 2) pair(k);
-    if (k < count) {
-        T sum;
-        alignedSums<T, 1>({products.first(k)}, {products.second(k)}, length, &sum);
-        storeResult(dst, k, Result::of(sum));
+    while (k + 2 <= count) {
+        const std::byte *const first = products.second(k), *const second = products.second(k + 1);
+        const std::ptrdiff_t ahead = elementsAhead<T>(first);
+        if (ahead == elementsAhead<T>(second)) {
+            T sum[2];
+            alignedSums<T, 2>({products.first(k), products.first(k + 1)}, {first, second}, ahead, length, sum);
+            storeResult(dst, k, Result::of(sum[0]));
+            storeResult(dst, k + 1, Result::of(sum[1]));
+            k += 2;
+        } else {
+            one(k++);
+        }
     }
+    if (k < count) one(k);
 }
 
 // --- Choice ---------------------------------------------------------------------------------------
