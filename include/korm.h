@@ -4906,6 +4906,226 @@ int32_t kormMul_tava_64f_P(
 
 
 /**
+ * @defgroup vector_products_plus Products of matrices and vectors, plus a vector
+ * dst = src1 * src2 + src3, with one matrix src1: of single vectors (`mv`), of arrays of both vectors (`mva`), or of an array
+ * src2 with one src3 (`mvav`).
+ *
+ * Shapes: src2 has `src1Width` elements, src3 and dst have `src1Height`. dst has no length of its own.
+ *
+ * Sums: every product and every addition is rounded to the element type. A sum of products is complete before the element of
+ * src3 is added; docs/numerics.md shows its order.
+ *
+ * Overlap: dst must not overlap a source.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusSizeMismatch, ::korStatusBadStride; array
+ * forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst(i) = (sum over l of src1(i,l) * src2(l)) + src3(i)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ */
+int32_t kormGaxpy_mv_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ElementStride, int32_t src2Length, const float *src3,
+    int32_t src3ElementStride, int32_t src3Length, float *dst, int32_t dstElementStride);
+
+/**
+ * dst(i) = (sum over l of src1(i,l) * src2(l)) + src3(i)
+ *
+ * Checks: null, size, match, stride.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ */
+int32_t kormGaxpy_mv_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ElementStride, int32_t src2Length, const double *src3,
+    int32_t src3ElementStride, int32_t src3Length, double *dst, int32_t dstElementStride);
+
+/**
+ * dst(i) = (sum over l of src1(i,l) * src2(l)) + src3(i)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ */
+int32_t kormGaxpy_mv_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2Length, const float *const *src3,
+    int32_t src3Offset, int32_t src3Length, float *const *dst, int32_t dstOffset);
+
+/**
+ * dst(i) = (sum over l of src1(i,l) * src2(l)) + src3(i)
+ *
+ * Checks: null, size, match, offset.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ */
+int32_t kormGaxpy_mv_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2Length, const double *const *src3,
+    int32_t src3Offset, int32_t src3Length, double *const *dst, int32_t dstOffset);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(k,i)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 7001 (5001 if an element stride is not 4) by (src1Width + 2*src1Height)*count.
+ */
+int32_t kormGaxpy_mva_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, const float *src3, int32_t src3ObjectStride, int32_t src3ElementStride,
+    int32_t src3Length, float *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(k,i)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 5001 by (src1Width + 2*src1Height)*count.
+ */
+int32_t kormGaxpy_mva_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, const double *src3, int32_t src3ObjectStride, int32_t src3ElementStride,
+    int32_t src3Length, double *dst, int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(k,i)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 7001 (501 if an element stride is not 4) by (src1Width + 2*src1Height)*count.
+ */
+int32_t kormGaxpy_mva_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, const float *const *src3, int32_t src3Offset, int32_t src3ElementStride,
+    int32_t src3Length, float *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(k,i)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 6001 (5001 if an element stride is not 8) by (src1Width + 2*src1Height)*count.
+ */
+int32_t kormGaxpy_mva_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, const double *const *src3, int32_t src3Offset, int32_t src3ElementStride,
+    int32_t src3Length, double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(k,i)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 4501 by (src1Width + 2*src1Height)*count.
+ */
+int32_t kormGaxpy_mva_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    const float *const *src3, int32_t src3Offset, int32_t src3ObjectStride, int32_t src3Length,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(k,i)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 7001 by (src1Width + 2*src1Height)*count.
+ */
+int32_t kormGaxpy_mva_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    const double *const *src3, int32_t src3Offset, int32_t src3ObjectStride, int32_t src3Length,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(i)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 7001 (5001 if an element stride is not 4) by src1Width*count + src1Height*(count + 1).
+ */
+int32_t kormGaxpy_mvav_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, const float *src3, int32_t src3ElementStride, int32_t src3Length, float *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(i)
+ *
+ * Checks: null, count, size, match, stride.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 5001 by src1Width*count + src1Height*(count + 1).
+ */
+int32_t kormGaxpy_mvav_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride,
+    int32_t src2Length, const double *src3, int32_t src3ElementStride, int32_t src3Length, double *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(i)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 7001 (501 if an element stride is not 4) by src1Width*count + src1Height*(count + 1).
+ */
+int32_t kormGaxpy_mvav_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const float *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, const float *src3, int32_t src3ElementStride, int32_t src3Length, float *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(i)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 6001 (5001 if an element stride is not 8) by src1Width*count + src1Height*(count + 1).
+ */
+int32_t kormGaxpy_mvav_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, int32_t src1Width,
+    int32_t src1Height, const double *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    int32_t src2Length, const double *src3, int32_t src3ElementStride, int32_t src3Length, double *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(i)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 4501 by src1Width*count + src1Height*(count + 1).
+ */
+int32_t kormGaxpy_mvav_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    const float *const *src3, int32_t src3Offset, int32_t src3Length, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,i) = (sum over l of src1(i,l) * src2(k,l)) + src3(i)
+ *
+ * Checks: null, count, size, match, stride, offset.
+ * Sizes match when src1Width == src2Length && src1Height == src3Length.
+ * Serial below 7001 by src1Width*count + src1Height*(count + 1).
+ */
+int32_t kormGaxpy_mvav_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1Width, int32_t src1Height,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, int32_t src2Length,
+    const double *const *src3, int32_t src3Offset, int32_t src3Length, double *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t count);
+
+/** @} */
+
+
+/**
  * @defgroup vector_combinations Combinations of vectors
  * `kormSaxpy` computes dst = src1 * val + src2, `kormLComb` dst = src1 * val1 + src2 * val2, element by element. The constants
  * are passed by value and serve all objects.

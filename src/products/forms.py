@@ -49,10 +49,25 @@ Overlap: dst must not overlap a source.
 Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusSizeMismatch, ::korStatusBadStride; array
 forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
 """,
+    "vector_products_plus": """Products of matrices and vectors, plus a vector
+dst = src1 * src2 + src3, with one matrix src1: of single vectors (`mv`), of arrays of both vectors (`mva`), or of an array
+src2 with one src3 (`mvav`).
+
+Shapes: src2 has `src1Width` elements, src3 and dst have `src1Height`. dst has no length of its own.
+
+Sums: every product and every addition is rounded to the element type. A sum of products is complete before the element of
+src3 is added; docs/numerics.md shows its order.
+
+Overlap: dst must not overlap a source.
+
+Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusSizeMismatch, ::korStatusBadStride; array
+forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+""",
 }
 
 MATRICES = "src1 src1Width src1Height src2 src2Width src2Height dst count"
 MATRIX_AND_VECTOR = "src1 src1Width src1Height src2 src2Length dst count"
+MATRIX_AND_VECTORS = "src1 src1Width src1Height src2 src2Length src3 src3Length dst count"
 
 # The match of sizes comes before the strides, other than in most families.
 ORDER = "N C S M T O"
@@ -156,6 +171,26 @@ def vectors(operands, layouts, shape, estimate=""):
                   match=match, estimate=estimate, limits=LIMITS, order=ORDER)
 
 
+PLUS_LIMITS = {
+    ("standard", "32f"): below(7001, 5001),
+    ("standard", "64f"): below(5001),
+    ("list", "32f"): below(7001, 501),  # far from its neighbours, and meant to be
+    ("list", "64f"): below(6001, 5001),
+    ("pointer", "32f"): below(4501),
+    ("pointer", "64f"): below(7001),
+}
+
+# What is added isn't in the name of two forms: to one vector one, to an array an array.
+ADDED = {"mv": "mvv", "mva": "mvava"}
+
+
+def plus(operands, layouts, estimate=""):
+    return Family("Gaxpy", operands, layouts, MATRIX_AND_VECTORS, "gaxpy", "products/gaxpy.h", "vector_products_plus",
+                  formula="{dst[i]} = (sum over l of {src1[i,l]} * {src2[l]}) + {src3[i]}", result="v", reads=ADDED,
+                  shape="MatrixShape{src1Width, src1Height}", match="src1Width == src2Length && src1Height == src3Length",
+                  estimate=estimate, limits=PLUS_LIMITS, order=ORDER)
+
+
 FAMILIES = [
     matrices("mm", SINGLE, MM),
     matrices("mt", SINGLE, MT),
@@ -182,5 +217,9 @@ FAMILIES = [
     vectors("tav", ARRAY, TV, ARRAY_BY_VECTOR),
     vectors("mava", ARRAY, MV, ARRAY_BY_VECTORS),
     vectors("tava", ARRAY, TV, ARRAY_BY_VECTORS),
+
+    plus("mv",   SINGLE),
+    plus("mva",  ARRAY, "(src1Width + 2 * src1Height) * count"),
+    plus("mvav", ARRAY, "src1Width * count + src1Height * (count + 1)"),
 ]
 # fmt: on

@@ -37,6 +37,10 @@ constexpr General eightByEight{4, Sum::eight8,    Sum::eight8,    Sum::eight8,  
 constexpr General mv_32f      {8, Sum::four4,     Sum::eight8,    Sum::eight8,    Sum::four8,     Sum::four4};
 constexpr General tv_32f      {8, Sum::zeroStart, Sum::two2,      Sum::two2,      Sum::two2,      Sum::zeroStart};
 constexpr General mv_64f      {8, Sum::two2,      Sum::eight8,    Sum::four8,     Sum::two8,      Sum::two2};
+
+// Matrix by vector, to which a vector is added.
+constexpr General fourByFour  {8, Sum::four4,     Sum::four4,     Sum::four4,     Sum::four4,     Sum::four4};
+constexpr General twoByTwo    {8, Sum::two2,      Sum::two2,      Sum::two2,      Sum::two2,      Sum::two2};
 // clang-format on
 
 struct KernelRow {
@@ -81,8 +85,8 @@ constexpr KernelRow vectorKernels[] = {
 
 // Matrix by vector, to which another vector is added.
 constexpr KernelRow sumKernels[] = {
-    {"mv_32f mva_32f mvav_32f mva_32f_L mvav_32f_L", "3456", &mv_32f},
-    {"mv_64f mva_64f mvav_64f mva_64f_L mvav_64f_L", "3456", &mv_64f},
+    {"mv_32f mva_32f mvav_32f mva_32f_L mvav_32f_L", "3456", &fourByFour},
+    {"mv_64f mva_64f mvav_64f mva_64f_L mvav_64f_L", "3456", &twoByTwo},
     {"*_S2 *_LS2 *_P", "", &zeroStart},
 };
 

@@ -1,4 +1,4 @@
-// Vectors: combinations with constants, dot and cross products, norms.
+// Vectors: combinations with constants, dot and cross products, norms; and matrix times vector plus vector.
 #include "../reference/vectors.h"
 
 #include "../reference/products.h"
@@ -44,6 +44,20 @@ void shapeCross(Form& form) {
     addResult(form, Extent::three);
 }
 
+// The vector that is added is not in the name of two forms: of one vector it is one, of an array an array.
+void shapeGaxpy(Form& form) {
+    form.operands[0].name = "src1";
+    form.operands[0].rows = Extent::height;
+    form.operands[0].columns = Extent::inner;
+    form.operands[1].name = "src2";
+    form.operands[1].columns = Extent::inner;
+    if (form.operands.size() == 2)
+        addOperand(form, "", Shape::vector, Extent::one, Extent::one, Use::input).array = form.array;
+    form.operands[2].name = "src3";
+    form.operands[2].columns = Extent::height;
+    addResult(form, Extent::height);
+}
+
 const char* usualChecks(Layout layout, bool array) {
     if (array) return layout == Layout::standard ? "NCST" : "NCSTO";
     return layout == Layout::pointer ? "NSO" : "NST";
@@ -52,6 +66,11 @@ const char* usualChecks(Layout layout, bool array) {
 const char* crossChecks(Layout layout, bool array) {
     if (array) return layout == Layout::standard ? "NCT" : "NCTO";
     return layout == Layout::pointer ? "NO" : "NT";
+}
+
+const char* matchingChecks(Layout layout, bool array) {
+    if (array) return layout == Layout::standard ? "NCSMT" : "NCSMTO";
+    return layout == Layout::pointer ? "NSMO" : "NSMT";
 }
 
 constexpr Family combination(const char* signature, void (*shape)(Form&)) {
@@ -88,6 +107,17 @@ constexpr Family crossProduct = [] {
     return family;
 }();
 
+std::int64_t productsOf(const Sizes& s) { return std::int64_t{s.height} * s.inner; }
+
+constexpr Family gaxpy = [] {
+    Family family{"src1 src1Width src1Height src2 src2Length src3 src3Length dst count", shapeGaxpy, matchingChecks,
+                  referenceProducts};
+    family.fill = fillSums;
+    family.work = productsOf;
+    family.sum = productSum;
+    return family;
+}();
+
 // --- Estimates and limits ---
 
 std::int32_t oneArray(const Sizes& s) { return wrapped((2 * u(s.count) + 1) * u(s.length)); }
@@ -97,6 +127,10 @@ std::int32_t dotTwoArrays(const Sizes& s) { return wrapped(2 * u(s.count) * u(s.
 std::int32_t normEstimate(const Sizes& s) { return wrapped(u(s.length) * u(s.count)); }
 std::int32_t crossOneArray(const Sizes& s) { return wrapped(2 * u(s.count)); }
 std::int32_t crossTwoArrays(const Sizes& s) { return wrapped(3 * u(s.count)); }
+// Matrix W by H, vectors of W and H elements.
+std::int32_t gaxpyArrays(const Sizes& s) { return wrapped((u(s.inner) + 2 * u(s.height)) * u(s.count)); }
+std::int32_t gaxpyOneAdded(const Sizes& s) { return wrapped(u(s.inner) * u(s.count) + u(s.height) * (u(s.count) + 1)); }
+
 // clang-format off
 //                               32f standard  64f standard  32f list      64f list      32f pointer  64f pointer
 constexpr LimitRow saxpyLimits{Compare::below,
@@ -114,6 +148,8 @@ constexpr LimitRow crossOneLimits{Compare::overIsFork,
                                  both(2999),   both(2999),   both(2999),   both(2999),   both(2999),  both(2999)};
 constexpr LimitRow crossTwoLimits{Compare::overIsFork,
                                  both(3000),   both(3000),   both(3000),   both(3000),   both(3000),  both(3000)};
+constexpr LimitRow gaxpyLimits{Compare::below,
+                                 {7001, 5001}, {5001, 5001}, {7001, 501},  {6001, 5001}, both(4501),  both(7001)};
 // clang-format on
 
 constexpr GroupRow groups[] = {
@@ -132,6 +168,9 @@ constexpr GroupRow groups[] = {
     {"CrossProduct", "vv", &crossProduct, nullptr, nullptr},
     {"CrossProduct", "vav vva", &crossProduct, crossOneArray, &crossOneLimits},
     {"CrossProduct", "vava", &crossProduct, crossTwoArrays, &crossTwoLimits},
+    {"Gaxpy", "mv", &gaxpy, nullptr, nullptr},
+    {"Gaxpy", "mva", &gaxpy, gaxpyArrays, &gaxpyLimits},
+    {"Gaxpy", "mvav", &gaxpy, gaxpyOneAdded, &gaxpyLimits},
 };
 
 constexpr OrderRow orders[] = {
