@@ -102,6 +102,39 @@ void crossProducts(const Place& place) {
     if (isWanted(rowName)) row.measure();
 }
 
+// One matrix for all vectors.
+template <class T, int n>
+void matrixVectorSums(const Place& place) {
+    const std::size_t count = objectsIn<T>(place, 3 * n);
+    const auto objects = static_cast<std::int32_t>(count);
+    const Numbers<T> a(n * n), x(n * count), y(n * count), result(n * count);
+    T* const to = result.data();
+    const std::string name = packedName<T>("Gaxpy_mva", n, place);
+    Row row(name, static_cast<double>(count));
+    row.results(to, count * n, tolerance<T>(n));
+    row.korm([=] {
+        pick<T>(kormGaxpy_mva_32f, kormGaxpy_mva_64f)(a.data(), bytes<T>(n), bytes<T>(1), n, n, x.data(), bytes<T>(n),
+                                                      bytes<T>(1), n, y.data(), bytes<T>(n), bytes<T>(1), n, to,
+                                                      bytes<T>(n), bytes<T>(1), objects);
+    });
+    row.peer("Eigen", [=] {
+        constexpr int size = n <= 16 ? n : Eigen::Dynamic;
+        const Eigen::Map<const Eigen::Matrix<T, size, size, Eigen::RowMajor>, Eigen::Unaligned> matrix(a.data(), n, n);
+        for (std::size_t k = 0; k < count; ++k)
+            vectorAt<T, n>(to, k).noalias() =
+                matrix * vectorAt<const T, n>(x.data(), k) + vectorAt<const T, n>(y.data(), k);
+    });
+    row.peer("loop", [=] {
+        for (std::size_t k = 0; k < count; ++k)
+            for (std::size_t i = 0; i < n; ++i) {
+                T sum = 0;
+                for (std::size_t j = 0; j < n; ++j) sum += a[i * n + j] * x[k * n + j];
+                to[k * n + i] = sum + y[k * n + i];
+            }
+    });
+    if (isWanted(name)) row.measure();
+}
+
 }  // namespace
 
 void measureCombinations() {
@@ -111,6 +144,8 @@ void measureCombinations() {
         combinations<T, n>(place, true);
         if constexpr (n == 3) crossProducts<T>(place);
     });
+    forEach(std::integer_sequence<int, 3, 4, 5, 6, 8, 16, 64>(),
+            [&]<class T, int n>(const Place& place) { matrixVectorSums<T, n>(place); });
 }
 
 }  // namespace bench
