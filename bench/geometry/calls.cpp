@@ -27,7 +27,7 @@ void callRow(const std::string& function, std::size_t floats, CallLoop korm, Cal
     row.results(calls.result, all, floats, Calls::floats, 2e-3);
     row.korm([=] { korm(calls); });
     if (withoutStub != nullptr) row.control("korm, without its stub", [=] { withoutStub(calls); });
-    const auto add = [&](const char* peer, const CallLoops& loops) {
+    [[maybe_unused]] const auto add = [&](const char* peer, const CallLoops& loops) {
         if (const auto found = loops.find(function); found != loops.end())
             row.peer(peer, [=, loop = found->second] { loop(calls); });
     };
