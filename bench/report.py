@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Makes a page of docs/benchmarks/ from the results of bench_FAMILY --out.
 
-    bench/report.py FAMILY RESULTS.json [--page] [--costs CALL_COST.json] [--before RESULTS.json]
+    bench/report.py FAMILY RESULTS.json... [--page] [--costs CALL_COST.json] [--before RESULTS.json...]
 
---page writes docs/benchmarks/FAMILY.md and its drawings. --before compares the library's own times with those of another
-run, of the library as it was. Goals are printed in any case.
+--page writes docs/benchmarks/FAMILY.md and its drawings, and prints the goals. --before compares the library's own times with
+those of runs of the library as it was.
 """
 
 import argparse
@@ -23,10 +23,15 @@ from rows import EVEN, Row, comparison, mean, number, table
 FOLDER = Path(__file__).resolve().parents[1] / "docs" / "benchmarks"
 
 
-def read(path):
-    with open(path, encoding="utf-8") as file:
-        data = json.load(file)
-    return data["context"], [Row(result) for result in data["rows"]]
+def read(paths):
+    """Context and rows of a run. Of several runs the shortest times count."""
+    runs = [json.loads(Path(path).read_text(encoding="utf-8")) for path in paths]
+    rows = [Row(result) for result in runs[0]["rows"]]
+    for run in runs[1:]:
+        again = {result["name"]: result["ns"] for result in run["rows"]}
+        for row in rows:
+            row.ns = {name: min(time, again.get(row.name, {}).get(name, time)) for name, time in row.ns.items()}
+    return runs[0]["context"], rows
 
 
 def paragraphs(text):
@@ -150,10 +155,10 @@ def compare(rows, before):
 def main():
     parser = argparse.ArgumentParser(description="Pages of benchmark results.")
     parser.add_argument("family", choices=pages.PAGES)
-    parser.add_argument("results")
+    parser.add_argument("results", nargs="+")
     parser.add_argument("--page", action="store_true")
     parser.add_argument("--costs")
-    parser.add_argument("--before")
+    parser.add_argument("--before", nargs="+")
     options = parser.parse_args()
     page = pages.PAGES[options.family]
     context, all_rows = read(options.results)

@@ -64,6 +64,15 @@ class Report(unittest.TestCase):
         self.assertIn("in 1 of 3 rows and within 3 % of the best in 1;", words)
         self.assertIn("It is behind in 1: A_32f, 5 (0.50, x).", words)
 
+    def test_of_several_runs_the_shortest_times_count(self):
+        with tempfile.TemporaryDirectory() as folder:
+            paths = [Path(folder) / name for name in ("first", "second")]
+            for path, time in zip(paths, (3, 2)):
+                row = {"name": "a/A_32f/3", "ns": {"korm": time, "x": 5 - time}, "facts": {}, "error": "", "controls": []}
+                path.write_text(json.dumps({"context": {"run": path.name}, "rows": [row]}), encoding="utf-8")
+            context, (row,) = report.read(paths)
+        self.assertEqual((context["run"], row.ns), ("first", {"korm": 2, "x": 2}))
+
     def test_goals(self):
         met, missed = (rows.every_row("text", [made("a/A_32f/3", {"korm": 1, "x": value})], 0.97)[0]
                        for value in (0.97, 0.96))
