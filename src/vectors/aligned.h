@@ -21,7 +21,21 @@ template <class T>
     return bytes % size == 0 ? bytes / size : -1;
 }
 
-// The vectors of eight partial sums joined: their sum first, then that of its lanes, the first half and the second.
+// The partial sums of as many objects as a vector has lanes, joined for all of them: the sum of an object's vectors first, then
+// that of its lanes, the first half and the second.
+[[gnu::always_inline]] inline Float4 joinedEights(const Float4 (&l)[4][2]) {
+    Float4 four[4];
+    unrolled<4>([&](auto o) __attribute__((always_inline)) { four[o] = l[o][0] + l[o][1]; });
+    transpose(four);
+    return (four[0] + four[2]) + (four[1] + four[3]);
+}
+[[gnu::always_inline]] inline Double2 joinedEights(const Double2 (&l)[2][4]) {
+    Double2 two[2];
+    unrolled<2>([&](auto o) __attribute__((always_inline)) { two[o] = (l[o][0] + l[o][1]) + (l[o][2] + l[o][3]); });
+    transpose(two);
+    return two[0] + two[1];
+}
+
 [[gnu::always_inline]] inline float joinedEight(const Float4 (&l)[2]) {
     const Float4 four = l[0] + l[1];
     return (four[0] + four[2]) + (four[1] + four[3]);
@@ -31,39 +45,78 @@ template <class T>
     return two[0] + two[1];
 }
 
+template <class T>
+inline constexpr int alignedObjects = static_cast<int>(blockAlignment / sizeof(T));
+
 // Objects whose second vectors lie alike modulo 16 bytes, side by side: each addition waits for the one before in its partial
-// sum, and two objects keep the processor busier than one. `ahead` products open the first partial sum; too few behind them, or
-// elements that lie across the boundary, are added one by one.
-template <class T, int objects>
-[[gnu::always_inline]] inline void alignedSums(const std::byte* const (&x)[objects],
-                                               const std::byte* const (&y)[objects], std::ptrdiff_t ahead,
-                                               std::ptrdiff_t products, T (&sum)[objects]) {
-    using V = Vec<T, blockAlignment / sizeof(T)>;
+// sum, and several objects keep the processor busier than one. `ahead` products open the first partial sum; too few behind
+// them, or elements that lie across the boundary, are added one by one.
+//
+// Only the first partial sums start from +0. The others start with their first product, which tells only if all of them are
+// -0, and joined with those that aren't they give the same.
+template <class T>
+[[gnu::always_inline]] inline auto alignedSums(const std::byte* const (&x)[alignedObjects<T>],
+                                               const std::byte* const (&y)[alignedObjects<T>], std::ptrdiff_t ahead,
+                                               std::ptrdiff_t products) {
+    constexpr int objects = alignedObjects<T>;
+    using V = Vec<T, objects>;
     constexpr std::ptrdiff_t size = sizeof(T), block = partialSums * size;
     constexpr int vectors = block / blockAlignment;
     const std::ptrdiff_t end = products * size;
     std::ptrdiff_t at = 0;
+    V sum{};
     const auto addOne = [&]() __attribute__((always_inline)) {
-        unrolled<objects>([&](auto o)
-                              __attribute__((always_inline)) { sum[o] += load<T>(x[o] + at) * load<T>(y[o] + at); });
+        sum +=
+            fromLanes<V>([&](int o) __attribute__((always_inline)) { return load<T>(x[o] + at) * load<T>(y[o] + at); });
         at += size;
     };
-    unrolled<objects>([&](auto o) __attribute__((always_inline)) { sum[o] = 0; });
+    const auto product = [&](int o, int v) __attribute__((always_inline)) {
+        const std::ptrdiff_t place = at + v * blockAlignment;
+        return load<V>(x[o] + place) * loadAligned<V>(y[o] + place);
+    };
     if (ahead >= 0 && products >= ahead + partialSums) {
         while (at < ahead * size) addOne();
         V l[objects][vectors];
-        unrolled<vectors * objects>([&](auto e) __attribute__((always_inline)) { l[e % objects][e / objects] = V{}; });
-        unrolled<objects>([&](auto o) __attribute__((always_inline)) { l[o][0] = V{sum[o]}; });
-        do {
+        unrolled<vectors * objects>([&](auto e) __attribute__((always_inline)) {
+            l[e % objects][e / objects] = product(e % objects, e / objects);
+        });
+        if (ahead > 0) unrolled<objects>([&](auto o) __attribute__((always_inline)) { l[o][0] += V{sum[o.value]}; });
+        else unrolled<objects>([&](auto o) __attribute__((always_inline)) { l[o][0] += V{}; });
+        for (at += block; at + block <= end; at += block)
             unrolled<vectors * objects>([&](auto e) __attribute__((always_inline)) {
-                constexpr int o = e % objects, v = e / objects;
-                l[o][v] += load<V>(x[o] + at + v * blockAlignment) * loadAligned<V>(y[o] + at + v * blockAlignment);
+                l[e % objects][e / objects] += product(e % objects, e / objects);
             });
-            at += block;
-        } while (at + block <= end);
-        unrolled<objects>([&](auto o) __attribute__((always_inline)) { sum[o] = joinedEight(l[o]); });
+        sum = joinedEights(l);
     }
     while (at < end) addOne();
+    return sum;
+}
+
+// One object.
+template <class T>
+[[gnu::noinline]] T alignedSum(const std::byte* x, const std::byte* y, std::ptrdiff_t products) {
+    using V = Vec<T, alignedObjects<T>>;
+    constexpr std::ptrdiff_t size = sizeof(T), block = partialSums * size;
+    constexpr int vectors = block / blockAlignment;
+    const std::ptrdiff_t ahead = elementsAhead<T>(y), end = products * size;
+    std::ptrdiff_t at = 0;
+    T sum{};
+    const auto addOne = [&]() __attribute__((always_inline)) {
+        sum += load<T>(x + at) * load<T>(y + at);
+        at += size;
+    };
+    if (ahead >= 0 && products >= ahead + partialSums) {
+        while (at < ahead * size) addOne();
+        V l[vectors];
+        unrolled<vectors>([&](auto v) __attribute__((always_inline)) { l[v] = v == 0 ? V{sum} : V{}; });
+        for (; at + block <= end; at += block)
+            unrolled<vectors>([&](auto v) __attribute__((always_inline)) {
+                l[v] += load<V>(x + at + v * blockAlignment) * loadAligned<V>(y + at + v * blockAlignment);
+            });
+        sum = joinedEight(l);
+    }
+    while (at < end) addOne();
+    return sum;
 }
 
 }  // namespace korm::inline KORM_VARIANT::vectors

@@ -194,26 +194,28 @@ template <class Result, class Products>
 [[gnu::noinline]] void reduceAligned(Products products, typename Products::T* dst, std::ptrdiff_t length,
                                      std::ptrdiff_t count) {
     using T = typename Products::T;
-    const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
-        T sum[1];
-        alignedSums<T, 1>({products.first(k)}, {products.second(k)}, elementsAhead<T>(products.second(k)), length, sum);
-        storeResult(dst, k, Result::of(sum[0]));
+    constexpr int objects = alignedObjects<T>;
+    const auto sideBySide = [&](std::ptrdiff_t k, std::ptrdiff_t ahead) __attribute__((always_inline)) {
+        const std::byte *x[objects], *y[objects];
+        unrolled<objects>([&](auto o) __attribute__((always_inline)) {
+            x[o] = products.first(k + o);
+            y[o] = products.second(k + o);
+        });
+        return alignedSums<T>(x, y, ahead, length);
     };
     std::ptrdiff_t k = 0;
-    while (k + 2 <= count) {
-        const std::byte *const first = products.second(k), *const second = products.second(k + 1);
-        const std::ptrdiff_t ahead = elementsAhead<T>(first);
-        if (ahead == elementsAhead<T>(second)) {
-            T sum[2];
-            alignedSums<T, 2>({products.first(k), products.first(k + 1)}, {first, second}, ahead, length, sum);
-            storeResult(dst, k, Result::of(sum[0]));
-            storeResult(dst, k + 1, Result::of(sum[1]));
-            k += 2;
+    while (k < count) {
+        const std::ptrdiff_t ahead = elementsAhead<T>(products.second(k));
+        std::ptrdiff_t alike = 1;
+        while (alike < objects && k + alike < count && elementsAhead<T>(products.second(k + alike)) == ahead) ++alike;
+        if (alike == objects) {
+            storeResult(dst, k, Result::of(sideBySide(k, ahead)));
+            k += objects;
         } else {
-            one(k++);
+            storeResult(dst, k, Result::of(alignedSum<T>(products.first(k), products.second(k), length)));
+            ++k;
         }
     }
-    if (k < count) one(k);
 }
 
 // --- Choice ---------------------------------------------------------------------------------------
