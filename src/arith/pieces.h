@@ -9,22 +9,19 @@
 #pragma once
 
 #include <cstddef>
-#include <type_traits>
-#include <utility>
 
+#include "arith/operands.h"
+#include "kernel/unroll.h"
 #include "kernel/vec.h"
 
-namespace korm {
-
-template <int value>
-using Int = std::integral_constant<int, value>;
+namespace korm::inline KORM_VARIANT::arith {
 
 template <class T, int n>
 struct Piece {
-    static_assert(n == laneCount<T>, "a piece is a whole vector, a pair of floats or one element");
-    using Value = Lanes<T>;
-    static Value load(const std::byte* from) { return loadLanes<T>(from); }
-    static void store(std::byte* to, Value value) { storeLanes(to, value); }
+    static_assert(n == lanes<T>, "a piece is a whole vector, a pair of floats or one element");
+    using Value = Vector<T>;
+    static Value load(const std::byte* from) { return korm::load<Vector<T>>(from); }
+    static void store(std::byte* to, Value value) { korm::store(to, value); }
 };
 
 template <>
@@ -43,7 +40,7 @@ struct Piece<T, 1> {
 
 template <class T>
 constexpr int pieceAt(int left) {
-    if (left >= laneCount<T>) return laneCount<T>;
+    if (left >= lanes<T>) return lanes<T>;
     return left >= 2 ? 2 : 1;
 }
 
@@ -54,14 +51,6 @@ template <class T, int width, int start = 0, class F>
         constexpr int size = pieceAt<T>(width - start);
         f(Int<start>{}, Int<size>{});
         forPieces<T, width, start + size>(f);
-    }
-}
-
-template <int height, int i = 0, class F>
-[[gnu::always_inline]] inline void forRows(const F& f) {
-    if constexpr (i < height) {
-        f(Int<i>{});
-        forRows<height, i + 1>(f);
     }
 }
 
@@ -79,28 +68,27 @@ struct Rows {
     }
 };
 
-// Locals: a single operand, loaded once for all objects.
+// Locals: a shared operand, loaded once for all objects.
 template <class T, int width, int height>
 struct Held {
-    static constexpr int vectors = width / laneCount<T>;
-    Lanes<T> whole[height][vectors == 0 ? 1 : vectors];
-    Lanes<T> pair[height];
+    static constexpr int vectors = width / lanes<T>;
+    Vector<T> whole[height][vectors == 0 ? 1 : vectors];
+    Vector<T> pair[height];
     T one[height];
 
     template <int i, int j, int n>
     [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
-        constexpr int lanes = laneCount<T>;
-        constexpr int rest = j - vectors * lanes;  // where in what follows the whole vectors
-        if constexpr (n == lanes) return whole[i][j / n];
+        constexpr int rest = j - vectors * lanes<T>;  // where in what follows the whole vectors
+        if constexpr (n == lanes<T>) return whole[i][j / n];
         else if constexpr (n == 2) return pair[i];
-        else if constexpr (rest < 0) return whole[i][j / lanes][j % lanes];
-        else if constexpr (width % lanes >= 2 && rest < 2) return pair[i][rest];
+        else if constexpr (rest < 0) return whole[i][j / lanes<T>][j % lanes<T>];
+        else if constexpr (width % lanes<T> >= 2 && rest < 2) return pair[i][rest];
         else return one[i];
     }
 
     template <int i, int j, int n>
     [[gnu::always_inline]] void set(typename Piece<T, n>::Value value) {
-        if constexpr (n == laneCount<T>) whole[i][j / n] = value;
+        if constexpr (n == lanes<T>) whole[i][j / n] = value;
         else if constexpr (n == 2) pair[i] = value;
         else one[i] = value;
     }
@@ -109,7 +97,7 @@ struct Held {
 template <class T, int width, int height, class Source>
 [[gnu::always_inline]] inline Held<T, width, height> hold(const Source& source) {
     Held<T, width, height> held;
-    forRows<height>([&](auto i) __attribute__((always_inline)) {
+    unrolled<height>([&](auto i) __attribute__((always_inline)) {
         forPieces<T, width>([&](auto j, auto n) __attribute__((always_inline)) {
             held.template set<i, j, n>(source.template get<i, j, n>());
         });
@@ -117,10 +105,10 @@ template <class T, int width, int height, class Source>
     return held;
 }
 
-// A constant.
+// A constant in all elements.
 template <class T>
 struct Repeated {
-    Lanes<T> all;
+    Vector<T> all;
 
     template <int, int, int n>
     [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
@@ -138,7 +126,7 @@ struct Combined {
     template <int i, int j, int n>
     [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
         const auto result = Op::apply(a.template get<i, j, n>(), b.template get<i, j, n>());
-        if constexpr (n == 2 && laneCount<T> == 4) return settled(result);
+        if constexpr (n == 2 && isFloat<T>) return settled(result);
         else return result;
     }
 };
@@ -150,7 +138,7 @@ template <class Op, class T, class A, class B>
 
 template <class T, int width, int height, class Source>
 [[gnu::always_inline]] inline void storeObject(const Source& source, std::byte* to, std::ptrdiff_t rowStride) {
-    forRows<height>([&](auto i) __attribute__((always_inline)) {
+    unrolled<height>([&](auto i) __attribute__((always_inline)) {
         forPieces<T, width>([&](auto j, auto n) __attribute__((always_inline)) {
             Piece<T, n>::store(to + i * rowStride + j * static_cast<std::ptrdiff_t>(sizeof(T)),
                                source.template get<i, j, n>());
@@ -158,4 +146,4 @@ template <class T, int width, int height, class Source>
     });
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::arith

@@ -4,33 +4,59 @@
 // no stack frame. Plain kernels tell whether the size is right: those with a path of their own are.
 #pragma once
 
-#include "arith/apart.h"
+#include "arith/operands.h"
 #include "arith/plain.h"
+#include "arith/strided.h"
 #include "entry/checks.h"
 #include "entry/views.h"
 #include "korm.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::arith {
+
+// The rows of a single object. From the fourth on they have a base of their own, so that six rows take one register more
+// than three, where multiples of their distance would take three. What entry functions need in registers they save first.
+template <class T>
+struct SplitRows {
+    const std::byte* origin;
+    std::ptrdiff_t rowStride;
+    const std::byte* fourth;
+
+    template <int i, int j, int n>
+    [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
+        const std::byte* const row = i < 3 ? origin + i * rowStride : fourth + (i - 3) * rowStride;
+        return Piece<T, n>::load(row + j * static_cast<std::ptrdiff_t>(sizeof(T)));
+    }
+};
+
+template <int height, class T>
+[[gnu::always_inline]] inline auto split(Rows<T> rows) {
+    if constexpr (height < 4) return rows;
+    else return SplitRows<T>{rows.origin, rows.rowStride, opaque(rows.origin + 3 * rows.rowStride)};
+}
+template <int, class T>
+[[gnu::always_inline]] inline auto split(Repeated<T> constant) {
+    return constant;
+}
 
 struct NoStride {
     explicit NoStride(std::ptrdiff_t) {}
     operator std::ptrdiff_t() const { return noRows; }
 };
 
-// A matrix in two registers, a vector or a constant in one, and the view that it stands for.
+// A matrix in two registers, a vector or a constant in one, and the operand that it stands for.
 template <class View, class RowStride>
 struct Handed {
-    static constexpr bool turned = View::spacing == Spacing::columnAdjacent;
     decltype(View::origin) origin;
     [[no_unique_address]] RowStride rowStride;
 
-    explicit Handed(const View& view) : origin(view.origin), rowStride(turned ? view.elementStride : view.rowStride) {}
+    explicit Handed(const View& view)
+        : origin(view.origin), rowStride(isTransposed<View> ? view.elementStride : view.rowStride) {}
     bool rowsAre(std::ptrdiff_t bytes) const { return rowStride == bytes; }
     auto row() const { return Adjacent<typename View::Element>{origin}; }
-    View view() const {
+    auto operand() const {
         constexpr std::ptrdiff_t size = sizeof(typename View::Element);
-        if constexpr (turned) return {{origin}, 0, size, rowStride};
-        else return {{origin}, 0, rowStride, size};
+        constexpr bool swapped = isTransposed<View>;
+        return asArray(View{{origin}, 0, swapped ? size : rowStride, swapped ? rowStride : size});
     }
 };
 
@@ -40,8 +66,8 @@ struct Handed<ConstantView<T, objects>, RowStride> {
 
     explicit Handed(const ConstantView<T, objects>& view) : value(view.value) {}
     static bool rowsAre(std::ptrdiff_t) { return true; }
-    auto row() const { return Same<T>{broadcast(value)}; }
-    auto view() const { return constant(value); }
+    auto row() const { return Same<T>{repeated(value)}; }
+    auto operand() const { return constant(value); }
 };
 
 template <class View>
@@ -49,110 +75,125 @@ using HandedMatrix = Handed<View, std::ptrdiff_t>;
 template <class View>
 using HandedVector = Handed<View, NoStride>;
 
-// They return the status, so that an entry function ends with a jump and, again, needs no frame.
-template <class Op, class T, class A, class B>
-[[gnu::noinline]] std::int32_t otherRow(A a, B b, std::byte* to, std::ptrdiff_t bytes) {
-    if (bytes < 16) few<Op, T>(a, b, to, 0, bytes);
-    else longRow<Op, T>(a, b, to, bytes - 16);
-    return korStatusOk;
-}
-
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] std::int32_t otherRows(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst, MatrixShape shape) {
+[[gnu::noinline]] std::int32_t handedRows(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst,
+                                          MatrixShape shape) {
     if (anyBelowOne(shape.width, shape.height)) return korStatusBadSize;
-    plainAny<Op>(a.view(), b.view(), dst.view(), shape.width, shape.height, 1);
+    plainAny<Op>(a.operand(), b.operand(), dst.operand(), shape.width, shape.height, 1);
     return korStatusOk;
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] std::int32_t otherMatrix(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst,
-                                           MatrixShape shape) {
+[[gnu::noinline]] std::int32_t handedMatrix(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst,
+                                            MatrixShape shape) {
     using T = typename D::Element;
     const std::ptrdiff_t bytes = shape.width * static_cast<std::ptrdiff_t>(sizeof(T));
     if (shape.height > 0 && bytes > 0 && a.rowsAre(bytes) && b.rowsAre(bytes) && dst.rowsAre(bytes))
-        return otherRow<Op, T>(a.row(), b.row(), dst.origin, bytes * shape.height);
-    return otherRows<Op, A, B, D>(a, b, dst, shape);
+        return anyRow<Op, T>(a.row(), b.row(), dst.origin, bytes * shape.height);
+    return handedRows<Op, A, B, D>(a, b, dst, shape);
 }
 
+// One long vector. Where the result begins inside a source, each element waits for those before it, and they go one by
+// one. A result that ends inside a source overwrites only what has been read.
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] std::int32_t otherVector(HandedVector<A> a, HandedVector<B> b, HandedVector<D> dst,
-                                           std::ptrdiff_t length) {
+[[gnu::noinline]] std::int32_t handedVector(HandedVector<A> a, HandedVector<B> b, HandedVector<D> dst,
+                                            std::ptrdiff_t length) {
+    using T = typename D::Element;
     if (anyBelowOne(length)) return korStatusBadSize;
-    plainVector<Op>(a.view(), b.view(), dst.view(), length);
-    return korStatusOk;
+    const std::ptrdiff_t bytes = length * static_cast<std::ptrdiff_t>(sizeof(T));
+    const auto readsFirst = [&](const auto& source) {
+        if constexpr (requires { source.value; }) return true;
+        else {
+            const auto from = reinterpret_cast<std::uintptr_t>(source.origin);
+            const auto to = reinterpret_cast<std::uintptr_t>(dst.origin);
+            return to == from || to - from >= static_cast<std::uintptr_t>(bytes);
+        }
+    };
+    if (readsFirst(a) && readsFirst(b)) return run<Op, T>(a.row(), b.row(), dst.origin, bytes);
+    return oneByOne<Op, T>(a.row(), b.row(), dst.origin, bytes);
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline std::int32_t other(const A& a, const B& b, const D& dst, MatrixShape shape) {
+[[gnu::always_inline]] inline std::int32_t handOn(const A& a, const B& b, const D& dst, MatrixShape shape) {
     const HandedMatrix<A> x(a);
     const HandedMatrix<B> y(b);
     const HandedMatrix<D> z(dst);
-    if constexpr (isTurned<A> || isTurned<B>) return otherRows<Op, A, B, D>(x, y, z, shape);
-    else return otherMatrix<Op, A, B, D>(x, y, z, shape);
+    if constexpr (isTransposed<A> || isTransposed<B>) return handedRows<Op, A, B, D>(x, y, z, shape);
+    else return handedMatrix<Op, A, B, D>(x, y, z, shape);
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline std::int32_t other(const A& a, const B& b, const D& dst, VectorShape shape) {
-    return otherVector<Op, A, B, D>(HandedVector<A>(a), HandedVector<B>(b), HandedVector<D>(dst), shape.length);
+[[gnu::always_inline]] inline std::int32_t handOn(const A& a, const B& b, const D& dst, VectorShape shape) {
+    return handedVector<Op, A, B, D>(HandedVector<A>(a), HandedVector<B>(b), HandedVector<D>(dst), shape.length);
 }
 
-// The element at the place of a table where a source has it for entry `e` of the result: transposed, entry `turned`.
+// The element of a source for entry `e` of the result, which in a table that is read as its transpose is `transposed`.
 template <class T, class View>
-[[gnu::always_inline]] inline T entryOf(const View& view, std::ptrdiff_t e, std::ptrdiff_t turned) {
+[[gnu::always_inline]] inline T entryOf(const View& view, std::ptrdiff_t e, std::ptrdiff_t transposed) {
     if constexpr (isConstant<View>) return view.value;
-    else return load<T>(reinterpret_cast<const std::byte*>(view.table[inTableOrder<View> ? e : turned]) + view.offset);
+    else
+        return load<T>(reinterpret_cast<const std::byte*>(view.table[View::transposed ? transposed : e]) + view.offset);
 }
 
-// One loop for all shapes, in few registers. A table that is read by columns is passed over with the step of a stored
-// row, `height`, modulo its last entry.
+// One loop for all shapes, in a small number of registers. A table that is read by columns is passed over with the step of a
+// stored row, `height`, modulo its last entry.
 template <class Op, class A, class B, class D>
 [[gnu::always_inline]] inline void scatteredEntries(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
                                                     std::ptrdiff_t height) {
     using T = typename D::Element;
     const std::ptrdiff_t entries = width * height;
     std::ptrdiff_t e = 0;
-    std::ptrdiff_t turned = 0;
+    std::ptrdiff_t transposed = 0;
     do {
         store(reinterpret_cast<std::byte*>(dst.table[e]) + dst.offset,
-              Op::apply(entryOf<T>(a, e, turned), entryOf<T>(b, e, turned)));
-        turned += height;
-        if (turned >= entries) turned -= entries - 1;
+              Op::apply(entryOf<T>(a, e, transposed), entryOf<T>(b, e, transposed)));
+        transposed += height;
+        if (transposed >= entries) transposed -= entries - 1;
     } while (++e < entries);
 }
 
 template <class Op, int width, int height, class A, class B, class D>
 [[gnu::always_inline]] inline void scatteredSized(const A& a, const B& b, const D& dst) {
     using T = typename D::Element;
-    forRows<height>([&](auto i) __attribute__((always_inline)) {
-        forRows<width>([&](auto j) __attribute__((always_inline)) {
-            constexpr std::ptrdiff_t e = i * width + j;
-            constexpr std::ptrdiff_t turned = j * height + i;
-            store(reinterpret_cast<std::byte*>(dst.table[e]) + dst.offset,
-                  Op::apply(entryOf<T>(a, e, turned), entryOf<T>(b, e, turned)));
-        });
+    unrolled<width * height>([&](auto e) __attribute__((always_inline)) {
+        constexpr std::ptrdiff_t transposed = e % width * height + e / width;
+        store(reinterpret_cast<std::byte*>(dst.table[e]) + dst.offset,
+              Op::apply(entryOf<T>(a, e, transposed), entryOf<T>(b, e, transposed)));
     });
 }
 
 template <class Op, class A, class B, class D, class Shape>
 [[gnu::always_inline]] inline std::int32_t singleObject(const A& a, const B& b, const D& dst, Shape shape) {
-    if constexpr (D::spacing == Spacing::rowAdjacent) {
+    using T = typename D::Element;
+    if constexpr (isAdjacent<D>) {
         return bySize(
             shape,
-            [&](auto width, auto height) __attribute__((always_inline)) {
-                plainSized<Op, width, height>(a, b, dst, oneObject);
+            [&](auto w, auto h) __attribute__((always_inline)) {
+                storeSized<Op, T, w, h, isTransposed<A>, isTransposed<B>>(
+                    split<h>(stored<T>(a)), split<h>(stored<T>(b)), dst.origin, dst.rowStride);
                 return std::int32_t{korStatusOk};
             },
-            [&]() __attribute__((always_inline)) { return other<Op>(a, b, dst, shape); });
-    } else if constexpr (D::spacing == Spacing::scattered) {
+            [&]() __attribute__((always_inline)) { return handOn<Op>(a, b, dst, shape); });
+    } else if constexpr (isScattered<D>) {
         bySize(
-            shape,
-            [&](auto width, auto height)
-                __attribute__((always_inline)) { scatteredSized<Op, width, height>(a, b, dst); },
+            shape, [&](auto w, auto h) __attribute__((always_inline)) { scatteredSized<Op, w, h>(a, b, dst); },
             [&]() __attribute__((always_inline)) { scatteredEntries<Op>(a, b, dst, widthOf(shape), heightOf(shape)); });
     } else {
-        apartObjects<Op>(a, b, dst, shape, oneObject);
+        bySize(
+            shape,
+            [&](auto w, auto h) __attribute__((always_inline)) {
+                auto x = sizedWalk<T, w, h, true>(a);
+                auto y = sizedWalk<T, w, h, true>(b);
+                auto z = sizedWalk<T, w, h, true>(dst);
+                storeRows<Op, w, h>(x, y, z);
+            },
+            [&]() __attribute__((always_inline)) {
+                if constexpr (std::is_same_v<Shape, VectorShape>)
+                    stridedVector<Op>(VectorStart<A>(a), VectorStart<B>(b), VectorStart<D>(dst), shape.length);
+                else stridedAny<Op>(asArray(a), asArray(b), asArray(dst), shape.width, shape.height, 1);
+            });
     }
     return korStatusOk;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::arith

@@ -1,290 +1,171 @@
-// Elements that lie apart: the strided layout, and the streams of the pointer layout.
-//
-// Objects are walked row by row, with the pointer and the step of each operand in registers: two stores in a row mostly
-// go to one line of cache, which takes them in one cycle.
-//
-// Over the objects of an array, an element position is a stream with one step. Where objects are small, the loops run
-// with the positions outside and the objects inside: addresses are formed once per stream, a single operand's element
-// stays in a register, and where objects are one element apart the stream is a run of adjacent elements. Objects are
-// taken in blocks, so that what lies between the elements of one stream is still in the first-level cache for the next.
+// The same element position of all objects of an array is a stream with one step. Positions outside and objects inside:
+// addresses are formed once for a stream, a shared operand's element stays in a register, and where objects are one element
+// apart a stream is a row of adjacent elements.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
-#include <utility>
 
-#include "arith/plain.h"
-#include "arith/runs.h"
-#include "kernel/known.h"
+#include "arith/operands.h"
+#include "arith/rows.h"
+#include "entry/views.h"
+#include "kernel/unroll.h"
 #include "kernel/vec.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::arith {
 
-// Elements one step apart, of which six can be addressed from one place. Multiples of the step by 2 and 4 are part of
-// an instruction for free, if the compiler does not know that it has seen this step before; three times the step has
-// a register. `once`: for one object only, where an entry function would have to save such registers first.
-template <class Pointer, bool once = false>
-struct Moving {
-    Pointer at;
-    std::ptrdiff_t step;
-    std::ptrdiff_t triple = 3 * step;
+// An operand of the pointer layout. Entries of a column are `rowPitch` entries of the table apart, so that a table that is
+// read as its transpose has the same type.
+template <class T, Objects objectsOf>
+struct Table {
+    using Element = std::remove_const_t<T>;
+    static constexpr Objects objects = objectsOf;
+    static constexpr Spacing spacing = Spacing::scattered;
 
-    template <int n>
-    [[gnu::always_inline]] Pointer address() {
-        if constexpr (n >= 2 && !once) step = opaque(step);
-        if constexpr (n == 3 && !once) return at + triple;
-        else if constexpr (n == 3 || n == 5) return opaque(at + step) + (n - 1) * step;
-        else return at + n * step;
-    }
-    [[gnu::always_inline]] void next(int n) {
-        step = opaque(step);
-        at = opaque(at + n * step);
-    }
+    T* const* entries;
+    std::ptrdiff_t offset, objectStride;
+    std::ptrdiff_t rowPitch, columnPitch;
 };
 
+// Where the elements (i, j) to (i, j + n - 1) lie, each at the same distance from the address in `at`.
+template <class Byte, int n, class View>
+[[gnu::always_inline]] inline void positions(Byte* (&at)[n], const View& view, std::ptrdiff_t i, std::ptrdiff_t j) {
+    Byte* element = view.origin + i * view.rowStride + j * view.elementStride;
+    for (int e = 0; e < n; ++e, element += view.elementStride) at[e] = element;
+}
+template <class Byte, int n, class T, Objects objects>
+[[gnu::always_inline]] inline void positions(Byte* (&at)[n], const Table<T, objects>& table, std::ptrdiff_t i,
+                                             std::ptrdiff_t j) {
+    T* const* entry = table.entries + (i * table.rowPitch + j * table.columnPitch);
+    for (int e = 0; e < n; ++e, entry += table.columnPitch) at[e] = reinterpret_cast<Byte*>(*entry);
+}
+
+// That distance for object k.
 template <class View>
-using BytePointerOf = std::remove_const_t<decltype(View::origin)>;
-
-// A source of a stream: such elements, or one held for all of it.
-template <class T>
-struct MovingSource : Moving<const std::byte*> {
-    template <int n>
-    [[gnu::always_inline]] T get() {
-        return load<T>(this->template address<n>());
-    }
-    Adjacent<T> run() const { return {this->at}; }
-};
-
-template <class T>
-struct Resting {
-    T value;
-
-    template <int>
-    [[gnu::always_inline]] T get() const {
-        return value;
-    }
-    void next(int) {}
-    Same<T> run() const { return {broadcast(value)}; }
-};
-
-template <class Op, class T, int count, int n = 0, class A, class B, class D>
-[[gnu::always_inline]] inline void storeElements(A& a, B& b, D& to) {
-    if constexpr (n < count) {
-        store(to.template address<n>(), Op::apply(a.template get<n>(), b.template get<n>()));
-        storeElements<Op, T, count, n + 1>(a, b, to);
-    }
-}
-
-// Element by element, in ascending order; leaves all three behind the last one. The loop is bound by the number of
-// instructions and of taken branches: with rounds of four, single elements for the rest, and strides on the stack a
-// row of 10 takes twice the time.
-template <class Op, class T, class A, class B, class D>
-[[gnu::always_inline]] inline void streamApart(A& a, B& b, D& to, std::ptrdiff_t length) {
-    const auto round = [&](auto count) __attribute__((always_inline)) {
-        storeElements<Op, T, count>(a, b, to);
-        a.next(count);
-        b.next(count);
-        to.next(count);
-    };
-    while ((length -= 8) >= 0) {
-        round(Int<4>{});
-        round(Int<4>{});
-    }
-    if (length & 4) round(Int<4>{});
-    if (length & 2) round(Int<2>{});
-    if (length & 1) round(Int<1>{});
-}
-
-// --- Positions outside, objects inside ------------------------------------------------------------
-
-template <class T, class View>
-[[gnu::always_inline]] inline auto overObjectsSource(const View& view, std::ptrdiff_t i, std::ptrdiff_t j,
-                                                     std::ptrdiff_t first) {
-    constexpr bool single = View::objects == Objects::single;
-    if constexpr (View::spacing == Spacing::constant) {
-        if constexpr (single) return Resting<T>{view.value};
-        else return MovingSource<T>{{view.origin + first * view.objectStride, view.objectStride}};
-    } else if constexpr (single) return Resting<T>{load<T>(view.at(0).address(i, j))};
-    else return MovingSource<T>{{view.at(first).address(i, j), view.objectStride}};
+[[gnu::always_inline]] inline std::ptrdiff_t distanceOf(const View& view, std::ptrdiff_t k) {
+    if constexpr (isScattered<View>) return view.offset + k * view.objectStride;
+    else return k * view.objectStride;
 }
 
 template <class View>
 inline bool objectsAdjacent(const View& view) {
-    if constexpr (View::objects == Objects::single) return true;
+    if constexpr (isShared<View>) return true;
     else return view.objectStride == sizeof(typename View::Element);
 }
 
-// How many objects make a block: what they touch, about 8 KB an operand, stays in the first-level cache.
-template <class View>
-inline std::ptrdiff_t objectsInCache(const View& view) {
-    return std::max<std::ptrdiff_t>(16, 8192 / view.objectStride);
+// Where objects are adjacent, a stream is a row: those of elements (i, 0), (i, 1), ... are objects of one row each. A shared
+// operand has a constant for each of them, and an array of constants is one row for all.
+template <class T>
+[[gnu::always_inline]] inline auto acrossObjects(const Array<T, Spacing::strided>& array, std::ptrdiff_t i) {
+    return Array<T, Spacing::rowAdjacent>{array.origin + i * array.rowStride, nullptr, array.elementStride, 0,
+                                          sizeof(T)};
+}
+template <class T>
+[[gnu::always_inline]] inline auto acrossObjects(const GridView<T, Objects::single, Spacing::strided>& view,
+                                                 std::ptrdiff_t i) {
+    return Array<T, Spacing::constant>{view.origin + i * view.rowStride, nullptr, view.elementStride, 0, 0};
+}
+template <class T>
+[[gnu::always_inline]] inline auto acrossObjects(const Array<T, Spacing::constant>& constants, std::ptrdiff_t) {
+    return GridView<T, Objects::single, Spacing::rowAdjacent>{{constants.origin}, 0, 0, sizeof(T)};
+}
+template <class T>
+[[gnu::always_inline]] inline const auto& acrossObjects(const ConstantView<T, Objects::single>& view, std::ptrdiff_t) {
+    return view;
 }
 
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void overObjects(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
-                                               std::ptrdiff_t height, std::ptrdiff_t count) {
-    using T = typename D::Element;
-    const bool adjacent = objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst) && count >= laneCount<T>;
-    const std::ptrdiff_t block = objectsInCache(dst);
-    std::ptrdiff_t length;
-    for (std::ptrdiff_t first = 0; first < count; first += length) {
-        length = std::min(block, count - first);
-        for (std::ptrdiff_t i = 0; i < height; ++i)
-            for (std::ptrdiff_t j = 0; j < width; ++j) {
-                auto x = overObjectsSource<T>(a, i, j, first);
-                auto y = overObjectsSource<T>(b, i, j, first);
-                Moving<std::byte*> to{dst.at(first).address(i, j), dst.objectStride};
-                if (adjacent && length >= laneCount<T>)
-                    longRow<Op, T>(x.run(), y.run(), to.at,
-                                   (length - laneCount<T>)*static_cast<std::ptrdiff_t>(sizeof(T)));
-                else streamApart<Op, T>(x, y, to, length);
-            }
-    }
-}
+// Streams side by side: those of elements (i, j) to (i, j + n - 1) from object `first` on, the same elements of a shared
+// operand, one constant for each object.
+template <class T, int n>
+struct MovingStreams {
+    const std::byte* at[n];
+    std::ptrdiff_t distance, step;
 
-// --- Objects outside ----------------------------------------------------------------------------
-
-// Walks an array object by object, row by row. `walked` is the distance by which the elements of a row have moved it on
-// when it goes to the next row.
-template <class View, bool once = false>
-struct RowsOf : Moving<BytePointerOf<View>, once> {
-    using Element = typename View::Element;
-    View view;
-    std::ptrdiff_t toNextRow, toNextObject;
-
-    RowsOf(const View& all, std::ptrdiff_t height, std::ptrdiff_t walked)
-        : Moving<BytePointerOf<View>, once>{isListed<View> ? nullptr : all.origin, all.elementStride},
-          view(all),
-          toNextRow(all.rowStride - walked),
-          toNextObject(all.objectStride - (height - 1) * all.rowStride - walked) {}
-
-    template <int n>
-    [[gnu::always_inline]] Element get() {
-        return load<Element>(this->template address<n>());
-    }
-    [[gnu::always_inline]] void beginObject(std::ptrdiff_t k) {
-        if constexpr (isListed<View>) this->at = view.at(k).origin;
-    }
-    [[gnu::always_inline]] void nextRow() { this->at = opaque(this->at + toNextRow); }
-    [[gnu::always_inline]] void nextObject() {
-        if constexpr (!isListed<View>) this->at = opaque(this->at + toNextObject);
-    }
+    [[gnu::always_inline]] T get(int e) const { return load<T>(at[e] + distance); }
+    [[gnu::always_inline]] void next() { distance += step; }
 };
 
-template <class T, class View>
-struct ConstantRows : Resting<T> {
-    View view;
+template <class T, int n>
+struct SharedElements {
+    T value[n];
 
-    explicit ConstantRows(const View& all) : Resting<T>{}, view(all) {}
-    [[gnu::always_inline]] void beginObject(std::ptrdiff_t k) { this->value = view.at(k); }
-    void nextRow() {}
-    void nextObject() {}
+    [[gnu::always_inline]] T get(int e) const { return value[e]; }
+    void next() {}
 };
 
-template <class T, class View>
-[[gnu::always_inline]] inline auto walkedRowsOf(const View& view, std::ptrdiff_t width, std::ptrdiff_t height) {
-    if constexpr (isConstant<View>) return ConstantRows<T, View>(view);
-    else return RowsOf<View>(view, height, width * view.elementStride);
-}
-
-template <class View>
-inline void swapAxes(View& view) {
-    if constexpr (View::spacing == Spacing::strided) std::swap(view.rowStride, view.elementStride);
-}
-
-// Whether no two elements of a result share bytes: by rising size, each stride passes over all that the
-// smaller ones span. Only then may elements be done in another order than objects, rows, columns.
-template <class D>
-inline bool elementsApart(const D& d, std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t count) {
-    struct Axis {
-        std::ptrdiff_t stride, length;
-    };
-    Axis x{d.elementStride, width}, y{d.rowStride, height}, z{d.objectStride, count};
-    if (x.stride > y.stride) std::swap(x, y);
-    if (y.stride > z.stride) std::swap(y, z);
-    if (x.stride > y.stride) std::swap(x, y);
-    std::ptrdiff_t span = sizeof(typename D::Element);
-    for (const Axis& axis : {x, y, z}) {
-        if (axis.length > 1 && axis.stride < span) return false;
-        span += (axis.length - 1) * axis.stride;
-    }
-    return true;
-}
-
-template <class Op, class A, class B, class D>
-[[gnu::noinline]] void stridedNest(A a, B b, D dst, std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t count) {
-    using T = typename D::Element;
-    if (height > width && elementsApart(dst, width, height, 1)) {
-        std::swap(width, height);
-        swapAxes(a);
-        swapAxes(b);
-        swapAxes(dst);
-    }
-    auto x = walkedRowsOf<T>(a, width, height);
-    auto y = walkedRowsOf<T>(b, width, height);
-    auto z = walkedRowsOf<T>(dst, width, height);
-    for (std::ptrdiff_t k = 0; k < count; ++k) {
-        x.beginObject(k);
-        y.beginObject(k);
-        z.beginObject(k);
-        for (std::ptrdiff_t i = height;;) {
-            streamApart<Op, T>(x, y, z, width);
-            if (--i == 0) break;
-            x.nextRow();
-            y.nextRow();
-            z.nextRow();
-        }
-        x.nextObject();
-        y.nextObject();
-        z.nextObject();
-    }
-}
-
-// One vector. What it consists of is passed in registers: two for each operand, one for a constant.
-template <class Pointer>
-struct StreamStart {
-    Pointer at;
+template <class T>
+struct ConstantStream {
+    const std::byte* at;
     std::ptrdiff_t step;
+
+    [[gnu::always_inline]] T get(int) const { return load<T>(at); }
+    [[gnu::always_inline]] void next() { at += step; }
 };
 
-template <class View>
-[[gnu::always_inline]] inline auto streamStart(const View& view) {
-    if constexpr (isConstant<View>) return Resting<typename View::Element>{view.value};
-    else return StreamStart<BytePointerOf<View>>{view.origin, view.elementStride};
+template <class T, int n, class View>
+[[gnu::always_inline]] inline auto streamsOf(const View& view, std::ptrdiff_t i, std::ptrdiff_t j,
+                                             std::ptrdiff_t first) {
+    if constexpr (isConstant<View> && !isShared<View>)
+        return ConstantStream<T>{view.origin + first * view.objectStride, view.objectStride};
+    else if constexpr (isConstant<View>) {
+        SharedElements<T, n> elements;
+        for (int e = 0; e < n; ++e) elements.value[e] = view.value;
+        return elements;
+    } else {
+        MovingStreams<T, n> streams;
+        positions(streams.at, view, i, j);
+        streams.distance = distanceOf(view, first);
+        streams.step = view.objectStride;
+        if constexpr (!isShared<View>) return streams;
+        else {
+            SharedElements<T, n> elements;
+            for (int e = 0; e < n; ++e) elements.value[e] = streams.get(e);
+            return elements;
+        }
+    }
 }
 
-template <class T>
-[[gnu::always_inline]] inline auto streamFrom(StreamStart<const std::byte*> start) {
-    return MovingSource<T>{{start.at, start.step}};
+// Up to four streams at a time, as many pointers as there are registers. Objects that lie packed are then passed over in
+// order, and two stores in a row mostly go to one line of cache, which takes them in one cycle.
+template <class Op, int n, class A, class B, class D>
+[[gnu::always_inline]] inline void storeStreams(const A& a, const B& b, const D& dst, std::ptrdiff_t i,
+                                                std::ptrdiff_t j, std::ptrdiff_t first, std::ptrdiff_t count) {
+    using T = typename D::Element;
+    auto x = streamsOf<T, n>(a, i, j, first);
+    auto y = streamsOf<T, n>(b, i, j, first);
+    std::byte* to[n];
+    positions(to, dst, i, j);
+    std::ptrdiff_t distance = distanceOf(dst, first);
+    do {
+        for (int e = 0; e < n; ++e) store(to[e] + distance, Op::apply(x.get(e), y.get(e)));
+        x.next();
+        y.next();
+        distance += dst.objectStride;
+    } while (--count > 0);
 }
 
-template <class T>
-[[gnu::always_inline]] inline auto streamFrom(Resting<T> constant) {
-    return constant;
-}
-
-template <class Op, class T, class A, class B>
-[[gnu::noinline]] void stridedVector(A a, B b, StreamStart<std::byte*> dst, std::ptrdiff_t length) {
-    auto x = streamFrom<T>(a);
-    auto y = streamFrom<T>(b);
-    Moving<std::byte*> z{dst.at, dst.step};
-    streamApart<Op, T>(x, y, z, length);
-}
-
-// Whether objects inside are worth it: rows too short for a stream of their own, or vectors over objects.
-template <class A, class B, class D>
-inline bool preferObjects(const A& a, const B& b, const D& dst, std::ptrdiff_t width, std::ptrdiff_t height,
-                          std::ptrdiff_t count) {
-    return count >= 16 &&
-           (width * height <= 12 || (objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst))) &&
-           elementsApart(dst, width, height, count);
-}
-
+// Objects are taken in blocks, so that what lies between the elements of one stream, about 8 KB an operand, is still in the
+// first-level cache for the next.
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void stridedArrays(const A& a, const B& b, const D& dst, std::ptrdiff_t width, std::ptrdiff_t height,
-                                     std::ptrdiff_t count) {
-    if (preferObjects(a, b, dst, width, height, count)) overObjects<Op>(A(a), B(b), D(dst), width, height, count);
-    else stridedNest<Op>(A(a), B(b), D(dst), width, height, count);
+[[gnu::noinline]] void streams(const A& first, const B& second, const D& result, std::ptrdiff_t width,
+                               std::ptrdiff_t height, std::ptrdiff_t count) {
+    const A a = first;
+    const B b = second;
+    const D dst = result;
+    const std::ptrdiff_t block = std::max<std::ptrdiff_t>(16, 8192 / dst.objectStride);
+    for (std::ptrdiff_t begin = 0; begin < count; begin += block) {
+        const std::ptrdiff_t objects = std::min(block, count - begin);
+        for (std::ptrdiff_t i = 0; i < height; ++i) {
+            std::ptrdiff_t j = 0;
+            for (; j + 4 <= width; j += 4) storeStreams<Op, 4>(a, b, dst, i, j, begin, objects);
+            switch (width - j) {
+                case 3: storeStreams<Op, 3>(a, b, dst, i, j, begin, objects); break;
+                case 2: storeStreams<Op, 2>(a, b, dst, i, j, begin, objects); break;
+                case 1: storeStreams<Op, 1>(a, b, dst, i, j, begin, objects); break;
+                default: break;
+            }
+        }
+    }
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::arith

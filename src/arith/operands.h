@@ -1,0 +1,174 @@
+// Operands as the loops of arrays take them: whether objects are found by a stride or by a list is known when running only,
+// so that one loop serves both layouts. What an operand is (an array or shared by all objects, elements or constants) stays
+// part of its type.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+
+#include "entry/views.h"
+#include "kernel/known.h"
+#include "kernel/predicates.h"
+#include "kernel/vec.h"
+
+namespace korm::inline KORM_VARIANT::arith {
+
+// Vectors of 16 bytes: small objects hold no longer ones, and long runs wait for memory.
+template <class T>
+inline constexpr int lanes = 16 / static_cast<int>(sizeof(T));
+template <class T>
+using Vector = Vec<T, lanes<T>>;
+
+template <class T>
+[[gnu::always_inline]] inline Vector<T> repeated(T value) {
+    return fromLanes<Vector<T>>([value](int) { return value; });
+}
+
+// The objects of an array, or its constants; `origin` is that of the object at hand.
+template <class T, Spacing spacingOf>
+struct Array {
+    using Element = std::remove_const_t<T>;
+    static constexpr Objects objects = Objects::stepped;
+    static constexpr Spacing spacing = spacingOf;
+
+    BytePointer<T> origin;
+    T* const* list;               // null where objects lie a stride apart
+    std::ptrdiff_t objectStride;  // of a list: the offset behind every entry
+    std::ptrdiff_t rowStride;
+    std::ptrdiff_t elementStride;
+
+    [[gnu::always_inline]] void nextByStride() { origin += objectStride; }
+    [[gnu::always_inline]] void nextOfList() { origin = reinterpret_cast<BytePointer<T>>(*++list) + objectStride; }
+};
+
+template <class Operand>
+[[gnu::always_inline]] inline void nextByStride(Operand& operand) {
+    if constexpr (requires { operand.nextByStride(); }) operand.nextByStride();
+}
+template <class Operand>
+[[gnu::always_inline]] inline void nextOfList(Operand& operand) {
+    if constexpr (requires { operand.nextOfList(); }) operand.nextOfList();
+}
+
+// An operand for `eachObject`. There must be an object: the first entry of a list is read.
+template <class T, Objects objects, Spacing spacing>
+[[gnu::always_inline]] inline auto operand(const GridView<T, objects, spacing>& view) {
+    if constexpr (objects == Objects::single) return view;
+    else if constexpr (objects == Objects::stepped)
+        return Array<T, spacing>{view.origin, nullptr, view.objectStride, view.rowStride, view.elementStride};
+    else return Array<T, spacing>{view.at(0).origin, view.list, view.objectStride, view.rowStride, view.elementStride};
+}
+
+template <class T, Objects objects>
+[[gnu::always_inline]] inline auto operand(const ConstantView<T, objects>& view) {
+    using Constants = Array<const T, Spacing::constant>;
+    if constexpr (objects == Objects::single) return view;
+    else if constexpr (objects == Objects::stepped) return Constants{view.origin, nullptr, view.objectStride, 0, 0};
+    else {
+        const auto first = reinterpret_cast<const std::byte*>(view.list[0]) + view.objectStride;
+        return Constants{first, view.list, view.objectStride, 0, 0};
+    }
+}
+
+// A shared operand as an array whose objects all are the same one, for loops in which that costs nothing.
+template <class T, Spacing spacing>
+[[gnu::always_inline]] inline auto asArray(const GridView<T, Objects::single, spacing>& view) {
+    return Array<T, spacing>{view.origin, nullptr, 0, view.rowStride, view.elementStride};
+}
+template <class T>
+[[gnu::always_inline]] inline auto asArray(const ConstantView<T, Objects::single>& view) {
+    return Array<const T, Spacing::constant>{reinterpret_cast<const std::byte*>(&view.value), nullptr, 0, 0, 0};
+}
+template <class T, Spacing spacing>
+[[gnu::always_inline]] inline const auto& asArray(const Array<T, spacing>& array) {
+    return array;
+}
+
+// Calls f for each object and moves the operands on. Objects a stride apart are one run, each object of a list is a run of its
+// own, so that the inner loop has no test of the layout.
+template <class A, class B, class D, class F>
+[[gnu::always_inline]] inline void eachObject(A a, B b, D dst, std::ptrdiff_t count, const F& f) {
+    const std::ptrdiff_t run = dst.list == nullptr ? count : 1;
+    for (;;) {
+        std::ptrdiff_t left = run;
+        do {
+            f(a, b, dst);
+            nextByStride(a);
+            nextByStride(b);
+            nextByStride(dst);
+        } while (--left != 0);
+        count -= run;
+        if (count == 0) return;
+        nextOfList(a);
+        nextOfList(b);
+        nextOfList(dst);
+    }
+}
+
+// Object k, by a layout that is known.
+template <bool listed, class View>
+[[gnu::always_inline]] inline decltype(auto) objectAt(const View& view, std::ptrdiff_t k) {
+    if constexpr (isShared<View>) return (view);
+    else {
+        View object = view;
+        if constexpr (listed) object.origin = reinterpret_cast<decltype(view.origin)>(view.list[k]) + view.objectStride;
+        else object.origin = view.origin + k * view.objectStride;
+        return object;
+    }
+}
+
+// The same for small objects: each layout has a loop of its own, and of the smallest two go at a time. `elements` is what an
+// object has at most.
+template <int elements, class A, class B, class D, class F>
+[[gnu::always_inline]] inline void eachSmallObject(const A& a, const B& b, const D& dst, std::ptrdiff_t count,
+                                                   const F& f) {
+    if constexpr (elements > 16) eachObject(a, b, dst, count, f);
+    else {
+        const auto loop = [&](auto listed) __attribute__((always_inline)) {
+            const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+                f(objectAt<listed>(a, k), objectAt<listed>(b, k), objectAt<listed>(dst, k));
+            };
+            std::ptrdiff_t k = 0;
+            if constexpr (elements <= 6)
+                for (; k + 2 <= count; k += 2) {
+                    one(k);
+                    one(k + 1);
+                }
+            for (; k < count; ++k) one(k);
+        };
+        if (dst.list == nullptr) loop(std::false_type{});
+        else loop(std::true_type{});
+    }
+}
+
+// The constant of the object at hand.
+template <class T>
+[[gnu::always_inline]] inline T constantOf(const ConstantView<T, Objects::single>& view) {
+    return view.value;
+}
+template <class T>
+[[gnu::always_inline]] inline T constantOf(const Array<const T, Spacing::constant>& constants) {
+    return load<T>(constants.origin);
+}
+
+// Do the rows of an object touch, and its objects?
+template <class View>
+[[gnu::always_inline]] inline bool rowsTouch(const View& view, std::ptrdiff_t rowBytes) {
+    if constexpr (isConstant<View>) return true;
+    else return (isTransposed<View> ? view.elementStride : view.rowStride) == rowBytes;
+}
+
+template <class View>
+[[gnu::always_inline]] inline bool objectsTouch(const View& view, std::ptrdiff_t objectBytes) {
+    if constexpr (isShared<View>) return true;
+    else return isConstant<View> || view.objectStride == objectBytes;
+}
+
+// The width and height of a result.
+inline std::int32_t widthOf(MatrixShape shape) { return shape.width; }
+inline std::int32_t widthOf(VectorShape shape) { return shape.length; }
+inline std::int32_t heightOf(MatrixShape shape) { return shape.height; }
+inline std::int32_t heightOf(VectorShape) { return 1; }
+
+}  // namespace korm::inline KORM_VARIANT::arith
