@@ -169,27 +169,31 @@ struct Work {
 template <Shape shape>
 constexpr Kind resultKind = shape.isVector() ? Kind::vector : Kind::matrix;
 
-// Vectors have `rows` 1 among sums, and `columns` 1 among products.
+// Vectors have `rows` 1 among sums, and `columns` 1 among products; they are stored as a row.
 template <Shape shape, class T>
 Work<T> makeWork(Layout layout, int rows, int inner, int columns, std::size_t bytes) {
     struct Stored {
         int rows, columns;
     };
     const auto stored = [&](Kind kind, int r, int c) {
-        return kind == Kind::constant ? Stored{1, 1} : kind == Kind::transposed ? Stored{c, r} : Stored{r, c};
+        return kind == Kind::constant     ? Stored{1, 1}
+               : kind == Kind::vector     ? Stored{1, r * c}
+               : kind == Kind::transposed ? Stored{c, r}
+                                          : Stored{r, c};
     };
     const Stored first = stored(shape.firstKind, rows, shape.isProduct() ? inner : columns);
     const Stored second = stored(shape.secondKind, shape.isProduct() ? inner : rows, columns);
     const auto span = [&](Stored s) { return objectSpan<T>(layout, s.rows, s.columns); };
+    const Stored result = stored(resultKind<shape>, rows, columns);
     const std::size_t each =
-        span({rows, columns}) + (shape.firstIsArray ? span(first) : 0) + (shape.secondIsArray ? span(second) : 0);
+        span(result) + (shape.firstIsArray ? span(first) : 0) + (shape.secondIsArray ? span(second) : 0);
     const std::size_t count = shape.isArray() ? std::max<std::size_t>(bytes / (each * sizeof(T)), 4) : 0;
     Work<T> work;
     work.rows = rows, work.inner = inner, work.columns = columns;
     work.count = static_cast<std::int32_t>(std::max<std::size_t>(count, 1));
     work.first = place<T>(0, layout, first.rows, first.columns, shape.firstIsArray ? count : 0);
     work.second = place<T>(1, layout, second.rows, second.columns, shape.secondIsArray ? count : 0);
-    work.result = place<T>(2, layout, rows, columns, count);
+    work.result = place<T>(2, layout, result.rows, result.columns, count);
     return work;
 }
 
@@ -274,7 +278,8 @@ struct Elements {
 
     // Inlined always: a call for each element is not what anyone would write.
     [[gnu::always_inline]] decltype(auto) operator()(std::ptrdiff_t k, std::ptrdiff_t i, std::ptrdiff_t j) const {
-        if constexpr (kind == Kind::transposed) return stored(k, j, i, columns, rows);
+        if constexpr (kind == Kind::vector) return stored(k, 0, i + j, Known<1>(), rows * columns);
+        else if constexpr (kind == Kind::transposed) return stored(k, j, i, columns, rows);
         else return stored(k, i, j, rows, columns);
     }
 
