@@ -18,7 +18,7 @@ std::string pointerType(const Form& form, const Argument& argument) {
     std::string element = form.type == Type::f32 ? "float" : "double";
     if (operand.kind == Operand::Kind::index) element = "int32_t";
     const bool constant = operand.shape == Shape::constant;
-    const bool table = form.layout == Layout::pointer ? !constant : form.layout == Layout::list && operand.array;
+    const bool table = operand.layout == Layout::pointer ? !constant : operand.layout == Layout::list && operand.array;
     const bool input = operand.use == Operand::Use::input;
     return (input ? "const " : "") + element + (table && !operand.dense ? " *const *" : " *");
 }

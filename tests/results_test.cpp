@@ -26,6 +26,14 @@ TEST_P(Results, OverlapGoesStepByStep) {
     if (hasOverlapRule(form())) expectPass(checkOverlap(form(), library(), options));
 }
 
+TEST_P(Results, LargeMoves) {
+    if (hasLargeMoves(form())) expectPass(checkLargeMoves(form(), library(), options));
+}
+
+TEST_P(Results, OverlappingMovesGoForward) {
+    if (hasForwardRule(form())) expectPass(checkForwardMoves(form(), library(), options));
+}
+
 INSTANTIATE_TEST_SUITE_P(Forms, Results, testing::Range(std::size_t{0}, allForms().size()), formName);
 
 }  // namespace

@@ -98,7 +98,10 @@ const Mutant mutants[] = {
      [](const Form&, int) { return true; }},
     {"writes_beyond", results, [](const Form&) { return 1; }, [](const Form&, int) { return true; }},
     {"reorders_checks", checks, [](const Form& form) { return static_cast<int>(form.checks.size()) - 1; },
-     [](const Form&, int) { return true; }},
+     [](const Form& form, int variant) {
+         const auto at = static_cast<std::size_t>(variant);
+         return statusOfCheck(form.checks[at]) != statusOfCheck(form.checks[at + 1]);
+     }},
     {"adds_otherwise", everySize, [](const Form& form) { return hasEverySize(form) ? sumVariants : 0; }, sumsDiffer},
     {"misses_limit", thresholds, [](const Form& form) { return form.driver ? 2 : 0; },
      [](const Form& form, int variant) {

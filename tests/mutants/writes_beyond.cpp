@@ -13,7 +13,7 @@ std::int32_t kormtest::misbehave(const Form& form, const std::vector<CallValue>&
     std::byte* const last = elementAddress(form, form.result(), result, sizes, sizes.count - 1, lastRow, lastColumn);
     std::ptrdiff_t step = form.elementSize();
     if (operand.dense) step = form.sizeOf(operand);
-    else if (form.layout != Layout::pointer) step = result.elementStride;
+    else if (operand.layout != Layout::pointer) step = result.elementStride;
     else if (form.array) step = result.objectStride;
     std::memcpy(last + step, last, static_cast<std::size_t>(form.sizeOf(operand)));
     return 0;

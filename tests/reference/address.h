@@ -43,13 +43,13 @@ inline std::byte* elementAddress(const Form& form, std::size_t operandIndex, con
     }
     std::uintptr_t address = 0;
     if (operand.shape == Shape::constant) {
-        if (form.layout == Layout::list) address = entry(object) + static_cast<std::uintptr_t>(values.offset);
+        if (operand.layout == Layout::list) address = entry(object) + static_cast<std::uintptr_t>(values.offset);
         else address = reinterpret_cast<std::uintptr_t>(values.base) + times(object, values.objectStride);
-    } else if (form.layout == Layout::pointer) {
+    } else if (operand.layout == Layout::pointer) {
         address = entry(row * storedWidth + column) + static_cast<std::uintptr_t>(values.offset);
         if (operand.array) address += times(k, values.objectStride);
     } else {
-        if (form.layout == Layout::list && operand.array)
+        if (operand.layout == Layout::list && operand.array)
             address = entry(k) + static_cast<std::uintptr_t>(values.offset);
         else address = reinterpret_cast<std::uintptr_t>(values.base) + times(object, values.objectStride);
         if (operand.shape == Shape::matrix) address += times(row, values.rowStride);

@@ -29,13 +29,15 @@ bool mayMismatch(const Form& form, const Argument& argument) {
 }
 
 std::vector<std::int32_t> badValuesOf(const Form& form, const Argument& argument) {
-    switch (checkLetter(argument.role)) {
-        case 'N': return {0};
-        case 'C': return {0, -1, -7, INT_MIN};
-        case 'S':
+    switch (argument.role) {
+        case Role::pointer: return {0};
+        case Role::count: return {0, -1, -7, INT_MIN};
+        case Role::size:
             if (mayMismatch(form, argument)) return {0, -1, -7, INT_MIN, largestGoodSize + 1, INT_MAX};
             return {0, -1, -7, INT_MIN};
-        case 'T': {
+        case Role::objectStride:
+        case Role::rowStride:
+        case Role::elementStride: {
             // INT_MAX has its low bits set, INT_MIN only its sign; near both ends sums of checks could wrap.
             std::vector<std::int32_t> values{0, -4, -8, 1,       2,       3,           5,
                                              6, 7,  -1, INT_MAX, INT_MIN, INT_MIN + 8, -(1 << 30)};
@@ -43,21 +45,26 @@ std::vector<std::int32_t> badValuesOf(const Form& form, const Argument& argument
             if (form.type == Type::f64) values.insert(values.end(), {4, 12, INT_MAX - 3});
             return values;
         }
-        case 'O': {
+        case Role::offset: {
             std::vector<std::int32_t> values{-4, -8, 1, 2, 3, 5, 6, 7, -1, INT_MAX, INT_MIN, INT_MIN + 8};
             if (form.type == Type::f64) values.insert(values.end(), {4, 12, INT_MAX - 3});
             return values;
         }
-        default: return {};
+        case Role::value: return {};
     }
+    return {};
+}
+
+// Does some check of the form look at arguments of this role?
+bool isChecked(const Form& form, Role role) {
+    return std::any_of(form.checks.begin(), form.checks.end(), [&](char letter) { return looksAt(letter, role); });
 }
 
 // All bad values that some check of the form looks at.
 std::vector<BadValue> allBadValues(const Form& form) {
     std::vector<BadValue> result;
     for (std::size_t i = 0; i < form.arguments.size(); ++i) {
-        const char letter = checkLetter(form.arguments[i].role);
-        if (letter == '\0' || form.checks.find(letter) == std::string::npos) continue;
+        if (!isChecked(form, form.arguments[i].role)) continue;
         for (const std::int32_t value : badValuesOf(form, form.arguments[i])) result.push_back({i, value});
     }
     return result;

@@ -69,10 +69,10 @@ Strides stridesFor(const Form& form, const Operand& operand, const Sizes& sizes,
     for (std::int64_t i = 0; i < spots; ++i) arena.addWindow(room.spot(i), room.spot(i).begin, room.spot(i).end);
     std::byte* const begin = room.spot(0).begin;
     const bool constant = operand.shape == Shape::constant;
-    if (form.layout == Layout::pointer && !constant) {
+    if (operand.layout == Layout::pointer && !constant) {
         const std::int32_t entries = sizes.of(operand.rows) * sizes.of(operand.columns);
         for (std::int32_t i = 0; i < entries; ++i) placed.entries.push_back(begin + i * form.elementSize());
-    } else if (form.layout == Layout::list && operand.array) {
+    } else if (operand.layout == Layout::list && operand.array) {
         for (std::int32_t k = 0; k < sizes.count; ++k)
             placed.entries.push_back(
                 begin + (constant ? k * form.elementSize() : static_cast<std::ptrdiff_t>(k * strides.object)));

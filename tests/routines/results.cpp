@@ -15,7 +15,7 @@ Verdict checkOne(const Form& form, const Library& library, const Options& option
     scene.sizes = randomSizes(form, random);
     scene.plain = random.chance(55);
     scene.mayCollide = random.chance(50);
-    if (random.chance(25)) {
+    if (random.chance(25) && form.result() > 0) {
         const int operand = random.between(0, static_cast<std::int32_t>(form.result()) - 1);
         if (Scene::mayAlias(form, static_cast<std::size_t>(operand), scene.sizes)) scene.alias = operand;
     }

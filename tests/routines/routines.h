@@ -46,6 +46,14 @@ Verdict checkLongSums(const Form& form, const Library& library, const Options& o
 bool hasOverlapRule(const Form& form);
 Verdict checkOverlap(const Form& form, const Library& library, const Options& options);
 
+// Movement: objects in such numbers, and of such sizes, that kernels work in blocks.
+bool hasLargeMoves(const Form& form);
+Verdict checkLargeMoves(const Form& form, const Library& library, const Options& options);
+
+// Movement: result and source overlap in any way, and parts of the result meet each other.
+bool hasForwardRule(const Form& form);
+Verdict checkForwardMoves(const Form& form, const Library& library, const Options& options);
+
 // Strides whose products pass 2^31 bytes; a 64-bit address space only.
 Verdict checkFarObjects(const Form& form, const Library& library, const Options& options);
 

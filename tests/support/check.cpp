@@ -18,13 +18,21 @@ bool mismatch(const Form& form, std::span<const CallValue> arguments) {
     return false;
 }
 
+std::int32_t countOf(const Form& form, std::span<const CallValue> arguments) {
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        if (form.arguments[i].role == Role::count)
+            return static_cast<std::int32_t>(static_cast<std::uint32_t>(arguments[i].bits));
+    return 1;
+}
+
 }  // namespace
 
 bool checkFails(const Form& form, std::span<const CallValue> arguments, char letter) {
     if (letter == 'M') return mismatch(form, arguments);
+    if (letter == 'A' && countOf(form, arguments) < 2) return false;
     const auto mask = static_cast<std::uint32_t>(form.elementSize() - 1);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        if (checkLetter(form.arguments[i].role) != letter) continue;
+        if (!looksAt(letter, form.arguments[i].role)) continue;
         const auto bits = static_cast<std::uint32_t>(arguments[i].bits);
         const auto number = static_cast<std::int32_t>(bits);
         switch (letter) {
@@ -36,6 +44,8 @@ bool checkFails(const Form& form, std::span<const CallValue> arguments, char let
                 if (number < 1) return true;
                 break;
             case 'T':
+            case 'R':
+            case 'A':
                 if (number < 1 || (bits & mask) != 0) return true;
                 break;
             default:
@@ -52,7 +62,9 @@ std::int32_t statusOfCheck(char letter) {
         case 'C': return status::badCount;
         case 'S': return status::badSize;
         case 'M': return status::sizeMismatch;
-        case 'T': return status::badStride;
+        case 'T':
+        case 'R':
+        case 'A': return status::badStride;
         case 'O': return status::badOffset;
         default: return status::ok;
     }

@@ -23,9 +23,9 @@ DenseCall::DenseCall(const Form& form, const Sizes& sizes, std::int32_t spread, 
         values.base = begin;
         if (operand.dense) continue;
         std::vector<std::byte*>& entries = entries_[index];
-        if (form.layout == Layout::pointer) {
+        if (operand.layout == Layout::pointer) {
             for (std::int32_t at = 0; at < rows * columns; ++at) entries.push_back(begin + at * values.elementStride);
-        } else if (form.layout == Layout::list && operand.array) {
+        } else if (operand.layout == Layout::list && operand.array) {
             for (std::int32_t k = 0; k < objects; ++k)
                 entries.push_back(begin + static_cast<std::ptrdiff_t>(k) * values.objectStride);
         }

@@ -1,6 +1,7 @@
 // What the tables forms_*.cpp are made of: one table for each subsystem, one row for each group of forms.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -28,7 +29,7 @@ struct Family {
     const char* signature;
     // Gives the operands that the name tells of their names and extents, and adds those that it doesn't tell of.
     void (*shape)(Form& form);
-    const char* (*usualChecks)(Layout layout, bool array);
+    const char* (*usualChecks)(const Form& form);
     Reference reference;
     Filler fill = nullptr;
     // The operations of a call, about, so that tests keep calls short. None: the elements of the result.
@@ -44,6 +45,12 @@ struct Family {
     bool stepwise = false;
     // Statuses that depend on the data.
     bool mayFail = false;
+    // Each pair of layouts of source and result is a form, and their letters end its name.
+    bool layoutPairs = false;
+    // The entry function does the work: there are no kernels with names of their own.
+    bool withoutKernels = false;
+    // Operands may overlap in any way: each element is written before the next is read.
+    bool movesForward = false;
     // Results that depend on where operands lie or on the processor: they have no digest. None: all are fixed.
     bool (*fixedBits)(const Form& form, const Sizes& sizes, bool plain) = nullptr;
     // Results that are sums of products: the order in which element i of a result is added.
@@ -72,13 +79,15 @@ struct GroupRow {
     const LimitRow* limits;
 };
 
-// A departure from the check order that layout and arrays give. type 0 means both.
+// A departure from the check order that layout and arrays give. type 0 means both; a row for one layout of the result
+// says which.
 struct OrderRow {
     const char* operation;
     const char* tokens;
     int type;
     Layout layout;
     const char* checks;
+    std::optional<Layout> resultLayout = std::nullopt;
 };
 
 struct Table {
@@ -91,6 +100,7 @@ struct Table {
 Table arithForms();
 Table productForms();
 Table vectorForms();
+Table movementForms();
 Table linalgForms();
 
 // --- Helpers of the tables ---

@@ -15,6 +15,7 @@ std::vector<Table> allTables() {
         arithForms(),
         productForms(),
         vectorForms(),
+        movementForms(),
         linalgForms(),
     };
 }
@@ -60,13 +61,13 @@ void addDescriptor(Form& form, int index) {
     addArgument(form, index, operand.byValue() ? Role::value : Role::pointer, "");
     if (operand.byValue() || operand.dense) return;
     const bool constant = operand.shape == Shape::constant;
-    if (form.layout == Layout::pointer && !constant) {
+    if (operand.layout == Layout::pointer && !constant) {
         addArgument(form, index, Role::offset, "Offset");
         if (operand.array) addArgument(form, index, Role::objectStride, "ObjectStride");
         return;
     }
     if (operand.array) {
-        if (form.layout == Layout::list) addArgument(form, index, Role::offset, "Offset");
+        if (operand.layout == Layout::list) addArgument(form, index, Role::offset, "Offset");
         else addArgument(form, index, Role::objectStride, "ObjectStride");
     }
     if (operand.shape == Shape::matrix) addArgument(form, index, Role::rowStride, "RowStride");
@@ -114,12 +115,20 @@ std::string orderOf(const Form& form, const Table& table) {
     for (const OrderRow& row : table.orders) {
         if (row.operation != form.operationWord || row.layout != form.layout) continue;
         if (row.type != 0 && (row.type == 32) != (form.type == Type::f32)) continue;
+        if (row.resultLayout && *row.resultLayout != form.operands[form.result()].layout) continue;
         if (contains(row.tokens, form.tokens)) return row.checks;
     }
-    return form.family->usualChecks(form.layout, form.array);
+    return form.family->usualChecks(form);
 }
 
-Form makeForm(const Table& table, const GroupRow& row, const std::string& tokens, Type type, Layout layout) {
+// The layouts of source and result, in forms that have two.
+std::string pairName(Layout source, Layout result) {
+    constexpr char letters[] = {'S', 'L', 'P'};
+    return {letters[static_cast<int>(source)], letters[static_cast<int>(result)]};
+}
+
+Form makeForm(const Table& table, const GroupRow& row, const std::string& tokens, Type type, Layout layout,
+              Layout resultLayout) {
     Form form;
     form.operationWord = row.operation;
     form.tokens = tokens;
@@ -127,11 +136,13 @@ Form makeForm(const Table& table, const GroupRow& row, const std::string& tokens
     form.layout = layout;
     form.family = row.family;
     form.name = "korm" + form.operationWord + "_" + tokens + (type == Type::f32 ? "_32f" : "_64f");
-    if (layout == Layout::list) form.name += "_L";
-    if (layout == Layout::pointer) form.name += "_P";
+    if (row.family->layoutPairs) form.name += "_" + pairName(layout, resultLayout);
+    else if (layout == Layout::list) form.name += "_L";
+    else if (layout == Layout::pointer) form.name += "_P";
     for (std::size_t at = 0; at < tokens.size();) form.operands.push_back(parseToken(tokens, at));
     for (const Operand& operand : form.operands) form.array = form.array || operand.array;
     row.family->shape(form);
+    for (Operand& operand : form.operands) operand.layout = operand.output() ? resultLayout : layout;
     for (const std::string& word : words(row.family->signature)) addWord(form, word);
     form.checks = orderOf(form, table);
     const auto& without = table.withoutDriver;
@@ -153,8 +164,11 @@ std::vector<Form> makeForms() {
                     for (const Layout layout : {Layout::standard, Layout::list, Layout::pointer}) {
                         // A list of objects needs an array among the operands.
                         if (layout == Layout::list && !array) continue;
-                        forms.push_back(makeForm(table, row, tokens, type, layout));
-                        forms.back().index = forms.size() - 1;
+                        for (const Layout result : {Layout::standard, Layout::list, Layout::pointer}) {
+                            if (!row.family->layoutPairs && result != layout) continue;
+                            forms.push_back(makeForm(table, row, tokens, type, layout, result));
+                            forms.back().index = forms.size() - 1;
+                        }
                     }
                 }
             }
@@ -234,18 +248,18 @@ const Form& formNamed(std::string_view name) {
     throw std::logic_error("no form " + std::string(name));
 }
 
-char checkLetter(Role role) {
+bool looksAt(char letter, Role role) {
     switch (role) {
-        case Role::pointer: return 'N';
-        case Role::count: return 'C';
-        case Role::size: return 'S';
-        case Role::objectStride:
+        case Role::pointer: return letter == 'N';
+        case Role::count: return letter == 'C';
+        case Role::size: return letter == 'S';
+        case Role::objectStride: return letter == 'T' || letter == 'A';
         case Role::rowStride:
-        case Role::elementStride: return 'T';
-        case Role::offset: return 'O';
-        case Role::value: return '\0';
+        case Role::elementStride: return letter == 'T' || letter == 'R';
+        case Role::offset: return letter == 'O';
+        case Role::value: return false;
     }
-    return '\0';
+    return false;
 }
 
 }  // namespace kormtest

@@ -66,6 +66,7 @@ struct Operand {
     Extent columns = Extent::one;
     bool transposed = false;
     bool array = false;
+    Layout layout = Layout::standard;
     // A bare pointer in every layout: rows, columns and objects follow each other without gaps.
     bool dense = false;
     Use use = Use::input;
@@ -101,14 +102,16 @@ struct Form {
     std::string operationWord;
     std::string tokens;
     Type type = Type::f32;
-    Layout layout = Layout::standard;
+    Layout layout = Layout::standard;  // of the inputs; the result has another one in some forms
     const Family* family = nullptr;
     std::vector<Operand> operands;  // the main result last
     std::size_t first = 0;          // the operand that stands left of the operator
     std::size_t second = 1;
     std::vector<Argument> arguments;
     std::vector<Extent> extents;  // without the count, each once
-    std::string checks;           // N null, C count, S size, M match, T stride, O offset, in order
+    // In order: N null, C count, S size, M match, T stride, O offset. Where the strides of objects are looked at on
+    // their own and only above one object, that is A, and R the other strides.
+    std::string checks;
     bool array = false;
     bool driver = false;
     Estimate estimate = nullptr;
@@ -132,7 +135,8 @@ std::vector<std::string> allNames();
 
 const Form& formNamed(std::string_view name);
 
-// The letter of a check order under which an argument of this role is looked at, 0 for none.
-char checkLetter(Role role);
+// Does the check of this letter look at arguments of this role?
+bool looksAt(char letter, Role role);
+
 
 }  // namespace kormtest

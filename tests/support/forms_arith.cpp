@@ -26,9 +26,9 @@ void shapeOperands(Form& form) {
     addOperand(form, "dst", shape, rows, columns, Operand::Use::output).array = form.array;
 }
 
-const char* usualChecks(Layout layout, bool array) {
-    if (array) return layout == Layout::standard ? "NCST" : "NCSTO";
-    return layout == Layout::pointer ? "NSO" : "NST";
+const char* usualChecks(const Form& form) {
+    if (form.array) return form.layout == Layout::standard ? "NCST" : "NCSTO";
+    return form.layout == Layout::pointer ? "NSO" : "NST";
 }
 
 constexpr Family elementwise(const char* signature) {

@@ -69,9 +69,9 @@ void shapeInvert(Form& form) {
     addOperand(form, "dst", Shape::matrix, Extent::order, Extent::order, Use::output).array = form.array;
 }
 
-const char* usualChecks(Layout layout, bool array) {
-    if (array) return layout == Layout::standard ? "NCST" : "NCSTO";
-    return layout == Layout::pointer ? "NSO" : "NST";
+const char* usualChecks(const Form& form) {
+    if (form.array) return form.layout == Layout::standard ? "NCST" : "NCSTO";
+    return form.layout == Layout::pointer ? "NSO" : "NST";
 }
 
 // --- Values ---

@@ -24,9 +24,9 @@ void shapeOperands(Form& form) {
     form.operands.back().array = form.array;
 }
 
-const char* usualChecks(Layout layout, bool array) {
-    if (array) return layout == Layout::standard ? "NCSMT" : "NCSMTO";
-    return layout == Layout::pointer ? "NSMO" : "NSMT";
+const char* usualChecks(const Form& form) {
+    if (form.array) return form.layout == Layout::standard ? "NCSMT" : "NCSMTO";
+    return form.layout == Layout::pointer ? "NSMO" : "NSMT";
 }
 
 std::int64_t work(const Sizes& s) { return std::int64_t{s.width} * s.height * s.inner; }

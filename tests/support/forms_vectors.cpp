@@ -58,19 +58,19 @@ void shapeGaxpy(Form& form) {
     addResult(form, Extent::height);
 }
 
-const char* usualChecks(Layout layout, bool array) {
-    if (array) return layout == Layout::standard ? "NCST" : "NCSTO";
-    return layout == Layout::pointer ? "NSO" : "NST";
+const char* usualChecks(const Form& form) {
+    if (form.array) return form.layout == Layout::standard ? "NCST" : "NCSTO";
+    return form.layout == Layout::pointer ? "NSO" : "NST";
 }
 
-const char* crossChecks(Layout layout, bool array) {
-    if (array) return layout == Layout::standard ? "NCT" : "NCTO";
-    return layout == Layout::pointer ? "NO" : "NT";
+const char* crossChecks(const Form& form) {
+    if (form.array) return form.layout == Layout::standard ? "NCT" : "NCTO";
+    return form.layout == Layout::pointer ? "NO" : "NT";
 }
 
-const char* matchingChecks(Layout layout, bool array) {
-    if (array) return layout == Layout::standard ? "NCSMT" : "NCSMTO";
-    return layout == Layout::pointer ? "NSMO" : "NSMT";
+const char* matchingChecks(const Form& form) {
+    if (form.array) return form.layout == Layout::standard ? "NCSMT" : "NCSMTO";
+    return form.layout == Layout::pointer ? "NSMO" : "NSMT";
 }
 
 constexpr Family combination(const char* signature, void (*shape)(Form&)) {

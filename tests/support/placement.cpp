@@ -33,13 +33,13 @@ MakeUp makeUpOf(const Form& form, const Operand& operand, const Sizes& sizes) {
         result.lattice.push_back({Role::elementStride, rows * columns * (operand.array ? sizes.count : 1)});
         return result;
     }
-    if (form.layout == Layout::pointer && !constant) {
+    if (operand.layout == Layout::pointer && !constant) {
         result.table = true;
         result.items = rows * columns;
         if (operand.array) result.lattice.push_back(objects);
         return result;
     }
-    if (form.layout == Layout::list && operand.array) {
+    if (operand.layout == Layout::list && operand.array) {
         result.table = true;
         result.items = sizes.count;
     } else if (operand.array) {
@@ -60,7 +60,7 @@ public:
           random_(random),
           size_(form.sizeOf(form.operands[index])),
           dense_(form.operands[index].dense),
-          table_(form.layout == Layout::pointer),
+          table_(form.operands[index].layout == Layout::pointer),
           makeUp_(makeUpOf(form, form.operands[index], sizes)) {}
 
     Placed place() {
@@ -87,8 +87,11 @@ private:
         return dimension.role == Role::elementStride && (options_.plain || dense_);
     }
 
-    // A stride that is never multiplied by more than 0 may be anything.
+    // A stride that is never multiplied by more than 0 may be large, and any number where it isn't checked either.
     std::int64_t strideOrHuge(const Dimension& dimension) {
+        const bool unchecked = options_.anyLoneStride && dimension.role == Role::objectStride;
+        if (dimension.n == 1 && unchecked && random_.chance(70))
+            return random_.chance(50) ? random_.between(-9, 9) : random_.between(INT32_MIN, INT32_MAX);
         if (dimension.n > 1 || fixedToElement(dimension) || options_.thin || !random_.chance(5))
             return dimension.stride;
         return static_cast<std::int64_t>(random_.between(1, 0x7fffffff / size_)) * size_;

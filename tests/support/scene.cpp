@@ -54,6 +54,7 @@ std::vector<Placed> Scene::place(Arena& arena, const Form& form, const SceneOpti
         one.plain = options.plain || (!options.thin && places.chance(25));
         one.mayCollide = options.mayCollide && form.family->mayCollide && operand.use == Operand::Use::input;
         one.anyOffset = uncheckedOffset(form);
+        one.anyLoneStride = form.checks.find('A') != std::string::npos;
         one.mayComb = options.mayComb && !adjacentEntries;
         one.adjacentEntries = adjacentEntries;
         one.thin = options.thin;
@@ -126,7 +127,7 @@ bool Scene::mayAlias(const Form& form, std::size_t operand, const Sizes& sizes) 
     if (!family.inPlace || (family.inPlaceFor != nullptr && !family.inPlaceFor(sizes))) return false;
     if (description.use != Operand::Use::input || description.kind != Operand::Kind::element) return false;
     const Operand& result = form.operands[form.result()];
-    if (description.shape != result.shape || description.transposed) return false;
+    if (description.shape != result.shape || description.transposed || description.layout != result.layout) return false;
     return description.array == form.array || sizes.count == 1;
 }
 
