@@ -186,6 +186,36 @@ VECTORS = Page(
     tables={"packed": vector_table})
 
 
+# --- Movement ---------------------------------------------------------------------------------------
+
+def move_goals(context, rows):
+    blocks, structures, pairs = (chosen(rows, section) for section in ("blocks", "structures", "pairs"))
+    goals = every_row("packed blocks: memcpy / korm", blocks, 0.95, lambda row: row.against("memcpy"))
+    for place, least in (("cache", 2.0), ("memory", 1.0)):
+        near = [row for row in structures if row.place.endswith(place)]
+        goals += at_least(f"structures to streams and back, {place}: plain loop / korm", mean(row.ratio for row in near), least)
+    goals += at_least("other pairs of layouts: plain loop / korm", mean(row.ratio for row in pairs), 1.2)
+    goals += every_row("transposed arrays, orders 3 to 6: best peer / korm", chosen(rows, "arrays"), EVEN)
+    for element, least in (("32f", 1.2), ("64f", 1.0)):
+        large = chosen(rows, "singles", ("64", "100", "512", "1000", "2048"), element=element)
+        goals += every_row(f"transposed matrices, {element}: best peer / korm", large, least)
+    return goals
+
+
+MOVE = Page(
+    title="movement",
+    about="Copies are held against `memcpy` where both sides are packed, and against the plain loop over the same layouts "
+          "with sizes at run time; transposition against Eigen, plain loops in tiles, OpenBLAS and libxsmm (`otrans`).",
+    sections={"blocks": ("Packed to packed", ""),
+              "structures": ("Structures to streams and back",
+                             "An array of structures is packed or a list, streams are the pointer layout with contiguous "
+                             "elements."),
+              "pairs": ("Other pairs of layouts", ""), "arrays": ("Transposed arrays", ""),
+              "singles": ("One transposed matrix", "")},
+    plots=[("Transpose_m_32f", "^singles/Transpose_m_32f/"), ("Transpose_m_64f", "^singles/Transpose_m_64f/")],
+    goals=move_goals)
+
+
 # --- LU, solve, inverse, determinant -----------------------------------------------------------------
 
 def linalg_goals(context, rows):
@@ -312,4 +342,4 @@ GEOMETRY = Page(
     tables={"calls": call_table})
 
 
-PAGES = {"arith": ARITH, "products": PRODUCTS, "vectors": VECTORS, "linalg": LINALG, "geometry": GEOMETRY}
+PAGES = {"arith": ARITH, "products": PRODUCTS, "vectors": VECTORS, "move": MOVE, "linalg": LINALG, "geometry": GEOMETRY}

@@ -6054,6 +6054,823 @@ int32_t kormCrossProduct_vava_64f_P(
 
 
 /**
+ * @defgroup copy Copies between layouts
+ * dst = src, element by element, for arrays of matrices or vectors. The two letters that end a name are the layouts of
+ * source and result: `S` standard, `L` list, `P` pointer.
+ *
+ * Elements move as bits, so that every NaN arrives as it was.
+ *
+ * A call of one object doesn't look at object strides.
+ *
+ * Overlap: any. Objects, rows and elements move in ascending order, each element is written before the next is read, and
+ * an entry of a list or table is read when its turn comes. So a result that begins inside its source, behind it, repeats
+ * what it has written.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadCount, ::korStatusBadStride; forms with
+ * a list or table ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_32f_SS(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, float *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_64f_SS(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_32f_SP(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_64f_SP(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_32f_SL(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_64f_SL(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_32f_PS(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *dst, int32_t dstObjectStride,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_64f_PS(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_32f_PP(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_64f_PP(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_32f_PL(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_64f_PL(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *const *dst,
+    int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_32f_LS(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, float *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_64f_LS(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_32f_LP(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_ma_64f_LP(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset.
+ */
+int32_t kormCopy_ma_32f_LL(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst(k,i,j) = src(k,i,j)
+ *
+ * Checks: null, size, count, stride within an object, offset.
+ */
+int32_t kormCopy_ma_64f_LL(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_32f_SS(
+    const float *src, int32_t srcObjectStride, int32_t srcElementStride, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_64f_SS(
+    const double *src, int32_t srcObjectStride, int32_t srcElementStride, double *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, offset, stride within an object, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_32f_SP(
+    const float *src, int32_t srcObjectStride, int32_t srcElementStride, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_64f_SP(
+    const double *src, int32_t srcObjectStride, int32_t srcElementStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_32f_SL(
+    const float *src, int32_t srcObjectStride, int32_t srcElementStride, float *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_64f_SL(
+    const double *src, int32_t srcObjectStride, int32_t srcElementStride, double *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_32f_PS(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_64f_PS(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_32f_PP(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_64f_PP(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_32f_PL(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_64f_PL(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_32f_LS(
+    const float *const *src, int32_t srcOffset, int32_t srcElementStride, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_64f_LS(
+    const double *const *src, int32_t srcOffset, int32_t srcElementStride, double *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, offset, stride within an object, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_32f_LP(
+    const float *const *src, int32_t srcOffset, int32_t srcElementStride, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset, stride between objects, if count is above 1.
+ */
+int32_t kormCopy_va_64f_LP(
+    const double *const *src, int32_t srcOffset, int32_t srcElementStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset.
+ */
+int32_t kormCopy_va_32f_LL(
+    const float *const *src, int32_t srcOffset, int32_t srcElementStride, float *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t length, int32_t count);
+
+/**
+ * dst(k,j) = src(k,j)
+ *
+ * Checks: null, size, count, stride within an object, offset.
+ */
+int32_t kormCopy_va_64f_LL(
+    const double *const *src, int32_t srcOffset, int32_t srcElementStride, double *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t length, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup extract Extraction into a packed block
+ * The objects of src, one behind the other without gaps: element (i, j) of object k goes to
+ * dst[k*width*height + i*width + j], element j of vector k to dst[k*length + j]. dst has no strides in any layout.
+ *
+ * Shapes: `width` and `height` are those of the result; a transposed matrix is stored with `width` rows and `height`
+ * columns.
+ *
+ * Elements move as bits. Unlike in `Copy`, object strides are looked at in a call of one object too.
+ *
+ * Overlap: any. Standard and list forms move objects, rows and elements in ascending order, pointer forms entry by entry as
+ * the table has them, for each object by object; each element is written before the next is read.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+ * ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst[i*width + j] = src(i,j)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormExtract_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *dst, int32_t width,
+    int32_t height);
+
+/**
+ * dst[i*width + j] = src(i,j)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormExtract_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *dst, int32_t width,
+    int32_t height);
+
+/**
+ * dst[i*width + j] = src(i,j)
+ *
+ * Checks: size, null, offset.
+ */
+int32_t kormExtract_m_32f_P(
+    const float *const *src, int32_t srcOffset, float *dst, int32_t width, int32_t height);
+
+/**
+ * dst[i*width + j] = src(i,j)
+ *
+ * Checks: size, null, offset.
+ */
+int32_t kormExtract_m_64f_P(
+    const double *const *src, int32_t srcOffset, double *dst, int32_t width, int32_t height);
+
+/**
+ * dst[i*width + j] = src(j,i)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormExtract_t_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *dst, int32_t width,
+    int32_t height);
+
+/**
+ * dst[i*width + j] = src(j,i)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormExtract_t_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *dst, int32_t width,
+    int32_t height);
+
+/**
+ * dst[i*width + j] = src(j,i)
+ *
+ * Checks: size, null, offset.
+ */
+int32_t kormExtract_t_32f_P(
+    const float *const *src, int32_t srcOffset, float *dst, int32_t width, int32_t height);
+
+/**
+ * dst[i*width + j] = src(j,i)
+ *
+ * Checks: size, null, offset.
+ */
+int32_t kormExtract_t_64f_P(
+    const double *const *src, int32_t srcOffset, double *dst, int32_t width, int32_t height);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,i,j)
+ *
+ * Checks: null, size, count, stride.
+ */
+int32_t kormExtract_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, float *dst,
+    int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,i,j)
+ *
+ * Checks: null, size, count, stride.
+ */
+int32_t kormExtract_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, double *dst,
+    int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,i,j)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, float *dst,
+    int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,i,j)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, double *dst,
+    int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,i,j)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *dst, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,i,j)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *dst, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,j,i)
+ *
+ * Checks: null, size, count, stride.
+ */
+int32_t kormExtract_ta_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, float *dst,
+    int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,j,i)
+ *
+ * Checks: null, size, count, stride.
+ */
+int32_t kormExtract_ta_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, double *dst,
+    int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,j,i)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_ta_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, float *dst,
+    int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,j,i)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_ta_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, double *dst,
+    int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,j,i)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_ta_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *dst, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst[(k*height + i)*width + j] = src(k,j,i)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_ta_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *dst, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst[j] = src(j)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormExtract_v_32f(const float *src, int32_t srcElementStride, float *dst, int32_t length);
+
+/**
+ * dst[j] = src(j)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormExtract_v_64f(const double *src, int32_t srcElementStride, double *dst, int32_t length);
+
+/**
+ * dst[j] = src(j)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormExtract_v_32f_P(const float *const *src, int32_t srcOffset, float *dst, int32_t length);
+
+/**
+ * dst[j] = src(j)
+ *
+ * Checks: size, null, offset.
+ */
+int32_t kormExtract_v_64f_P(const double *const *src, int32_t srcOffset, double *dst, int32_t length);
+
+/**
+ * dst[k*length + j] = src(k,j)
+ *
+ * Checks: null, size, count, stride.
+ */
+int32_t kormExtract_va_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcElementStride, float *dst, int32_t length,
+    int32_t count);
+
+/**
+ * dst[k*length + j] = src(k,j)
+ *
+ * Checks: null, size, count, stride.
+ */
+int32_t kormExtract_va_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcElementStride, double *dst, int32_t length,
+    int32_t count);
+
+/**
+ * dst[k*length + j] = src(k,j)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_va_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcElementStride, float *dst, int32_t length,
+    int32_t count);
+
+/**
+ * dst[k*length + j] = src(k,j)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_va_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcElementStride, double *dst, int32_t length,
+    int32_t count);
+
+/**
+ * dst[k*length + j] = src(k,j)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_va_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *dst, int32_t length,
+    int32_t count);
+
+/**
+ * dst[k*length + j] = src(k,j)
+ *
+ * Checks: null, size, count, offset, stride.
+ */
+int32_t kormExtract_va_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *dst, int32_t length,
+    int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup load_identity Identity matrices
+ * Each matrix of dst gets 1 on its diagonal, which ends at the shorter side, and 0 everywhere else.
+ *
+ * A call of one object doesn't look at the object stride.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadCount, ::korStatusBadStride; list and
+ * pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst(k,i,j) = i == j ? 1 : 0
+ *
+ * Checks: null, size, count, stride within an object, stride between objects, if count is above 1.
+ */
+int32_t kormLoadIdentity_ma_32f(
+    float *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst(k,i,j) = i == j ? 1 : 0
+ *
+ * Checks: null, size, count, stride within an object, stride between objects, if count is above 1.
+ */
+int32_t kormLoadIdentity_ma_64f(
+    double *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst(k,i,j) = i == j ? 1 : 0
+ *
+ * Checks: null, size, count, stride within an object, offset.
+ */
+int32_t kormLoadIdentity_ma_32f_L(
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst(k,i,j) = i == j ? 1 : 0
+ *
+ * Checks: null, size, count, stride within an object, offset.
+ */
+int32_t kormLoadIdentity_ma_64f_L(
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst(k,i,j) = i == j ? 1 : 0
+ *
+ * Checks: null, size, offset, count, stride between objects, if count is above 1.
+ */
+int32_t kormLoadIdentity_ma_32f_P(
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * dst(k,i,j) = i == j ? 1 : 0
+ *
+ * Checks: null, size, count, offset, stride between objects, if count is above 1.
+ */
+int32_t kormLoadIdentity_ma_64f_P(
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height,
+    int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup transpose Transposition
+ * dst(j, i) = src(i, j), for a matrix or each matrix of an array. Elements move as bits.
+ *
+ * Shapes: `width` and `height` are those of src; dst has `width` rows of `height` columns, and in the pointer layout its
+ * table is row by row in that shape.
+ *
+ * Overlap: dst and src must not overlap, square matrices neither.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+ * ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * dst(j,i) = src(i,j)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormTranspose_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, int32_t width, int32_t height,
+    float *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(j,i) = src(i,j)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormTranspose_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, int32_t width, int32_t height,
+    double *dst, int32_t dstRowStride, int32_t dstElementStride);
+
+/**
+ * dst(j,i) = src(i,j)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormTranspose_m_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t width, int32_t height, float *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(j,i) = src(i,j)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormTranspose_m_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t width, int32_t height, double *const *dst,
+    int32_t dstOffset);
+
+/**
+ * dst(k,j,i) = src(k,i,j)
+ *
+ * Checks: null, count, size, stride.
+ */
+int32_t kormTranspose_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, int32_t width,
+    int32_t height, float *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t count);
+
+/**
+ * dst(k,j,i) = src(k,i,j)
+ *
+ * Checks: null, count, size, stride.
+ */
+int32_t kormTranspose_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, int32_t width,
+    int32_t height, double *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t count);
+
+/**
+ * dst(k,j,i) = src(k,i,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ */
+int32_t kormTranspose_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, int32_t width,
+    int32_t height, float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t count);
+
+/**
+ * dst(k,j,i) = src(k,i,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ */
+int32_t kormTranspose_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    int32_t width, int32_t height, double *const *dst, int32_t dstOffset, int32_t dstRowStride,
+    int32_t dstElementStride, int32_t count);
+
+/**
+ * dst(k,j,i) = src(k,i,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ */
+int32_t kormTranspose_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t width, int32_t height,
+    float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/**
+ * dst(k,j,i) = src(k,i,j)
+ *
+ * Checks: null, count, size, stride, offset.
+ */
+int32_t kormTranspose_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, int32_t width, int32_t height,
+    double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t count);
+
+/** @} */
+
+
+/**
  * @defgroup determinant Determinants
  * dst(k) = determinant of the square matrix src(k). A single matrix writes one element, an array one element for each
  * object, in a row: dst has no strides in any layout.

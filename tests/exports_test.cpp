@@ -9,6 +9,7 @@
 
 #include "geometry/functions.h"
 #include "geometry/homogeneous.h"
+#include "support/family.h"
 #include "support/forms.h"
 #include "support/library.h"
 
@@ -56,6 +57,7 @@ TEST_F(Binary, ExportsExactlyTheNames) {
                               + 288  // element-wise arithmetic
                               + 148  // products
                               + 86   // vectors
+                              + 82   // movement
                               + 66   // linear algebra
                               + 87;  // geometry
     ASSERT_EQ(expected.size(), count);

@@ -12,6 +12,7 @@
 
 #include "../routines/routines.h"
 #include "../routines/sizes.h"
+#include "../support/check.h"
 #include "../support/family.h"
 #include "../support/library.h"
 

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <stdexcept>
 
 #include "../support/family.h"
 #include "../support/scene.h"
@@ -88,7 +89,7 @@ private:
             values.elementStride = size * objects;
             values.rowStride = values.elementStride * columns;
         }
-        if (operand.layout == Layout::list && operand.array) placeEntries(result, objects, object);
+        if (operand.layout == Layout::list && operand.array && !operand.dense) placeEntries(result, objects, object);
         else values.base = somewhere(object + static_cast<std::int64_t>(objects - 1) * values.objectStride);
         return result;
     }

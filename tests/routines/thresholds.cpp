@@ -66,7 +66,10 @@ Verdict runIntoFault(const Form& form, const Library& library, const Sizes& size
                                                 1);
     for (const Argument& argument : form.arguments) {
         switch (argument.role) {
-            case Role::pointer: values.push_back(CallValue::pointer(nowhere)); break;
+            case Role::pointer:
+                values.push_back(CallValue::pointer(nowhere));
+                nowhere += 512;  // a copy of something to where it is touches nothing
+                break;
             case Role::value:
                 values.push_back(form.type == Type::f64 ? CallValue::realBits(0) : CallValue::singleBits(0));
                 break;

@@ -136,7 +136,7 @@ Form makeForm(const Table& table, const GroupRow& row, const std::string& tokens
     form.layout = layout;
     form.family = row.family;
     form.name = "korm" + form.operationWord + "_" + tokens + (type == Type::f32 ? "_32f" : "_64f");
-    if (row.family->layoutPairs) form.name += "_" + pairName(layout, resultLayout);
+    if (row.family->layoutPairs) form.name.append(1, '_').append(pairName(layout, resultLayout));
     else if (layout == Layout::list) form.name += "_L";
     else if (layout == Layout::pointer) form.name += "_P";
     for (std::size_t at = 0; at < tokens.size();) form.operands.push_back(parseToken(tokens, at));

@@ -21,7 +21,7 @@ struct MakeUp {
     std::vector<Dimension> lattice;
 };
 
-MakeUp makeUpOf(const Form& form, const Operand& operand, const Sizes& sizes) {
+MakeUp makeUpOf(const Operand& operand, const Sizes& sizes) {
     MakeUp result;
     result.lattice.reserve(3);
     const Dimension objects{Role::objectStride, sizes.count};
@@ -61,7 +61,7 @@ public:
           size_(form.sizeOf(form.operands[index])),
           dense_(form.operands[index].dense),
           table_(form.operands[index].layout == Layout::pointer),
-          makeUp_(makeUpOf(form, form.operands[index], sizes)) {}
+          makeUp_(makeUpOf(form.operands[index], sizes)) {}
 
     Placed place() {
         if (options_.thin) placeThin();

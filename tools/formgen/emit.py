@@ -81,6 +81,9 @@ def function(name, declarations, lines, attributes=""):
 def entry_functions(form):
     """Single objects with strides choose first and check then: element strides that equal the element size
     are right, and the short road is the one that most calls take."""
+    if form.family.entry_only:
+        work = ["    " + template_call(form, form.family.kernel, plain=False), "    return korStatusOk;"]
+        return [function(form.entry, c_declarations(form), [*check_lines(form), *work])]
     if form.is_array or len(form.kernels) == 1:
         return [entry_function(form, [*check_lines(form), *shortcut(form), *dispatch(form)])]
     plain, general = [returns_call(kernel, names(form), 1) for kernel in form.kernels]

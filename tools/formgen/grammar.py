@@ -140,6 +140,7 @@ class Family:
     light: bool = False
     scratch: dict = field(default_factory=dict)  # the argument that is scratch: elements of a thread's piece of it
     single_kernel: bool = False  # one kernel for any element stride
+    entry_only: bool = False  # the entry function does the work itself, by the template for any element stride
     shortcut: object = None  # a Shortcut; its template takes the kernel template's arguments
 
     def forms(self):
@@ -391,6 +392,8 @@ class Form:
     @property
     def kernels(self):
         """The kernel for adjacent elements, and the one for any element stride where there is one."""
+        if self.family.entry_only:
+            return []
         kernel = f"{VARIANT}_own{self.name}"
         if self.family.single_kernel or not self.element_strides:
             return [kernel]

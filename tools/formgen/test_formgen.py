@@ -386,6 +386,28 @@ int32_t v8_kormCopy_ma_32f_PL(
         count);
 }""")
 
+    def test_an_entry_function_that_does_the_work_itself(self):
+        copy = Family("Copy", "va", "SP", "src dst length count", "copy", "", "", order="N S C T:inner O T:objects",
+                      entry_only=True)
+        form = self.form(copy, "kormCopy_va_64f_SP")
+        self.assertEqual(form.kernels, [])
+        self.assertEqual(emit.functions(form), ["""\
+int32_t v8_kormCopy_va_64f_SP(
+    const double *src, int32_t srcObjectStride, int32_t srcElementStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t length, int32_t count) {
+    if (anyNull(src, dst)) return korStatusNullPointer;
+    if (anyBelowOne(length)) return korStatusBadSize;
+    if (anyBelowOne(count)) return korStatusBadCount;
+    if (anyBadStride<double>(srcElementStride)) return korStatusBadStride;
+    if (anyBadOffset<double>(dstOffset)) return korStatusBadOffset;
+    if (count > 1 && anyBadStride<double>(srcObjectStride, dstObjectStride)) return korStatusBadStride;
+    copy(
+        stridedArray(src, srcObjectStride, noRows, srcElementStride),
+        scatteredArray(dst, dstOffset, dstObjectStride, length),
+        VectorShape{length}, count);
+    return korStatusOk;
+}"""])
+
     def test_an_array_form_without_driver_chooses_by_element_strides(self):
         transpose = family("Transpose", "ma", "src width height dst count", result_width="height")
         (entry,) = emit.entry_functions(self.form(transpose, "kormTranspose_ma_32f"))

@@ -48,7 +48,7 @@ def show(form):
     print(f"  entry      {form.entry}")
     if form.kernels:
         print(f"  kernels    {' '.join(form.kernels)}")
-    for template in dict.fromkeys(form.template(kernel) for kernel in form.kernels) or [form.kernel]:
+    for template in dict.fromkeys(form.template(kernel) for kernel in form.kernels) or [getattr(form, "kernel", form.family.kernel)]:
         print(f"  template   {template}  {definition(form.family.source, template.partition('<')[0])}")
 
 

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "../harness/operands.h"
+
+namespace bench {
+
+// Transposition of one matrix.
+void measureMatrices();
+
+}  // namespace bench

@@ -1,0 +1,288 @@
+#include "move/move.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "move/objects.h"
+#include "move/overlap.h"
+#include "move/rows.h"
+#include "move/turn.h"
+
+namespace korm::inline KORM_VARIANT::move {
+namespace {
+
+// Rows of each object by the given way, in order.
+template <class Way>
+[[gnu::always_inline]] inline void forRows(Side from, Side to, Extent extent, const Way& way) {
+    forObjects(from, to, extent.objects, [&](std::byte* result, const std::byte* source) __attribute__((always_inline)) {
+        for (std::ptrdiff_t i = extent.rows;;) {
+            way(result, source);
+            if (--i == 0) break;
+            result += to.rowStride;
+            source += from.rowStride;
+        }
+    });
+}
+
+// Are the rows of a matrix one row, in memory or in the table?
+bool rowsTouch(const Side& side, const Extent& extent) {
+    return side.rowStride == extent.columns * side.elementStride;
+}
+
+// --- Grids to grids -------------------------------------------------------------------------------
+
+// The same elements in the same order as fewer, longer rows: axes of one element vanish, rows that touch are one row.
+void simplify(Side& from, Side& to, Extent& extent) {
+    if (extent.columns == 1 && extent.rows > 1) {
+        extent.columns = std::exchange(extent.rows, 1);
+        from.elementStride = from.rowStride;
+        to.elementStride = to.rowStride;
+    }
+    if (extent.rows > 1 && rowsTouch(from, extent) && rowsTouch(to, extent)) extent.columns *= std::exchange(extent.rows, 1);
+    if (from.isList() || to.isList() || extent.objects == 1) return;
+    if (extent.rows == 1) {
+        // Objects are rows.
+        from.rowStride = from.objectStride;
+        to.rowStride = to.objectStride;
+        if (extent.columns == 1) {
+            extent.columns = std::exchange(extent.objects, 1);
+            from.elementStride = from.rowStride;
+            to.elementStride = to.rowStride;
+        } else if (rowsTouch(from, extent) && rowsTouch(to, extent)) {
+            extent.columns *= std::exchange(extent.objects, 1);
+        } else {
+            extent.rows = std::exchange(extent.objects, 1);
+        }
+        return;
+    }
+    const auto objectsTouch = [&](const Side& side) { return side.objectStride == extent.rows * side.rowStride; };
+    if (objectsTouch(from) && objectsTouch(to)) extent.rows *= std::exchange(extent.objects, 1);
+}
+
+// An axis of grids: its number of elements, and the steps in source and result.
+struct Axis {
+    std::ptrdiff_t n, from, to;
+};
+
+constexpr std::ptrdiff_t smallPlane = 8;
+
+// Elements of the source touch along one axis, those of the result along the same or another: along it whole rows move,
+// or planes of both are turned. Says no where there are no such axes.
+template <class Word>
+bool moveAlongAxes(const Side& from, const Side& to, const Extent& extent, Order order) {
+    const bool lists = from.isList() || to.isList();
+    const Axis axes[] = {{extent.columns, from.elementStride, to.elementStride},
+                         {extent.rows, from.rowStride, to.rowStride},
+                         {lists ? 1 : extent.objects, from.objectStride, to.objectStride}};
+    int source = -1, result = -1;
+    for (int axis = 2; axis >= 0; --axis) {
+        if (axes[axis].n == 1) continue;
+        if (axes[axis].from == sizeOf<Word>) source = axis;
+        if (axes[axis].to == sizeOf<Word>) result = axis;
+    }
+    if (source < 0 || result < 0) return false;
+    const auto otherAxis = [&](int a, int b) { return 3 - a - b; };
+    const int second = source != result ? result : source == 0 ? 1 : 0;
+    const Axis along = axes[source], across = axes[second], outer = axes[otherAxis(source, second)];
+    // Small planes cost more to turn than to move element by element, unless objects are one of their axes.
+    const bool ofObjects = source == 2 || second == 2;
+    if (!ofObjects && std::min(along.n, across.n) < smallPlane) return false;
+    if (order != Order::any && !mayReorder(from, to, extent, sizeOf<Word>, Listed::inOrder)) return false;
+    const auto plane = [&](std::byte* toPlane, std::byte* fromPlane) {
+        if (source != result)
+            return turn<Word>(SteppedRows{fromPlane, across.from}, across.n, SteppedRows{toPlane, along.to}, along.n);
+        for (std::ptrdiff_t i = 0; i < across.n; ++i)
+            moveRun<Word>(toPlane + i * across.to, sizeOf<Word>, fromPlane + i * across.from, sizeOf<Word>, along.n);
+    };
+    const auto planes = [&](std::byte* toFirst, std::byte* fromFirst) {
+        for (std::ptrdiff_t i = 0; i < outer.n; ++i) plane(toFirst + i * outer.to, fromFirst + i * outer.from);
+    };
+    if (lists) forObjects(from, to, extent.objects, planes);
+    else planes(to.base, from.base);
+    return true;
+}
+
+// Fewer elements than this aren't worth a look at their axes.
+constexpr std::ptrdiff_t fewElements = 16;
+
+}  // namespace
+
+template <class Word>
+void moveBlock(std::byte* to, const std::byte* from, std::ptrdiff_t bytes) {
+    moveRow<Word>(to, from, bytes, [](std::byte* result, const std::byte* source, std::ptrdiff_t n) {
+        forRowsOf(n, [&](auto way) { way(result, source, n); });
+    });
+}
+
+template <class Word>
+void moveGrids(Side from, Side to, Extent extent, Order order) {
+    simplify(from, to, extent);
+    if (extent.rows == 1 && extent.objects == 1)
+        return moveRun<Word>(to.object(0), to.elementStride, from.object(0), from.elementStride, extent.columns);
+    if (from.elementStride == sizeOf<Word> && to.elementStride == sizeOf<Word>) {
+        const std::ptrdiff_t bytes = extent.columns * sizeOf<Word>;
+        return forRowsOf(bytes, [&](auto way) {
+            forRows(from, to, extent, [&](std::byte* result, const std::byte* source) __attribute__((always_inline)) {
+                moveRow<Word>(result, source, bytes, way);
+            });
+        });
+    }
+    const std::ptrdiff_t elements = extent.rows * extent.columns * extent.objects;
+    if (elements >= fewElements && moveAlongAxes<Word>(from, to, extent, order)) return;
+    const auto rows = [&](auto way) { forRows(from, to, extent, way); };
+    const auto few = [&](auto n) {
+        rows([&](std::byte* result, const std::byte* source) __attribute__((always_inline)) {
+            moveFew<Word, n>(result, to.elementStride, source, from.elementStride);
+        });
+    };
+    if (extent.columns <= 6) return forFew<6>(extent.columns, few);
+    rows([&](std::byte* result, const std::byte* source) __attribute__((always_inline)) {
+        moveElements<Word>(result, to.elementStride, source, from.elementStride, extent.columns);
+    });
+}
+
+namespace {
+
+// --- Tables ---------------------------------------------------------------------------------------
+
+// Entry (i, j) of a table in the order of rows, and where it stands.
+template <class F>
+[[gnu::always_inline]] inline void forEntries(const Extent& extent, const F& f) {
+    for (std::ptrdiff_t i = 0; i < extent.rows; ++i)
+        for (std::ptrdiff_t j = 0; j < extent.columns; ++j) f(i, j);
+}
+
+// Where element (i, j) of object k lies.
+[[gnu::always_inline]] inline std::byte* address(const Side& side, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t k) {
+    if (side.isTable()) return side.element(i, j, k);
+    return side.object(k) + i * side.rowStride + j * side.elementStride;
+}
+
+// The plain loop, for operands that overlap and for a few objects.
+template <class Word>
+void moveForward(Side from, Side to, Extent extent, Order order) {
+    if (order == Order::entries) {
+        // In the order in which they are stored: of a transposed table, column by column.
+        const bool transposed = from.elementStride != 1;
+        const Extent stored{transposed ? extent.columns : extent.rows, transposed ? extent.rows : extent.columns, 1};
+        return forEntries(stored, [&](std::ptrdiff_t row, std::ptrdiff_t column) {
+            const std::ptrdiff_t i = transposed ? column : row, j = transposed ? row : column;
+            moveElements<Word>(address(to, i, j, 0), to.objectStride, from.element(i, j, 0), from.objectStride,
+                               extent.objects);
+        });
+    }
+    for (std::ptrdiff_t k = 0; k < extent.objects; ++k) {
+        const std::ptrdiff_t fromObject = from.offset + k * from.objectStride;
+        const std::ptrdiff_t toObject = to.offset + k * to.objectStride;
+        std::byte* const source = from.isTable() ? nullptr : from.object(k);
+        std::byte* const result = to.isTable() ? nullptr : to.object(k);
+        forEntries(extent, [&](std::ptrdiff_t i, std::ptrdiff_t j) __attribute__((always_inline)) {
+            const auto place = [&](const Side& side, std::byte* object, std::ptrdiff_t shift) {
+                return side.isTable() ? side.entries[i * side.rowStride + j * side.elementStride] + shift
+                                      : object + i * side.rowStride + j * side.elementStride;
+            };
+            store(place(to, result, toObject), load<Word>(place(from, source, fromObject)));
+        });
+    }
+}
+
+// Entry by entry, the objects of each in one run. Not of lists.
+template <class Word>
+void moveStreams(const Side& from, const Side& to, const Extent& extent) {
+    forEntries(extent, [&](std::ptrdiff_t i, std::ptrdiff_t j) {
+        moveRun<Word>(address(to, i, j, 0), to.objectStride, address(from, i, j, 0), from.objectStride, extent.objects);
+    });
+}
+
+// Streams that are contiguous over the objects on the one side, contiguous rows on the other: these are turned.
+template <class Word>
+bool turnStreams(const Side& from, const Side& to, const Extent& extent) {
+    const Side &table = from.isTable() ? from : to, &grid = from.isTable() ? to : from;
+    if (table.objectStride != sizeOf<Word> || grid.elementStride != sizeOf<Word>) return false;
+    // Entries of a row that don't touch, in a transposed table, are brought together so many at a time.
+    constexpr std::ptrdiff_t most = 64;
+    std::byte* together[most];
+    const bool apart = table.elementStride != 1;
+    for (std::ptrdiff_t i = 0; i < extent.rows; ++i) {
+        std::byte* const* const entries = table.entries + i * table.rowStride;
+        for (std::ptrdiff_t j = 0; j < extent.columns; j += most) {
+            const std::ptrdiff_t columns = apart ? std::min(extent.columns - j, most) : extent.columns;
+            for (std::ptrdiff_t at = 0; apart && at < columns; ++at) together[at] = entries[(j + at) * table.elementStride];
+            const ListedRows streams{apart ? together : entries, table.offset};
+            const std::ptrdiff_t place = i * grid.rowStride + j * sizeOf<Word>;
+            const SteppedRows stepped{grid.base + place, grid.objectStride};
+            const ListedRows listed{grid.entries, grid.offset + place};
+            if (from.isTable() && grid.isList()) turn<Word>(streams, columns, listed, extent.objects);
+            else if (from.isTable()) turn<Word>(streams, columns, stepped, extent.objects);
+            else if (grid.isList()) turn<Word>(listed, extent.objects, streams, columns);
+            else turn<Word>(stepped, extent.objects, streams, columns);
+            if (!apart) break;
+        }
+    }
+    return true;
+}
+
+// A table whose entries lead to adjacent elements is an array in standard layout.
+template <class Word>
+bool isGrid(const Side& table, const Extent& extent) {
+    if (!table.isTable() || table.elementStride != 1) return false;
+    const std::ptrdiff_t entries = extent.rows * extent.columns;
+    for (std::ptrdiff_t at = 1; at < entries; ++at)
+        if (table.entries[at] != table.entries[0] + at * sizeOf<Word>) return false;
+    return true;
+}
+
+// That array, if it is one.
+template <class Word>
+Side asGrid(const Side& table, const Extent& extent) {
+    if (!isGrid<Word>(table, extent)) return table;
+    return {Side::Layout::standard, {table.entries[0] + table.offset}, table.objectStride, 0,
+            extent.columns * sizeOf<Word>, sizeOf<Word>};
+}
+
+// From how many objects on it pays to find out whether elements may be reordered.
+constexpr std::ptrdiff_t manyObjects = 8;
+
+// Objects that are looked at, and moved, at a time: they stay in the first-level cache.
+template <class Word>
+std::ptrdiff_t objectsAtOnce(const Extent& extent) {
+    const std::ptrdiff_t elements = extent.rows * extent.columns;
+    return std::clamp<std::ptrdiff_t>(16384 / sizeOf<Word> / elements, 32, 2048);
+}
+
+}  // namespace
+
+template <class Word>
+void moveTables(const Side& from, const Side& to, Extent extent, Order order) {
+    if (rowsTouch(from, extent) && rowsTouch(to, extent)) extent.columns *= std::exchange(extent.rows, 1);
+    const bool lists = from.isList() || to.isList();
+    if (extent.objects < manyObjects) return moveForward<Word>(from, to, extent, order);
+    if ((isGrid<Word>(from, extent) || isGrid<Word>(to, extent)) && entriesStay(from, to, extent, sizeOf<Word>)) {
+        // Of overlapping operands the order of entries would be another one.
+        if (order != Order::entries || mayReorder(from, to, extent, sizeOf<Word>, Listed::inParts))
+            return moveObjects<Word>(asGrid<Word>(from, extent), asGrid<Word>(to, extent), extent, order);
+    }
+    // Looked at all at once where that tells as much, else block by block in the order of objects.
+    const bool free = order == Order::any || (!lists && mayReorder(from, to, extent, sizeOf<Word>, Listed::inParts));
+    if (!free && order == Order::entries) return moveForward<Word>(from, to, extent, order);
+    // So few elements make a group, which is written object by object.
+    const Listed listed = extent.rows == 1 && extent.columns <= group ? Listed::inOrder : Listed::inParts;
+    const std::ptrdiff_t most = objectsAtOnce<Word>(extent);
+    for (std::ptrdiff_t k = 0; k < extent.objects; k += most) {
+        const Extent block{extent.rows, extent.columns, std::min(most, extent.objects - k)};
+        const Side source = from.from(k), result = to.from(k);
+        if (!free && !mayReorder(source, result, block, sizeOf<Word>, listed)) moveForward<Word>(source, result, block, order);
+        else if (from.isTable() != to.isTable() && turnStreams<Word>(source, result, block)) continue;
+        else if (lists) moveForward<Word>(source, result, block, order);
+        else moveStreams<Word>(source, result, block);
+    }
+}
+
+template void moveGrids<std::uint32_t>(Side, Side, Extent, Order);
+template void moveGrids<std::uint64_t>(Side, Side, Extent, Order);
+template void moveTables<std::uint32_t>(const Side&, const Side&, Extent, Order);
+template void moveTables<std::uint64_t>(const Side&, const Side&, Extent, Order);
+template void moveBlock<std::uint32_t>(std::byte*, const std::byte*, std::ptrdiff_t);
+template void moveBlock<std::uint64_t>(std::byte*, const std::byte*, std::ptrdiff_t);
+
+}  // namespace korm::inline KORM_VARIANT::move

@@ -1,0 +1,95 @@
+// Transposition of one large matrix whose elements touch within rows, by strips of its rows.
+#pragma once
+
+#include "move/cores.h"
+#include "move/turn.h"
+
+namespace korm::inline KORM_VARIANT::move {
+
+// A tile has rows of one line of cache in the source, and of two in the result. It is turned into a buffer, so that each of
+// its lines is touched once: where rows are a power of two apart, few of their lines find room in the first-level cache.
+template <class Word>
+struct Tile {
+    static constexpr int columns = 64 / sizeof(Word), rows = 128 / sizeof(Word), edge = blockEdge<Word>;
+
+    static void turn(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride) {
+        alignas(64) std::byte buffer[columns][rows * sizeof(Word)];
+        for (int i = 0; i < rows; i += edge) {
+            const std::byte* const row = from + i * fromStride;
+            for (int j = 0; j < columns; j += edge)
+                turnBlock<Word, edge, edge>(
+                    [&](int r) __attribute__((always_inline)) { return row + r * fromStride + j * sizeOf<Word>; },
+                    [&](int c) __attribute__((always_inline)) { return &buffer[j + c][i * sizeOf<Word>]; });
+        }
+        for (int j = 0; j < columns; ++j)
+            unrolled<8>([&](auto v) __attribute__((always_inline)) {
+                storeBits(to + j * toStride + v * 16, loadBits(&buffer[j][v * 16]));
+            });
+    }
+};
+
+// A strip is a row of tiles, and what is left at its right. It is no wider than a panel.
+template <class Word>
+void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
+               std::ptrdiff_t width, std::ptrdiff_t height) {
+    std::ptrdiff_t j = 0;
+    if (height == Tile<Word>::rows)
+        for (; j + Tile<Word>::columns <= width; j += Tile<Word>::columns)
+            Tile<Word>::turn(from + j * sizeOf<Word>, fromStride, to + j * toStride, toStride);
+    if (j == width) return;
+    turnTile<Word>(SteppedRows{const_cast<std::byte*>(from) + j * sizeOf<Word>, fromStride}, height,
+               SteppedRows{to + j * toStride, toStride}, width - j);
+}
+
+// Columns of a source that are done from top to bottom before the next: their rows in the result are each in a page of its
+// own where they are long, and so many pages the processor knows at a time.
+constexpr std::ptrdiff_t panelColumns = 64;
+
+// Strip by strip, `strip` being what does one.
+template <class Word, class Strip>
+void turnStrips(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
+                std::ptrdiff_t width, std::ptrdiff_t height, const Strip& strip) {
+    constexpr std::ptrdiff_t rows = Tile<Word>::rows;
+    if (width <= panelColumns && height <= rows) return strip(from, fromStride, to, toStride, width, height);
+    for (std::ptrdiff_t j = 0; j < width; j += panelColumns)
+        for (std::ptrdiff_t i = 0; i < height; i += rows)
+            strip(from + i * fromStride + j * sizeOf<Word>, fromStride, to + j * toStride + i * sizeOf<Word>, toStride,
+                  std::min(width - j, panelColumns), std::min(height - i, rows));
+}
+
+// Words of four bytes have strips that profiles show by name. Whether a call is larger than the cache makes no difference:
+// its result goes out by ordinary stores, since who transposes is about to read.
+inline void turnMatrix(const std::byte* src, std::int32_t srcRowStride, std::byte* dst, std::int32_t dstRowStride,
+                       std::int32_t width, std::int32_t height, bool /*beyondCache*/) {
+    const auto strip = [](const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
+                          std::ptrdiff_t columns, std::ptrdiff_t rows) {
+        cores::turnStrip(from, static_cast<std::int32_t>(fromStride), to, static_cast<std::int32_t>(toStride),
+                         static_cast<std::int32_t>(columns), static_cast<std::int32_t>(rows));
+    };
+    turnStrips<std::uint32_t>(src, srcRowStride, dst, dstRowStride, width, height, strip);
+}
+
+inline void turnStrip(const std::byte* src, std::int32_t srcRowStride, std::byte* dst, std::int32_t dstRowStride,
+                      std::int32_t width, std::int32_t height) {
+    turnStrip<std::uint32_t>(src, srcRowStride, dst, dstRowStride, width, height);
+}
+
+// The same past the caches, two columns at a time, for results that nobody reads soon. This variant has no use for it.
+inline void streamStrip(const std::byte* src, std::int32_t srcRowStride, std::byte* dst, std::int32_t dstRowStride,
+                        std::int32_t width, std::int32_t height) {
+    const auto stream = [&](std::ptrdiff_t i, std::ptrdiff_t j) {
+        _mm_stream_si32(reinterpret_cast<int*>(dst + j * dstRowStride + i * 4),
+                        load<std::int32_t>(src + i * srcRowStride + j * 4));
+    };
+    std::ptrdiff_t j = 0;
+    for (; j + 2 <= width; j += 2) {
+        for (std::ptrdiff_t i = 0; i < height; ++i) {
+            stream(i, j);
+            stream(i, j + 1);
+        }
+    }
+    for (std::ptrdiff_t i = 0; j < width && i < height; ++i) stream(i, j);
+    _mm_sfence();
+}
+
+}  // namespace korm::inline KORM_VARIANT::move

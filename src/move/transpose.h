@@ -1,0 +1,33 @@
+// Transposition of a matrix, or of each matrix of an array. Source and result lie apart.
+#pragma once
+
+#include "move/move.h"
+
+namespace korm::inline KORM_VARIANT::move {
+
+// Elements that touch within rows on both sides.
+template <class Word>
+void transposeAdjacent(const Side& from, const Side& to, MatrixShape shape, std::ptrdiff_t count, bool beyondCache);
+
+// Do sources and results of 32-bit elements take more than three quarters of the largest cache? Little is answered
+// without a question to the core library.
+bool isBeyondCache(MatrixShape shape, std::int32_t count);
+
+// Orders 3 to 6 have code of their own.
+inline bool isSized(MatrixShape shape) { return shape.width == shape.height && shape.width >= 3 && shape.width <= 6; }
+
+template <class From, class To, class Count>
+inline void transpose(const From& from, const To& to, MatrixShape shape, Count count) {
+    using Word = WordOf<typename From::Element>;
+    const Side source = side(from), result = side(to);
+    if constexpr (isAdjacent<From> && isAdjacent<To>) {
+        bool beyondCache = false;
+        if constexpr (sizeof(Word) == 4 && !isOneObject<Count>)
+            if (!isSized(shape)) beyondCache = isBeyondCache(shape, count);
+        transposeAdjacent<Word>(source, result, shape, count, beyondCache);
+    } else {
+        moveObjects<Word>(transposed(source), result, {shape.width, shape.height, count}, Order::any);
+    }
+}
+
+}  // namespace korm::inline KORM_VARIANT::move

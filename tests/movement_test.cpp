@@ -1,0 +1,164 @@
+// Movement: when the size of the cache is asked for, and entries of tables and lists that are written on the way.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <ostream>
+#include <vector>
+
+#include "support/arena.h"
+#include "support/cache_size.h"
+#include "support/checker.h"
+#include "support/dense_call.h"
+#include "support/fault.h"
+#include "support/status.h"
+
+namespace kormtest {
+namespace {
+
+// --- The size of the cache --------------------------------------------------------------------------
+
+struct CacheCase {
+    const char* name;
+    Sizes sizes;
+    std::int32_t spread;  // of elements
+    int questions;
+    friend void PrintTo(const CacheCase& one, std::ostream* out) { *out << one.name << " " << one.sizes.count; }
+};
+
+class MovementCache : public testing::TestWithParam<CacheCase> {};
+
+// Whatever the answer is, the result is the transpose.
+TEST_P(MovementCache, IsAskedForOnce) {
+    const CacheCase& one = GetParam();
+    const Form& form = formNamed(one.name);
+    for (const std::int32_t answer : {0, 1, 200000, 2147483647}) {
+        DenseCall call(form, one.sizes, one.spread);
+        const auto value = [](std::int32_t k, std::int32_t i, std::int32_t j) {
+            return static_cast<float>(k * 4096 + i * 64 + j);
+        };
+        for (std::int32_t k = 0; k < one.sizes.count; ++k)
+            for (std::int32_t i = 0; i < one.sizes.height; ++i)
+                for (std::int32_t j = 0; j < one.sizes.width; ++j)
+                    if (form.type == Type::f32) call.set("src", k, i, j, value(k, i, j));
+                    else call.set("src", k, i, j, static_cast<double>(value(k, i, j)));
+        scriptCacheSize(answer, answer == 0 ? -8 : 0);
+        ASSERT_EQ(call.call(), status::ok);
+        EXPECT_EQ(cacheSizeQuestions(), one.questions);
+        for (std::int32_t k = 0; k < one.sizes.count; ++k)
+            for (std::int32_t i = 0; i < one.sizes.height; ++i)
+                for (std::int32_t j = 0; j < one.sizes.width; ++j)
+                    ASSERT_EQ(form.type == Type::f32 ? call.get<float>("dst", k, j, i)
+                                                     : static_cast<float>(call.get<double>("dst", k, j, i)),
+                              value(k, i, j));
+    }
+}
+
+// width * height * count * 8 against 131072, in the general path of two forms.
+INSTANTIATE_TEST_SUITE_P(Table, MovementCache,
+                         testing::Values(CacheCase{"kormTranspose_ma_32f", {8, 16, 1, 128}, 1, 0},
+                                         CacheCase{"kormTranspose_ma_32f", {8, 16, 1, 129}, 1, 1},
+                                         CacheCase{"kormTranspose_ma_32f_L", {8, 16, 1, 128}, 1, 0},
+                                         CacheCase{"kormTranspose_ma_32f_L", {8, 16, 1, 129}, 1, 1},
+                                         CacheCase{"kormTranspose_ma_32f", {128, 128, 1, 1}, 1, 0},
+                                         CacheCase{"kormTranspose_ma_32f", {127, 130, 1, 1}, 1, 1},
+                                         CacheCase{"kormTranspose_ma_32f", {2, 2, 1, 5000}, 1, 1},
+                                         CacheCase{"kormTranspose_ma_32f", {7, 7, 1, 400}, 1, 1},
+                                         // Squares of order 3 to 6 never ask.
+                                         CacheCase{"kormTranspose_ma_32f", {3, 3, 1, 5000}, 1, 0},
+                                         CacheCase{"kormTranspose_ma_32f", {4, 4, 1, 5000}, 1, 0},
+                                         CacheCase{"kormTranspose_ma_32f", {5, 5, 1, 5000}, 1, 0},
+                                         CacheCase{"kormTranspose_ma_32f_L", {6, 6, 1, 5000}, 1, 0},
+                                         CacheCase{"kormTranspose_ma_32f", {4, 6, 1, 5000}, 1, 1},
+                                         // Nor do other kernels.
+                                         CacheCase{"kormTranspose_ma_32f", {8, 16, 1, 500}, 2, 0},
+                                         CacheCase{"kormTranspose_ma_32f_L", {8, 16, 1, 500}, 2, 0},
+                                         CacheCase{"kormTranspose_ma_32f_P", {8, 16, 1, 500}, 1, 0},
+                                         CacheCase{"kormTranspose_m_32f", {200, 300, 1, 1}, 1, 0},
+                                         CacheCase{"kormTranspose_ma_64f", {8, 16, 1, 500}, 1, 0},
+                                         CacheCase{"kormTranspose_ma_64f_L", {8, 16, 1, 500}, 1, 0}));
+
+// The number of bytes wraps at 32 bits and is taken as signed. Its operands don't exist: the first touch faults.
+TEST(MovementCacheSize, WrapsLikeASignedNumber) {
+    if (faultsAreErrors()) GTEST_SKIP() << "a fault is an error here";
+    struct Case {
+        std::int32_t width, height, count;
+        int questions;
+    };
+    for (const Case& one : {Case{1 << 14, 1 << 14, 1, 0},           // 2^31
+                            Case{1 << 14, (1 << 14) - 1, 1, 1},     // just below
+                            Case{1 << 15, 1 << 14, 1, 0},           // 2^32
+                            Case{1 << 15, 1 << 14, 3, 0},           // 3 * 2^32
+                            Case{1 << 15, (1 << 14) + 1, 1, 1},     // 2^18 above 2^32
+                            Case{65536, 65536, 32767, 0},
+                            Case{2147483647, 2147483647, 7, 0}}) {  // 7 * 8 * (2^31 - 1)^2
+        const Form& form = formNamed("kormTranspose_ma_32f");
+        std::byte* const nowhere = threadArena().nowhere();
+        std::vector<CallValue> values;
+        for (const Argument& argument : form.arguments) {
+            if (argument.role == Role::pointer) values.push_back(CallValue::pointer(nowhere));
+            else if (argument.name == "width") values.push_back(CallValue::integer(one.width));
+            else if (argument.name == "height") values.push_back(CallValue::integer(one.height));
+            else if (argument.name == "count") values.push_back(CallValue::integer(one.count));
+            else values.push_back(CallValue::integer(4));
+        }
+        scriptCacheSize(0);
+        const Fault fault = guarded([&] { callFunction(Library::linked().function(form), values); });
+        EXPECT_TRUE(fault.happened);
+        EXPECT_EQ(cacheSizeQuestions(), one.questions) << one.width << " " << one.height << " " << one.count;
+    }
+}
+
+// --- Entries that are written on the way --------------------------------------------------------------
+
+// Elements as large as pointers can be entries.
+std::string withPointerSizedElements(const std::string& stem, const char* suffix) {
+    return stem + (sizeof(void*) == 8 ? "_64f_" : "_32f_") + suffix;
+}
+
+std::uintptr_t word(const void* pointer) { return reinterpret_cast<std::uintptr_t>(pointer); }
+
+void* functionNamed(const std::string& name) { return Library::linked().find(name); }
+
+constexpr auto wordSize = static_cast<std::int32_t>(sizeof(void*));
+
+TEST(MovementEntries, OfAListAreReadWhenTheirObjectIsReached) {
+    std::uintptr_t first, second = 2, other = 3;
+    first = word(&other);
+    // Entry 1 is written as the result of object 0, and leads elsewhere then.
+    std::uintptr_t list[3] = {word(&first), word(&second), 0};
+    const CallValue arguments[] = {CallValue::pointer(list),           CallValue::integer(0),
+                                   CallValue::integer(wordSize),       CallValue::pointer(list + 1),
+                                   CallValue::integer(wordSize),       CallValue::integer(wordSize),
+                                   CallValue::integer(1),              CallValue::integer(2)};
+    void* const copy = functionNamed(withPointerSizedElements("kormCopy_va", "LS"));
+    ASSERT_EQ(callFunction(copy, arguments).status(), status::ok);
+    EXPECT_EQ(list[1], word(&other));
+    EXPECT_EQ(list[2], 3u);
+}
+
+TEST(MovementEntries, OfATableAreReadWhenTheirElementIsReached) {
+    constexpr std::int32_t count = 40;
+    std::uintptr_t x[count], y[count], z[count];
+    for (std::int32_t k = 0; k < count; ++k) {
+        x[k] = word(z);
+        y[k] = 1;
+        z[k] = 100 + static_cast<std::uintptr_t>(k);
+    }
+    // Entry 1 is the place of the first element that is written: from then on it leads to z.
+    std::vector<std::uintptr_t> table(2 * count + 1);
+    table[0] = word(x);
+    table[1] = word(y);
+    const CallValue arguments[] = {CallValue::pointer(table.data()),   CallValue::integer(0),
+                                   CallValue::integer(wordSize),       CallValue::pointer(table.data() + 1),
+                                   CallValue::integer(2 * wordSize),   CallValue::integer(wordSize),
+                                   CallValue::integer(2),              CallValue::integer(count)};
+    void* const copy = functionNamed(withPointerSizedElements("kormCopy_va", "PS"));
+    ASSERT_EQ(callFunction(copy, arguments).status(), status::ok);
+    for (std::size_t k = 0; k < count; ++k) {
+        EXPECT_EQ(table[1 + 2 * k], word(z));
+        EXPECT_EQ(table[2 + 2 * k], 100 + k);
+    }
+}
+
+}  // namespace
+}  // namespace kormtest
