@@ -9,6 +9,7 @@
 #include "support/cache_size.h"
 #include "support/checker.h"
 #include "support/dense_call.h"
+#include "support/elf_file.h"
 #include "support/fault.h"
 #include "support/status.h"
 
@@ -84,13 +85,13 @@ TEST(MovementCacheSize, WrapsLikeASignedNumber) {
         std::int32_t width, height, count;
         int questions;
     };
-    for (const Case& one : {Case{1 << 14, 1 << 14, 1, 0},           // 2^31
-                            Case{1 << 14, (1 << 14) - 1, 1, 1},     // just below
-                            Case{1 << 15, 1 << 14, 1, 0},           // 2^32
-                            Case{1 << 15, 1 << 14, 3, 0},           // 3 * 2^32
-                            Case{1 << 15, (1 << 14) + 1, 1, 1},     // 2^18 above 2^32
-                            Case{65536, 65536, 32767, 0},
-                            Case{2147483647, 2147483647, 7, 0}}) {  // 7 * 8 * (2^31 - 1)^2
+    for (const Case& one :
+         {Case{1 << 14, 1 << 14, 1, 0},                                         // 2^31
+          Case{1 << 14, (1 << 14) - 1, 1, 1},                                   // just below
+          Case{1 << 15, 1 << 14, 1, 0},                                         // 2^32
+          Case{1 << 15, 1 << 14, 3, 0},                                         // 3 * 2^32
+          Case{1 << 15, (1 << 14) + 1, 1, 1},                                   // 2^18 above 2^32
+          Case{65536, 65536, 32767, 0}, Case{2147483647, 2147483647, 7, 0}}) {  // 7 * 8 * (2^31 - 1)^2
         const Form& form = formNamed("kormTranspose_ma_32f");
         std::byte* const nowhere = threadArena().nowhere();
         std::vector<CallValue> values;
@@ -105,6 +106,50 @@ TEST(MovementCacheSize, WrapsLikeASignedNumber) {
         const Fault fault = guarded([&] { callFunction(Library::linked().function(form), values); });
         EXPECT_TRUE(fault.happened);
         EXPECT_EQ(cacheSizeQuestions(), one.questions) << one.width << " " << one.height << " " << one.count;
+    }
+}
+
+// --- Functions that only profiles show ----------------------------------------------------------------
+
+class MovementStrips : public testing::Test {
+protected:
+    // A function inside the library, with the arguments that all of them have.
+    void run(const std::string& name, std::int32_t width, std::int32_t height, std::size_t shift,
+             std::vector<std::int32_t> more = {}) {
+        const std::int32_t fromStride = (width + 3) * 4, toStride = (height + 2) * 4;
+        std::vector<std::uint32_t> from(static_cast<std::size_t>((width + 3) * height) + 4);
+        std::vector<std::uint32_t> to(static_cast<std::size_t>((height + 2) * width) + 4, 0xa5a5a5a5), expected = to;
+        for (std::size_t i = 0; i < from.size(); ++i) from[i] = static_cast<std::uint32_t>(i) * 2654435761u;
+        for (std::int32_t i = 0; i < height; ++i)
+            for (std::int32_t j = 0; j < width; ++j)
+                expected[shift + static_cast<std::size_t>(j * (height + 2) + i)] =
+                    from[shift + static_cast<std::size_t>(i * (width + 3) + j)];
+        std::vector<CallValue> arguments{CallValue::pointer(from.data() + shift), CallValue::integer(fromStride),
+                                         CallValue::pointer(to.data() + shift),   CallValue::integer(toStride),
+                                         CallValue::integer(width),               CallValue::integer(height)};
+        for (const std::int32_t value : more) arguments.push_back(CallValue::integer(value));
+        const std::uintptr_t address = loaded.base + file.symbols().at(name).address;
+        const CallResult result = callFunction(reinterpret_cast<void*>(address), arguments);
+        EXPECT_EQ(result.frameDamage, "") << name;
+        EXPECT_EQ(to, expected) << name << " " << width << " " << height;
+    }
+
+private:
+    const LoadedLibrary loaded = loadedKorm();
+    const ElfFile file{loaded.path};
+};
+
+TEST_F(MovementStrips, TransposeAnySize) {
+    for (const std::int32_t width : {1, 2, 3, 4, 6, 15, 16, 17, 64, 65, 130}) {
+        for (const std::int32_t height : {1, 2, 3, 4, 31, 32}) {
+            for (const std::size_t shift : {0u, 1u, 2u}) {
+                run("v8_owniTranspose_32s_NT", width, height, shift);
+                if (width <= 64) run("v8_owniTranspose_32s_asm", width, height, shift);
+                for (const std::int32_t beyondCache : {0, 1})
+                    for (const std::int32_t strips : {0, 1, 2})
+                        run("v8_ownm_Transpose_32s", width, height + 32 * strips, shift, {beyondCache});
+            }
+        }
     }
 }
 
@@ -126,10 +171,10 @@ TEST(MovementEntries, OfAListAreReadWhenTheirObjectIsReached) {
     first = word(&other);
     // Entry 1 is written as the result of object 0, and leads elsewhere then.
     std::uintptr_t list[3] = {word(&first), word(&second), 0};
-    const CallValue arguments[] = {CallValue::pointer(list),           CallValue::integer(0),
-                                   CallValue::integer(wordSize),       CallValue::pointer(list + 1),
-                                   CallValue::integer(wordSize),       CallValue::integer(wordSize),
-                                   CallValue::integer(1),              CallValue::integer(2)};
+    const CallValue arguments[] = {CallValue::pointer(list),     CallValue::integer(0),
+                                   CallValue::integer(wordSize), CallValue::pointer(list + 1),
+                                   CallValue::integer(wordSize), CallValue::integer(wordSize),
+                                   CallValue::integer(1),        CallValue::integer(2)};
     void* const copy = functionNamed(withPointerSizedElements("kormCopy_va", "LS"));
     ASSERT_EQ(callFunction(copy, arguments).status(), status::ok);
     EXPECT_EQ(list[1], word(&other));
@@ -148,10 +193,14 @@ TEST(MovementEntries, OfATableAreReadWhenTheirElementIsReached) {
     std::vector<std::uintptr_t> table(2 * count + 1);
     table[0] = word(x);
     table[1] = word(y);
-    const CallValue arguments[] = {CallValue::pointer(table.data()),   CallValue::integer(0),
-                                   CallValue::integer(wordSize),       CallValue::pointer(table.data() + 1),
-                                   CallValue::integer(2 * wordSize),   CallValue::integer(wordSize),
-                                   CallValue::integer(2),              CallValue::integer(count)};
+    const CallValue arguments[] = {CallValue::pointer(table.data()),
+                                   CallValue::integer(0),
+                                   CallValue::integer(wordSize),
+                                   CallValue::pointer(table.data() + 1),
+                                   CallValue::integer(2 * wordSize),
+                                   CallValue::integer(wordSize),
+                                   CallValue::integer(2),
+                                   CallValue::integer(count)};
     void* const copy = functionNamed(withPointerSizedElements("kormCopy_va", "PS"));
     ASSERT_EQ(callFunction(copy, arguments).status(), status::ok);
     for (std::size_t k = 0; k < count; ++k) {

@@ -18,7 +18,8 @@ template <class T>
     for (std::ptrdiff_t i0 = 0; i0 < height; i0 += tile)
         for (std::ptrdiff_t j0 = 0; j0 < width; j0 += tile)
             for (std::ptrdiff_t j = j0; j < std::min(width, j0 + tile); ++j)
-                for (std::ptrdiff_t i = i0; i < std::min(height, i0 + tile); ++i) to[j * height + i] = from[i * width + j];
+                for (std::ptrdiff_t i = i0; i < std::min(height, i0 + tile); ++i)
+                    to[j * height + i] = from[i * width + j];
 }
 
 template <class T>

@@ -114,21 +114,24 @@ void copyRows() {
 
 template <class T, int order>
 void transposeRow(const Place& where) {
-    const std::string name = std::string("arrays/Transpose_ma") + suffix<T> + "/" + std::to_string(order) + "/" + where.name;
+    const std::string name =
+        std::string("arrays/Transpose_ma") + suffix<T> + "/" + std::to_string(order) + "/" + where.name;
     if (!isWanted(name)) return;
     constexpr std::int32_t size = sizeof(T), line = order * size, object = order * line;
     const std::size_t count = where.bytes / (2 * object);
-    const Operand<T> a = place<T>(0, Layout::packed, order, order, count), b = place<T>(1, Layout::packed, order, order, count);
+    const Operand<T> a = place<T>(0, Layout::packed, order, order, count),
+                     b = place<T>(1, Layout::packed, order, order, count);
     Row row(name, static_cast<double>(count));
     row.results(b.base, b.span, 0);
     row.korm([=] {
-        pick<T>(kormTranspose_ma_32f, kormTranspose_ma_64f)(a.base, object, line, size, order, order, b.base, object, line,
-                                                            size, static_cast<std::int32_t>(count));
+        pick<T>(kormTranspose_ma_32f, kormTranspose_ma_64f)(a.base, object, line, size, order, order, b.base, object,
+                                                            line, size, static_cast<std::int32_t>(count));
     });
     row.peer("Eigen", [=] {
         using Matrix = Eigen::Matrix<T, order, order, Eigen::RowMajor>;
         for (std::size_t k = 0; k < count; ++k)
-            Eigen::Map<Matrix>(b.base + k * order * order) = Eigen::Map<const Matrix>(a.base + k * order * order).transpose();
+            Eigen::Map<Matrix>(b.base + k * order * order) =
+                Eigen::Map<const Matrix>(a.base + k * order * order).transpose();
     });
     row.peer("plain loop", [=] {
         const T* from = a.base;

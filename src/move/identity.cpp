@@ -51,7 +51,8 @@ void loadIdentities(const Side& to, const Extent& extent) {
     writeIdentity<Word>(extent, [&](std::ptrdiff_t i, std::ptrdiff_t j) { return first + i * row + j * sizeOf<Word>; });
     const Side object{Side::Layout::standard, {first}, 0, 0, row, sizeOf<Word>};
     // Where elements of a table's row meet, the one on the diagonal is the last to be written.
-    if (to.isTable() && !mayReorder(object, to, extent, sizeOf<Word>, Listed::inParts)) return writeEach<Word>(to, extent);
+    if (to.isTable() && !mayReorder(object, to, extent, sizeOf<Word>, Listed::inParts))
+        return writeEach<Word>(to, extent);
     moveObjects<Word>(object, to, extent, Order::objects);
 }
 

@@ -6,6 +6,7 @@
 #include "move/objects.h"
 #include "move/overlap.h"
 #include "move/rows.h"
+#include "move/transpose.h"
 #include "move/turn.h"
 
 namespace korm::inline KORM_VARIANT::move {
@@ -14,20 +15,19 @@ namespace {
 // Rows of each object by the given way, in order.
 template <class Way>
 [[gnu::always_inline]] inline void forRows(Side from, Side to, Extent extent, const Way& way) {
-    forObjects(from, to, extent.objects, [&](std::byte* result, const std::byte* source) __attribute__((always_inline)) {
-        for (std::ptrdiff_t i = extent.rows;;) {
-            way(result, source);
-            if (--i == 0) break;
-            result += to.rowStride;
-            source += from.rowStride;
-        }
-    });
+    forObjects(
+        from, to, extent.objects, [&](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
+            for (std::ptrdiff_t i = extent.rows;;) {
+                way(result, source);
+                if (--i == 0) break;
+                result += to.rowStride;
+                source += from.rowStride;
+            }
+        });
 }
 
 // Are the rows of a matrix one row, in memory or in the table?
-bool rowsTouch(const Side& side, const Extent& extent) {
-    return side.rowStride == extent.columns * side.elementStride;
-}
+bool rowsTouch(const Side& side, const Extent& extent) { return side.rowStride == extent.columns * side.elementStride; }
 
 // --- Grids to grids -------------------------------------------------------------------------------
 
@@ -38,7 +38,8 @@ void simplify(Side& from, Side& to, Extent& extent) {
         from.elementStride = from.rowStride;
         to.elementStride = to.rowStride;
     }
-    if (extent.rows > 1 && rowsTouch(from, extent) && rowsTouch(to, extent)) extent.columns *= std::exchange(extent.rows, 1);
+    if (extent.rows > 1 && rowsTouch(from, extent) && rowsTouch(to, extent))
+        extent.columns *= std::exchange(extent.rows, 1);
     if (from.isList() || to.isList() || extent.objects == 1) return;
     if (extent.rows == 1) {
         // Objects are rows.
@@ -84,10 +85,16 @@ bool moveAlongAxes(const Side& from, const Side& to, const Extent& extent, Order
     const auto otherAxis = [&](int a, int b) { return 3 - a - b; };
     const int second = source != result ? result : source == 0 ? 1 : 0;
     const Axis along = axes[source], across = axes[second], outer = axes[otherAxis(source, second)];
-    // Small planes cost more to turn than to move element by element, unless objects are one of their axes.
-    const bool ofObjects = source == 2 || second == 2;
-    if (!ofObjects && std::min(along.n, across.n) < smallPlane) return false;
+    // Small planes cost more to turn than to move element by element, unless objects are one of their axes or they are
+    // squares of a known order.
+    const bool ofSquares = source == 1 && result == 0 && isSized(extent.columns, extent.rows);
+    if (!ofSquares && source != 2 && second != 2 && std::min(along.n, across.n) < smallPlane) return false;
     if (order != Order::any && !mayReorder(from, to, extent, sizeOf<Word>, Listed::inOrder)) return false;
+    if (ofSquares) {
+        const auto size = static_cast<std::int32_t>(extent.rows);
+        transposeAdjacent<Word>(transposed(from), to, {size, size}, extent.objects, false);
+        return true;
+    }
     const auto plane = [&](std::byte* toPlane, std::byte* fromPlane) {
         if (source != result)
             return turn<Word>(SteppedRows{fromPlane, across.from}, across.n, SteppedRows{toPlane, along.to}, along.n);
@@ -122,21 +129,22 @@ void moveGrids(Side from, Side to, Extent extent, Order order) {
     if (from.elementStride == sizeOf<Word> && to.elementStride == sizeOf<Word>) {
         const std::ptrdiff_t bytes = extent.columns * sizeOf<Word>;
         return forRowsOf(bytes, [&](auto way) {
-            forRows(from, to, extent, [&](std::byte* result, const std::byte* source) __attribute__((always_inline)) {
-                moveRow<Word>(result, source, bytes, way);
-            });
+            forRows(
+                from, to, extent, [&](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
+                    moveRow<Word>(result, source, bytes, way);
+                });
         });
     }
     const std::ptrdiff_t elements = extent.rows * extent.columns * extent.objects;
     if (elements >= fewElements && moveAlongAxes<Word>(from, to, extent, order)) return;
     const auto rows = [&](auto way) { forRows(from, to, extent, way); };
     const auto few = [&](auto n) {
-        rows([&](std::byte* result, const std::byte* source) __attribute__((always_inline)) {
+        rows([&](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
             moveFew<Word, n>(result, to.elementStride, source, from.elementStride);
         });
     };
     if (extent.columns <= 6) return forFew<6>(extent.columns, few);
-    rows([&](std::byte* result, const std::byte* source) __attribute__((always_inline)) {
+    rows([&](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
         moveElements<Word>(result, to.elementStride, source, from.elementStride, extent.columns);
     });
 }
@@ -153,7 +161,8 @@ template <class F>
 }
 
 // Where element (i, j) of object k lies.
-[[gnu::always_inline]] inline std::byte* address(const Side& side, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t k) {
+[[gnu::always_inline]] inline std::byte* address(const Side& side, std::ptrdiff_t i, std::ptrdiff_t j,
+                                                 std::ptrdiff_t k) {
     if (side.isTable()) return side.element(i, j, k);
     return side.object(k) + i * side.rowStride + j * side.elementStride;
 }
@@ -176,13 +185,14 @@ void moveForward(Side from, Side to, Extent extent, Order order) {
         const std::ptrdiff_t toObject = to.offset + k * to.objectStride;
         std::byte* const source = from.isTable() ? nullptr : from.object(k);
         std::byte* const result = to.isTable() ? nullptr : to.object(k);
-        forEntries(extent, [&](std::ptrdiff_t i, std::ptrdiff_t j) __attribute__((always_inline)) {
-            const auto place = [&](const Side& side, std::byte* object, std::ptrdiff_t shift) {
-                return side.isTable() ? side.entries[i * side.rowStride + j * side.elementStride] + shift
-                                      : object + i * side.rowStride + j * side.elementStride;
-            };
-            store(place(to, result, toObject), load<Word>(place(from, source, fromObject)));
-        });
+        forEntries(
+            extent, [&](std::ptrdiff_t i, std::ptrdiff_t j) __attribute__((always_inline)) {
+                const auto place = [&](const Side& side, std::byte* object, std::ptrdiff_t shift) {
+                    return side.isTable() ? side.entries[i * side.rowStride + j * side.elementStride] + shift
+                                          : object + i * side.rowStride + j * side.elementStride;
+                };
+                store(place(to, result, toObject), load<Word>(place(from, source, fromObject)));
+            });
     }
 }
 
@@ -207,7 +217,8 @@ bool turnStreams(const Side& from, const Side& to, const Extent& extent) {
         std::byte* const* const entries = table.entries + i * table.rowStride;
         for (std::ptrdiff_t j = 0; j < extent.columns; j += most) {
             const std::ptrdiff_t columns = apart ? std::min(extent.columns - j, most) : extent.columns;
-            for (std::ptrdiff_t at = 0; apart && at < columns; ++at) together[at] = entries[(j + at) * table.elementStride];
+            for (std::ptrdiff_t at = 0; apart && at < columns; ++at)
+                together[at] = entries[(j + at) * table.elementStride];
             const ListedRows streams{apart ? together : entries, table.offset};
             const std::ptrdiff_t place = i * grid.rowStride + j * sizeOf<Word>;
             const SteppedRows stepped{grid.base + place, grid.objectStride};
@@ -236,8 +247,12 @@ bool isGrid(const Side& table, const Extent& extent) {
 template <class Word>
 Side asGrid(const Side& table, const Extent& extent) {
     if (!isGrid<Word>(table, extent)) return table;
-    return {Side::Layout::standard, {table.entries[0] + table.offset}, table.objectStride, 0,
-            extent.columns * sizeOf<Word>, sizeOf<Word>};
+    return {Side::Layout::standard,
+            {table.entries[0] + table.offset},
+            table.objectStride,
+            0,
+            extent.columns * sizeOf<Word>,
+            sizeOf<Word>};
 }
 
 // From how many objects on it pays to find out whether elements may be reordered.
@@ -271,7 +286,8 @@ void moveTables(const Side& from, const Side& to, Extent extent, Order order) {
     for (std::ptrdiff_t k = 0; k < extent.objects; k += most) {
         const Extent block{extent.rows, extent.columns, std::min(most, extent.objects - k)};
         const Side source = from.from(k), result = to.from(k);
-        if (!free && !mayReorder(source, result, block, sizeOf<Word>, listed)) moveForward<Word>(source, result, block, order);
+        if (!free && !mayReorder(source, result, block, sizeOf<Word>, listed))
+            moveForward<Word>(source, result, block, order);
         else if (from.isTable() != to.isTable() && turnStreams<Word>(source, result, block)) continue;
         else if (lists) moveForward<Word>(source, result, block, order);
         else moveStreams<Word>(source, result, block);

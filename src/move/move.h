@@ -51,7 +51,8 @@ inline void moveViews(const From& from, const To& to, const Extent& extent, Orde
     } else {
         if constexpr (!isListed<From> && !isListed<To>)
             if (isBlock(from, extent) && isBlock(to, extent))
-                return moveBlock<Word>(to.origin, from.origin, extent.rows * extent.columns * extent.objects * sizeOf<Word>);
+                return moveBlock<Word>(to.origin, from.origin,
+                                       extent.rows * extent.columns * extent.objects * sizeOf<Word>);
         moveGrids<Word>(side(from), side(to), extent, order);
     }
 }

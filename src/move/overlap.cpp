@@ -138,7 +138,8 @@ bool piecesDistinct(const Pieces& pieces, const Side& side, const Extent& extent
 
 bool distinct(const Pieces& pieces, const Side& side, const Extent& extent, std::ptrdiff_t size, Listed listed) {
     if (side.isTable()) return piecesDistinct(pieces, side, extent, size);
-    return nested(side, extent, size) && (!side.isList() || listed == Listed::inOrder || piecesDistinct(pieces, side, extent, size));
+    return nested(side, extent, size) &&
+           (!side.isList() || listed == Listed::inOrder || piecesDistinct(pieces, side, extent, size));
 }
 
 bool clearOfPieces(const Pieces& to, const Span& allOfTo, const Pieces& from) {

@@ -13,7 +13,8 @@ template <class Word>
 inline void moveElements(std::byte* to, std::ptrdiff_t toStep, const std::byte* from, std::ptrdiff_t fromStep,
                          std::ptrdiff_t n) {
     for (; n >= 4; n -= 4) {
-        unrolled<4>([&](auto i) __attribute__((always_inline)) { store(to + i * toStep, load<Word>(from + i * fromStep)); });
+        unrolled<4>([&](auto i)
+                        __attribute__((always_inline)) { store(to + i * toStep, load<Word>(from + i * fromStep)); });
         to += 4 * toStep;
         from += 4 * fromStep;
     }
@@ -50,7 +51,8 @@ struct OverlappingHalves {  // of so many bytes each
 
 struct FourVectors {  // of 33 to 64 bytes
     [[gnu::always_inline]] void operator()(std::byte* to, const std::byte* from, std::ptrdiff_t n) const {
-        const Bits a = loadBits(from), b = loadBits(from + 16), c = loadBits(from + n - 32), d = loadBits(from + n - 16);
+        const Bits a = loadBits(from), b = loadBits(from + 16), c = loadBits(from + n - 32),
+                   d = loadBits(from + n - 16);
         storeBits(to, a);
         storeBits(to + 16, b);
         storeBits(to + n - 32, c);
@@ -93,7 +95,8 @@ template <class F>
 template <class Word, class Way>
 [[gnu::always_inline]] inline void moveRow(std::byte* to, const std::byte* from, std::ptrdiff_t bytes, const Way& way) {
     const auto ahead = static_cast<std::size_t>(to - from);
-    if (ahead < static_cast<std::size_t>(bytes)) [[unlikely]] repeatRow<Word>(to, from, bytes);
+    if (ahead < static_cast<std::size_t>(bytes)) [[unlikely]]
+        repeatRow<Word>(to, from, bytes);
     else way(to, from, bytes);
 }
 
@@ -109,7 +112,8 @@ inline void moveRun(std::byte* to, std::ptrdiff_t toStep, const std::byte* from,
 template <class Word, int n>
 [[gnu::always_inline]] inline void moveFew(std::byte* to, std::ptrdiff_t toStep, const std::byte* from,
                                            std::ptrdiff_t fromStep) {
-    unrolled<n>([&](auto i) __attribute__((always_inline)) { store(to + i * toStep, load<Word>(from + i * fromStep)); });
+    unrolled<n>([&](auto i)
+                    __attribute__((always_inline)) { store(to + i * toStep, load<Word>(from + i * fromStep)); });
 }
 
 }  // namespace korm::inline KORM_VARIANT::move

@@ -38,7 +38,7 @@ void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, 
             Tile<Word>::turn(from + j * sizeOf<Word>, fromStride, to + j * toStride, toStride);
     if (j == width) return;
     turnTile<Word>(SteppedRows{const_cast<std::byte*>(from) + j * sizeOf<Word>, fromStride}, height,
-               SteppedRows{to + j * toStride, toStride}, width - j);
+                   SteppedRows{to + j * toStride, toStride}, width - j);
 }
 
 // Columns of a source that are done from top to bottom before the next: their rows in the result are each in a page of its

@@ -15,7 +15,9 @@ template <class Word, int order>
 [[gnu::always_inline]] inline void turnSquare(std::byte* to, std::ptrdiff_t toStride, const std::byte* from,
                                               std::ptrdiff_t fromStride) {
     constexpr int edge = blockEdge<Word>, pieces = (order + edge - 1) / edge;
-    constexpr auto bytesOf = [](int piece) { return piece + 1 < pieces ? 16 : (order - piece * edge) * static_cast<int>(sizeof(Word)); };
+    constexpr auto bytesOf = [](int piece) {
+        return piece + 1 < pieces ? 16 : (order - piece * edge) * static_cast<int>(sizeof(Word));
+    };
     Bits rows[pieces * edge][pieces] = {};
     unrolled<order>([&](auto i) __attribute__((always_inline)) {
         unrolled<pieces>([&](auto y) __attribute__((always_inline)) {
@@ -45,7 +47,8 @@ template <class Word, int order>
 
 [[gnu::always_inline]] inline void turnPacked3(std::byte* to, const std::byte* from, std::uint64_t last) {
     using Vector = Vec<std::uint64_t, 2>;
-    const auto a = load<Vector>(from), b = load<Vector>(from + 16), c = load<Vector>(from + 32), d = load<Vector>(from + 48);
+    const auto a = load<Vector>(from), b = load<Vector>(from + 16), c = load<Vector>(from + 32),
+               d = load<Vector>(from + 48);
     store(to, __builtin_shufflevector(a, b, 0, 3));
     store(to + 16, __builtin_shufflevector(d, a, 0, 3));
     store(to + 32, __builtin_shufflevector(c, d, 0, 3));
@@ -57,21 +60,23 @@ template <class Word, int order>
 void turnSquares(const Side& from, const Side& to, std::ptrdiff_t count) {
     constexpr std::ptrdiff_t row = order * sizeOf<Word>;
     if (from.rowStride == row && to.rowStride == row) {
-        return forObjects(from, to, count, [](std::byte* result, const std::byte* source) __attribute__((always_inline)) {
-            if constexpr (order == 3) turnPacked3(result, source, load<Word>(source + 8 * sizeOf<Word>));
-            else turnSquare<Word, order>(result, row, source, row);
-        });
+        return forObjects(
+            from, to, count, [](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
+                if constexpr (order == 3) turnPacked3(result, source, load<Word>(source + 8 * sizeOf<Word>));
+                else turnSquare<Word, order>(result, row, source, row);
+            });
     }
-    forObjects(from, to, count, [&](std::byte* result, const std::byte* source) __attribute__((always_inline)) {
-        turnSquare<Word, order>(result, to.rowStride, source, from.rowStride);
-    });
+    forObjects(
+        from, to, count, [&](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
+            turnSquare<Word, order>(result, to.rowStride, source, from.rowStride);
+        });
 }
 
 }  // namespace
 
 template <class Word>
 void transposeAdjacent(const Side& from, const Side& to, MatrixShape shape, std::ptrdiff_t count, bool beyondCache) {
-    if (isSized(shape)) {
+    if (isSized(shape.width, shape.height)) {
         return forOrder(
             shape.width, [&](auto order) { turnSquares<Word, order>(from, to, count); }, [] {});
     }
@@ -79,8 +84,7 @@ void transposeAdjacent(const Side& from, const Side& to, MatrixShape shape, std:
         if constexpr (sizeof(Word) == 4)
             cores::turnMatrix(source, static_cast<std::int32_t>(from.rowStride), result,
                               static_cast<std::int32_t>(to.rowStride), shape.width, shape.height, beyondCache);
-        else
-            turnStrips<Word>(source, from.rowStride, result, to.rowStride, shape.width, shape.height, turnStrip<Word>);
+        else turnStrips<Word>(source, from.rowStride, result, to.rowStride, shape.width, shape.height, turnStrip<Word>);
     });
 }
 

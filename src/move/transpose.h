@@ -14,7 +14,7 @@ void transposeAdjacent(const Side& from, const Side& to, MatrixShape shape, std:
 bool isBeyondCache(MatrixShape shape, std::int32_t count);
 
 // Orders 3 to 6 have code of their own.
-inline bool isSized(MatrixShape shape) { return shape.width == shape.height && shape.width >= 3 && shape.width <= 6; }
+inline bool isSized(std::ptrdiff_t width, std::ptrdiff_t height) { return width == height && width >= 3 && width <= 6; }
 
 template <class From, class To, class Count>
 inline void transpose(const From& from, const To& to, MatrixShape shape, Count count) {
@@ -23,7 +23,7 @@ inline void transpose(const From& from, const To& to, MatrixShape shape, Count c
     if constexpr (isAdjacent<From> && isAdjacent<To>) {
         bool beyondCache = false;
         if constexpr (sizeof(Word) == 4 && !isOneObject<Count>)
-            if (!isSized(shape)) beyondCache = isBeyondCache(shape, count);
+            if (!isSized(shape.width, shape.height)) beyondCache = isBeyondCache(shape, count);
         transposeAdjacent<Word>(source, result, shape, count, beyondCache);
     } else {
         moveObjects<Word>(transposed(source), result, {shape.width, shape.height, count}, Order::any);

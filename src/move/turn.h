@@ -72,7 +72,8 @@ void rowsToColumns(const std::byte* const* sources, std::ptrdiff_t n, Result res
             Bits pairs[2][2];
             unrolled<(rows + 1) / 2>([&](auto p) __attribute__((always_inline)) {
                 constexpr int second = std::min(2 * p + 1, rows - 1);
-                const Bits a = loadFirst<columns * 8>(from[2 * p] + y * 8), b = loadFirst<columns * 8>(from[second] + y * 8);
+                const Bits a = loadFirst<columns * 8>(from[2 * p] + y * 8),
+                           b = loadFirst<columns * 8>(from[second] + y * 8);
                 pairs[p][0] = _mm_unpacklo_epi64(a, b);
                 pairs[p][1] = _mm_unpackhi_epi64(a, b);
             });
@@ -116,27 +117,29 @@ void turnTile(const Source& source, std::ptrdiff_t rows, const Result& result, s
         // Rows of one element are so short that a vector would reach beyond the next.
         const bool touching = columns > 1 && source.touch(columns * sizeOf<Word>);
         for (std::ptrdiff_t y = 0; y < columns; y += group) {
-            forFew<group>(std::min<std::ptrdiff_t>(columns - y, group), [&](auto few) __attribute__((always_inline)) {
-                std::byte* to[few];
-                for (int j = 0; j < few; ++j) to[j] = result.at(y + j);
-                const Source from = source.shifted(0, y * sizeOf<Word>);
-                constexpr bool wide = sizeof(Word) == 4 && few < group;
-                if (wide && touching) columnsToRows<Word, few, wide>(from, rows, to);
-                else columnsToRows<Word, few, false>(from, rows, to);
-            });
+            forFew<group>(
+                std::min<std::ptrdiff_t>(columns - y, group), [&](auto few) __attribute__((always_inline)) {
+                    std::byte* to[few];
+                    for (int j = 0; j < few; ++j) to[j] = result.at(y + j);
+                    const Source from = source.shifted(0, y * sizeOf<Word>);
+                    constexpr bool wide = sizeof(Word) == 4 && few < group;
+                    if (wide && touching) columnsToRows<Word, few, wide>(from, rows, to);
+                    else columnsToRows<Word, few, false>(from, rows, to);
+                });
         }
     } else {
         const bool touching = rows > 1 && result.touch(rows * sizeOf<Word>);
         for (std::ptrdiff_t x = 0; x < rows; x += group) {
-            forFew<group>(std::min<std::ptrdiff_t>(rows - x, group), [&](auto few) __attribute__((always_inline)) {
-                const std::byte* from[few];
-                for (int i = 0; i < few; ++i) from[i] = source.at(x + i);
-                const Result to = result.shifted(0, x * sizeOf<Word>);
-                // What is stored too much belongs to the next row's beginning, which must not be there yet.
-                constexpr bool wide = sizeof(Word) == 4 && few < group;
-                if (wide && touching && rows < group) rowsToColumns<Word, few, wide>(from, columns, to);
-                else rowsToColumns<Word, few, false>(from, columns, to);
-            });
+            forFew<group>(
+                std::min<std::ptrdiff_t>(rows - x, group), [&](auto few) __attribute__((always_inline)) {
+                    const std::byte* from[few];
+                    for (int i = 0; i < few; ++i) from[i] = source.at(x + i);
+                    const Result to = result.shifted(0, x * sizeOf<Word>);
+                    // What is stored too much belongs to the next row's beginning, which must not be there yet.
+                    constexpr bool wide = sizeof(Word) == 4 && few < group;
+                    if (wide && touching && rows < group) rowsToColumns<Word, few, wide>(from, columns, to);
+                    else rowsToColumns<Word, few, false>(from, columns, to);
+                });
         }
     }
 }

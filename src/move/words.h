@@ -78,12 +78,13 @@ template <class Word, int rows, int columns, bool wideLoads = false, bool wideSt
     } else {
         Bits block[4];
         unrolled<4>([&](auto i) __attribute__((always_inline)) {
-            if constexpr (i < rows) block[i] = loadFirst<wideLoads ? 16 : columns * 4>(from(i));
+            if constexpr (i < rows) block[i] = loadFirst < wideLoads ? 16 : columns * 4 > (from(i));
             else block[i] = _mm_setzero_si128();
         });
         transpose(block);
-        unrolled<columns>(
-            [&](auto j) __attribute__((always_inline)) { storeFirst<wideStores ? 16 : rows * 4>(to(j), block[j]); });
+        unrolled<columns>([&](auto j) __attribute__((always_inline)) {
+            storeFirst<wideStores ? 16 : rows * 4>(to(j), block[j]);
+        });
     }
 }
 

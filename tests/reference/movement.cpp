@@ -46,7 +46,8 @@ std::int32_t referenceExtract(const Form& form, const std::vector<OperandValues>
         for (std::int32_t column = 0; column < columns; ++column) {
             const std::int32_t i = transposed ? column : row;
             const std::int32_t j = transposed ? row : column;
-            for (std::int32_t k = first; k < first + runCount; ++k) move(form, call.at(1, k, i, j), call.at(0, k, i, j));
+            for (std::int32_t k = first; k < first + runCount; ++k)
+                move(form, call.at(1, k, i, j), call.at(0, k, i, j));
         }
     }
     return 0;

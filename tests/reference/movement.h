@@ -8,8 +8,8 @@
 namespace kormtest {
 
 // Each always succeeds.
-using MovementReference = std::int32_t(const Form& form, const std::vector<OperandValues>& operands,
-                                       const Sizes& sizes, std::int32_t first, std::int32_t runCount);
+using MovementReference = std::int32_t(const Form& form, const std::vector<OperandValues>& operands, const Sizes& sizes,
+                                       std::int32_t first, std::int32_t runCount);
 
 MovementReference referenceCopy;
 MovementReference referenceExtract;

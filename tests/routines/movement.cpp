@@ -23,7 +23,8 @@ Sizes largeSizes(const Form& form, Random& random) {
 }
 
 Verdict numbered(Verdict verdict, const char* routine, int number) {
-    if (!verdict.ok) verdict.message = std::string(routine) + ": " + verdict.message + ", case " + std::to_string(number);
+    if (!verdict.ok)
+        verdict.message = std::string(routine) + ": " + verdict.message + ", case " + std::to_string(number);
     return verdict;
 }
 
@@ -82,7 +83,8 @@ private:
         values.elementStride = operand.dense || random_.chance(60) ? size : elements(1, 3);
         values.rowStride = operand.dense ? columns * size : strideBehind(columns * values.elementStride);
         const std::int32_t object = (rows - 1) * values.rowStride + (columns - 1) * values.elementStride + size;
-        values.objectStride = operand.dense ? rows * values.rowStride : strideBehind(std::max(object, rows * values.rowStride));
+        values.objectStride =
+            operand.dense ? rows * values.rowStride : strideBehind(std::max(object, rows * values.rowStride));
         if (!operand.dense && operand.array && random_.chance(10)) {
             // Elements as streams over the objects.
             values.objectStride = size;

@@ -12,11 +12,7 @@ namespace {
 // In the order of subsystems; a form's place in it takes part in the seeds of its random cases.
 std::vector<Table> allTables() {
     return {
-        arithForms(),
-        productForms(),
-        vectorForms(),
-        movementForms(),
-        linalgForms(),
+        arithForms(), productForms(), vectorForms(), movementForms(), linalgForms(),
     };
 }
 

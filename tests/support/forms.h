@@ -138,5 +138,4 @@ const Form& formNamed(std::string_view name);
 // Does the check of this letter look at arguments of this role?
 bool looksAt(char letter, Role role);
 
-
 }  // namespace kormtest

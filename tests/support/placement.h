@@ -10,9 +10,9 @@
 namespace kormtest {
 
 struct PlacementOptions {
-    bool plain = true;        // all element strides equal the element size
-    bool mayCollide = false;  // elements of a source may share memory
-    bool anyOffset = false;   // the form takes negative and misaligned offsets too
+    bool plain = true;           // all element strides equal the element size
+    bool mayCollide = false;     // elements of a source may share memory
+    bool anyOffset = false;      // the form takes negative and misaligned offsets too
     bool anyLoneStride = false;  // the form doesn't look at the object strides of a call of one object
     bool mayComb = true;
     bool adjacentEntries = false;  // a table's entries lead to adjacent elements, one object after the other

@@ -127,7 +127,8 @@ bool Scene::mayAlias(const Form& form, std::size_t operand, const Sizes& sizes) 
     if (!family.inPlace || (family.inPlaceFor != nullptr && !family.inPlaceFor(sizes))) return false;
     if (description.use != Operand::Use::input || description.kind != Operand::Kind::element) return false;
     const Operand& result = form.operands[form.result()];
-    if (description.shape != result.shape || description.transposed || description.layout != result.layout) return false;
+    if (description.shape != result.shape || description.transposed || description.layout != result.layout)
+        return false;
     return description.array == form.array || sizes.count == 1;
 }
 
