@@ -286,11 +286,10 @@ void moveTables(const Side& from, const Side& to, Extent extent, Order order) {
     for (std::ptrdiff_t k = 0; k < extent.objects; k += most) {
         const Extent block{extent.rows, extent.columns, std::min(most, extent.objects - k)};
         const Side source = from.from(k), result = to.from(k);
-        if (!free && !mayReorder(source, result, block, sizeOf<Word>, listed))
-            moveForward<Word>(source, result, block, order);
-        else if (from.isTable() != to.isTable() && turnStreams<Word>(source, result, block)) continue;
-        else if (lists) moveForward<Word>(source, result, block, order);
-        else moveStreams<Word>(source, result, block);
+        const bool reorders = free || mayReorder(source, result, block, sizeOf<Word>, listed);
+        if (reorders && from.isTable() != to.isTable() && turnStreams<Word>(source, result, block)) continue;
+        if (reorders && !lists) moveStreams<Word>(source, result, block);
+        else moveForward<Word>(source, result, block, order);
     }
 }
 
