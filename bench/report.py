@@ -90,7 +90,8 @@ def goals_table(goals):
 def conditions(context):
     with open("/proc/cpuinfo", encoding="utf-8") as file:
         processor = re.search(r"model name\s*: (.*)", file.read())
-    yield f"- {datetime.date.today()}, {processor[1] if processor else os.uname().machine}, {os.cpu_count()} processors"
+    yield (f"- {datetime.date.today()}, {processor[1] if processor else os.uname().machine}, {os.cpu_count()} processors, "
+           f"load {os.getloadavg()[1]:.1f} (of which the benchmark is 1)")
     yield (f"- {context['library']}, {context['target']}, {context['compiler']}, flags `{context['flags'].strip()}` "
            "for the library and for peers in headers")
     known = ("library", "target", "compiler", "flags", "mode")
