@@ -86,10 +86,19 @@ template <class T, Spacing spacing>
 }
 
 // Calls f for each object and moves the operands on. Objects a stride apart are one run, each object of a list is a run of its
-// own, so that the inner loop has no test of the layout.
-template <class A, class B, class D, class F>
+// own, so that the inner loop has no test of the layout. Lists of `small` objects have a loop of their own.
+template <bool small = false, class A, class B, class D, class F>
 [[gnu::always_inline]] inline void eachObject(A a, B b, D dst, std::ptrdiff_t count, const F& f) {
-    const std::ptrdiff_t run = dst.list == nullptr ? count : 1;
+    const bool listed = dst.list != nullptr;
+    if (small && listed)
+        for (;;) {
+            f(a, b, dst);
+            if (--count == 0) return;
+            nextOfList(a);
+            nextOfList(b);
+            nextOfList(dst);
+        }
+    const std::ptrdiff_t run = listed ? 1 : count;
     for (;;) {
         std::ptrdiff_t left = run;
         do {
@@ -99,7 +108,7 @@ template <class A, class B, class D, class F>
             nextByStride(dst);
         } while (--left != 0);
         count -= run;
-        if (count == 0) return;
+        if (small || count == 0) return;
         nextOfList(a);
         nextOfList(b);
         nextOfList(dst);
