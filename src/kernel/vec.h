@@ -107,7 +107,8 @@ using HalfOf = Vec<std::remove_reference_t<decltype(std::declval<V&>()[0])>, siz
 
 template <class V>
 [[gnu::always_inline]] inline HalfOf<V> lowHalf(V v) {
-    return withLanes<sizeof(V) / sizeof(V{}[0]) / 2>([&](auto... l) { return __builtin_shufflevector(v, v, l...); });
+    return withLanes<sizeof(V) / sizeof(V{}[0]) / 2>(
+        [&](auto... l) { return __builtin_shufflevector(v, v, l.value...); });
 }
 
 template <class V>
@@ -119,7 +120,7 @@ template <class V>
 template <class H>
 [[gnu::always_inline]] inline auto joinedHalves(H low, H high) {
     return withLanes<2 * sizeof(H) / sizeof(H{}[0])>(
-        [&](auto... l) { return __builtin_shufflevector(low, high, l...); });
+        [&](auto... l) { return __builtin_shufflevector(low, high, l.value...); });
 }
 
 // --- Pairs of floats ---------------------------------------------------------------------------

@@ -7,6 +7,7 @@
 #include <cstddef>
 
 #include "entry/views.h"
+#include "kernel/scalar.h"
 #include "kernel/vec.h"
 #include "linalg/minors.h"
 
@@ -68,7 +69,7 @@ public:
 #pragma GCC unroll 6
             for (int i = 0; i < n; ++i)
                 storeLanes(reinterpret_cast<std::byte*>(&product_[i][from]),
-                           two(broadcast(load<float>(upper + 4 * i))) * right);
+                           two(all<Float4>(load<float>(upper + 4 * i))) * right);
         }
     }
     [[gnu::always_inline]] long double minor(int left, int right) {
