@@ -317,7 +317,7 @@ def cores_header(folder, cores):
                 lines += [primary] if primary not in lines else []
         for one in functions:
             head = "template <>\n" if "<" in one.name else ""
-            lines.append(wrapped(f"{head}[[gnu::noinline]] {core.returns} {one.name}(", one.declarations, f') asm("{one.symbol}");'))
+            lines.append(wrapped(f"{head}[[gnu::noinline]] {core.returns} {one.name}(", one.declarations, f') asm(KORM_SYMBOL("{one.symbol}"));'))
         parts.append("\n".join(lines))
     return f"// {NOTICE}\n#pragma once\n\n#include <cstddef>\n#include <cstdint>\n\n" + in_cores(
         folder, ["entry/variant.h", "entry/views.h"], parts)

@@ -412,7 +412,7 @@ class Core:
     about: str
     kernel: str  # the template, with arguments where they can't be deduced
     arguments: str  # C++ declarations
-    symbol: str
+    symbol: str  # behind the variant's prefix
     source: str  # the header that holds the template
     returns: str = "std::int32_t"
     types: str = "32f 64f"
@@ -447,7 +447,7 @@ class CoreFunction:
 
     @property
     def symbol(self):
-        return f"{VARIANT}_{self.filled(self.core.symbol)}"
+        return self.filled(self.core.symbol)
 
 
 @dataclass

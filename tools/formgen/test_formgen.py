@@ -636,9 +636,9 @@ namespace korm::inline KORM_VARIANT::linalg::cores {
 
 // LU of any order.
 [[gnu::noinline]] std::int32_t luGeneral(
-    const PlainObject<const double>& src, std::byte* pivots) asm("v8_ownkormLUDecomp_m_64f_S_com");
+    const PlainObject<const double>& src, std::byte* pivots) asm(KORM_SYMBOL("ownkormLUDecomp_m_64f_S_com"));
 [[gnu::noinline]] std::int32_t luGeneral(
-    const TableObject<const double>& src, std::byte* pivots) asm("v8_ownkormLUDecomp_m_64f_P_com");
+    const TableObject<const double>& src, std::byte* pivots) asm(KORM_SYMBOL("ownkormLUDecomp_m_64f_P_com"));
 
 // Determinants.
 template <int>
@@ -646,9 +646,11 @@ void determinant(const float* src, float* dst);
 template <int>
 void determinant(const double* src, double* dst);
 template <>
-[[gnu::noinline]] void determinant<3>(const float* src, float* dst) asm("v8_a6_Det_m_32f_3x3");
+[[gnu::noinline]] void determinant<3>(
+    const float* src, float* dst) asm(KORM_SYMBOL("a6_Det_m_32f_3x3"));
 template <>
-[[gnu::noinline]] void determinant<3>(const double* src, double* dst) asm("v8_a6_Det_m_64f_3x3");
+[[gnu::noinline]] void determinant<3>(
+    const double* src, double* dst) asm(KORM_SYMBOL("a6_Det_m_64f_3x3"));
 
 }  // namespace korm::inline KORM_VARIANT::linalg::cores
 """)
