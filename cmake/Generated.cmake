@@ -1,6 +1,6 @@
 # The sources that tools/formgen makes from the tables of forms, in <build>/generated.
 #
-# Sets kormGenerated (every file) and kormGeneratedStamp.
+# Sets kormGenerated (every file) and kormGeneratedStamp; the target kormSources makes them.
 
 find_package(Python3 3.9 REQUIRED COMPONENTS Interpreter)
 
@@ -33,3 +33,4 @@ add_custom_command(
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
     COMMENT "Generating sources from the tables of forms"
     VERBATIM)
+add_custom_target(kormSources DEPENDS ${kormGeneratedStamp})
