@@ -224,6 +224,54 @@ template <int height, int width, class S, class Object>
     unrolled<height>([&](auto i) __attribute__((always_inline)) { writeRows(to, sameRow(i), a[i]); });
 }
 
+// --- Matrices of a size known at run time -----------------------------------------------------------
+
+// Element (i, j) of each object to to[i * width + j]. `from` is where the objects begin; lanes without an object of their own
+// repeat another.
+template <class S>
+[[gnu::noinline]] void readGrids(const Places<const std::byte, lanesOf<S>>& from, std::ptrdiff_t rowStep,
+                                 std::ptrdiff_t columnStep, int height, int width, S* to) {
+    for (int i = 0; i < height; ++i)
+        for (int j = 0; j < width; ++j, ++to) *to = readElement<S>(from, i * rowStep + j * columnStep);
+}
+
+// Back to the first `count` objects.
+template <class S>
+[[gnu::noinline]] void writeGrids(const Places<std::byte, lanesOf<S>>& to, std::ptrdiff_t rowStep,
+                                  std::ptrdiff_t columnStep, int height, int width, const S* from, int count) {
+    for (int i = 0; i < height; ++i)
+        for (int j = 0; j < width; ++j, ++from)
+            for (int l = 0; l < count; ++l) store(to.at[l] + i * rowStep + j * columnStep, (*from)[l]);
+}
+
+// The same for tables: an entry leads to an element of `first`, and those of the next objects follow at `step`. Where they
+// touch, an element of all objects is one load.
+template <class S, class Object>
+[[gnu::noinline]] void readStreams(const Object& first, std::ptrdiff_t step, int height, int width, S* to, int count) {
+    const bool touch = step == sizeof(ElementOf<S>) && count == lanesOf<S>;
+    for (int i = 0; i < height; ++i)
+        for (int j = 0; j < width; ++j, ++to) {
+            const std::byte* const from = first.address(i, j);
+            if (touch) *to = load<S>(from);
+            else
+                *to =
+                    fromLanes<S>([&](int l) { return load<ElementOf<S>>(from + (l < count ? l : count - 1) * step); });
+        }
+}
+
+template <class S, class Object>
+[[gnu::noinline]] void writeStreams(const Object& first, std::ptrdiff_t step, int height, int width, const S* from,
+                                    int count) {
+    const bool touch = step == sizeof(ElementOf<S>) && count == lanesOf<S>;
+    for (int i = 0; i < height; ++i)
+        for (int j = 0; j < width; ++j, ++from) {
+            std::byte* const to = const_cast<std::byte*>(first.address(i, j));
+            if (touch) store(to, *from);
+            else
+                for (int l = 0; l < count; ++l) store(to + l * step, (*from)[l]);
+        }
+}
+
 // --- Large arrays ---------------------------------------------------------------------------------
 
 // A group is much work on few objects, so that the processor comes late to look for those of the next where they lie

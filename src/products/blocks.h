@@ -8,15 +8,16 @@
 
 #include <cstddef>
 
+#include "kernel/unroll.h"
 #include "kernel/vec.h"
 #include "products/operands.h"
 #include "products/sums.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::products {
 
 // Two floats twice, by the load unit alone.
 [[gnu::always_inline]] inline Float4 pairTwice(const std::byte* from) {
-    return reinterpret_cast<Float4>(spread<double>(from));
+    return reinterpret_cast<Float4>(spread<Double2>(from));
 }
 
 // A float in the first lane. The compiler is kept from seeing where it came from: it would build vectors of such
@@ -43,8 +44,8 @@ struct LeftBlocks {
             return interleaveLow(two, two);
         } else if constexpr (constexpr int four = k / 4 * 4; four + 4 <= n) {
             constexpr int of = k - four;
-            return __builtin_shufflevector(loadLanes<float>(at(i, four)), loadLanes<float>(at(i + 1, four)), of, of,
-                                           of + 4, of + 4);
+            return __builtin_shufflevector(load<Float4>(at(i, four)), load<Float4>(at(i + 1, four)), of, of, of + 4,
+                                           of + 4);
         } else {
             return __builtin_shufflevector(alone(at(i, k)), alone(at(i + 1, k)), 0, 0, 4, 4);
         }
@@ -110,7 +111,7 @@ struct RightTurned {
         unrolled<n / 2>([&](auto j) __attribute__((always_inline)) {
             const std::byte* const first = b + 2 * j * stride;
             const std::byte* const second = first + stride;
-            const Float4 upper = loadLanes<float>(first), lower = loadLanes<float>(second);
+            const Float4 upper = load<Float4>(first), lower = load<Float4>(second);
             storeLanes(pairs[j], interleaveLow(upper, lower));
             storeLanes(pairs[j] + 16, interleaveHigh(upper, lower));
             if constexpr (n == 6) storeLanes(pairs[j] + 32, interleaveLow(loadPair(first + 16), loadPair(second + 16)));
@@ -223,7 +224,7 @@ template <bool turned>
         addProduct<5, k>(block[1], upper * second);
         addProduct<5, k>(block[2], lower * first);
         addProduct<5, k>(block[3], lower * second);
-        addProduct<5, k>(column, __builtin_shufflevector(upper, lower, 0, 2, 4, 6) * broadcast(fifth));
+        addProduct<5, k>(column, __builtin_shufflevector(upper, lower, 0, 2, 4, 6) * all<Float4>(fifth));
     });
     unrolled<2>([&](auto i) __attribute__((always_inline)) {
         std::byte* const at = to + 2 * i * stride;
@@ -237,7 +238,7 @@ template <bool turned>
     unrolled<5>([&](auto k) __attribute__((always_inline)) {
         const std::byte* const from = b + k * bStride;
         const float left = load<float>(a.at(4, k));
-        addProduct<5, k>(row, broadcast(left) * loadLanes<float>(from));
+        addProduct<5, k>(row, all<Float4>(left) * load<Float4>(from));
         addProduct<5, k>(corner, left * load<float>(from + 16));
     });
     storeLanes(to + 4 * stride, row);
@@ -252,19 +253,26 @@ template <int n, class Left, class Right, class Target>
     });
 }
 
+// A single operand of order 5 that is read as its transpose, once for all objects.
+struct RightFive : RightInPlace {
+    alignas(16) std::byte rows[5 * 20];
+
+    [[gnu::always_inline]] RightFive(const std::byte* b, std::ptrdiff_t bStride) : RightInPlace{rows, 20} {
+        unrolled<5>([&](auto k) __attribute__((always_inline)) {
+            const auto at = [&](int j) __attribute__((always_inline)) { return load<float>(b + j * bStride + k * 4); };
+            korm::store(rows + k * 20, Float4{at(0), at(1), at(2), at(3)});
+            korm::store(rows + k * 20 + 16, at(4));
+        });
+    }
+    RightFive(const RightFive&) = delete;
+};
+
 // The right operand of an order, made ready for multiplyBlocks.
 template <int n, bool turned>
 [[gnu::always_inline]] inline auto rightBlocks(const std::byte* b, std::ptrdiff_t stride) {
     if constexpr (n == 3) return RightThree(std::bool_constant<turned>{}, b, stride);
     else if constexpr (turned) return RightTurned<n>(b, stride);
     else return RightInPlace{b, stride};
-}
-
-// The same for all objects of an array.
-template <int n, bool turned>
-[[gnu::always_inline]] inline auto heldBlocks(const std::byte* b, std::ptrdiff_t stride) {
-    if constexpr (n % 2 == 0) return RightHeld<n>(std::bool_constant<turned>{}, b, stride);
-    else return rightBlocks<n, turned>(b, stride);
 }
 
 template <int n, class Left, class Right, class Target>
@@ -274,4 +282,4 @@ template <int n, class Left, class Right, class Target>
     else multiplyEven<n>(a, b, to);
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::products

@@ -9,15 +9,20 @@
 #include <cstddef>
 
 #include "kernel/known.h"
+#include "kernel/scalar.h"
+#include "kernel/unroll.h"
+#include "kernel/vec.h"
 #include "products/operands.h"
 #include "products/sums.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::products {
 
 #if defined(__x86_64__)
-inline constexpr int sumRegisters = 12;  // of 16, beside a factor and a product
+inline constexpr int vectorRegisters = 16;
+inline constexpr int sumRegisters = 12;  // beside factors and a product
 #else
-inline constexpr int sumRegisters = 6;  // of 8
+inline constexpr int vectorRegisters = 8;
+inline constexpr int sumRegisters = 6;
 #endif
 inline constexpr int panelVectors = 3;
 
@@ -27,8 +32,8 @@ constexpr int sumsAtOnce(Sum shape) {
 }
 constexpr int rowsAtOnce(Sum shape) { return sumRegisters / panelVectors / sumsAtOnce(shape); }
 
-// A panel: vector v of row k lies at origin + k * step + 16 * v, but for the last, which is at `last` instead of
-// 16 * v. Thus a panel at the right edge of a matrix has its last vector end with the row.
+// A panel: vector v of row k lies at origin + k * step + v vectors, but for the last, which is at `last`. Thus a panel at
+// the right edge of a matrix has its last vector end with the row.
 struct Panel {
     const std::byte* origin;
     std::ptrdiff_t step;
@@ -46,38 +51,71 @@ struct TileTarget {
     std::byte* origin;
     std::ptrdiff_t step;
     std::ptrdiff_t last;
+
+    template <class V>
+    [[gnu::always_inline]] void put(int i, std::ptrdiff_t offset, V value) const {
+        storeLanes(origin + i * step + offset, value);
+    }
 };
 
-template <int vectors>
+// The same as the transpose of the result, element by element.
+struct TransposedTarget {
+    std::byte* origin;
+    std::ptrdiff_t step;
+    std::ptrdiff_t last;
+
+    template <class V>
+    [[gnu::always_inline]] void put(int i, std::ptrdiff_t offset, V value) const {
+        constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(ElementOf<V>));
+        unrolled<lanesOf<V>>([&](auto l) __attribute__((always_inline)) {
+            store(origin + (offset / size + l) * step + i * size, value[l.value]);
+        });
+    }
+};
+
+template <class V, int vectors>
 [[gnu::always_inline]] inline std::ptrdiff_t vectorOffset(int v, std::ptrdiff_t last) {
-    return v == vectors - 1 ? last : 16 * v;
+    return v == vectors - 1 ? last : v * static_cast<std::ptrdiff_t>(sizeof(V));
 }
 
-template <class T, int rows, int vectors>
+template <class V, int rows, int vectors>
 struct TileSums {
-    Lanes<T> of[rows][vectors];
+    V of[rows][vectors];
 };
 
 // Adds, in each of `count` rounds, `sums` products to each element: product c to sum c. From round to round,
 // k grows by `period`. A known number of rounds is all there are: the first one starts the sums.
-template <class T, int sums, int rows, int vectors, class Count>
-[[gnu::always_inline]] inline void accumulate(TileSums<T, rows, vectors> (&sum)[sums], LeftRows a, Panel b,
+//
+// The panel's vectors stay in registers for all rows of the tile as far as there are any. Two loads start in a cycle, as
+// many as multiplications, so a tile that loads both its factors for each product waits for the loads.
+template <class V, int sums, int rows, int vectors, class Count>
+[[gnu::always_inline]] inline void accumulate(TileSums<V, rows, vectors> (&sum)[sums], LeftRows a, Panel b,
                                               std::ptrdiff_t period, Count count) {
+    constexpr int unused = vectorRegisters - sums * rows * vectors - 2;
+    constexpr int held = rows == 1 ? 0 : std::clamp(unused, 0, vectors);
     const std::ptrdiff_t aStep = a.step, bStep = b.step;
     const std::ptrdiff_t aRound = (period - sums + 1) * aStep, bRound = (period - sums + 1) * bStep;
+    const auto right = [&](int v) __attribute__((always_inline)) {
+        return load<V>(b.origin + vectorOffset<V, vectors>(v, b.last));
+    };
     const auto round = [&](auto isFirst) __attribute__((always_inline)) {
         unrolled<sums>([&](auto c) __attribute__((always_inline)) {
+            V kept[held + 1];
+            unrolled<held>([&](auto v) __attribute__((always_inline)) {
+                kept[v] = right(v);
+                asm("" : "+x"(kept[v]));
+            });
             unrolled<rows>([&](auto i) __attribute__((always_inline)) {
-                const Lanes<T> left = spread<T>(a.origin + i * a.rowStep);
+                const V left = spread<V>(a.origin + i * a.rowStep);
                 unrolled<vectors>([&](auto v) __attribute__((always_inline)) {
-                    Lanes<T>& each = sum[c].of[i][v];
-                    const Lanes<T> product = left * loadLanes<T>(b.origin + vectorOffset<vectors>(v, b.last));
+                    V& each = sum[c].of[i][v];
+                    const V product = left * (v < held ? kept[v < held ? v : 0] : right(v));
                     each = isFirst ? product : each + product;
                     // Without a loop gcc would compute one element after the other, with all operands on the stack.
                     if constexpr (isKnown<Count>) asm("" : "+x"(each));
                 });
-                // The panel's vectors are loaded anew for each row: held in registers, they would drive sums out.
-                if constexpr (vectors == 3) asm("" : "+r"(b.origin));
+                // Else vectors that are loaded for each row would be held too and drive sums out of their registers.
+                if constexpr (held < vectors && vectors >= 3) b.origin = opaque(b.origin);
             });
             a.origin += c == sums - 1 ? aRound : aStep;
             b.origin += c == sums - 1 ? bRound : bStep;
@@ -89,21 +127,21 @@ template <class T, int sums, int rows, int vectors, class Count>
         for (; count > 0; --count) round(std::false_type{});
 }
 
-template <class T, int sums, int rows, int vectors>
-[[gnu::always_inline]] inline void clear(TileSums<T, rows, vectors> (&sum)[sums]) {
+template <class V, int sums, int rows, int vectors>
+[[gnu::always_inline]] inline void clear(TileSums<V, rows, vectors> (&sum)[sums]) {
     unrolled<sums * rows * vectors>([&](auto e) __attribute__((always_inline)) {
-        sum[e / (rows * vectors)].of[e / vectors % rows][e % vectors] = Lanes<T>{};
+        sum[e / (rows * vectors)].of[e / vectors % rows][e % vectors] = V{};
     });
 }
 
 // Sums of `rounds` products for each partial sum, joined. Partial sums are independent of each other: those for which
 // there are no registers are made after the others.
-template <class T, Sum shape, int rows, int vectors, class Rounds>
-[[gnu::always_inline]] inline void sumBlocks(TileSums<T, rows, vectors>& result, const LeftRows& a, const Panel& b,
+template <class V, Sum shape, Start start, int rows, int vectors, class Rounds>
+[[gnu::always_inline]] inline void sumBlocks(TileSums<V, rows, vectors>& result, const LeftRows& a, const Panel& b,
                                              Rounds rounds) {
     constexpr int partials = shape.partials;
     constexpr int together = sumsAtOnce(shape);
-    TileSums<T, rows, vectors> partial[partials / together][together];
+    TileSums<V, rows, vectors> partial[partials / together][together];
     unrolled<partials / together>([&](auto pass) __attribute__((always_inline)) {
         constexpr int first = pass * together;
         if constexpr (!isKnown<Rounds>) clear(partial[pass]);
@@ -111,22 +149,23 @@ template <class T, Sum shape, int rows, int vectors, class Rounds>
                    {b.origin + first * b.step, b.step, b.last}, partials, rounds);
     });
     unrolled<rows * vectors>([&](auto e) __attribute__((always_inline)) {
-        Lanes<T> all[partials];
+        V all[partials];
         unrolled<partials>([&](auto c) __attribute__((always_inline)) {
             all[c] = partial[c / together][c % together].of[e / vectors][e % vectors];
         });
-        const Lanes<T> sum = joined<T>(all);
-        result.of[e / vectors][e % vectors] = isKnown<Rounds> ? zeroStarted(sum) : sum;
+        const V sum = joined<ElementOf<V>>(all);
+        result.of[e / vectors][e % vectors] = isKnown<Rounds> && start == Start::zero ? zeroStarted(sum) : sum;
     });
 }
 
 // A tile of all K products.
-template <class T, Sum shape, int rows, int vectors, class Products>
-[[gnu::always_inline]] inline void tile(const LeftRows& a, const Panel& b, Products products, const TileTarget& to) {
-    TileSums<T, rows, vectors> result[1];
+template <class V, Sum shape, int rows, int vectors, Start start = Start::zero, class Products, class Target>
+[[gnu::always_inline]] inline void tile(const LeftRows& a, const Panel& b, Products products, const Target& to) {
+    static_assert(start == Start::zero || isKnown<Products>);
+    TileSums<V, rows, vectors> result[1];
     if constexpr (isKnown<Products>) {
         static_assert(products % shape.block == 0);
-        sumBlocks<T, shape>(result[0], a, b, Known<products / shape.partials>{});
+        sumBlocks<V, shape, start>(result[0], a, b, Known<products / shape.partials>{});
     } else {
         const std::ptrdiff_t inBlocks = shape == zeroStart ? 0 : products - products % shape.block;
         LeftRows aRest = a;
@@ -134,7 +173,7 @@ template <class T, Sum shape, int rows, int vectors, class Products>
         if (inBlocks == 0) {
             clear(result);
         } else {
-            sumBlocks<T, shape>(result[0], a, b, inBlocks / shape.partials);
+            sumBlocks<V, shape, start>(result[0], a, b, inBlocks / shape.partials);
             aRest.origin += inBlocks * a.step;
             bRest.origin += inBlocks * b.step;
         }
@@ -142,7 +181,7 @@ template <class T, Sum shape, int rows, int vectors, class Products>
     }
     unrolled<rows * vectors>([&](auto e) __attribute__((always_inline)) {
         constexpr int i = e / vectors, v = e % vectors;
-        storeLanes(to.origin + i * to.step + vectorOffset<vectors>(v, to.last), result[0].of[i][v]);
+        to.put(i, vectorOffset<V, vectors>(v, to.last), result[0].of[i][v]);
     });
 }
 
@@ -161,7 +200,8 @@ template <class T, Sum shape, int rows, int vectors>
     const std::ptrdiff_t aRow = steps.aRow, aStep = steps.a, bStep = steps.b, bLast = steps.bLast, toStep = steps.to,
                          toLast = steps.toLast, products = steps.products;
     for (; count > 0; --count) {
-        tile<T, shape, rows, vectors>({a, aRow, aStep}, {b, bStep, bLast}, products, {to, toStep, toLast});
+        tile<Vec16<T>, shape, rows, vectors>({a, aRow, aStep}, {b, bStep, bLast}, products,
+                                             TileTarget{to, toStep, toLast});
         a += rows * aRow;
         to += rows * toStep;
     }
@@ -179,32 +219,32 @@ template <class T, Sum shape, int rows>
 // The next panel's vectors: four are two and two rather than three and one.
 template <class T>
 [[gnu::always_inline]] inline int nextPanel(std::ptrdiff_t columns) {
-    const std::ptrdiff_t vectors = (columns + laneCount<T> - 1) / laneCount<T>;
+    const std::ptrdiff_t vectors = (columns + lanes16<T> - 1) / lanes16<T>;
     return static_cast<int>(vectors == 4 ? 2 : std::min<std::ptrdiff_t>(vectors, panelVectors));
 }
 
 // The same for operands of which nothing is contiguous: elements are looked up one by one. Up to one vector of columns.
 template <class T, Sum shape, int rows, class Operand>
 [[gnu::noinline]] void gatheredTile(const Operand& a, std::ptrdiff_t i, const Operand& b, std::ptrdiff_t j,
-                                    std::ptrdiff_t columns, std::ptrdiff_t products, Lanes<T> (&sum)[rows]) {
+                                    std::ptrdiff_t columns, std::ptrdiff_t products, Vec16<T> (&sum)[rows]) {
     const auto right = [&](std::ptrdiff_t k) {
-        Lanes<T> row;
-        for (int c = 0; c < laneCount<T>; ++c)
+        Vec16<T> row;
+        for (int c = 0; c < lanes16<T>; ++c)
             row[c] = load<T>(b.address(k, j + std::min<std::ptrdiff_t>(c, columns - 1)));
         return row;
     };
-    const auto add = [&](Lanes<T>(&to)[rows], std::ptrdiff_t k) {
-        const Lanes<T> row = right(k);
-        for (int r = 0; r < rows; ++r) to[r] += broadcast(load<T>(a.address(i + r, k))) * row;
+    const auto add = [&](Vec16<T>(&to)[rows], std::ptrdiff_t k) {
+        const Vec16<T> row = right(k);
+        for (int r = 0; r < rows; ++r) to[r] += all<Vec16<T>>(load<T>(a.address(i + r, k))) * row;
     };
-    for (Lanes<T>& each : sum) each = Lanes<T>{};
+    for (Vec16<T>& each : sum) each = Vec16<T>{};
     const std::ptrdiff_t inBlocks = products - products % shape.block;
     std::ptrdiff_t k = 0;
     if (shape != zeroStart && inBlocks > 0) {
-        Lanes<T> partial[shape.partials][rows] = {};
+        Vec16<T> partial[shape.partials][rows] = {};
         for (; k < inBlocks; ++k) add(partial[k % shape.partials], k);
         for (int r = 0; r < rows; ++r) {
-            Lanes<T> all[shape.partials];
+            Vec16<T> all[shape.partials];
             for (int c = 0; c < shape.partials; ++c) all[c] = partial[c][r];
             sum[r] = joined<T>(all);
         }
@@ -212,4 +252,4 @@ template <class T, Sum shape, int rows, class Operand>
     for (; k < products; ++k) add(sum, k);
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::products

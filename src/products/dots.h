@@ -7,10 +7,10 @@
 #include "products/operands.h"
 #include "products/sums.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::products {
 
 template <class T>
-using DotColumns = const std::byte * [laneCount<T>];  // where the columns of a tile begin
+using DotColumns = const std::byte * [lanes16<T>];  // where the columns of a tile begin
 
 // Partial sums of `lanes` columns, a vector each, to a vector of their sums: the last two steps of joined().
 [[gnu::always_inline]] inline Float4 joinedLanes(Float4 (&column)[4]) {
@@ -35,7 +35,7 @@ template <class V, int vectors>
 // Rows of a tile: as many as registers hold.
 template <class T>
 constexpr int dotRowsAtOnce(Sum shape) {
-    const int ofRow = shape.partials / laneCount<T> * laneCount<T>;
+    const int ofRow = shape.partials / lanes16<T> * lanes16<T>;
 #if defined(__x86_64__)
     return ofRow >= 8 ? 1 : 8 / ofRow;
 #else
@@ -53,8 +53,8 @@ constexpr int dotGroups(Sum shape) {
 }
 
 template <class T>
-[[gnu::always_inline]] inline void storeFirst(std::byte* to, const Lanes<T>& value, std::ptrdiff_t width) {
-    if (width == laneCount<T>) return storeLanes(to, value);
+[[gnu::always_inline]] inline void storeFirst(std::byte* to, const Vec16<T>& value, std::ptrdiff_t width) {
+    if (width == lanes16<T>) return storeLanes(to, value);
     for (std::ptrdiff_t c = 0; c < width; ++c) store(to + c * static_cast<std::ptrdiff_t>(sizeof(T)), value[c]);
 }
 
@@ -62,26 +62,26 @@ template <class T>
 template <class T, Sum shape, int groups>
 [[gnu::noinline]] void dotVector(const std::byte* x, const std::byte* a, std::ptrdiff_t rowStep,
                                  std::ptrdiff_t products, std::byte* to) {
-    constexpr int lanes = laneCount<T>;
+    constexpr int lanes = lanes16<T>;
     constexpr int vectors = shape.partials / lanes;
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
     const std::ptrdiff_t inBlocks = (products - products % shape.block) * size;
-    Lanes<T> sum[groups];
-    unrolled<groups>([&](auto g) __attribute__((always_inline)) { sum[g] = Lanes<T>{}; });
+    Vec16<T> sum[groups];
+    unrolled<groups>([&](auto g) __attribute__((always_inline)) { sum[g] = Vec16<T>{}; });
     if (inBlocks > 0) {
-        Lanes<T> partial[groups * lanes][vectors];
+        Vec16<T> partial[groups * lanes][vectors];
         unrolled<groups * lanes * vectors>([&](auto e) __attribute__((always_inline)) {
-            partial[e / vectors][e % vectors] = Lanes<T>{};
+            partial[e / vectors][e % vectors] = Vec16<T>{};
         });
         for (std::ptrdiff_t at = 0; at < inBlocks; at += vectors * 16)
             unrolled<vectors>([&](auto v) __attribute__((always_inline)) {
-                const Lanes<T> factor = loadLanes<T>(x + at + 16 * v);
+                const Vec16<T> factor = load<Vec16<T>>(x + at + 16 * v);
                 unrolled<groups * lanes>([&](auto r) __attribute__((always_inline)) {
-                    partial[r][v] += loadLanes<T>(a + r * rowStep + at + 16 * v) * factor;
+                    partial[r][v] += load<Vec16<T>>(a + r * rowStep + at + 16 * v) * factor;
                 });
             });
         unrolled<groups>([&](auto g) __attribute__((always_inline)) {
-            Lanes<T> row[lanes];
+            Vec16<T> row[lanes];
             unrolled<lanes>([&](auto r)
                                 __attribute__((always_inline)) { row[r] = joinedVectors(partial[g * lanes + r]); });
             sum[g] = joinedLanes(row);
@@ -90,12 +90,8 @@ template <class T, Sum shape, int groups>
     for (std::ptrdiff_t at = inBlocks; at < products * size; at += size)
         unrolled<groups>([&](auto g) __attribute__((always_inline)) {
             const std::byte* const from = a + g * lanes * rowStep + at;
-            Lanes<T> column;
-            if constexpr (lanes == 4)
-                column = Float4{load<T>(from), load<T>(from + rowStep), load<T>(from + 2 * rowStep),
-                                load<T>(from + 3 * rowStep)};
-            else column = Double2{load<T>(from), load<T>(from + rowStep)};
-            sum[g] += column * spread<T>(x + at);
+            const auto column = fromLanes<Vec16<T>>([&](int l) { return load<T>(from + l * rowStep); });
+            sum[g] += column * spread<Vec16<T>>(x + at);
         });
     unrolled<groups>([&](auto g) __attribute__((always_inline)) { storeLanes(to + 16 * g, sum[g]); });
 }
@@ -105,44 +101,42 @@ template <class T, Sum shape, int rows>
 [[gnu::noinline]] void dotTiles(const std::byte* a, std::ptrdiff_t aStep, const DotColumns<T>& b,
                                 std::ptrdiff_t products, std::byte* to, std::ptrdiff_t step, std::ptrdiff_t width,
                                 std::ptrdiff_t count) {
-    constexpr int lanes = laneCount<T>;
+    constexpr int lanes = lanes16<T>;
     constexpr int vectors = shape.partials / lanes;
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
     const std::ptrdiff_t inBlocks = (products - products % shape.block) * size;
     for (; count > 0; --count) {
-        Lanes<T> sum[rows];
-        unrolled<rows>([&](auto r) __attribute__((always_inline)) { sum[r] = Lanes<T>{}; });
+        Vec16<T> sum[rows];
+        unrolled<rows>([&](auto r) __attribute__((always_inline)) { sum[r] = Vec16<T>{}; });
         if (inBlocks > 0) {
-            Lanes<T> partial[rows][lanes][vectors];
+            Vec16<T> partial[rows][lanes][vectors];
             unrolled<rows * lanes * vectors>([&](auto e) __attribute__((always_inline)) {
-                partial[e / (lanes * vectors)][e / vectors % lanes][e % vectors] = Lanes<T>{};
+                partial[e / (lanes * vectors)][e / vectors % lanes][e % vectors] = Vec16<T>{};
             });
             for (std::ptrdiff_t at = 0; at < inBlocks; at += vectors * 16)
                 unrolled<vectors>([&](auto v) __attribute__((always_inline)) {
-                    Lanes<T> left[rows];
+                    Vec16<T> left[rows];
                     unrolled<rows>([&](auto r) __attribute__((always_inline)) {
-                        left[r] = loadLanes<T>(a + r * aStep + at + 16 * v);
+                        left[r] = load<Vec16<T>>(a + r * aStep + at + 16 * v);
                     });
                     unrolled<lanes>([&](auto c) __attribute__((always_inline)) {
-                        const Lanes<T> right = loadLanes<T>(b[c] + at + 16 * v);
+                        const Vec16<T> right = load<Vec16<T>>(b[c] + at + 16 * v);
                         unrolled<rows>([&](auto r)
                                            __attribute__((always_inline)) { partial[r][c][v] += left[r] * right; });
                     });
                 });
             unrolled<rows>([&](auto r) __attribute__((always_inline)) {
-                Lanes<T> column[lanes];
+                Vec16<T> column[lanes];
                 unrolled<lanes>([&](auto c)
                                     __attribute__((always_inline)) { column[c] = joinedVectors(partial[r][c]); });
                 sum[r] = joinedLanes(column);
             });
         }
         for (std::ptrdiff_t at = inBlocks; at < products * size; at += size) {
-            Lanes<T> right;
-            if constexpr (lanes == 4)
-                right = Float4{load<T>(b[0] + at), load<T>(b[1] + at), load<T>(b[2] + at), load<T>(b[3] + at)};
-            else right = Double2{load<T>(b[0] + at), load<T>(b[1] + at)};
-            unrolled<rows>([&](auto r)
-                               __attribute__((always_inline)) { sum[r] += spread<T>(a + r * aStep + at) * right; });
+            const auto right = fromLanes<Vec16<T>>([&](int l) { return load<T>(b[l] + at); });
+            unrolled<rows>([&](auto r) __attribute__((always_inline)) {
+                sum[r] += spread<Vec16<T>>(a + r * aStep + at) * right;
+            });
         }
         unrolled<rows>([&](auto r) __attribute__((always_inline)) { storeFirst<T>(to + r * step, sum[r], width); });
         a += rows * aStep;
@@ -154,8 +148,8 @@ template <class T, Sum shape, int rows>
 template <class T>
 [[gnu::always_inline]] inline void dotColumns(const GridOperand& b, std::ptrdiff_t j, std::ptrdiff_t width,
                                               DotColumns<T>& columns) {
-    for (int c = 0; c < laneCount<T>; ++c)
+    for (int c = 0; c < lanes16<T>; ++c)
         columns[c] = b.origin + (j + std::min<std::ptrdiff_t>(c, width - 1)) * b.columnStep;
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::products

@@ -5,13 +5,15 @@
 #include <cstddef>
 #include <type_traits>
 
+#include "kernel/unroll.h"
+#include "kernel/vec.h"
 #include "products/columns.h"
 #include "products/dots.h"
 #include "products/operands.h"
 #include "products/packed.h"
 #include "products/sums.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::products {
 
 // Room for a panel and for four rows on the stack. Operands with more products that would need a copy are read
 // where they lie.
@@ -22,7 +24,7 @@ inline constexpr std::ptrdiff_t copiedProducts = 768;
 template <class T, class Operand>
 void copyElements(const Operand& b, std::ptrdiff_t j, std::ptrdiff_t width, std::ptrdiff_t products, std::byte* to) {
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    constexpr int lanes = laneCount<T>;
+    constexpr int lanes = lanes16<T>;
     const std::ptrdiff_t padded = (width + lanes - 1) / lanes * lanes;
     for (std::ptrdiff_t c = 0; c < padded; ++c) {
         std::ptrdiff_t column = j + c;
@@ -43,7 +45,7 @@ template <class T>
 [[gnu::noinline]] void copyPanel(const GridOperand& b, std::ptrdiff_t j, std::ptrdiff_t width, std::ptrdiff_t products,
                                  std::byte* to) {
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    constexpr int lanes = laneCount<T>;
+    constexpr int lanes = lanes16<T>;
     const bool turned = b.rowStep == size;
     if (j + width < lanes || !(turned || b.columnStep == size)) return copyElements<T>(b, j, width, products, to);
     const std::ptrdiff_t step = (width + lanes - 1) / lanes * 16;
@@ -54,15 +56,15 @@ template <class T>
         std::ptrdiff_t k = 0;
         if (turned)
             for (; k + lanes <= products; k += lanes, from += 16, at += lanes * step) {
-                Lanes<T> block[lanes];
+                Vec16<T> block[lanes];
                 unrolled<lanes>([&](auto c) __attribute__((always_inline)) {
-                    block[c] = loadLanes<T>(from + c * b.columnStep);
+                    block[c] = load<Vec16<T>>(from + c * b.columnStep);
                 });
                 transpose(block);
                 unrolled<lanes>([&](auto r) __attribute__((always_inline)) { storeLanes(at + r * step, block[r]); });
             }
         for (; k < products; ++k, from += b.rowStep, at += step)
-            if (b.columnStep == size) storeLanes(at, loadLanes<T>(from));
+            if (b.columnStep == size) storeLanes(at, load<Vec16<T>>(from));
             else
                 for (int c = 0; c < lanes; ++c) store(at + c * size, load<T>(from + c * b.columnStep));
     }
@@ -143,11 +145,11 @@ template <class T>
 
 template <class T, RowSums rows, class Operand>
 void gatheredProduct(const Operand& a, const Operand& b, const Operand& dst, ProductShape shape) {
-    for (std::ptrdiff_t j = 0; j < shape.columns; j += laneCount<T>) {
-        const auto width = std::min<std::ptrdiff_t>(laneCount<T>, shape.columns - j);
+    for (std::ptrdiff_t j = 0; j < shape.columns; j += lanes16<T>) {
+        const auto width = std::min<std::ptrdiff_t>(lanes16<T>, shape.columns - j);
         forRowsOfTiles<rows>(shape, [&](auto sum, auto tall, std::ptrdiff_t i, std::ptrdiff_t count) {
             for (; count > 0; --count, i += tall.value) {
-                Lanes<T> result[tall.value];
+                Vec16<T> result[tall.value];
                 gatheredTile<T, sum.value>(a, i, b, j, width, shape.products, result);
                 scatterRows<T>(dst, i, j, tall.value, width, reinterpret_cast<const std::byte*>(result), 16);
             }
@@ -194,7 +196,7 @@ template <class T, RowSums rows, class Operand>
 template <class T, RowSums rows, class Objects>
 void columnProducts(const Objects& as, const Objects& bs, const Objects& dsts, ProductShape shape, std::int32_t count) {
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    constexpr int lanes = laneCount<T>;
+    constexpr int lanes = lanes16<T>;
     constexpr bool isTable = std::is_same_v<Objects, TableObjects>;
     const std::ptrdiff_t products = shape.products;
     // A contiguous panel is copied too where many rows of the result read many rows of it: far apart, these would push
@@ -254,13 +256,13 @@ void columnProducts(const Objects& as, const Objects& bs, const Objects& dsts, P
 // Operands that are contiguous along k.
 template <class T, RowSums rows>
 void dotProduct(const GridOperand& a, const GridOperand& b, const GridOperand& dst, ProductShape shape) {
-    for (std::ptrdiff_t j = 0; j < shape.columns; j += laneCount<T>) {
-        const auto width = std::min<std::ptrdiff_t>(laneCount<T>, shape.columns - j);
+    for (std::ptrdiff_t j = 0; j < shape.columns; j += lanes16<T>) {
+        const auto width = std::min<std::ptrdiff_t>(lanes16<T>, shape.columns - j);
         DotColumns<T> columns;
         dotColumns<T>(b, j, width, columns);
         forRowGroups<rows>(shape.rows, shape.products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
             // Too few products for a block come to the same with any block.
-            constexpr Sum dots = sum.value == zeroStart ? Sum{laneCount<T>, 8} : sum.value;
+            constexpr Sum dots = sum.value == zeroStart ? Sum{lanes16<T>, 8} : sum.value;
             forTiles<dotRowsAtOnce<T>(dots)>(first, height, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t count) {
                 dotTiles<T, dots, tall.value>(a.origin + i * a.rowStep, a.rowStep, columns, shape.products,
                                               target(dst, i, j), dst.rowStep, width, count);
@@ -272,26 +274,27 @@ void dotProduct(const GridOperand& a, const GridOperand& b, const GridOperand& d
 // Sums of which every partial sum has a lane of its own when k is read along vectors.
 template <class T>
 constexpr bool alongProducts(Sum shape) {
-    return shape.partials % laneCount<T> == 0;
+    return shape.partials % lanes16<T> == 0;
 }
 
 template <class T, RowSums rows, class Objects>
 [[gnu::noinline]] void generalProducts(const Objects& a, const Objects& b, const Objects& dst, ProductShape shape,
                                        std::int32_t count) {
     if constexpr (std::is_same_v<Objects, GridObjects>) {
-        if (arePackedSquares<T, 8>(a, b, dst, shape)) return packedSquares<T, rows.blocks, 8>(a, b, dst, count);
-        if (arePackedSquares<T, 16>(a, b, dst, shape)) return packedSquares<T, rows.blocks, 16>(a, b, dst, count);
+        if (arePackedSquares<T, 8>(a.first, b.first, dst.first, shape))
+            return packedSquares<T, rows.blocks, 8>(a, b, dst, count);
+        if (arePackedSquares<T, 16>(a.first, b.first, dst.first, shape))
+            return packedSquares<T, rows.blocks, 16>(a, b, dst, count);
     }
     if constexpr (std::is_same_v<Objects, GridObjects> && alongProducts<T>(rows.blocks)) {
         constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-        constexpr bool always = laneCount<T> == 4;  // only one kernel has such sums, and it reads k along rows
+        constexpr bool always = isFloat<T>;  // only one kernel has such sums, and it reads k along rows
         if (always || (a.first.columnStep == size && b.first.rowStep == size && dst.first.columnStep == size)) {
             for (std::int32_t k = 0; k < count; ++k) dotProduct<T, rows>(a.at(k), b.at(k), dst.at(k), shape);
             return;
         }
     }
-    if constexpr (!(alongProducts<T>(rows.blocks) && laneCount<T> == 4))
-        columnProducts<T, rows>(a, b, dst, shape, count);
+    if constexpr (!(alongProducts<T>(rows.blocks) && isFloat<T>)) columnProducts<T, rows>(a, b, dst, shape, count);
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::products

@@ -5,34 +5,38 @@
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
-#include <utility>
 
 #include "entry/views.h"
+#include "kernel/predicates.h"
+#include "kernel/scalar.h"
 #include "kernel/vec.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::products {
 
-// Calls f for 0 to n - 1 as types, so that what it does with them is known when compiling.
-template <int n, class F>
-[[gnu::always_inline]] inline void unrolled(const F& f) {
-    [&]<int... i>(std::integer_sequence<int, i...>) __attribute__((always_inline)) {
-        (f(std::integral_constant<int, i>{}), ...);
-    }
-    (std::make_integer_sequence<int, n>{});
-}
+// Vectors of 16 bytes, whatever the processor has: four floats or two doubles. Kernels that are laid out for these use them.
+template <class T>
+inline constexpr int lanes16 = 16 / sizeof(T);
+template <class T>
+using Vec16 = Vec<T, lanes16<T>>;
 
 // An element in all lanes. For doubles by the load unit alone: left to itself, a compiler that sees the element used
 // twice loads it once and spends a shuffle, which takes a port from additions.
-template <class T>
-[[gnu::always_inline]] inline Lanes<T> spread(const std::byte* from) {
-    if constexpr (laneCount<T> == 4) return broadcast(load<T>(from));
-    else {
+template <class V>
+[[gnu::always_inline]] inline V spread(const std::byte* from) {
+    if constexpr (std::is_same_v<V, Double2>) {
         struct [[gnu::may_alias, gnu::packed]] Unaligned {
-            T value;
+            double value;
         };
-        Lanes<T> result;
-        asm("movddup %1, %0" : "=x"(result) : "m"(*reinterpret_cast<const Unaligned*>(from)));
+        Double2 result;
+        const auto& element = *reinterpret_cast<const Unaligned*>(from);
+#ifdef __AVX__
+        asm("vmovddup %1, %0" : "=x"(result) : "m"(element));
+#else
+        asm("movddup %1, %0" : "=x"(result) : "m"(element));
+#endif
         return result;
+    } else {
+        return all<V>(load<ElementOf<V>>(from));
     }
 }
 
@@ -71,8 +75,14 @@ template <class T, bool transposed>
     return {table, scatter.offset, scatter.pitch, 1};
 }
 
+// From row to row as they are stored.
+template <class View>
+[[gnu::always_inline]] inline std::ptrdiff_t storedStride(const View& view) {
+    return isTransposed<View> ? view.elementStride : view.rowStride;
+}
+
 // All objects of an operand, as general paths take them: again one type for each kind of operand, so that an array is one
-// call in which all is decided once that doesn't depend on the object. Order 8 of floats took 52 ns for 45.
+// call in which all is decided once that doesn't depend on the object. That made 45 ns of 52 at order 8 of floats.
 struct GridObjects {
     using Operand = GridOperand;
     Operand first;            // of a list no object, but its steps are those of all
@@ -91,6 +101,8 @@ struct TableObjects {
     using Operand = TableOperand;
     Operand first;
     std::ptrdiff_t step;
+
+    [[gnu::always_inline]] bool isShared() const { return step == 0; }
 
     [[gnu::always_inline]] Operand at(std::ptrdiff_t k) const {
         return {first.table, first.offset + k * step, first.rowPitch, first.columnPitch};
@@ -118,4 +130,13 @@ template <class Operand>
     return const_cast<std::byte*>(result.address(i, j));
 }
 
-}  // namespace korm
+// Calls f with where the objects of an array are. Kept in registers: results could change what is reached by reference, as
+// far as a compiler can tell.
+template <class F>
+[[gnu::always_inline]] inline void forObjects(const GridObjects& a, const GridObjects& b, const GridObjects& dst,
+                                              std::int32_t count, const F& f) {
+    const GridObjects left = a, right = b, result = dst;
+    for (std::int32_t k = 0; k < count; ++k) f(k, left.at(k).origin, right.at(k).origin, target(result.at(k), 0, 0));
+}
+
+}  // namespace korm::inline KORM_VARIANT::products

@@ -2,8 +2,8 @@
 // same sums as those of any shape, without the instructions that find out where everything lies. Of products as small
 // as these they are a third, and the number of instructions is what such products wait for.
 //
-// Order 8 of floats takes 36 ns for 52, of doubles 64 for 101; products of two transposes, which are turned on the stack, 46
-// for 64 and 71 for 120. Order 16 gains 10 to 20 %, and with one matrix for many vectors 30 %.
+// Order 8 of floats takes 36 ns instead of 52, of doubles 64 instead of 101; products of two transposes, which are turned on
+// the stack, 46 instead of 64 and 71 instead of 120. Order 16 gains 10 to 20 %, and with one matrix for many vectors 30 %.
 #pragma once
 
 #include <algorithm>
@@ -11,13 +11,16 @@
 #include <cstdint>
 
 #include "kernel/known.h"
+#include "kernel/predicates.h"
+#include "kernel/unroll.h"
+#include "kernel/vec.h"
 #include "products/blocks.h"
 #include "products/columns.h"
-#include "products/objects.h"
 #include "products/operands.h"
+#include "products/rows.h"
 #include "products/sums.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::products {
 
 template <class T, int n>
 [[gnu::always_inline]] inline bool liesInRows(const GridOperand& square) {
@@ -30,25 +33,25 @@ template <class T, int n>
 }
 
 template <class T, int n>
-[[gnu::always_inline]] inline bool arePackedSquares(const GridObjects& a, const GridObjects& b, const GridObjects& dst,
+[[gnu::always_inline]] inline bool arePackedSquares(const GridOperand& a, const GridOperand& b, const GridOperand& dst,
                                                     ProductShape shape) {
     const auto isPacked = [](const GridOperand& square) {
         return liesInRows<T, n>(square) || liesInColumns<T, n>(square);
     };
-    return shape.rows == n && shape.columns == n && shape.products == n && liesInRows<T, n>(dst.first) &&
-           isPacked(a.first) && isPacked(b.first);
+    return shape.rows == n && shape.columns == n && shape.products == n && liesInRows<T, n>(dst) && isPacked(a) &&
+           isPacked(b);
 }
 
 // The transpose of a square.
 template <class T, int n>
 [[gnu::always_inline]] inline void turnSquare(const std::byte* from, std::byte* to) {
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    constexpr int lanes = laneCount<T>;
+    constexpr int lanes = lanes16<T>;
     for (int i = 0; i < n; i += lanes)
         for (int j = 0; j < n; j += lanes) {
-            Lanes<T> block[lanes];
+            Vec16<T> block[lanes];
             unrolled<lanes>([&](auto r) __attribute__((always_inline)) {
-                block[r] = loadLanes<T>(from + ((i + r) * n + j) * size);
+                block[r] = load<Vec16<T>>(from + ((i + r) * n + j) * size);
             });
             transpose(block);
             unrolled<lanes>([&](auto r) __attribute__((always_inline)) {
@@ -60,10 +63,11 @@ template <class T, int n>
 // Sums at a time, as vectors. With 12 instead of 8 order 8 would not come out even.
 inline constexpr int packedSums = sumRegisters * 2 / 3;
 
+// Vectors of a tile. With rows enough each vector of the right operand serves two of them.
 template <class T, Sum shape, int n>
-inline constexpr int vectorsAtOnce = std::min(n / laneCount<T>, packedSums / sumsAtOnce(shape));
+inline constexpr int vectorsAtOnce = std::min({n / lanes16<T>, packedSums / sumsAtOnce(shape), 2});
 
-// One object, the right operand in rows. Its result has rows in blocks of four only, so all sums have one shape.
+// The right operand in rows. The result has rows in blocks of four only, so all sums have one shape.
 template <class T, Sum shape, int n, bool turnA>
 [[gnu::always_inline]] inline void multiplyPacked(const std::byte* a, const std::byte* b, std::byte* to) {
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
@@ -71,8 +75,8 @@ template <class T, Sum shape, int n, bool turnA>
     constexpr std::ptrdiff_t aRow = turnA ? size : row, aStep = turnA ? row : size;
     // Else the right operand is loaded once for all rows, as vectors that wait on the stack.
     const auto readAnew = [&b]() __attribute__((always_inline)) { b = opaque(b); };
-    if constexpr (laneCount<T> == 4 && shape == zeroStart && n / 2 <= sumRegisters) {
-        // Half the shuffles that whole rows as vectors need; order 8 takes 36 ns for 40, order 16 takes 260 for 298.
+    if constexpr (isFloat<T> && shape == zeroStart && n / 2 <= sumRegisters) {
+        // Half the shuffles that whole rows as vectors need; order 8 takes 36 ns instead of 40, order 16 260 instead of 298.
         for (int i = 0; i < n; i += 2) {
             readAnew();
             multiplyTwoRows<n, 0, Start::zero>(LeftBlocks<n, turnA>{a + i * aRow, row}, RightInPlace{b, row},
@@ -85,8 +89,8 @@ template <class T, Sum shape, int n, bool turnA>
         for (std::ptrdiff_t j = 0; j < row; j += wide)
             for (int i = 0; i < n; i += tall) {
                 readAnew();
-                tile<T, shape, tall, vectors>({a + i * aRow, aRow, aStep}, {b + j, row, wide - 16}, Known<n>{},
-                                              {to + i * row + j, row, wide - 16});
+                tile<Vec16<T>, shape, tall, vectors>({a + i * aRow, aRow, aStep}, {b + j, row, wide - 16}, Known<n>{},
+                                                     TileTarget{to + i * row + j, row, wide - 16});
             }
     }
 }
@@ -113,13 +117,19 @@ template <class T, Sum shape, int n>
     else packedSquares<T, shape, n, true>(a, b, dst, count);
 }
 
+// One product, both operands in rows.
+template <class T, Sum shape, int n>
+[[gnu::noinline]] void packedSquare(const std::byte* a, const std::byte* b, std::byte* to) {
+    multiplyPacked<T, shape, n, false>(a, b, to);
+}
+
 // --- Times vectors ---------------------------------------------------------------------------------
 
 // Plain operands, so the vectors' elements touch. A matrix that lies in rows is worth being turned if it serves many vectors.
 template <class T, int n, class A>
 [[gnu::always_inline]] inline bool arePackedWithVectors(const A& a, VectorProductShape shape, std::int32_t count) {
     return shape.rows == n && shape.products == n && storedStride(a) == n * sizeof(T) &&
-           (isTurnedView<A> || (isShared<A> && count >= 4));
+           (isTransposed<A> || (isShared<A> && count >= 4));
 }
 
 template <class T, Sum shape, int n>
@@ -127,7 +137,7 @@ template <class T, Sum shape, int n>
                                                  std::int32_t count) {
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
     constexpr std::ptrdiff_t row = n * size;
-    constexpr int vectors = vectorsAtOnce<T, shape, n>;
+    constexpr int vectors = std::min(n / lanes16<T>, packedSums / sumsAtOnce(shape));
     constexpr std::ptrdiff_t wide = 16 * vectors;
     const bool turns = liesInRows<T, n>(as.first);
     alignas(16) std::byte turned[n * row];
@@ -137,8 +147,9 @@ template <class T, Sum shape, int n>
         const std::byte* const x = xs.at(k).origin;
         std::byte* const to = target(dsts.at(k), 0, 0);
         for (std::ptrdiff_t i = 0; i < row; i += wide)
-            tile<T, shape, 1, vectors>({x, 0, size}, {a + i, row, wide - 16}, Known<n>{}, {to + i, 0, wide - 16});
+            tile<Vec16<T>, shape, 1, vectors>({x, 0, size}, {a + i, row, wide - 16}, Known<n>{},
+                                              TileTarget{to + i, 0, wide - 16});
     }
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::products

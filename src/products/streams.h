@@ -8,25 +8,18 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
+#include "kernel/predicates.h"
+#include "kernel/scalar.h"
+#include "kernel/unroll.h"
 #include "kernel/vec.h"
 #include "products/general.h"
 #include "products/objects.h"
 #include "products/operands.h"
 #include "products/sums.h"
 
-namespace korm {
-
-// An operand that is not an array counts as well: its elements are spread.
-template <class View>
-[[gnu::always_inline]] inline bool objectsTouchOf(const View& view) {
-    return isShared<View> || view.objectStride == sizeof(typename View::Element);
-}
-
-template <class A, class B, class D>
-[[gnu::always_inline]] inline bool areStreams(const A& a, const B& b, const D& dst, std::int32_t count) {
-    return count >= laneCount<typename D::Element> && objectsTouchOf(a) && objectsTouchOf(b) && objectsTouchOf(dst);
-}
+namespace korm::inline KORM_VARIANT::products {
 
 // A vector is read as the only column of a matrix.
 [[gnu::always_inline]] inline TableOperand asColumn(TableOperand vector) {
@@ -35,20 +28,20 @@ template <class A, class B, class D>
 }
 
 // Calls f(where a vector of objects lies behind every entry).
-template <class T, class F>
+template <class S, class F>
 [[gnu::always_inline]] inline void forVectorsOfObjects(std::int32_t count, const F& f) {
-    const std::ptrdiff_t last = (count - laneCount<T>)*static_cast<std::ptrdiff_t>(sizeof(T));
-    for (std::ptrdiff_t at = 0;; at = std::min<std::ptrdiff_t>(at + 16, last)) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(S));
+    const std::ptrdiff_t last = (count - lanesOf<S>)*(size / lanesOf<S>);
+    for (std::ptrdiff_t at = 0;; at = std::min(at + size, last)) {
         f(at);
         if (at == last) return;
     }
 }
 
 // One element of a vector of objects.
-template <class T, bool isSharedOperand>
-[[gnu::always_inline]] inline Lanes<T> objectsAt(const std::byte* stream, std::ptrdiff_t at) {
-    if constexpr (isSharedOperand) return spread<T>(stream);
-    else return loadLanes<T>(stream + at);
+template <class S>
+[[gnu::always_inline]] inline S objectsAt(const std::byte* stream, std::ptrdiff_t at, bool isShared) {
+    return isShared ? spread<S>(stream) : load<S>(stream + at);
 }
 
 template <int height, int width>
@@ -62,58 +55,53 @@ struct StreamStarts {
 };
 
 // Square matrices of order n times matrices of n rows, every sum from left to right.
-template <class T, int n, int columns, bool sharedA, bool sharedB, Start start>
+template <class S, int n, int columns, bool sharedA, bool sharedB, Start start>
 [[gnu::noinline]] void squareStreams(TableOperand a, TableOperand b, TableOperand dst, std::int32_t count) {
     const StreamStarts<n, n> aStarts(a);
     const StreamStarts<n, columns> bStarts(b), dstStarts(dst);
-    Lanes<T> x[n * n], y[n * columns];
+    S x[n * n], y[n * columns];
     if constexpr (sharedA)
-        for (int e = 0; e < n * n; ++e) x[e] = spread<T>(aStarts.of[e]);
+        for (int e = 0; e < n * n; ++e) x[e] = spread<S>(aStarts.of[e]);
     if constexpr (sharedB)
-        for (int e = 0; e < n * columns; ++e) y[e] = spread<T>(bStarts.of[e]);
-    const auto storeSum = [&](auto i, auto j, std::ptrdiff_t at, const auto& product) __attribute__((always_inline)) {
-        Lanes<T> sum = product(std::integral_constant<int, 0>{});
-        if constexpr (start == Start::zero) sum = Lanes<T>{} + sum;
-        unrolled<n - 1>([&](auto k)
-                            __attribute__((always_inline)) { sum += product(std::integral_constant<int, k + 1>{}); });
-        storeLanes(const_cast<std::byte*>(dstStarts.of[i * columns + j]) + at, sum);
+        for (int e = 0; e < n * columns; ++e) y[e] = spread<S>(bStarts.of[e]);
+    const auto storeSum = [&](int element, std::ptrdiff_t at, const auto& product) __attribute__((always_inline)) {
+        S sum = product(Int<0>{});
+        if constexpr (start == Start::zero) sum = S{} + sum;
+        unrolled<n - 1>([&](auto k) __attribute__((always_inline)) { sum += product(Int<k + 1>{}); });
+        store(const_cast<std::byte*>(dstStarts.of[element]) + at, sum);
     };
-    if constexpr (sharedA) {
-        // By columns, so that one of two factors is in a register: by rows both would be on the stack, and order 6 of floats
-        // took 16.4 ns for 14.0, of doubles 31.5 for 26.0.
-        forVectorsOfObjects<T>(
-            count, [&](std::ptrdiff_t at) __attribute__((always_inline)) {
-                unrolled<columns>([&](auto j) __attribute__((always_inline)) {
-                    Lanes<T> column[n];
+    forVectorsOfObjects<S>(
+        count, [&](std::ptrdiff_t at) __attribute__((always_inline)) {
+            if constexpr (sharedA) {
+                // By columns, so that one of two factors is in a register: by rows both would be on the stack, and order 6
+                // of floats took 16.4 ns instead of 14.0, of doubles 31.5 instead of 26.0.
+                for (int j = 0; j < columns; ++j) {
+                    S column[n];
                     unrolled<n>([&](auto k) __attribute__((always_inline)) {
-                        column[k] = loadLanes<T>(bStarts.of[k * columns + j] + at);
+                        column[k] = load<S>(bStarts.of[k * columns + j] + at);
                     });
                     unrolled<n>([&](auto i) __attribute__((always_inline)) {
                         storeSum(
-                            i, j, at, [&](auto k) __attribute__((always_inline)) { return x[i * n + k] * column[k]; });
+                            i * columns + j,
+                            at, [&](auto k) __attribute__((always_inline)) { return x[i * n + k] * column[k]; });
                     });
-                });
-            });
-    } else {
-        forVectorsOfObjects<T>(
-            count, [&](std::ptrdiff_t at) __attribute__((always_inline)) {
+                }
+            } else {
                 if constexpr (!sharedB)
-                    unrolled<n * columns>([&](auto e) __attribute__((always_inline)) {
-                        y[e] = loadLanes<T>(bStarts.of[e] + at);
-                    });
-                unrolled<n>([&](auto i) __attribute__((always_inline)) {
-                    Lanes<T> row[n];
-                    unrolled<n>([&](auto k) __attribute__((always_inline)) {
-                        row[k] = loadLanes<T>(aStarts.of[i * n + k] + at);
-                    });
+                    unrolled<n * columns>([&](auto e)
+                                              __attribute__((always_inline)) { y[e] = load<S>(bStarts.of[e] + at); });
+                for (int i = 0; i < n; ++i) {
+                    S row[n];
+                    unrolled<n>([&](auto k)
+                                    __attribute__((always_inline)) { row[k] = load<S>(aStarts.of[i * n + k] + at); });
                     unrolled<columns>([&](auto j) __attribute__((always_inline)) {
                         storeSum(
-                            i, j,
+                            i * columns + j,
                             at, [&](auto k) __attribute__((always_inline)) { return row[k] * y[k * columns + j]; });
                     });
-                });
-            });
-    }
+                }
+            }
+        });
 }
 
 // --- Any shape -----------------------------------------------------------------------------------
@@ -132,56 +120,56 @@ struct StreamProducts {
 };
 
 // Adds products to a tile of the result; the first ones to +0.
-template <class T, int rows, int columns, bool sharedB>
-[[gnu::always_inline]] inline void addToTile(const Lanes<T> (*left)[rows], TableOperand b, TableOperand dst,
-                                             std::ptrdiff_t i, std::ptrdiff_t j, StreamProducts products) {
-    Lanes<T> sum[rows * columns];
+template <class S, int rows, int columns, bool sharedB>
+[[gnu::always_inline]] inline void addToTile(const S (*left)[rows], TableOperand b, TableOperand dst, std::ptrdiff_t i,
+                                             std::ptrdiff_t j, StreamProducts products) {
+    S sum[rows * columns];
     std::byte* place[rows * columns];
     unrolled<rows * columns>([&](auto e) __attribute__((always_inline)) {
         place[e] = target(dst, i + e / columns, j + e % columns) + products.at;
-        sum[e] = products.first == 0 ? Lanes<T>{} : loadLanes<T>(place[e]);
+        sum[e] = products.first == 0 ? S{} : load<S>(place[e]);
     });
     for (std::ptrdiff_t k = 0; k < products.count; ++k) {
-        Lanes<T> right[columns];
+        S right[columns];
         unrolled<columns>([&](auto c) __attribute__((always_inline)) {
-            right[c] = objectsAt<T, sharedB>(b.address(products.first + k, j + c), products.at);
+            right[c] = objectsAt<S>(b.address(products.first + k, j + c), products.at, sharedB);
         });
         unrolled<rows * columns>([&](auto e) __attribute__((always_inline)) {
             sum[e] += left[k][e / columns] * right[e % columns];
         });
     }
-    unrolled<rows * columns>([&](auto e) __attribute__((always_inline)) { storeLanes(place[e], sum[e]); });
+    unrolled<rows * columns>([&](auto e) __attribute__((always_inline)) { store(place[e], sum[e]); });
 }
 
 // The left factors of a few rows are copied once for all columns: looked up anew for each pair of columns, they would
 // cost more instructions than the products. Operands are copied too, since stores into results could change what is
 // reached by reference, as far as a compiler can tell.
-template <class T, int rows, bool sharedA, bool sharedB>
+template <class S, int rows, bool sharedB>
 [[gnu::noinline]] void addToRows(const TableOperand& leftOperand, const TableOperand& rightOperand,
                                  const TableOperand& result, std::ptrdiff_t i, std::ptrdiff_t columns,
-                                 std::ptrdiff_t first, std::ptrdiff_t count, std::ptrdiff_t at) {
+                                 std::ptrdiff_t first, std::ptrdiff_t count, std::ptrdiff_t at, bool sharedA) {
     const TableOperand a = leftOperand, b = rightOperand, dst = result;
     const StreamProducts products{first, count, at};
-    Lanes<T> left[streamProducts][rows];
+    S left[streamProducts][rows];
     for (std::ptrdiff_t k = 0; k < count; ++k)
         unrolled<rows>([&](auto r) __attribute__((always_inline)) {
-            left[k][r] = objectsAt<T, sharedA>(a.address(i + r, first + k), at);
+            left[k][r] = objectsAt<S>(a.address(i + r, first + k), at, sharedA);
         });
     std::ptrdiff_t j = 0;
-    for (; j + 2 <= columns; j += 2) addToTile<T, rows, 2, sharedB>(left, b, dst, i, j, products);
-    if (j < columns) addToTile<T, rows, 1, sharedB>(left, b, dst, i, j, products);
+    for (; j + 2 <= columns; j += 2) addToTile<S, rows, 2, sharedB>(left, b, dst, i, j, products);
+    if (j < columns) addToTile<S, rows, 1, sharedB>(left, b, dst, i, j, products);
 }
 
-template <class T, bool sharedA, bool sharedB>
+template <class S, bool sharedB>
 [[gnu::noinline]] void anyStreams(TableOperand a, TableOperand b, TableOperand dst, ProductShape shape,
-                                  std::int32_t count) {
-    forVectorsOfObjects<T>(
+                                  std::int32_t count, bool sharedA) {
+    forVectorsOfObjects<S>(
         count, [&](std::ptrdiff_t at) __attribute__((always_inline)) {
             forTiles<streamRows>(0, shape.rows, [&](std::ptrdiff_t i, auto tall, std::ptrdiff_t tiles) {
                 for (; tiles > 0; --tiles, i += tall.value)
                     for (std::ptrdiff_t first = 0; first < shape.products; first += streamProducts) {
                         const auto products = std::min<std::ptrdiff_t>(shape.products - first, streamProducts);
-                        addToRows<T, tall.value, sharedA, sharedB>(a, b, dst, i, shape.columns, first, products, at);
+                        addToRows<S, tall.value, sharedB>(a, b, dst, i, shape.columns, first, products, at, sharedA);
                     }
             });
         });
@@ -192,20 +180,16 @@ template <class T, bool sharedA, bool sharedB>
 template <class SquareOrders, bool ofVectors, class A, class B, class D>
 [[gnu::always_inline]] inline void streamProduct(const A& a, const B& b, const D& dst, ProductShape shape,
                                                  std::int32_t count) {
-    using T = typename D::Element;
+    using S = Lanes<typename D::Element>;
     const auto column = [](TableOperand table) { return ofVectors ? asColumn(table) : table; };
     const TableOperand left = operand(a.at(0)), right = column(operand(b.at(0))), result = column(operand(dst.at(0)));
     const auto square = [&](auto n) __attribute__((always_inline)) {
         constexpr Start start = SquareOrders::has(n) ? Start::firstProduct : Start::zero;
-        squareStreams<T, n, ofVectors ? 1 : n, isShared<A>, isShared<B>, start>(left, right, result, count);
+        squareStreams<S, n, ofVectors ? 1 : n, isShared<A>, isShared<B>, start>(left, right, result, count);
     };
-    if (shape.rows == shape.products && (ofVectors || shape.rows == shape.columns)) {
-        if (shape.rows == 3) return square(std::integral_constant<int, 3>{});
-        if (shape.rows == 4) return square(std::integral_constant<int, 4>{});
-        if (shape.rows == 5) return square(std::integral_constant<int, 5>{});
-        if (shape.rows == 6) return square(std::integral_constant<int, 6>{});
-    }
-    anyStreams<T, isShared<A>, isShared<B>>(left, right, result, shape, count);
+    const bool isSquare = shape.rows == shape.products && (ofVectors || shape.rows == shape.columns);
+    forOrder(isSquare ? shape.rows : 0, square,
+             [&] { anyStreams<S, isShared<B>>(left, right, result, shape, count, isShared<A>); });
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::products

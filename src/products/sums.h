@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::products {
 
 struct ProductShape {
     std::int32_t rows;      // M, of the result
@@ -148,4 +148,4 @@ template <class Order, int n, class S>
 
 }  // namespace square
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::products

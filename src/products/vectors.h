@@ -6,6 +6,9 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "kernel/predicates.h"
+#include "kernel/unroll.h"
+#include "kernel/vec.h"
 #include "products/blocks.h"
 #include "products/columns.h"
 #include "products/dots.h"
@@ -14,7 +17,7 @@
 #include "products/rows.h"
 #include "products/sums.h"
 
-namespace korm {
+namespace korm::inline KORM_VARIANT::products {
 
 // --- Square matrices of order 3 to 6 -------------------------------------------------------------
 
@@ -38,16 +41,18 @@ template <class T, int n, class Order, class Operand>
     for (int i = 0; i < n; ++i) store(target(dst, 0, i), result[i]);
 }
 
-template <class T, int n, class Order, class A, class X, class D>
-[[gnu::noinline]] void squareVectorObjects(const A& a, const X& x, const D& dst, std::int32_t count) {
-    Lanes<T> matrix[n * n], vector[n], result[n];
+template <class S, class Order, class Objects>
+[[gnu::noinline]] void squareVectorsInLanes(const Objects& a, const Objects& x, const Objects& dst, int n,
+                                            std::int32_t count) {
+    S matrix[36], vector[6], result[6];
     int here;
     for (std::int32_t k = 0; k < count; k += here) {
-        here = std::min(laneCount<T>, count - k);
-        if (!isShared<A> || k == 0) gatherArray<n, n>(a, k, here, matrix);
-        if (!isShared<X> || k == 0) gatherArray<1, n>(x, k, here, vector);
-        multiplySquareVector<n, Order>(matrix, vector, result);
-        scatterArray<1, n>(dst, k, here, result);
+        here = std::min(lanesOf<S>, count - k);
+        if (k == 0 || !a.isShared()) readObjects(a, k, here, n, n, matrix);
+        if (k == 0 || !x.isShared()) readObjects(x, k, here, 1, n, vector);
+        forOrder(
+            n, [&](auto order) { multiplySquareVector<order, Order>(matrix, vector, result); }, [] {});
+        writeObjects(dst, k, here, 1, n, result);
     }
 }
 
@@ -58,9 +63,9 @@ struct ColumnsInPlace {
     std::ptrdiff_t stride;
 
     template <int k, int v>
-    [[gnu::always_inline]] Lanes<T> part() const {
-        constexpr int left = n - v * laneCount<T>;
-        return rowPart<T, (left < laneCount<T> ? left : laneCount<T>), false>(origin, stride, k, v * laneCount<T>);
+    [[gnu::always_inline]] Vec16<T> part() const {
+        constexpr int left = n - v * lanes16<T>;
+        return rowPart<T, (left < lanes16<T> ? left : lanes16<T>), false>(origin, stride, k, v * lanes16<T>);
     }
 };
 
@@ -70,7 +75,7 @@ struct ColumnsHeld {
     RightRows<T, n> columns;
 
     template <int k, int v>
-    [[gnu::always_inline]] Lanes<T> part() const {
+    [[gnu::always_inline]] Vec16<T> part() const {
         if constexpr (v < RowParts<T, n>::whole) return columns.whole[k][v];
         else return columns.rest[k];
     }
@@ -81,13 +86,13 @@ template <class T, int n, class Order, class Columns>
 [[gnu::always_inline]] inline void multiplyColumns(const Columns& columns, const std::byte* x, std::byte* to) {
     using Parts = RowParts<T, n>;
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    Lanes<T> factor[n];
-    unrolled<n>([&](auto k) __attribute__((always_inline)) { factor[k] = spread<T>(x + k * size); });
+    Vec16<T> factor[n];
+    unrolled<n>([&](auto k) __attribute__((always_inline)) { factor[k] = spread<Vec16<T>>(x + k * size); });
     const auto sums = [&](auto v) __attribute__((always_inline)) {
-        Lanes<T> product[n];
+        Vec16<T> product[n];
         unrolled<n>([&](auto k)
                         __attribute__((always_inline)) { product[k] = columns.template part<k, v>() * factor[k]; });
-        return square::sum<Order, n>(product, v * laneCount<T>);
+        return square::sum<Order, n>(product, v * lanes16<T>);
     };
     unrolled<Parts::whole>([&](auto v) __attribute__((always_inline)) { storeLanes(to + 16 * v, sums(v)); });
     if constexpr (Parts::rest > 0)
@@ -103,15 +108,15 @@ template <int n, class Order>
 [[gnu::always_inline]] inline void multiplyRowPairs(const std::byte* a, std::ptrdiff_t stride, const std::byte* x,
                                                     std::byte* to) {
     Double2 factors[n / 2], lastFactor{};
-    unrolled<n / 2>([&](auto m) __attribute__((always_inline)) { factors[m] = loadLanes<double>(x + 16 * m); });
-    if constexpr (n % 2 == 1) lastFactor = spread<double>(x + 8 * (n - 1));
+    unrolled<n / 2>([&](auto m) __attribute__((always_inline)) { factors[m] = load<Double2>(x + 16 * m); });
+    if constexpr (n % 2 == 1) lastFactor = spread<Double2>(x + 8 * (n - 1));
     unrolled<n / 2>([&](auto pair) __attribute__((always_inline)) {
         const std::byte* const first = a + 2 * pair * stride;
         const std::byte* const second = first + stride;
         Double2 product[n];
         unrolled<n / 2>([&](auto m) __attribute__((always_inline)) {
-            const Double2 upper = loadLanes<double>(first + 16 * m) * factors[m];
-            const Double2 lower = loadLanes<double>(second + 16 * m) * factors[m];
+            const Double2 upper = load<Double2>(first + 16 * m) * factors[m];
+            const Double2 lower = load<Double2>(second + 16 * m) * factors[m];
             product[2 * m] = zipLow(upper, lower);
             product[2 * m + 1] = zipHigh(upper, lower);
         });
@@ -123,8 +128,9 @@ template <int n, class Order>
     if constexpr (n % 2 == 1) {
         double product[n];
         unrolled<n>([&](auto k) __attribute__((always_inline)) {
-            const Double2 factor = k == n - 1 ? lastFactor : factors[k / 2];
-            product[k] = load<double>(a + (n - 1) * stride + 8 * k) * factor[k % 2];
+            const auto left = load<double>(a + (n - 1) * stride + 8 * k);
+            if constexpr (k == n - 1) product[k] = left * lastFactor[0];
+            else product[k] = left * factors[k / 2][k % 2];
         });
         store(to + 8 * (n - 1), square::sum<Order, n>(product, n - 1));
     }
@@ -141,7 +147,7 @@ template <int n, class Order>
     const Float4 last =
         __builtin_shufflevector(interleaveLow(alone(a + 8), alone(second + 8)), alone(third + 8), 0, 1, 4, 4);
     const Float4 product[3] = {__builtin_shufflevector(two, one, 0, 2, 4, 6),
-                               __builtin_shufflevector(two, one, 1, 3, 5, 7), last * spread<float>(x + 8)};
+                               __builtin_shufflevector(two, one, 1, 3, 5, 7), last * spread<Float4>(x + 8)};
     storeRest<float, 3>(to, square::sum<square::left_to_right, 3>(product, 0), 0);
 }
 
@@ -150,12 +156,12 @@ template <int n, class Order>
 template <int n>
 [[gnu::always_inline]] inline void multiplyEvensAndOdds(const std::byte* a, std::ptrdiff_t stride, const std::byte* x,
                                                         std::byte* to) {
-    const Float4 factors = loadLanes<float>(x);
+    const Float4 factors = load<Float4>(x);
     Float4 sums[n / 2];
     unrolled<n / 2>([&](auto pair) __attribute__((always_inline)) {
         const std::byte* const first = a + 2 * pair * stride;
-        const Float4 upper = loadLanes<float>(first) * factors;
-        const Float4 lower = loadLanes<float>(first + stride) * factors;
+        const Float4 upper = load<Float4>(first) * factors;
+        const Float4 lower = load<Float4>(first + stride) * factors;
         sums[pair] =
             __builtin_shufflevector(upper, lower, 0, 1, 4, 5) + __builtin_shufflevector(upper, lower, 2, 3, 6, 7);
         if constexpr (n == 6) sums[pair] += loadPairs(first + 16, first + stride + 16) * pairTwice(x + 16);
@@ -168,42 +174,67 @@ template <int n>
 }
 
 template <class T, int n, class Order>
-inline constexpr bool addsUpRows = laneCount<T> == 2 || n == 3 || (std::is_same_v<Order, square::mva_32f> && n != 5);
+inline constexpr bool addsUpRows = !isFloat<T> || n == 3 || (std::is_same_v<Order, square::mva_32f> && n != 5);
 
 template <class T, int n, class Order>
 [[gnu::always_inline]] inline void multiplyByRows(const std::byte* a, std::ptrdiff_t stride, const std::byte* x,
                                                   std::byte* to) {
-    if constexpr (laneCount<T> == 2) multiplyRowPairs<n, Order>(a, stride, x, to);
+    if constexpr (!isFloat<T>) multiplyRowPairs<n, Order>(a, stride, x, to);
     else if constexpr (n == 3) multiplyThreeRows(a, stride, x, to);
     else multiplyEvensAndOdds<n>(a, stride, x, to);
 }
 
-// Plain operands.
-template <class T, int n, class Order, class A, class X, class D, class Count>
-[[gnu::always_inline]] inline void squareVectors(const A& a, const X& x, const D& dst, Count count) {
-    const std::ptrdiff_t stride = storedStride(a);
-    const auto held = [&](std::int32_t k) __attribute__((always_inline)) {
-        return ColumnsHeld<T, n>{rightRows<T, n, !isTurnedView<A>>(a.at(k).origin, stride)};
-    };
-    if constexpr (isShared<A> && std::is_same_v<Count, std::int32_t>) {
-        const auto columns = held(0);
-        for (std::int32_t k = 0; k < count; ++k)
-            multiplyColumns<T, n, Order>(columns, x.at(k).origin, dst.at(k).origin);
-    } else {
-        // A vector that serves all objects is read before the first result too: from here on it lies on the stack.
-        constexpr bool isHeld = isShared<X> && std::is_same_v<Count, std::int32_t>;
-        [[maybe_unused]] std::byte own[isHeld ? n * sizeof(T) : 1];
-        if constexpr (isHeld) __builtin_memcpy(own, x.at(0).origin, sizeof own);
-        for (std::int32_t k = 0; k < count; ++k) {
-            const std::byte* const origin = a.at(k).origin;
-            const std::byte* const vector = isHeld ? own : x.at(k).origin;
-            std::byte* const to = dst.at(k).origin;
-            if constexpr (isTurnedView<A>)
-                multiplyColumns<T, n, Order>(ColumnsInPlace<T, n>{origin, stride}, vector, to);
-            else if constexpr (addsUpRows<T, n, Order>) multiplyByRows<T, n, Order>(origin, stride, vector, to);
-            else multiplyColumns<T, n, Order>(held(k), vector, to);
-        }
+// --- Plain operands --------------------------------------------------------------------------------
+
+template <class T, int n, class Order, bool turned>
+[[gnu::always_inline]] inline void squareTimesVector(const std::byte* a, std::ptrdiff_t stride, const std::byte* x,
+                                                     std::byte* to) {
+    if constexpr (turned) multiplyColumns<T, n, Order>(ColumnsInPlace<T, n>{a, stride}, x, to);
+    else if constexpr (addsUpRows<T, n, Order>) multiplyByRows<T, n, Order>(a, stride, x, to);
+    else multiplyColumns<T, n, Order>(ColumnsHeld<T, n>{rightRows<T, n, true>(a, stride)}, x, to);
+}
+
+template <class T, int n, class Order, bool turned>
+[[gnu::noinline]] void squaresTimesVectors(const GridObjects& as, const GridObjects& xs, const GridObjects& dsts,
+                                           std::int32_t count) {
+    GridObjects vectors = xs;
+    // A vector that serves all objects is read before the first result too: from here on it lies on the stack.
+    std::byte own[n * sizeof(T)];
+    if (xs.isShared()) {
+        __builtin_memcpy(own, xs.first.origin, sizeof own);
+        vectors.first.origin = own;
     }
+    const std::ptrdiff_t stride = storedStride<turned>(as.first);
+    forObjects(
+        as, vectors, dsts,
+        count, [&](std::int32_t, const std::byte* a, const std::byte* x, std::byte* to) __attribute__((always_inline)) {
+            squareTimesVector<T, n, Order, turned>(a, stride, x, to);
+        });
+}
+
+template <class T, int n, class Order>
+[[gnu::noinline]] void squareTimesVectors(const ColumnsHeld<T, n>& columns, const GridObjects& xs,
+                                          const GridObjects& dsts, std::int32_t count) {
+    forObjects(
+        xs, xs, dsts,
+        count, [&](std::int32_t, const std::byte*, const std::byte* x, std::byte* to) __attribute__((always_inline)) {
+            multiplyColumns<T, n, Order>(columns, x, to);
+        });
+}
+
+template <class T, int n, class Order, class A, class X, class D, class Count>
+[[gnu::always_inline]] inline void squareVectorProduct(const A& a, const X& x, const D& dst, Count count) {
+    constexpr bool turned = isTransposed<A>;
+    if constexpr (isAdjacent<D> && isOneObject<Count>)
+        squareTimesVector<T, n, Order, turned>(a.origin, storedStride(a), x.origin, dst.origin);
+    else if constexpr (isAdjacent<D> && isShared<A>)
+        squareTimesVectors<T, n, Order>(ColumnsHeld<T, n>{rightRows<T, n, !turned>(a.origin, storedStride(a))},
+                                        objectsOf(x), objectsOf(dst), count);
+    else if constexpr (isAdjacent<D>)
+        squaresTimesVectors<T, n, Order, turned>(objectsOf(a), objectsOf(x), objectsOf(dst), count);
+    else if constexpr (isOneObject<Count>)
+        squareVectorObject<T, n, Order>(operand(a.at(0)), operand(x.at(0)), operand(dst.at(0)));
+    else squareVectorsInLanes<Lanes<T>, Order>(objectsOf(a), objectsOf(x), objectsOf(dst), n, count);
 }
 
 // --- Any shape -----------------------------------------------------------------------------------
@@ -239,13 +270,13 @@ struct ColumnSums {
     // `last` is where the last vector begins.
     template <int vectors>
     [[gnu::noinline]] void vectorsOf(const std::byte* a, std::byte* to, std::ptrdiff_t last) const {
-        tile<T, shape, 1, vectors>({x, 0, xStep}, {a, step, last}, products, {to, 0, last});
+        tile<Vec16<T>, shape, 1, vectors>({x, 0, xStep}, {a, step, last}, products, TileTarget{to, 0, last});
     }
 
     // Elements from `a` on, at least as many as a vector has; the last vector ends with them.
     void elements(const std::byte* a, std::byte* to, std::ptrdiff_t count) const {
         constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-        constexpr int lanes = laneCount<T>;
+        constexpr int lanes = lanes16<T>;
         const auto take = [&](auto vectors) __attribute__((always_inline)) {
             const std::ptrdiff_t width = std::min<std::ptrdiff_t>(vectors.value * lanes, count);
             vectorsOf<vectors.value>(a, to, (width - lanes) * size);
@@ -269,7 +300,7 @@ template <class T, Sum shape, class Operand>
 void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::ptrdiff_t first, std::ptrdiff_t end,
                  std::ptrdiff_t products) {
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    constexpr int lanes = laneCount<T>;
+    constexpr int lanes = lanes16<T>;
     if constexpr (std::is_same_v<Operand, GridOperand>) {
         const bool adjacent = dst.columnStep == size && end - first >= lanes;
         // k along vectors: rows of the matrix and the vector are contiguous.
@@ -310,4 +341,4 @@ template <class T, ElementSums elements, class Operand>
     }
 }
 
-}  // namespace korm
+}  // namespace korm::inline KORM_VARIANT::products
