@@ -132,7 +132,7 @@ template <bool listed, class View>
 template <int elements, class A, class B, class D, class F>
 [[gnu::always_inline]] inline void eachSmallObject(const A& a, const B& b, const D& dst, std::ptrdiff_t count,
                                                    const F& f) {
-    if constexpr (elements > 16) eachObject(a, b, dst, count, f);
+    if constexpr (elements > 18) eachObject(a, b, dst, count, f);
     else {
         const auto loop = [&](auto listed) __attribute__((always_inline)) {
             const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {

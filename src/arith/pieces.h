@@ -1,4 +1,4 @@
-// Objects whose size is known when compiling, taken apart into pieces.
+// Objects whose size is known when compiling, cut into pieces.
 //
 // A row is cut into whole vectors, then a pair of floats, then one element: the fewest loads and stores
 // that touch nothing beyond the row. A row of 3 floats is a pair and one element, a row of 5 a vector and

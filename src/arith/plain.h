@@ -32,7 +32,7 @@ template <class Op, class T, int width, int height, bool transposeA, bool transp
     else storeTransposed<T, width, height>(b, WithFirst<Op, A>{a}, to, rowStride);
 }
 
-// A shared operand in locals; nothing of others.
+// A shared operand in locals; an array has nothing to hold.
 template <class T, int width, int height, bool keepTransposed, class View>
 [[gnu::always_inline]] inline auto held(const View& view) {
     if constexpr (!isShared<View>) return 0;
@@ -64,13 +64,21 @@ template <class Op, int width, int height, class A, class B, class D>
         });
 }
 
-// Objects of order 3 with a transposed source, all rows touching.
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void eachTransposedThree(const A& a, const B& b, const D& dst, std::ptrdiff_t count) {
+// Passes over objects that lie a stride apart.
+template <class View>
+[[gnu::always_inline]] inline void moveOn(View& view, std::ptrdiff_t objects) {
+    if constexpr (!isShared<View>) view.origin += objects * view.objectStride;
+}
+
+// Objects of order 3 with a transposed source, all rows touching, as runs of 9 elements. `objects` go at a time: more than one
+// where they touch as well. A run of a shared operand is that of all of them.
+template <class Op, int objects, class A, class B, class D>
+[[gnu::always_inline]] inline void transposedThrees(const A& a, const B& b, const D& dst, std::ptrdiff_t count) {
     using T = typename D::Element;
+    constexpr int elements = 9 * objects;
     constexpr bool first = (isTransposed<A> || (isConstant<A> && constantFirst<T>)) &&
                            (isTransposed<B> || (isConstant<B> && constantFirst<T>));
-    const auto run = [](const auto& source) __attribute__((always_inline)) { return hold<T, 9, 1>(source); };
+    const auto run = [](const auto& source) __attribute__((always_inline)) { return hold<T, elements, 1>(source); };
     const auto kept = [&](const auto& view) __attribute__((always_inline)) {
         using View = std::remove_cvref_t<decltype(view)>;
         if constexpr (!isShared<View>) return 0;
@@ -79,15 +87,42 @@ template <class Op, class A, class B, class D>
     };
     const auto x = kept(a);
     const auto y = kept(b);
-    eachSmallObject<9>(
+    eachSmallObject<elements>(
         a, b, dst, count, [&](const A& objectA, const B& objectB, const D& z) __attribute__((always_inline)) {
             const auto& p = heldOr<T>(x, objectA);
             const auto& q = heldOr<T>(y, objectB);
-            if constexpr (first) storeObject<T, 9, 1>(transposedThree(run(combined<Op, T>(p, q))), z.origin, 0);
+            if constexpr (first) storeObject<T, elements, 1>(transposedThree(run(combined<Op, T>(p, q))), z.origin, 0);
             else if constexpr (isTransposed<A>)
-                storeObject<T, 9, 1>(combined<Op, T>(transposedThree(run(p)), q), z.origin, 0);
-            else storeObject<T, 9, 1>(combined<Op, T>(p, transposedThree(run(q))), z.origin, 0);
+                storeObject<T, elements, 1>(combined<Op, T>(transposedThree(run(p)), q), z.origin, 0);
+            else storeObject<T, elements, 1>(combined<Op, T>(p, transposedThree(run(q))), z.origin, 0);
         });
+}
+
+// Two objects of doubles are 9 vectors, where object by object they would be 8 and two single elements.
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void eachTransposedThree(A a, B b, D dst, std::ptrdiff_t count) {
+    using T = typename D::Element;
+    constexpr std::ptrdiff_t bytes = 9 * sizeof(T);
+    if constexpr (!isFloat<T>)
+        if (dst.list == nullptr && objectsTouch(a, bytes) && objectsTouch(b, bytes) && objectsTouch(dst, bytes)) {
+            alignas(16) std::byte pair[2 * bytes];
+            const auto inPairs = [&](auto view) __attribute__((always_inline)) {
+                if constexpr (!isShared<decltype(view)>) view.objectStride = 2 * bytes;
+                else if constexpr (!isConstant<decltype(view)>) {
+                    for (int k = 0; k < 2; ++k) storeObject<T, 9, 1>(stored<T>(view), pair + k * bytes, 0);
+                    view.origin = pair;
+                }
+                return view;
+            };
+            transposedThrees<Op, 2>(inPairs(a), inPairs(b), inPairs(dst), count / 2);
+            if (count % 2 == 0) return;
+            const std::ptrdiff_t done = count - 1;
+            moveOn(a, done);
+            moveOn(b, done);
+            moveOn(dst, done);
+            count = 1;
+        }
+    transposedThrees<Op, 1>(a, b, dst, count);
 }
 
 // Packed arrays; of a shared operand the rows touch. Leaves the operands at the first object that isn't done, and returns how
@@ -113,12 +148,9 @@ template <class Op, int width, int height, class A, class B, class D>
             return view;
         };
         const std::ptrdiff_t done = storeTiles<Op, T, elements, constants>(asTile(a), asTile(b), dst.origin, count);
-        const auto moveOn = [&](auto& view) __attribute__((always_inline)) {
-            if constexpr (!isShared<std::remove_cvref_t<decltype(view)>>) view.origin += done * view.objectStride;
-        };
-        moveOn(a);
-        moveOn(b);
-        moveOn(dst);
+        moveOn(a, done);
+        moveOn(b, done);
+        moveOn(dst, done);
         return count - done;
     }
 }
@@ -205,7 +237,7 @@ template <class Op, class A, class B, class D, class Shape>
         [&]() __attribute__((always_inline)) { plainAny<Op>(a, b, dst, widthOf(shape), heightOf(shape), count); });
 }
 
-// A shared transposed operand beside an array that is not is transposed before; from there on it is like any other.
+// A shared transposed operand beside an array that is not is transposed before the loop.
 template <class Op, class A, class B, class D, class Shape>
 [[gnu::always_inline]] inline void plainArrays(const A& a, const B& b, const D& dst, Shape shape,
                                                std::ptrdiff_t count) {

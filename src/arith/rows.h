@@ -53,7 +53,7 @@ template <class T, class View>
     else return Adjacent<T>{view.origin + i * view.rowStride};
 }
 
-// The only row of a shared operand, kept in registers for all objects; nothing of others.
+// The only row of a shared operand, kept in registers for all objects; an array has nothing to keep.
 template <class T, int whole>
 struct KeptRow {
     Vector<T> kept[whole + 1];
@@ -190,7 +190,7 @@ template <class Op, int whole, class A, class B, class D>
     using T = typename D::Element;
     const auto keptA = keptRow<T, whole>(a, last);
     const auto keptB = keptRow<T, whole>(b, last);
-    eachObject(
+    eachObject<(whole < 4)>(
         a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
             shortRow<Op, T, whole>(keptOr<T>(keptA, x), keptOr<T>(keptB, y), z.origin, last);
         });
@@ -206,7 +206,7 @@ template <class T, class A, class B, class D, class F>
 }
 
 // `bytes` is the length of a row. The choice by length is made once, not per row. Objects of one long row have a loop of
-// their own: the other takes an eighth more time for 100 floats.
+// their own: that of rows of objects takes an eighth more time for 100 floats.
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] void rows(const A& a, const B& b, const D& dst, std::ptrdiff_t bytes, std::ptrdiff_t height,
                             std::ptrdiff_t count) {
@@ -225,11 +225,17 @@ template <class Op, class A, class B, class D>
                 longRow<Op, T>(x, y, to, last);
             });
     };
-    if (bytes < 16)
+    if (bytes < 16) {
+        if (height == 1)
+            return eachObject<true>(
+                a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
+                    partialVector<Op, T>(rowOf<T>(x, 0), rowOf<T>(y, 0), z.origin, 0, bytes);
+                });
         return eachRow<T>(
             a, b, dst, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
                 partialVector<Op, T>(x, y, to, 0, opaque(bytes));
             });
+    }
     switch ((last + 15) / 16) {
         case 0: return shortRows(Int<0>{});
         case 1: return shortRows(Int<1>{});

@@ -152,7 +152,8 @@ template <class Op, class A, class B, class D>
     const A a = first;
     const B b = second;
     const D dst = result;
-    const std::ptrdiff_t block = std::max<std::ptrdiff_t>(16, 8192 / dst.objectStride);
+    constexpr std::ptrdiff_t least = 16;
+    const std::ptrdiff_t block = count <= least ? least : std::max(least, 8192 / dst.objectStride);
     for (std::ptrdiff_t begin = 0; begin < count; begin += block) {
         const std::ptrdiff_t objects = std::min(block, count - begin);
         for (std::ptrdiff_t i = 0; i < height; ++i) {

@@ -1,4 +1,4 @@
-// Objects whose elements lie apart, walked row by row with the pointer and the step of each operand in registers: two stores
+// Objects with a stride between elements, walked row by row with the pointer and the step of each operand in registers: two stores
 // in a row mostly go to one line of cache, which takes them in one cycle.
 #pragma once
 
@@ -142,7 +142,7 @@ template <class Op, int width, int height, class A, class B, class D>
 
 // Element by element, in ascending order; leaves all three behind the last one. The loop is bound by the number of
 // instructions and of taken branches: with rounds of four, single elements for the rest, and strides on the stack a
-// row of 10 takes twice the time.
+// row of 10 takes double the time.
 template <class Op, class A, class B, class D>
 [[gnu::always_inline]] inline void storeRow(A& a, B& b, D& to, std::ptrdiff_t length) {
     const auto round = [&](auto count) __attribute__((always_inline)) {
@@ -163,7 +163,7 @@ template <class Op, class A, class B, class D>
 // Do no two elements of a result share bytes? By rising size, each stride passes over all that the smaller ones span. Only
 // then may elements be done in another order than objects, rows, columns.
 template <class D>
-inline bool elementsApart(const D& d, std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t count) {
+inline bool elementsDisjoint(const D& d, std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t count) {
     struct Axis {
         std::ptrdiff_t stride, length;
     };
@@ -194,7 +194,7 @@ template <class Op, class A, class B, class D>
     A a = first;
     B b = second;
     D dst = result;
-    if (height > width && elementsApart(dst, width, height, 1)) {
+    if (height > width && elementsDisjoint(dst, width, height, 1)) {
         std::swap(width, height);
         std::swap(a.rowStride, a.elementStride);
         std::swap(b.rowStride, b.elementStride);
@@ -250,7 +250,7 @@ template <class Op, class A, class B, class D, class Shape>
 [[gnu::noinline]] void stridedObjects(const A& a, const B& b, const D& dst, Shape shape, std::ptrdiff_t count) {
     const std::ptrdiff_t width = widthOf(shape), height = heightOf(shape);
     const auto mayReorder = [&]() __attribute__((always_inline)) {
-        return dst.list == nullptr && count >= 16 && elementsApart(dst, width, height, count);
+        return dst.list == nullptr && count >= 16 && elementsDisjoint(dst, width, height, count);
     };
     if (objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst) && mayReorder()) {
         constexpr std::ptrdiff_t size = sizeof(typename D::Element);

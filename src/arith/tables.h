@@ -78,9 +78,12 @@ template <class T, class View>
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void adjacentStreams(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
+[[gnu::noinline]] void adjacentStreams(const A& first, const B& second, const D& result, std::ptrdiff_t width,
                                        std::ptrdiff_t height, std::ptrdiff_t count) {
     using T = typename D::Element;
+    const A a = first;
+    const B b = second;
+    const D dst = result;
     for (std::ptrdiff_t i = 0; i < height; ++i)
         for (std::ptrdiff_t j = 0; j < width; ++j) {
             std::byte* to[1];
@@ -103,7 +106,8 @@ template <class Op, class A, class B, class D, class Shape>
         plainArrays<Op>(asPlain(a), asPlain(b), asPlain(dst), shape, count);
         return;
     }
-    const bool adjacent = count >= lanes<T> && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst);
+    const bool adjacent =
+        count >= (inOrder ? 2 : lanes<T>)&&objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst);
     if constexpr (inOrder) {
         if (adjacent) rows<Op>(listOfStreams(a), listOfStreams(b), listOfStreams(dst), count * size, 1, entries);
         else streams<Op>(asTable(a), asTable(b), asTable(dst), entries, 1, count);

@@ -25,7 +25,7 @@ template <class T, int p, int q, int i, int j, class Stored>
 [[gnu::always_inline]] inline Block<T, p, q> transposedBlock(const Stored& stored) {
     Block<T, p, q> block;
     if constexpr (q == 1) {
-        // Single elements: a load for each is cheaper than taking a vector apart.
+        // Single elements: a load for each is cheaper than extracting from a vector.
         unrolled<p>([&](auto r) __attribute__((always_inline)) { block.row[r] = stored.template get<j, i + r, 1>(); });
     } else if constexpr (p == 1) {
         if constexpr (!isFloat<T>)
@@ -109,6 +109,22 @@ inline Double2 firstSecond(Double2 x, Double2 y) { return __builtin_shufflevecto
     result.whole[0][2] = firstSecond(v[2], v[3]);
     result.whole[0][3] = firstSecond(v[1], v[2]);
     result.one[0] = m.one[0];
+    return result;
+}
+
+// Two matrices, one behind the other.
+[[gnu::always_inline]] inline Held<double, 18, 1> transposedThree(const Held<double, 18, 1>& m) {
+    const auto& v = m.whole[0];
+    Held<double, 18, 1> result;
+    result.whole[0][0] = firstSecond(v[0], v[1]);
+    result.whole[0][1] = firstSecond(v[3], v[0]);
+    result.whole[0][2] = firstSecond(v[2], v[3]);
+    result.whole[0][3] = firstSecond(v[1], v[2]);
+    result.whole[0][4] = v[4];
+    result.whole[0][5] = firstSecond(v[6], v[7]);
+    result.whole[0][6] = firstSecond(v[5], v[6]);
+    result.whole[0][7] = firstSecond(v[8], v[5]);
+    result.whole[0][8] = firstSecond(v[7], v[8]);
     return result;
 }
 
