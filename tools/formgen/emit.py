@@ -190,8 +190,7 @@ def kernel_function(form, kernel):
     call = template_call(form, form.template(kernel), form.is_plain(kernel))
     body = f"    return {call}" if form.family.merges_status else f"    {call}\n    return korStatusOk;"
     # Kernels of array forms are called from entry function and driver, and show in a profile under their own names.
-    # A single object's goes into its entry function and doesn't stand in the library once more.
-    return function(kernel, list(unused_marked(form, call)), [body], "[[gnu::noinline]] " if form.is_array else "inline ")
+    return function(kernel, list(unused_marked(form, call)), [body], "[[gnu::noinline]] " if form.is_array else "")
 
 
 def template_call(form, template, plain, level=1):
