@@ -124,9 +124,12 @@ protected:
             for (std::int32_t j = 0; j < width; ++j)
                 expected[shift + static_cast<std::size_t>(j * (height + 2) + i)] =
                     from[shift + static_cast<std::size_t>(i * (width + 3) + j)];
-        std::vector<CallValue> arguments{CallValue::pointer(from.data() + shift), CallValue::integer(fromStride),
-                                         CallValue::pointer(to.data() + shift),   CallValue::integer(toStride),
-                                         CallValue::integer(width),               CallValue::integer(height)};
+        std::vector<CallValue> arguments{CallValue::pointer(from.data() + shift),
+                                         CallValue::integer(fromStride),
+                                         CallValue::pointer(to.data() + shift),
+                                         CallValue::integer(toStride),
+                                         CallValue::integer(width),
+                                         CallValue::integer(height)};
         for (const std::int32_t value : more) arguments.push_back(CallValue::integer(value));
         const std::uintptr_t address = loaded.base + file.symbols().at(name).address;
         const CallResult result = callFunction(reinterpret_cast<void*>(address), arguments);

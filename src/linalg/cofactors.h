@@ -118,7 +118,7 @@ template <class S>
         S best = magnitude(a[k][k]);
         for (std::ptrdiff_t i = k + 1; i < n; ++i) {
             const S candidate = magnitude(a[i][k]);
-            with[i] = candidate > best;
+            with[i] = asBits(candidate > best);
             best = greater(candidate, best);
         }
         if (any(tiny > best)) return false;

@@ -101,18 +101,24 @@ void addKernels(Kernels<T>& all, Element element) {
         constexpr Int<before + 1> n;
         add("LU decomposition", n, decompose<T, n, e>);
         add("LU solve", n, solve<T, n, e>);
-        add("LU solve, one matrix", n, solveForOneMatrix<T, n, e>);
-        add("inverse", n, invert<T, n, e>);
-        if constexpr (n > 1) add("determinant", n, findDeterminants<T, n, e>);
+        // Elements apart are gathered by the same few words everywhere: two kernels show them.
+        if constexpr (e == 1) {
+            add("LU solve, one matrix", n, solveForOneMatrix<T, n, e>);
+            add("inverse", n, invert<T, n, e>);
+            if constexpr (n > 1) add("determinant", n, findDeterminants<T, n, e>);
+        }
     });
-    // Of the algorithms for any order, those that have objects, minors or a row in lanes.
-    constexpr Int<9> nine;
-    add("LU decomposition", nine, decompose<T, nine, e>);
-    add("LU solve", nine, solve<T, nine, e>);
-    add("LU solve, one matrix", nine, solveForOneMatrix<T, nine, e>);
-    add("inverse", nine, invert<T, nine, e>);
-    constexpr Int<17> seventeen;
-    add("inverse", seventeen, invert<T, seventeen, e>);
+    // Of the algorithms for any order, those that have objects, minors or a row in lanes. Vectors of eight elements agree
+    // modulo 16 bytes, so that their long sums go in lanes.
+    constexpr Int<8> eight;
+    add("LU decomposition", eight, decompose<T, eight, e>);
+    add("LU solve", eight, solve<T, eight, e>);
+    if constexpr (e == 1) {
+        add("LU solve, one matrix", eight, solveForOneMatrix<T, eight, e>);
+        add("inverse", eight, invert<T, eight, e>);
+        constexpr Int<17> seventeen;
+        add("inverse", seventeen, invert<T, seventeen, e>);
+    }
 }
 
 template <class T>
