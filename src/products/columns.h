@@ -86,13 +86,14 @@ struct TileSums {
 // Adds, in each of `count` rounds, `sums` products to each element: product c to sum c. From round to round,
 // k grows by `period`. A known number of rounds is all there are: the first one starts the sums.
 //
-// The panel's vectors stay in registers for all rows of the tile as far as there are any. Two loads start in a cycle, as
-// many as multiplications, so a tile that loads both its factors for each product waits for the loads.
+// Of doubles the panel's vectors stay in registers for all rows of the tile as far as there are any: two loads start in a
+// cycle, as many as multiplications, so a tile that loads both its factors for each product waits for the loads. Order 64
+// takes 19.7 us instead of 21.5. Floats are spread by shuffles and wait for these: they lose 3 %.
 template <class V, int sums, int rows, int vectors, class Count>
 [[gnu::always_inline]] inline void accumulate(TileSums<V, rows, vectors> (&sum)[sums], LeftRows a, Panel b,
                                               std::ptrdiff_t period, Count count) {
     constexpr int unused = vectorRegisters - sums * rows * vectors - 2;
-    constexpr int held = rows == 1 ? 0 : std::clamp(unused, 0, vectors);
+    constexpr int held = rows == 1 || isFloat<ElementOf<V>> ? 0 : std::clamp(unused, 0, vectors);
     const std::ptrdiff_t aStep = a.step, bStep = b.step;
     const std::ptrdiff_t aRound = (period - sums + 1) * aStep, bRound = (period - sums + 1) * bStep;
     const auto right = [&](int v) __attribute__((always_inline)) {

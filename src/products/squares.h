@@ -78,18 +78,24 @@ template <int n>
 
 // --- One product -----------------------------------------------------------------------------------
 
+template <int n, bool turnA, bool turnB>
+[[gnu::noinline]] void squareOfDoubles(const std::byte* a, std::ptrdiff_t aStride, const std::byte* b,
+                                       std::ptrdiff_t bStride, std::byte* to, std::ptrdiff_t stride) {
+    const TileTarget target{to, stride, (n - 2) * 8};
+    TransposedPanel<n> transposed;
+    if constexpr (turnB) transposed.fill(b, bStride);
+    const Panel right = turnB ? transposed.panel() : panelInPlace<n>(b, bStride);
+    multiplyDoubles<n>(leftDoubles<n, turnA>(a, aStride), right, target, stride);
+}
+
+// Floats are inlined into their entry function: handing on six arguments takes up to 5 % of a small product. Tiles of
+// doubles need so many registers that it would save more of them at its start, for all orders.
 template <class T, int n, bool turnA, bool turnB>
-[[gnu::noinline]] void plainSquare(const std::byte* a, std::ptrdiff_t aStride, const std::byte* b,
-                                   std::ptrdiff_t bStride, std::byte* to, std::ptrdiff_t stride) {
-    if constexpr (isFloat<T>) {
+[[gnu::always_inline]] inline void plainSquare(const std::byte* a, std::ptrdiff_t aStride, const std::byte* b,
+                                               std::ptrdiff_t bStride, std::byte* to, std::ptrdiff_t stride) {
+    if constexpr (isFloat<T>)
         multiplyRows<n>(LeftInPlace<n, turnA>{a, aStride}, rightRows<float, n, turnB>(b, bStride), to, stride);
-    } else {
-        const TileTarget target{to, stride, (n - 2) * 8};
-        TransposedPanel<n> transposed;
-        if constexpr (turnB) transposed.fill(b, bStride);
-        const Panel right = turnB ? transposed.panel() : panelInPlace<n>(b, bStride);
-        multiplyDoubles<n>(leftDoubles<n, turnA>(a, aStride), right, target, stride);
-    }
+    else squareOfDoubles<n, turnA, turnB>(a, aStride, b, bStride, to, stride);
 }
 
 // --- Arrays ----------------------------------------------------------------------------------------
@@ -155,10 +161,11 @@ template <class T, int n, bool turnA, bool turnB>
         });
 }
 
-// Floats with one right operand for all objects.
+// Floats with one right operand for all objects. It is a copy, so that a compiler sees that results don't change it.
 template <int n, bool turnA, class Right>
-[[gnu::noinline]] void plainSquaresTimes(const GridObjects& as, const Right& right, const GridObjects& dsts,
+[[gnu::noinline]] void plainSquaresTimes(const GridObjects& as, const Right& ready, const GridObjects& dsts,
                                          std::int32_t count) {
+    const Right right = ready;
     std::ptrdiff_t ofRight = n * 4;
     if constexpr (n == 5) ofRight = right.stride;
     withStrides<float, n>(
@@ -192,8 +199,9 @@ template <int n, bool turnA, bool turnB>
 
 // Floats with one left operand: held as whole vectors, it needs no shuffles. It leaves registers enough for strides.
 template <int n, bool turnB>
-[[gnu::noinline]] void leftTimesPlainSquares(const LeftHeld<n>& left, const GridObjects& bs, const GridObjects& dsts,
+[[gnu::noinline]] void leftTimesPlainSquares(const LeftHeld<n>& ready, const GridObjects& bs, const GridObjects& dsts,
                                              std::int32_t count) {
+    const LeftHeld<n> left = ready;
     const std::ptrdiff_t bStride = storedStride<turnB>(bs.first), stride = dsts.first.rowStep;
     forObjects(
         bs, bs, dsts,

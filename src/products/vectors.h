@@ -213,8 +213,9 @@ template <class T, int n, class Order, bool turned>
 }
 
 template <class T, int n, class Order>
-[[gnu::noinline]] void squareTimesVectors(const ColumnsHeld<T, n>& columns, const GridObjects& xs,
+[[gnu::noinline]] void squareTimesVectors(const ColumnsHeld<T, n>& ready, const GridObjects& xs,
                                           const GridObjects& dsts, std::int32_t count) {
+    const ColumnsHeld<T, n> columns = ready;
     forObjects(
         xs, xs, dsts,
         count, [&](std::int32_t, const std::byte*, const std::byte* x, std::byte* to) __attribute__((always_inline)) {
