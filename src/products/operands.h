@@ -131,11 +131,18 @@ template <class Operand>
 }
 
 // Calls f with where the objects of an array are. Kept in registers: results could change what is reached by reference, as
-// far as a compiler can tell.
-template <class F>
+// far as a compiler can tell. With `inTwoLoops` arrays without a list have a loop of their own: to ask each time how an object
+// is found takes up to a tenth of products of orders 3 and 4.
+template <bool inTwoLoops, class F>
 [[gnu::always_inline]] inline void forObjects(const GridObjects& a, const GridObjects& b, const GridObjects& dst,
                                               std::int32_t count, const F& f) {
     const GridObjects left = a, right = b, result = dst;
+    if (inTwoLoops && left.list == nullptr && right.list == nullptr && result.list == nullptr) {
+        for (std::int32_t k = 0; k < count; ++k)
+            f(k, left.first.origin + k * left.step, right.first.origin + k * right.step,
+              const_cast<std::byte*>(result.first.origin) + k * result.step);
+        return;
+    }
     for (std::int32_t k = 0; k < count; ++k) f(k, left.at(k).origin, right.at(k).origin, target(result.at(k), 0, 0));
 }
 

@@ -1,5 +1,5 @@
-// Rows of small squares as vectors of 16 bytes, and square products of floats made of them: a row of the result is the sum
-// of the right operand's rows, each times one element of the left operand.
+// Rows of small squares as vectors of 16 bytes, and square products made of them: a row of the result is the sum of the
+// right operand's rows, each times one element of the left operand.
 //
 // What whole vectors leave over of a row shares a vector with the same columns of the next row: of order 6 in floats,
 // columns 4 and 5 of two rows are one vector.
@@ -74,49 +74,49 @@ template <class T, int n, bool turned>
     return rows;
 }
 
-// The left operand of floats gives its factors in two ways. Each has spread<i, k>(), element (i, k) in all lanes, and
+// The left operand gives its factors in two ways. Each has spread<i, k>(), element (i, k) in all lanes, and
 // rest<i, count, k>(), elements (i, k) to (i + count - 1, k) as the rest of these rows needs them.
 
 // From where it lies.
-template <int n, bool turned>
+template <class T, int n, bool turned>
 struct LeftInPlace {
     const std::byte* origin;
     std::ptrdiff_t stride;
 
     [[gnu::always_inline]] const std::byte* at(int i, int k) const {
-        return elementAt<float, turned>(origin, stride, i, k);
+        return elementAt<T, turned>(origin, stride, i, k);
     }
 
     template <int i, int k>
-    [[gnu::always_inline]] Float4 spread() const {
-        if constexpr (n >= 4 && !turned && k < 4) {
+    [[gnu::always_inline]] Vec16<T> spread() const {
+        if constexpr (isFloat<T> && n >= 4 && !turned && k < 4) {
             const auto four = load<Float4>(at(i, 0));
             return __builtin_shufflevector(four, four, k, k, k, k);
         } else {
-            return products::spread<Float4>(at(i, k));
+            return products::spread<Vec16<T>>(at(i, k));
         }
     }
 
     template <int i, int count, int k>
-    [[gnu::always_inline]] Float4 rest() const {
-        if constexpr (count == 1) return products::spread<Float4>(at(i, k));
-        else if constexpr (count == 2)
+    [[gnu::always_inline]] Vec16<T> rest() const {
+        if constexpr (count == 1) return products::spread<Vec16<T>>(at(i, k));
+        else if constexpr (count == lanes16<T> && turned) return load<Vec16<T>>(at(i, k));
+        else if constexpr (isFloat<T> && count == 2)
             return __builtin_shufflevector(products::spread<Float4>(at(i, k)), products::spread<Float4>(at(i + 1, k)),
                                            0, 1, 4, 5);
-        else if constexpr (turned) return load<Float4>(at(i, k));
-        else return fromLanes<Float4>([&](int l) { return load<float>(at(i + l, k)); });
+        else return fromLanes<Vec16<T>>([&](int l) { return load<T>(at(i + l, k)); });
     }
 };
 
 // A single operand of an array form: spread once for all objects.
-template <int n>
+template <class T, int n>
 struct LeftHeld {
-    using Parts = RowParts<float, n>;
-    Float4 all[n][n];
-    Float4 rests[Parts::rest == 0 ? 1 : n][n];
+    using Parts = RowParts<T, n>;
+    Vec16<T> all[n][n];
+    Vec16<T> rests[Parts::rest == 0 ? 1 : n][n];
 
     template <bool turned>
-    [[gnu::always_inline]] explicit LeftHeld(const LeftInPlace<n, turned>& left) {
+    [[gnu::always_inline]] explicit LeftHeld(const LeftInPlace<T, n, turned>& left) {
         unrolled<n * n>([&](auto e) __attribute__((always_inline)) {
             constexpr int i = e / n, k = e % n;
             all[i][k] = left.template spread<i, k>();
@@ -127,12 +127,12 @@ struct LeftHeld {
     }
 
     template <int i, int k>
-    [[gnu::always_inline]] Float4 spread() const {
+    [[gnu::always_inline]] Vec16<T> spread() const {
         return all[i][k];
     }
 
     template <int i, int count, int k>
-    [[gnu::always_inline]] Float4 rest() const {
+    [[gnu::always_inline]] Vec16<T> rest() const {
         return rests[i][k];
     }
 };
@@ -151,27 +151,31 @@ template <class T, int rest>
 }
 
 // Rows of the result go to `to` and the rows of memory behind it.
-template <int n, class Left>
-[[gnu::always_inline]] inline void multiplyRows(const Left& left, const RightRows<float, n>& b, std::byte* to,
+template <class T, int n, class Left>
+[[gnu::always_inline]] inline void multiplyRows(const Left& left, const RightRows<T, n>& b, std::byte* to,
                                                 std::ptrdiff_t stride) {
-    using Parts = RowParts<float, n>;
+    using Parts = RowParts<T, n>;
     unrolled<n>([&](auto i) __attribute__((always_inline)) {
         if constexpr (Parts::whole > 0) {
-            Float4 sum;
+            Vec16<T> sum[Parts::whole];
             unrolled<n>([&](auto k) __attribute__((always_inline)) {
-                addProduct<n, k>(sum, left.template spread<i, k>() * b.whole[k][0]);
+                const Vec16<T> factor = left.template spread<i, k>();
+                unrolled<Parts::whole>([&](auto v) __attribute__((always_inline)) {
+                    addProduct<n, k>(sum[v], factor * b.whole[k][v]);
+                });
             });
-            store(to + i * stride, sum);
+            unrolled<Parts::whole>([&](auto v)
+                                       __attribute__((always_inline)) { store(to + i * stride + v * 16, sum[v]); });
         }
         if constexpr (Parts::rest > 0)
             if constexpr (i % Parts::together == 0) {
                 constexpr int count = n - i < Parts::together ? n - i : Parts::together;
-                Float4 sum;
+                Vec16<T> sum;
                 unrolled<n>([&](auto k) __attribute__((always_inline)) {
                     addProduct<n, k>(sum, left.template rest<i, count, k>() * b.rest[k]);
                 });
                 unrolled<count>([&](auto r) __attribute__((always_inline)) {
-                    storeRest<float, Parts::rest>(to + (i + r) * stride + Parts::whole * 16, sum, r * Parts::rest);
+                    storeRest<T, Parts::rest>(to + (i + r) * stride + Parts::whole * 16, sum, r * Parts::rest);
                 });
             }
     });

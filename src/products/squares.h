@@ -22,59 +22,39 @@
 
 namespace korm::inline KORM_VARIANT::products {
 
-// --- Doubles ---------------------------------------------------------------------------------------
+// --- Doubles of even order -------------------------------------------------------------------------
 
-// Doubles are spread by loads, so a tile of rows and columns needs no shuffles. The last vector of an odd row ends with the
-// row: that is one product twice, for which no other instruction is needed.
-template <int n>
-inline constexpr int pairsOfColumns = (n + 1) / 2;
-
-template <int n, bool turned>
-[[gnu::always_inline]] inline LeftRows leftDoubles(const std::byte* a, std::ptrdiff_t stride) {
-    if constexpr (turned) return {a, sizeof(double), stride};
-    else return {a, stride, sizeof(double)};
-}
-
-// The right operand in rows.
-template <int n, class Target>
-[[gnu::always_inline]] inline void multiplyDoubles(LeftRows a, const Panel& b, Target to, std::ptrdiff_t toRow) {
-    constexpr int vectors = pairsOfColumns<n>;
+// They are spread by loads, so a tile of rows and columns needs no shuffles. The right operand lies in rows.
+template <int n, bool turnA, class Target>
+[[gnu::always_inline]] inline void multiplyDoubles(const std::byte* a, std::ptrdiff_t aStride, const std::byte* b,
+                                                   std::ptrdiff_t bStride, Target to, std::ptrdiff_t toRow) {
+    constexpr int vectors = n / 2;
     constexpr int most = sumRegisters / vectors;
     constexpr int passes = (n + most - 1) / most;
-    constexpr int tall = (n + passes - 1) / passes;
-    const auto rows = [&](auto height) __attribute__((always_inline)) {
-        tile<Double2, zeroStart, height, vectors, Start::firstProduct>(a, b, Known<n>{}, to);
-        a.origin += height * a.rowStep;
-        to.origin += height * toRow;
-    };
-    for (int i = 0; i < n / tall; ++i) rows(Int<tall>{});
-    if constexpr (n % tall != 0) rows(Int<n % tall>{});
-}
-
-// The transpose as a panel.
-template <int n>
-struct TransposedPanel {
-    static constexpr int vectors = pairsOfColumns<n>;
-    alignas(16) std::byte rows[n * vectors * 16];
-
-    [[gnu::always_inline]] void fill(const std::byte* b, std::ptrdiff_t stride) {
-        const auto first = [](int pair) { return pair == vectors - 1 ? n - 2 : 2 * pair; };
-        unrolled<vectors * vectors>([&](auto e) __attribute__((always_inline)) {
-            const int v = e / vectors, j = first(v), k = first(e % vectors);
-            const auto upper = load<Double2>(b + j * stride + k * 8);
-            const auto lower = load<Double2>(b + (j + 1) * stride + k * 8);
-            storeAligned(rows + (k * vectors + v) * 16, zipLow(upper, lower));
-            storeAligned(rows + ((k + 1) * vectors + v) * 16, zipHigh(upper, lower));
-        });
+    constexpr int tall = n / passes;
+    static_assert(n % passes == 0);
+    const std::ptrdiff_t aRow = turnA ? 8 : aStride, aStep = turnA ? aStride : 8;
+    for (int i = 0; i < n; i += tall) {
+        tile<Double2, zeroStart, tall, vectors, Start::firstProduct>({a, aRow, aStep}, {b, bStride, (vectors - 1) * 16},
+                                                                     Known<n>{}, to);
+        a += tall * aRow;
+        to.origin += tall * toRow;
     }
-
-    [[gnu::always_inline]] Panel panel() const { return {rows, vectors * 16, (vectors - 1) * 16}; }
-};
-
-template <int n>
-[[gnu::always_inline]] inline Panel panelInPlace(const std::byte* b, std::ptrdiff_t stride) {
-    return {b, stride, (n - 2) * 8};
 }
+
+// The transpose, packed.
+template <int n>
+[[gnu::always_inline]] inline void transposeDoubles(const std::byte* b, std::ptrdiff_t stride, std::byte* to) {
+    unrolled<n * n / 4>([&](auto e) __attribute__((always_inline)) {
+        constexpr int j = e / (n / 2) * 2, k = e % (n / 2) * 2;
+        const auto upper = load<Double2>(b + j * stride + k * 8), lower = load<Double2>(b + (j + 1) * stride + k * 8);
+        storeAligned(to + (k * n + j) * 8, zipLow(upper, lower));
+        storeAligned(to + ((k + 1) * n + j) * 8, zipHigh(upper, lower));
+    });
+}
+
+template <class T, int n>
+inline constexpr bool inTiles = !isFloat<T> && n % 2 == 0;
 
 // --- One product -----------------------------------------------------------------------------------
 
@@ -82,20 +62,22 @@ template <int n, bool turnA, bool turnB>
 [[gnu::noinline]] void squareOfDoubles(const std::byte* a, std::ptrdiff_t aStride, const std::byte* b,
                                        std::ptrdiff_t bStride, std::byte* to, std::ptrdiff_t stride) {
     const TileTarget target{to, stride, (n - 2) * 8};
-    TransposedPanel<n> transposed;
-    if constexpr (turnB) transposed.fill(b, bStride);
-    const Panel right = turnB ? transposed.panel() : panelInPlace<n>(b, bStride);
-    multiplyDoubles<n>(leftDoubles<n, turnA>(a, aStride), right, target, stride);
+    alignas(16) std::byte transposed[turnB ? n * n * 8 : 1];
+    if constexpr (turnB) {
+        transposeDoubles<n>(b, bStride, transposed);
+        b = transposed;
+        bStride = n * 8;
+    }
+    multiplyDoubles<n, turnA>(a, aStride, b, bStride, target, stride);
 }
 
-// Floats are inlined into their entry function: handing on six arguments takes up to 5 % of a small product. Tiles of
-// doubles need so many registers that it would save more of them at its start, for all orders.
+// Rows are inlined into their entry function: handing on six arguments takes up to 5 % of a small product. Tiles need so
+// many registers that it would save more of them at its start, for all orders.
 template <class T, int n, bool turnA, bool turnB>
 [[gnu::always_inline]] inline void plainSquare(const std::byte* a, std::ptrdiff_t aStride, const std::byte* b,
                                                std::ptrdiff_t bStride, std::byte* to, std::ptrdiff_t stride) {
-    if constexpr (isFloat<T>)
-        multiplyRows<n>(LeftInPlace<n, turnA>{a, aStride}, rightRows<float, n, turnB>(b, bStride), to, stride);
-    else squareOfDoubles<n, turnA, turnB>(a, aStride, b, bStride, to, stride);
+    if constexpr (inTiles<T, n>) squareOfDoubles<n, turnA, turnB>(a, aStride, b, bStride, to, stride);
+    else multiplyRows<T, n>(LeftInPlace<T, n, turnA>{a, aStride}, rightRows<T, n, turnB>(b, bStride), to, stride);
 }
 
 // --- Arrays ----------------------------------------------------------------------------------------
@@ -115,106 +97,108 @@ template <bool turned>
     return turned ? square.columnStep : square.rowStep;
 }
 
+// The product of two transposes is the transpose of a product, for which neither is turned, where that can be stored.
+template <class T, int n, bool turnA, bool turnB>
+inline constexpr bool storesTranspose = turnA&& turnB && (inTiles<T, n> || (isFloat<T> && n != 5));
+
 template <class T, int n, bool turnA, bool turnB>
 [[gnu::noinline]] void plainSquares(const GridObjects& as, const GridObjects& bs, const GridObjects& dsts,
                                     std::int32_t count) {
-    const auto floats = [&](auto aStride, auto bStride, auto stride) __attribute__((always_inline)) {
-        forObjects(
-            as, bs, dsts, count,
-            [&](std::int32_t, const std::byte* a, const std::byte* b, std::byte* to) __attribute__((always_inline)) {
-                // The product of two transposes is the transpose of a product, for which neither is turned.
-                if constexpr (turnA && turnB && n != 5)
-                    multiplyBlocks<n>(LeftBlocks<n, false>{b, bStride}, rightBlocks<n, false>(a, aStride),
-                                      BlockTarget<true>{to, stride});
-                else if constexpr (turnB && n == 5)
-                    multiplyRows<n>(LeftInPlace<n, turnA>{a, aStride}, rightRows<float, n, true>(b, bStride), to,
-                                    stride);
-                else
-                    multiplyBlocks<n>(LeftBlocks<n, turnA>{a, aStride}, rightBlocks<n, turnB>(b, bStride),
-                                      BlockTarget<false>{to, stride});
-            });
-    };
-    const auto doubles = [&](auto aStride, auto bStride, auto stride) __attribute__((always_inline)) {
-        [[maybe_unused]] TransposedPanel<n> transposed;
-        [[maybe_unused]] const bool oneRight = bs.isShared();
-        forObjects(
-            as, bs, dsts, count,
-            [&](std::int32_t k, const std::byte* a, const std::byte* b, std::byte* to) __attribute__((always_inline)) {
-                constexpr std::ptrdiff_t last = (n - 2) * 8;
-                if constexpr (turnA && turnB) {
-                    multiplyDoubles<n>(leftDoubles<n, false>(b, bStride), panelInPlace<n>(a, aStride),
-                                       TransposedTarget{to, stride, last}, 8);
-                } else {
-                    if constexpr (turnB)
-                        if (k == 0 || !oneRight) transposed.fill(b, bStride);
-                    multiplyDoubles<n>(leftDoubles<n, turnA>(a, aStride),
-                                       turnB ? transposed.panel() : panelInPlace<n>(b, bStride),
-                                       TileTarget{to, stride, last}, stride);
-                }
-            });
+    // A tile's right operand is turned while the product before is on its way.
+    constexpr bool turnsAhead = inTiles<T, n> && turnB && !turnA;
+    [[maybe_unused]] alignas(16) std::byte transposed[2][turnsAhead ? n * n * 8 : 1];
+    const auto multiply = [&](std::int32_t k, const std::byte* a, auto aStride, const std::byte* b, auto bStride,
+                              std::byte* to, auto stride) __attribute__((always_inline)) {
+        if constexpr (turnsAhead) {
+            if (k == 0) transposeDoubles<n>(b, bStride, transposed[0]);
+            if (k + 1 < count) transposeDoubles<n>(bs.at(k + 1).origin, bStride, transposed[(k + 1) % 2]);
+            multiplyDoubles<n, turnA>(a, aStride, transposed[k % 2], n * 8, TileTarget{to, stride, (n - 2) * 8},
+                                      stride);
+        } else if constexpr (inTiles<T, n> && storesTranspose<T, n, turnA, turnB>) {
+            multiplyDoubles<n, false>(b, bStride, a, aStride, TransposedTarget{to, stride, (n - 2) * 8}, 8);
+        } else if constexpr (inTiles<T, n>) {
+            multiplyDoubles<n, turnA>(a, aStride, b, bStride, TileTarget{to, stride, (n - 2) * 8}, stride);
+        } else if constexpr (storesTranspose<T, n, turnA, turnB>) {
+            multiplyBlocks<n>(LeftBlocks<n, false>{b, bStride}, rightBlocks<n, false>(a, aStride),
+                              BlockTarget<true>{to, stride});
+        } else if constexpr (!isFloat<T> || (turnB && n == 5)) {
+            multiplyRows<T, n>(LeftInPlace<T, n, turnA>{a, aStride}, rightRows<T, n, turnB>(b, bStride), to, stride);
+        } else {
+            multiplyBlocks<n>(LeftBlocks<n, turnA>{a, aStride}, rightBlocks<n, turnB>(b, bStride),
+                              BlockTarget<false>{to, stride});
+        }
     };
     withStrides<T, n>(
         storedStride<turnA>(as.first), storedStride<turnB>(bs.first),
         dsts.first.rowStep, [&](auto aStride, auto bStride, auto stride) __attribute__((always_inline)) {
-            if constexpr (isFloat<T>) floats(aStride, bStride, stride);
-            else doubles(aStride, bStride, stride);
+            forObjects<n <= 4>(
+                as, bs, dsts, count,
+                [&](std::int32_t k, const std::byte* a, const std::byte* b, std::byte* to)
+                    __attribute__((always_inline)) { multiply(k, a, aStride, b, bStride, to, stride); });
         });
 }
 
-// Floats with one right operand for all objects. It is a copy, so that a compiler sees that results don't change it.
-template <int n, bool turnA, class Right>
+// One right operand for all objects, made ready. It is a copy, so that a compiler sees that results don't change it.
+template <class T, int n, bool turnA, class Right>
 [[gnu::noinline]] void plainSquaresTimes(const GridObjects& as, const Right& ready, const GridObjects& dsts,
                                          std::int32_t count) {
     const Right right = ready;
-    std::ptrdiff_t ofRight = n * 4;
-    if constexpr (n == 5) ofRight = right.stride;
-    withStrides<float, n>(
+    std::ptrdiff_t ofRight = n * sizeof(T);
+    if constexpr (isFloat<T> && n == 5) ofRight = right.stride;
+    withStrides<T, n>(
         storedStride<turnA>(as.first), ofRight,
         dsts.first.rowStep, [&](auto aStride, auto bStride, auto stride) __attribute__((always_inline)) {
-            forObjects(
+            forObjects<n <= 4>(
                 as, as, dsts, count,
                 [&](std::int32_t, const std::byte* a, const std::byte*, std::byte* to) __attribute__((always_inline)) {
-                    const LeftBlocks<n, turnA> left{a, aStride};
-                    const BlockTarget<false> result{to, stride};
-                    if constexpr (n == 5) multiplyFive(left, right.origin, bStride, result.origin, result.stride);
-                    else multiplyBlocks<n>(left, right, result);
+                    if constexpr (!isFloat<T>)
+                        multiplyRows<T, n>(LeftInPlace<T, n, turnA>{a, aStride}, right, to, stride);
+                    else if constexpr (n == 5)
+                        multiplyFive(LeftBlocks<n, turnA>{a, aStride}, right.origin, bStride, to, stride);
+                    else multiplyBlocks<n>(LeftBlocks<n, turnA>{a, aStride}, right, BlockTarget<false>{to, stride});
                 });
         });
 }
 
-template <int n, bool turnA, bool turnB>
+template <class T, int n, bool turnA, bool turnB>
 [[gnu::noinline]] void plainSquaresTimesOne(const GridObjects& a, const GridOperand& b, const GridObjects& dst,
                                             std::int32_t count) {
     const std::ptrdiff_t stride = storedStride<turnB>(b);
-    if constexpr (n == 5 && turnB) {
+    if constexpr (inTiles<T, n>) {
+        alignas(16) std::byte transposed[n * n * 8];
+        transposeDoubles<n>(b.origin, stride, transposed);
+        plainSquares<T, n, turnA, false>(a, {{transposed, n * 8, 8}, nullptr, 0}, dst, count);
+    } else if constexpr (!isFloat<T>) {
+        plainSquaresTimes<T, n, turnA>(a, rightRows<T, n, turnB>(b.origin, stride), dst, count);
+    } else if constexpr (n == 5 && turnB) {
         const RightFive right(b.origin, stride);
-        plainSquaresTimes<n, turnA, RightInPlace>(a, right, dst, count);
+        plainSquaresTimes<T, n, turnA, RightInPlace>(a, right, dst, count);
     } else if constexpr (n % 2 == 0) {
         const RightHeld<n> right(std::bool_constant<turnB>{}, b.origin, stride);
-        plainSquaresTimes<n, turnA>(a, right, dst, count);
+        plainSquaresTimes<T, n, turnA>(a, right, dst, count);
     } else {
-        plainSquaresTimes<n, turnA>(a, rightBlocks<n, turnB>(b.origin, stride), dst, count);
+        plainSquaresTimes<T, n, turnA>(a, rightBlocks<n, turnB>(b.origin, stride), dst, count);
     }
 }
 
-// Floats with one left operand: held as whole vectors, it needs no shuffles. It leaves registers enough for strides.
-template <int n, bool turnB>
-[[gnu::noinline]] void leftTimesPlainSquares(const LeftHeld<n>& ready, const GridObjects& bs, const GridObjects& dsts,
-                                             std::int32_t count) {
-    const LeftHeld<n> left = ready;
+// One left operand: held as whole vectors, it needs no shuffles. It leaves registers enough for strides.
+template <class T, int n, bool turnB>
+[[gnu::noinline]] void leftTimesPlainSquares(const LeftHeld<T, n>& ready, const GridObjects& bs,
+                                             const GridObjects& dsts, std::int32_t count) {
+    const LeftHeld<T, n> left = ready;
     const std::ptrdiff_t bStride = storedStride<turnB>(bs.first), stride = dsts.first.rowStep;
-    forObjects(
+    forObjects<true>(
         bs, bs, dsts,
         count, [&](std::int32_t, const std::byte*, const std::byte* b, std::byte* to) __attribute__((always_inline)) {
-            multiplyRows<n>(left, rightRows<float, n, turnB>(b, bStride), to, stride);
+            multiplyRows<T, n>(left, rightRows<T, n, turnB>(b, bStride), to, stride);
         });
 }
 
-template <int n, bool turnA, bool turnB>
+template <class T, int n, bool turnA, bool turnB>
 [[gnu::noinline]] void oneTimesPlainSquares(const GridOperand& a, const GridObjects& b, const GridObjects& dst,
                                             std::int32_t count) {
-    const LeftHeld<n> left(LeftInPlace<n, turnA>{a.origin, storedStride<turnA>(a)});
-    leftTimesPlainSquares<n, turnB>(left, b, dst, count);
+    const LeftHeld<T, n> left(LeftInPlace<T, n, turnA>{a.origin, storedStride<turnA>(a)});
+    leftTimesPlainSquares<T, n, turnB>(left, b, dst, count);
 }
 
 // --- In lanes --------------------------------------------------------------------------------------
@@ -274,9 +258,12 @@ template <class T, int n, class A, class B, class D, class Objects>
 [[gnu::always_inline]] inline void squareProducts(const Objects& a, const Objects& b, const Objects& dst,
                                                   std::int32_t count) {
     constexpr bool turnA = isTransposed<A>, turnB = isTransposed<B>;
+    constexpr bool tilesInPlace = inTiles<T, n> && (!turnB || turnA);
+    // Of order 4, a right operand's columns are brought together in registers.
+    constexpr bool heldLeft = !inTiles<T, n> || (n == 4 && turnB);
     if constexpr (!isAdjacent<D>) squaresInLanes<Lanes<T>>(a, b, dst, n, count);
-    else if constexpr (isFloat<T> && isShared<A>) oneTimesPlainSquares<n, turnA, turnB>(a.first, b, dst, count);
-    else if constexpr (isFloat<T> && isShared<B>) plainSquaresTimesOne<n, turnA, turnB>(a, b.first, dst, count);
+    else if constexpr (heldLeft && isShared<A>) oneTimesPlainSquares<T, n, turnA, turnB>(a.first, b, dst, count);
+    else if constexpr (!tilesInPlace && isShared<B>) plainSquaresTimesOne<T, n, turnA, turnB>(a, b.first, dst, count);
     else plainSquares<T, n, turnA, turnB>(a, b, dst, count);
 }
 

@@ -205,7 +205,7 @@ template <class T, int n, class Order, bool turned>
         vectors.first.origin = own;
     }
     const std::ptrdiff_t stride = storedStride<turned>(as.first);
-    forObjects(
+    forObjects<n <= 4>(
         as, vectors, dsts,
         count, [&](std::int32_t, const std::byte* a, const std::byte* x, std::byte* to) __attribute__((always_inline)) {
             squareTimesVector<T, n, Order, turned>(a, stride, x, to);
@@ -216,7 +216,7 @@ template <class T, int n, class Order>
 [[gnu::noinline]] void squareTimesVectors(const ColumnsHeld<T, n>& ready, const GridObjects& xs,
                                           const GridObjects& dsts, std::int32_t count) {
     const ColumnsHeld<T, n> columns = ready;
-    forObjects(
+    forObjects<n <= 4>(
         xs, xs, dsts,
         count, [&](std::int32_t, const std::byte*, const std::byte* x, std::byte* to) __attribute__((always_inline)) {
             multiplyColumns<T, n, Order>(columns, x, to);
