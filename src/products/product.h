@@ -27,29 +27,28 @@ template <class SquareOrders, RowSums rows, class A, class B, class D, class Cou
             return streamProduct<SquareOrders, false>(a, b, dst, shape, count);
     }
     const bool isSquare = shape.rows == shape.columns && shape.rows == shape.products;
-    const int order = isSquare && SquareOrders::has(shape.rows) ? shape.rows : 0;
     if constexpr (isOneObject<Count>) {
-        const auto square = [&](auto n) __attribute__((always_inline)) {
-            if constexpr (SquareOrders::has(n)) squareProduct<T, n>(a, b, dst);
-        };
-        const auto general = [&]() __attribute__((always_inline)) {
+        if (isSquare) {
+            const auto square = [&](auto n) __attribute__((always_inline)) {
+                if constexpr (SquareOrders::has(n)) squareProduct<T, n>(a, b, dst);
+                return SquareOrders::has(n);
+            };
+            if (forOrder(shape.rows, square, [] { return false; })) return;
             if constexpr (isAdjacent<A> && isAdjacent<B> && isAdjacent<D>) {
                 constexpr std::ptrdiff_t row = 8 * sizeof(T);
-                if (isSquare && shape.rows == 8 && a.rowStride == row && b.rowStride == row && dst.rowStride == row)
+                if (shape.rows == 8 && a.rowStride == row && b.rowStride == row && dst.rowStride == row)
                     return packedSquare<T, rows.blocks, 8>(a.origin, b.origin, dst.origin);
             }
-            generalProducts<T, rows>(objectsOf(a), objectsOf(b), objectsOf(dst), shape, count);
-        };
-        forOrder(order, square, general);
+        }
+        generalProducts<T, rows>(objectsOf(a), objectsOf(b), objectsOf(dst), shape, count);
     } else {
         const auto as = objectsOf(a), bs = objectsOf(b), dsts = objectsOf(dst);
         const auto squares = [&](auto n) __attribute__((always_inline)) {
             if constexpr (SquareOrders::has(n)) squareProducts<T, n, A, B, D>(as, bs, dsts, count);
+            return SquareOrders::has(n);
         };
-        const auto general = [&]() __attribute__((always_inline)) {
-            generalProducts<T, rows>(as, bs, dsts, shape, count);
-        };
-        forOrder(order, squares, general);
+        if (isSquare && forOrder(shape.rows, squares, [] { return false; })) return;
+        generalProducts<T, rows>(as, bs, dsts, shape, count);
     }
 }
 
@@ -62,8 +61,12 @@ template <class Order, ElementSums elements, class A, class X, class D, class Co
         if (count >= laneCount<T> && areStreams(a, x, dst))
             return streamProduct<Squares<3, 4, 5, 6>, true>(a, x, dst, {shape.rows, shape.products, 1}, count);
     }
-    const bool isSquare = shape.rows == shape.products;
-    const auto general = [&]() __attribute__((always_inline)) {
+    if (shape.rows == shape.products) {
+        const auto square = [&](auto n) __attribute__((always_inline)) {
+            squareVectorProduct<T, n, Order>(a, x, dst, count);
+            return true;
+        };
+        if (forOrder(shape.rows, square, [] { return false; })) return;
         if constexpr (isAdjacent<D> && !isOneObject<Count>) {
             const auto packed = [&](auto n) __attribute__((always_inline)) {
                 packedSquaresTimesVectors<T, elements.general, n>(objectsOf(a), objectsOf(x), objectsOf(dst), count);
@@ -71,12 +74,9 @@ template <class Order, ElementSums elements, class A, class X, class D, class Co
             if (arePackedWithVectors<T, 8>(a, shape, count)) return packed(Int<8>{});
             if (arePackedWithVectors<T, 16>(a, shape, count)) return packed(Int<16>{});
         }
-        for (std::int32_t k = 0; k < count; ++k)
-            generalVectorProduct<T, elements>(operand(a.at(k)), operand(x.at(k)), operand(dst.at(k)), shape);
-    };
-    forOrder(
-        isSquare ? shape.rows : 0,
-        [&](auto n) __attribute__((always_inline)) { squareVectorProduct<T, n, Order>(a, x, dst, count); }, general);
+    }
+    for (std::int32_t k = 0; k < count; ++k)
+        generalVectorProduct<T, elements>(operand(a.at(k)), operand(x.at(k)), operand(dst.at(k)), shape);
 }
 
 }  // namespace korm::inline KORM_VARIANT::products
