@@ -169,6 +169,7 @@ Sizes anySizes(const Form& form, Random& random) {
 Verdict checkThresholds(const Form& form, const Library& library, const Options& options, bool mayFault) {
     Random random = options.random(form, 0, 5);
     const bool scratch = form.uses(Operand::Use::scratch);
+    const bool readsNothing = !form.uses(Operand::Use::input);
     for (const bool plain : {true, false}) {
         if (!plain && !form.hasRole(Role::elementStride)) continue;
         if (form.driver) {
@@ -179,6 +180,12 @@ Verdict checkThresholds(const Form& form, const Library& library, const Options&
             Sizes sizes = anySizes(form, random);
             // All of the scratch area must be inaccessible, or its far end could be anyone's memory.
             if (scratch) sizes.order = std::min(sizes.order, 80);
+            // So must all of a first row that is written before anything is read.
+            if (readsNothing) {
+                const std::int32_t count = sizes.count;
+                sizes = smallObjects(form, random);
+                sizes.count = count;
+            }
             if (Verdict verdict = runIntoFault(form, library, sizes, plain, random); !verdict.ok) return verdict;
         }
     }
