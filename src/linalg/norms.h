@@ -149,7 +149,7 @@ template <class Elements>
 // Of floats the lanes of a vector are four running sums, which go on from row to row. Rows without gaps are one.
 template <int objects>
 [[gnu::noinline]] void squaresOfRows(const Grid<const float, Spacing::rowAdjacent> (&src)[objects], MatrixShape shape,
-                                     float* sums) {
+                                     float (&sums)[objects]) {
     constexpr std::ptrdiff_t size = sizeof(float);
     std::ptrdiff_t bytes = shape.width * size, height = shape.height;
     if (src[0].rowStride == bytes) {
@@ -181,7 +181,7 @@ template <int objects>
 // Of doubles, rows of 8 and more have eight sums, the first of which goes on with the sum so far.
 template <int objects>
 [[gnu::noinline]] void squaresOfRows(const Grid<const double, Spacing::rowAdjacent> (&src)[objects], MatrixShape shape,
-                                     double* sums) {
+                                     double (&sums)[objects]) {
     constexpr std::ptrdiff_t size = sizeof(double);
     const std::ptrdiff_t bytes = shape.width * size;
     double total[objects] = {};
@@ -226,8 +226,9 @@ template <class View>
         for (int o = 0; o < objects; ++o) storeResult(dst, k + o, Roots::of(sums[o]));
     }
     for (; k < count; ++k) {
-        squaresOfRows<1>({src.at(k)}, shape, sums);
-        storeResult(dst, k, Roots::of(sums[0]));
+        T sum[1];
+        squaresOfRows<1>({src.at(k)}, shape, sum);
+        storeResult(dst, k, Roots::of(sum[0]));
     }
 }
 

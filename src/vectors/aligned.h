@@ -65,17 +65,17 @@ template <class T>
     const std::ptrdiff_t end = products * size;
     std::ptrdiff_t at = 0;
     V sum{};
-    const auto addOne = [&]() __attribute__((always_inline)) {
-        sum +=
-            fromLanes<V>([&](int o) __attribute__((always_inline)) { return load<T>(x[o] + at) * load<T>(y[o] + at); });
-        at += size;
+    const auto addUpTo = [&](std::ptrdiff_t last) __attribute__((always_inline)) {
+        for (; at < last; at += size)
+            sum += fromLanes<V>([&](int o)
+                                    __attribute__((always_inline)) { return load<T>(x[o] + at) * load<T>(y[o] + at); });
     };
     const auto product = [&](int o, int v) __attribute__((always_inline)) {
         const std::ptrdiff_t place = at + v * blockAlignment;
         return load<V>(x[o] + place) * loadAligned<V>(y[o] + place);
     };
     if (ahead >= 0 && products >= ahead + partialSums) {
-        while (at < ahead * size) addOne();
+        addUpTo(ahead * size);
         V l[objects][vectors];
         unrolled<vectors * objects>([&](auto e) __attribute__((always_inline)) {
             l[e % objects][e / objects] = product(e % objects, e / objects);
@@ -88,7 +88,7 @@ template <class T>
             });
         sum = joinedEights(l);
     }
-    while (at < end) addOne();
+    addUpTo(end);
     return sum;
 }
 
@@ -101,12 +101,11 @@ template <class T>
     const std::ptrdiff_t ahead = elementsAhead<T>(y), end = products * size;
     std::ptrdiff_t at = 0;
     T sum{};
-    const auto addOne = [&]() __attribute__((always_inline)) {
-        sum += load<T>(x + at) * load<T>(y + at);
-        at += size;
+    const auto addUpTo = [&](std::ptrdiff_t last) __attribute__((always_inline)) {
+        for (; at < last; at += size) sum += load<T>(x + at) * load<T>(y + at);
     };
     if (ahead >= 0 && products >= ahead + partialSums) {
-        while (at < ahead * size) addOne();
+        addUpTo(ahead * size);
         V l[vectors];
         unrolled<vectors>([&](auto v) __attribute__((always_inline)) { l[v] = v == 0 ? V{sum} : V{}; });
         for (; at + block <= end; at += block)
@@ -115,7 +114,7 @@ template <class T>
             });
         sum = joinedEight(l);
     }
-    while (at < end) addOne();
+    addUpTo(end);
     return sum;
 }
 

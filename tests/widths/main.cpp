@@ -188,7 +188,7 @@ int differences(const Width& width, std::size_t which, const Kernel<T>& scalar) 
     unsigned seed = 0;
     for (const std::ptrdiff_t gap : {0, 3})
         for (const std::ptrdiff_t pastBoundary : {0, 1})
-            for (const unsigned oddOnesIn : {0, 200, 12})
+            for (const unsigned oddOnesIn : {0U, 200U, 12U})
                 for (int call = 0; call < (kernel.order > 6 ? 2 : 12); ++call) {
                     const Arrangement how{gap, pastBoundary, oddOnesIn};
                     const std::ptrdiff_t count = 16 + ++seed % 21;
