@@ -7,28 +7,12 @@
 #include <limits>
 #include <vector>
 
-#include "support/random.h"
+#include "support/numbers.h"
 
 namespace kormtest {
 namespace {
 
 constexpr std::int32_t f32 = 4, f64 = 8;
-
-template <class T>
-std::vector<T> numbers(std::size_t count, std::uint64_t seed) {
-    Random random(seed);
-    std::vector<T> result;
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto value = static_cast<T>(static_cast<double>(random.next() >> 11) * 0x1p-53 + 0.5);
-        result.push_back(random.chance(50) ? value : -value);
-    }
-    return result;
-}
-
-template <class T>
-bool sameBits(T a, T b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
-}
 
 // Eight partial sums behind `ahead` products that open the first of them.
 float alignedDot(const std::vector<float>& a, const std::vector<float>& b, std::size_t ahead) {
