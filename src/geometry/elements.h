@@ -40,8 +40,9 @@ inline Float4 everyLane(Float4 v) {
 }
 
 // A number that comes by value and goes to several lanes. Without this clang loads it, in 32-bit code, as four from the
-// caller's stack: beyond the argument, and as if that were aligned.
-inline float inRegister(float value) {
+// caller's stack: beyond the argument, and as if that were aligned. Inlined even without optimisation: the x87 register
+// that a float is returned in there makes signaling NaNs quiet.
+[[gnu::always_inline]] inline float inRegister(float value) {
     asm("" : "+x"(value));
     return value;
 }
