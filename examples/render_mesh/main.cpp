@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "korm.h"
+#include "options.h"
 #include "png_file.h"
 #include "render.h"
 
@@ -125,15 +126,8 @@ void run(const Arguments& arguments) {
 
     // Half the diagonal of the box.
     const float radius = (after.high - after.low).Length() / 2;
-    CameraOptions options = arguments.camera;
-    options.zoom = 1;
     KormTimes times;
-    Camera camera = makeCamera(options, radius, samplesAcross);
-    double matrices = camera.microseconds;
-    // A first look tells how much of the picture the model fills.
-    options.zoom = arguments.camera.zoom * roomToZoom(projectAll(*scene, camera, times), camera);
-    camera = makeCamera(options, radius, samplesAcross);
-    matrices += camera.microseconds;
+    const Camera camera = fittingCamera(*scene, arguments.camera, radius, samplesAcross, times);
     const std::vector<ProjectedMesh> meshes = projectAll(*scene, camera, times);
 
     std::optional<Picked> picked;
@@ -158,10 +152,10 @@ void run(const Arguments& arguments) {
     std::printf("centred and scaled, the bounds are right: (%g, %g, %g) to (%g, %g, %g)\n", double{after.low.x},
                 double{after.low.y}, double{after.low.z}, double{after.high.x}, double{after.high.y},
                 double{after.high.z});
-    const double korm = centring + matrices + times.projecting + times.normals + times.picking;
+    const double korm = centring + times.matrices + times.projecting + times.normals + times.picking;
     std::puts("korm:");
     row("centring and scaling", centring);
-    row("world, view, projection, twice", matrices);
+    row("world, view, projection, twice", times.matrices);
     row("projecting all vertices, twice", times.projecting);
     row("turning all normals, twice", times.normals);
     if (arguments.picks) row("finding the picked triangle", times.picking);
@@ -177,71 +171,33 @@ void run(const Arguments& arguments) {
     std::printf("picture: %s, %d by %d\n", arguments.output.c_str(), picture.width, picture.height);
 }
 
-int fail(const std::string& message) {
-    std::fprintf(stderr, "render_mesh: %s\n", message.c_str());
-    return EXIT_FAILURE;
-}
-
-bool parseNumber(const char* text, float& number) {
-    char* end = nullptr;
-    number = std::strtof(text, &end);
-    return end != text && *end == '\0' && std::isfinite(number);
-}
-
-bool parsePair(const char* text, char between, int& first, int& second) {
-    char* end = nullptr;
-    const long a = std::strtol(text, &end, 10);
-    if (end == text || *end != between) return false;
-    const char* const rest = end + 1;
-    const long b = std::strtol(rest, &end, 10);
-    if (end == rest || *end != '\0' || std::max(a, b) > 100'000 || std::min(a, b) < 0) return false;
-    first = static_cast<int>(a);
-    second = static_cast<int>(b);
-    return true;
-}
-
-// An empty text, or what is wrong.
-std::string parse(int argc, char** argv, Arguments& arguments) {
-    for (int i = 1; i < argc; ++i) {
+Arguments parse(int argc, char** argv) {
+    Arguments arguments;
+    for (int i = 1; i < argc;) {
         const std::string name = argv[i];
         const char* const value = i + 1 < argc ? argv[i + 1] : "";
-        if (name == "--z-up") {
-            arguments.camera.zUp = true;
-            continue;
-        }
-        if (name.empty() || name[0] != '-') {
-            if (!arguments.model.empty() || name.empty()) return "can't make sense of '" + name + "'\n" + usage;
-            arguments.model = name;
-            continue;
-        }
-        ++i;
-        if (name == "--output") {
+        if (const int taken = takeCameraOption(name, value, arguments.camera); taken > 0) {
+            i += taken;
+        } else if (name == "--output") {
             arguments.output = value;
-            if (arguments.output.empty()) return "--output takes a file name";
-        } else if (name == "--size") {
-            if (!parsePair(value, 'x', arguments.camera.width, arguments.camera.height) ||
-                std::min(arguments.camera.width, arguments.camera.height) < 1 ||
-                std::max(arguments.camera.width, arguments.camera.height) > 8192)
-                return "--size takes a width and a height from 1 to 8192, as in 800x600";
-        } else if (name == "--yaw") {
-            if (!parseNumber(value, arguments.camera.yaw)) return "--yaw takes a number of degrees";
-        } else if (name == "--pitch") {
-            if (!parseNumber(value, arguments.camera.pitch)) return "--pitch takes a number of degrees";
-        } else if (name == "--zoom") {
-            if (!parseNumber(value, arguments.camera.zoom) || !(arguments.camera.zoom >= 0.1F) ||
-                arguments.camera.zoom > 1000)
-                return "--zoom takes a factor from 0.1 to 1000";
+            if (arguments.output.empty()) throw Failure("--output takes a file name");
+            i += 2;
         } else if (name == "--pick") {
-            if (!parsePair(value, ',', arguments.pickX, arguments.pickY)) return "--pick takes a pixel, as in 400,300";
+            if (!parsePair(value, ',', arguments.pickX, arguments.pickY))
+                throw Failure("--pick takes a pixel, as in 400,300");
             arguments.picks = true;
+            i += 2;
+        } else if (name.empty() || name[0] == '-' || !arguments.model.empty()) {
+            throw Failure("can't make sense of '" + name + "'\n" + usage);
         } else {
-            return "can't make sense of '" + name + "'\n" + usage;
+            arguments.model = name;
+            ++i;
         }
     }
-    if (arguments.model.empty()) return std::string("no model given\n") + usage;
+    if (arguments.model.empty()) throw Failure(std::string("no model given\n") + usage);
     if (arguments.pickX >= arguments.camera.width || arguments.pickY >= arguments.camera.height)
-        return "--pick names a pixel outside of the picture";
-    return "";
+        throw Failure("--pick names a pixel outside of the picture");
+    return arguments;
 }
 
 }  // namespace
@@ -253,12 +209,11 @@ int main(int argc, char** argv) {
             return EXIT_SUCCESS;
         }
     }
-    Arguments arguments;
-    if (const std::string wrong = parse(argc, argv, arguments); !wrong.empty()) return fail(wrong);
     try {
-        run(arguments);
+        run(parse(argc, argv));
     } catch (const std::exception& failure) {
-        return fail(failure.what());
+        std::fprintf(stderr, "render_mesh: %s\n", failure.what());
+        return EXIT_FAILURE;
     }
     return EXIT_SUCCESS;
 }

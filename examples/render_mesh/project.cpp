@@ -22,6 +22,20 @@ Colour materialColour(const aiScene& scene, const aiMesh& mesh) {
     return {std::max(diffuse.r, floor), std::max(diffuse.g, floor), std::max(diffuse.b, floor)};
 }
 
+// By how much the angle of view may be narrowed until the model touches the frame.
+float roomToZoom(const std::vector<ProjectedMesh>& meshes, const Camera& camera) {
+    const float middleX = camera.viewportWidth / 2, middleY = camera.viewportHeight / 2;
+    float used = 0;  // 1 at the frame
+    for (const ProjectedMesh& mesh : meshes) {
+        for (std::size_t at = 0; at < mesh.points.size(); at += 4) {
+            used = std::max(used, std::fabs(mesh.points[at] - middleX) / middleX);
+            used = std::max(used, std::fabs(mesh.points[at + 1] - middleY) / middleY);
+        }
+    }
+    const float margin = 0.94F;
+    return used > 0 ? margin / used : 1;
+}
+
 }  // namespace
 
 std::vector<ProjectedMesh> projectAll(const aiScene& scene, const Camera& camera, KormTimes& times) {
@@ -51,17 +65,14 @@ std::vector<ProjectedMesh> projectAll(const aiScene& scene, const Camera& camera
     return result;
 }
 
-float roomToZoom(const std::vector<ProjectedMesh>& meshes, const Camera& camera) {
-    const float middleX = camera.viewportWidth / 2, middleY = camera.viewportHeight / 2;
-    float used = 0;  // 1 at the frame
-    for (const ProjectedMesh& mesh : meshes) {
-        for (std::size_t at = 0; at < mesh.points.size(); at += 4) {
-            used = std::max(used, std::fabs(mesh.points[at] - middleX) / middleX);
-            used = std::max(used, std::fabs(mesh.points[at + 1] - middleY) / middleY);
-        }
-    }
-    const float margin = 0.94F;
-    return used > 0 ? margin / used : 1;
+Camera fittingCamera(const aiScene& scene, CameraOptions options, float radius, int samplesAcross, KormTimes& times) {
+    const float zoom = options.zoom;
+    options.zoom = 1;
+    const Camera first = makeCamera(options, radius, samplesAcross);
+    options.zoom = zoom * roomToZoom(projectAll(scene, first, times), first);
+    Camera camera = makeCamera(options, radius, samplesAcross);
+    times.matrices += first.microseconds + camera.microseconds;
+    return camera;
 }
 
 std::int64_t triangleCount(const aiScene& scene) {

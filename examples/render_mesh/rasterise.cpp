@@ -20,6 +20,7 @@ struct Corner {
     double x, y;
     float depth;
     const float* normal;
+    Colour surface;
 };
 
 // Twice the signed area of the triangle a, b, (x, y).
@@ -51,7 +52,7 @@ bool normalsAgree(const aiMesh& mesh, const unsigned* corners) {
 }
 
 // `agree`: see above. Many models have triangles of both windings, and all are lit from the side that is seen.
-void fill(const Corner (&corners)[3], bool agree, std::int32_t triangle, const Colour& surface, Frame& frame) {
+void fill(const Corner (&corners)[3], bool agree, std::int32_t triangle, Frame& frame) {
     const double area = edge(corners[0], corners[1], corners[2].x, corners[2].y);
     if (!(std::fabs(area) > 0) || !std::isfinite(area)) return;
     // Rows of samples run downwards: counter-clockwise is negative.
@@ -83,7 +84,10 @@ void fill(const Corner (&corners)[3], bool agree, std::int32_t triangle, const C
                     turned * (wa * corners[0].normal[i] + wb * corners[1].normal[i] + wc * corners[2].normal[i]);
             frame.depth[at] = depth;
             frame.triangle[at] = triangle;
-            frame.colour[at] = shade(surface, normal);
+            const auto mixed = [&](float Colour::*part) {
+                return wa * corners[0].surface.*part + wb * corners[1].surface.*part + wc * corners[2].surface.*part;
+            };
+            frame.colour[at] = shade({mixed(&Colour::r), mixed(&Colour::g), mixed(&Colour::b)}, normal);
         }
     }
 }
@@ -103,10 +107,12 @@ void rasterise(const aiScene& scene, const std::vector<ProjectedMesh>& meshes, s
             for (unsigned i = 0; i < 3; ++i) {
                 const std::size_t vertex = mesh.mFaces[f].mIndices[i];
                 const float* const point = &projected.points[4 * vertex];
-                corners[i] = {double{point[0]}, double{point[1]}, point[2], &projected.normals[3 * vertex]};
+                const Colour surface = triangle == highlighted     ? Colour{1.3F, 0.12F, 0.1F}
+                                       : projected.colours.empty() ? projected.colour
+                                                                   : projected.colours[vertex];
+                corners[i] = {double{point[0]}, double{point[1]}, point[2], &projected.normals[3 * vertex], surface};
             }
-            fill(corners, normalsAgree(mesh, mesh.mFaces[f].mIndices), triangle,
-                 triangle == highlighted ? Colour{1.3F, 0.12F, 0.1F} : projected.colour, frame);
+            fill(corners, normalsAgree(mesh, mesh.mFaces[f].mIndices), triangle, frame);
         }
     }
     progress(1);

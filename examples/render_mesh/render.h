@@ -19,16 +19,18 @@ struct ProjectedMesh {
     std::vector<float> points;   // x, y in samples, depth 0 (near) to 1 (far); 4 elements a vertex, the last unused
     std::vector<float> normals;  // in the viewer's space, of length 1; 3 elements a vertex
     Colour colour;
+    std::vector<Colour> colours;  // one a vertex in place of `colour`, or none
 };
 
 struct KormTimes {
-    double projecting = 0, normals = 0, picking = 0;  // microseconds
+    double matrices = 0, projecting = 0, normals = 0, picking = 0;  // microseconds
 };
 
 std::vector<ProjectedMesh> projectAll(const aiScene& scene, const Camera& camera, KormTimes& times);
 
-// By how much the angle of view may be narrowed until the model touches the frame.
-float roomToZoom(const std::vector<ProjectedMesh>& meshes, const Camera& camera);
+// A camera through which the model fills the picture, times `options.zoom`. A first look tells how much of the picture
+// the model fills as it stands. No vertex is further from the origin than `radius`.
+Camera fittingCamera(const aiScene& scene, CameraOptions options, float radius, int samplesAcross, KormTimes& times);
 
 // The samples of a picture: depth, which triangle, and the light that comes from it.
 struct Frame {

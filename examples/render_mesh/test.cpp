@@ -55,9 +55,7 @@ bool agree(const std::string& name) {
     options.height = 72;
     KormTimes times;
     const float radius = (after.high - after.low).Length() / 2;
-    Camera camera = makeCamera(options, radius, 1);
-    options.zoom = roomToZoom(projectAll(*scene, camera, times), camera);
-    camera = makeCamera(options, radius, 1);
+    const Camera camera = fittingCamera(*scene, options, radius, 1, times);
     // One sample a pixel lies in its middle, where the pick goes through.
     Frame frame(options.width, options.height);
     rasterise(*scene, projectAll(*scene, camera, times), -1, frame, [](double) {});
