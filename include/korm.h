@@ -7628,6 +7628,259 @@ int32_t kormInvert_ma_64f_P(
 
 
 /**
+ * @defgroup symmetric_values Symmetric eigenvalues
+ * dstValues = the real eigenvalues of a matrix that the caller declares symmetric: `order` of them, for each object of an array
+ * behind those of the one before. From order 3 on they are sorted, the largest first. Order 2 is not sorted: with a negative
+ * trace the first value is the smaller.
+ *
+ * Symmetry is not tested. All elements take part; of order 2 the one below the diagonal doesn't.
+ *
+ * `buffer` is scratch of order*order elements of the call's type, whatever its content. It must not be null, though orders 1 and
+ * 2 leave it alone. A call that is spread over threads doesn't touch it.
+ *
+ * All tests are absolute, with eps = 2^-23 (`32f`) or 2^-52 (`64f`). A matrix is refused as singular when the product of its
+ * eigenvalues is not above eps: a hundredth of the identity of order 4 is. An element beside the diagonal counts as zero when its
+ * half is not above eps: large matrices may fail to converge, small ones get inexact values. Scale the matrix so that its largest
+ * element is about 1, and the values back; a singular one may be shifted: add a multiple of the identity, and subtract it from
+ * the values.
+ *
+ * Singular: order 2 leaves dstValues untouched; from order 3 on it holds the values, unsorted. Order 1 never fails.
+ * No convergence: an eigenvalue took more than 30 sweeps; dstValues holds nothing of use. A NaN or an infinity ends that way
+ * mostly. An array call on one thread stops at the first object that fails and leaves later ones untouched; spread over threads,
+ * each run of objects stops for itself.
+ *
+ * Overlap: dstValues, `buffer` and src must not overlap.
+ *
+ * Status: ::korStatusOk, ::korStatusSingular, ::korStatusNoConvergence, ::korStatusNullPointer, ::korStatusBadSize,
+ * ::korStatusBadStride; array forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check
+ * nothing is written.
+ * @{
+ */
+
+/**
+ * dstValues = eigenvalues of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValuesSym_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *buffer, float *dstValues,
+    int32_t order);
+
+/**
+ * dstValues = eigenvalues of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValuesSym_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *buffer, double *dstValues,
+    int32_t order);
+
+/**
+ * dstValues = eigenvalues of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValuesSym_m_32f_P(
+    const float *const *src, int32_t srcOffset, float *buffer, float *dstValues, int32_t order);
+
+/**
+ * dstValues = eigenvalues of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValuesSym_m_64f_P(
+    const double *const *src, int32_t srcOffset, double *buffer, double *dstValues, int32_t order);
+
+/**
+ * dstValues(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, stride.
+ * Serial below 1001 by order*(order + 1)*count.
+ */
+int32_t kormEigenValuesSym_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, float *buffer,
+    float *dstValues, int32_t order, int32_t count);
+
+/**
+ * dstValues(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, stride.
+ * Serial below 1001 by order*(order + 1)*count.
+ */
+int32_t kormEigenValuesSym_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    double *buffer, double *dstValues, int32_t order, int32_t count);
+
+/**
+ * dstValues(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 1001 by order*(order + 1)*count.
+ */
+int32_t kormEigenValuesSym_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, float *buffer,
+    float *dstValues, int32_t order, int32_t count);
+
+/**
+ * dstValues(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 1001 by order*(order + 1)*count.
+ */
+int32_t kormEigenValuesSym_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *buffer, double *dstValues, int32_t order, int32_t count);
+
+/**
+ * dstValues(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 1001 by order*(order + 1)*count.
+ */
+int32_t kormEigenValuesSym_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *buffer, float *dstValues,
+    int32_t order, int32_t count);
+
+/**
+ * dstValues(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 1001 by order*(order + 1)*count.
+ */
+int32_t kormEigenValuesSym_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *buffer, double *dstValues,
+    int32_t order, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup symmetric_vectors Symmetric eigenvalues and eigenvectors
+ * src(k) V = V diag(dstValues(k)): column j of V = dstVectors(k) is the eigenvector of value j. Columns have length 1 and are
+ * orthogonal; their signs are as they come. Values, `buffer`, tests and statuses are those of `kormEigenValuesSym`, and what is
+ * said there of scaling and shifting holds here: a shift doesn't change the vectors.
+ *
+ * Forms differ in the test for a singular matrix, made from order 3 on: single `32f` matrices with adjacent elements, all single
+ * `64f` ones and those in the pointer layout leave values and vectors complete and sorted when they return ::korStatusSingular;
+ * single `32f` ones with element strides and all arrays leave them complete but unsorted. Arrays of `64f` refuse a product that is
+ * not above 2^-23, single matrices one that is not above 2^-52. Arrays of `32f` compute in double and round what they store.
+ *
+ * No convergence: dstVectors and dstValues hold nothing of use.
+ *
+ * Overlap: dstVectors, dstValues, `buffer` and src must not overlap.
+ *
+ * Status: ::korStatusOk, ::korStatusSingular, ::korStatusNoConvergence, ::korStatusNullPointer, ::korStatusBadSize,
+ * ::korStatusBadStride; array forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check
+ * nothing is written.
+ * @{
+ */
+
+/**
+ * src dstVectors = dstVectors diag(dstValues)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValuesVectorsSym_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *buffer, float *dstVectors,
+    int32_t dstRowStride, int32_t dstElementStride, float *dstValues, int32_t order);
+
+/**
+ * src dstVectors = dstVectors diag(dstValues)
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValuesVectorsSym_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *buffer, double *dstVectors,
+    int32_t dstRowStride, int32_t dstElementStride, double *dstValues, int32_t order);
+
+/**
+ * src dstVectors = dstVectors diag(dstValues)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValuesVectorsSym_m_32f_P(
+    const float *const *src, int32_t srcOffset, float *buffer, float *const *dstVectors, int32_t dstOffset,
+    float *dstValues, int32_t order);
+
+/**
+ * src dstVectors = dstVectors diag(dstValues)
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValuesVectorsSym_m_64f_P(
+    const double *const *src, int32_t srcOffset, double *buffer, double *const *dstVectors, int32_t dstOffset,
+    double *dstValues, int32_t order);
+
+/**
+ * src(k) dstVectors(k) = dstVectors(k) diag(dstValues(k))
+ *
+ * Checks: null, size, count, stride.
+ * Serial below 701 by order*(2*order + 1)*count.
+ */
+int32_t kormEigenValuesVectorsSym_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, float *buffer,
+    float *dstVectors, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride,
+    float *dstValues, int32_t order, int32_t count);
+
+/**
+ * src(k) dstVectors(k) = dstVectors(k) diag(dstValues(k))
+ *
+ * Checks: null, size, count, stride.
+ * Serial below 701 by order*(2*order + 1)*count.
+ */
+int32_t kormEigenValuesVectorsSym_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    double *buffer, double *dstVectors, int32_t dstObjectStride, int32_t dstRowStride,
+    int32_t dstElementStride, double *dstValues, int32_t order, int32_t count);
+
+/**
+ * src(k) dstVectors(k) = dstVectors(k) diag(dstValues(k))
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 701 by order*(2*order + 1)*count.
+ */
+int32_t kormEigenValuesVectorsSym_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, float *buffer,
+    float *const *dstVectors, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride,
+    float *dstValues, int32_t order, int32_t count);
+
+/**
+ * src(k) dstVectors(k) = dstVectors(k) diag(dstValues(k))
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 701 by order*(2*order + 1)*count.
+ */
+int32_t kormEigenValuesVectorsSym_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *buffer, double *const *dstVectors, int32_t dstOffset, int32_t dstRowStride,
+    int32_t dstElementStride, double *dstValues, int32_t order, int32_t count);
+
+/**
+ * src(k) dstVectors(k) = dstVectors(k) diag(dstValues(k))
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 701 by order*(2*order + 1)*count.
+ */
+int32_t kormEigenValuesVectorsSym_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *buffer,
+    float *const *dstVectors, int32_t dstOffset, int32_t dstObjectStride, float *dstValues, int32_t order,
+    int32_t count);
+
+/**
+ * src(k) dstVectors(k) = dstVectors(k) diag(dstValues(k))
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 701 by order*(2*order + 1)*count.
+ */
+int32_t kormEigenValuesVectorsSym_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *buffer,
+    double *const *dstVectors, int32_t dstOffset, int32_t dstObjectStride, double *dstValues, int32_t order,
+    int32_t count);
+
+/** @} */
+
+
+/**
  * @defgroup fixed_vectors Vectors of 2, 3 or 4 elements
  * A `v2`, `v3` or `v4` vector is that many `float` one behind the other, at any address. Nothing is read or written
  * beyond them: a `v3` function touches no fourth element.

@@ -59,6 +59,7 @@ TEST_F(Binary, ExportsExactlyTheNames) {
                               + 86   // vectors
                               + 82   // movement
                               + 66   // linear algebra
+                              + 20   // eigenproblems
                               + 87;  // geometry
     ASSERT_EQ(expected.size(), count);
     std::vector<std::string> names;

@@ -102,6 +102,7 @@ Table productForms();
 Table vectorForms();
 Table movementForms();
 Table linalgForms();
+Table eigenForms();
 
 // --- Helpers of the tables ---
 

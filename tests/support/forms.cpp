@@ -12,7 +12,7 @@ namespace {
 // In the order of subsystems; a form's place in it takes part in the seeds of its random cases.
 std::vector<Table> allTables() {
     return {
-        arithForms(), productForms(), vectorForms(), movementForms(), linalgForms(),
+        arithForms(), productForms(), vectorForms(), movementForms(), linalgForms(), eigenForms(),
     };
 }
 
@@ -48,8 +48,9 @@ Operand parseToken(const std::string& tokens, std::size_t& at) {
 }
 
 void addArgument(Form& form, int operand, Role role, const char* suffix) {
-    const std::string& stem = form.operands[static_cast<std::size_t>(operand)].name;
-    form.arguments.push_back({stem + suffix, role, operand, Extent::one});
+    const Operand& described = form.operands[static_cast<std::size_t>(operand)];
+    const bool base = *suffix == '\0' || described.prefix.empty();
+    form.arguments.push_back({(base ? described.name : described.prefix) + suffix, role, operand, Extent::one});
 }
 
 void addDescriptor(Form& form, int index) {
@@ -185,6 +186,7 @@ std::int32_t Sizes::of(Extent extent) const {
         case Extent::inner: return inner;
         case Extent::order: return order;
         case Extent::count: return count;
+        case Extent::square: return order * order;
         case Extent::squareAndRow: return order * order + order;
     }
     return 0;
@@ -200,6 +202,7 @@ void Sizes::set(Extent extent, std::int32_t value) {
         case Extent::count: count = value; return;
         case Extent::one:
         case Extent::three:
+        case Extent::square:
         case Extent::squareAndRow: throw std::logic_error("not a size of its own");
     }
 }

@@ -40,7 +40,8 @@ enum class Extent : std::uint8_t {
     inner,  // the length of each sum of a product
     order,
     count,
-    squareAndRow,  // order * order + order: a scratch area
+    square,        // order * order: a scratch area
+    squareAndRow,  // order * order + order: another
 };
 
 struct Sizes {
@@ -59,7 +60,8 @@ struct Operand {
     enum class Use : std::uint8_t { input, output, scratch };
     enum class Kind : std::uint8_t { element, index };  // index: int32_t whatever the form's type
 
-    std::string name;  // the stem of its arguments: src, src1, val, dst
+    std::string name;    // src, src1, val, dst
+    std::string prefix;  // of its strides and its offset, where that isn't the name
     Shape shape = Shape::vector;
     // As it is read: a transposed operand is stored with `columns` rows and `rows` columns.
     Extent rows = Extent::one;

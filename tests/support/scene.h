@@ -64,7 +64,7 @@ public:
 private:
     static std::vector<Placed> place(Arena& arena, const Form& form, const SceneOptions& options, Random& places);
     void fillValues(std::size_t operand, Random& values, bool mayBeNan);
-    std::int32_t reference(std::int32_t team) const;
+    std::vector<std::int32_t> reference(std::int32_t team) const;
     std::vector<std::byte> bytesOf(Operand::Use use) const;
     void putBack(Operand::Use use, const std::vector<std::byte>& bytes) const;
     void acceptOpen(const std::vector<OpenElement>& elements) const;

@@ -13,5 +13,6 @@ inline constexpr std::int32_t singular = -195;
 inline constexpr std::int32_t badOffset = -202;
 inline constexpr std::int32_t badCount = -203;
 inline constexpr std::int32_t sizeMismatch = -204;
+inline constexpr std::int32_t noConvergence = -205;
 
 }  // namespace kormtest::status

@@ -1,0 +1,89 @@
+// What the eigenvalue iterations work on: matrices and vectors of cells. A cell is an element in memory, or the same element
+// of each object of a group; in registers it is a scalar S of kernel/scalar.h, which may be wider than what is stored.
+#pragma once
+
+#include <emmintrin.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+
+#include "kernel/scalar.h"
+#include "kernel/vec.h"
+
+namespace korm::inline KORM_VARIANT::eigen {
+
+template <class S, class T>
+[[gnu::always_inline]] inline S readCell(const std::byte* from) {
+    if constexpr (std::is_same_v<ElementOf<S>, T>) return load<S>(from);
+    else if constexpr (lanesOf<S> == 1) return static_cast<S>(load<T>(from));
+    else
+        return reinterpret_cast<S>(
+            _mm_cvtps_pd(_mm_castsi128_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(from)))));
+}
+
+// Rounds to the element type where S is wider.
+template <class S, class T>
+[[gnu::always_inline]] inline void writeCell(std::byte* to, S value) {
+    if constexpr (std::is_same_v<ElementOf<S>, T>) store(to, value);
+    else if constexpr (lanesOf<S> == 1) store(to, static_cast<T>(value));
+    else
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(to),
+                         _mm_castps_si128(_mm_cvtpd_ps(reinterpret_cast<__m128d>(value))));
+}
+
+template <class S, class T>
+struct CellVector {
+    using Scalar = S;
+    static constexpr std::ptrdiff_t size = lanesOf<S> * static_cast<std::ptrdiff_t>(sizeof(T));
+    std::byte* origin;
+
+    [[gnu::always_inline]] S get(std::ptrdiff_t i) const { return readCell<S, T>(origin + i * size); }
+    [[gnu::always_inline]] void set(std::ptrdiff_t i, S value) const { writeCell<S, T>(origin + i * size, value); }
+};
+
+// Rows follow each other without gaps.
+template <class S, class T>
+struct CellMatrix {
+    CellVector<S, T> cells;
+    std::ptrdiff_t order;
+
+    [[gnu::always_inline]] S get(std::ptrdiff_t i, std::ptrdiff_t j) const { return cells.get(i * order + j); }
+    [[gnu::always_inline]] void set(std::ptrdiff_t i, std::ptrdiff_t j, S value) const {
+        cells.set(i * order + j, value);
+    }
+};
+
+// The caller's matrix, through a view of one object.
+template <class S, class Object>
+struct ObjectMatrix {
+    using T = typename Object::Element;
+    Object object;
+
+    [[gnu::always_inline]] S get(std::ptrdiff_t i, std::ptrdiff_t j) const {
+        return readCell<S, T>(object.address(i, j));
+    }
+    [[gnu::always_inline]] void set(std::ptrdiff_t i, std::ptrdiff_t j, S value) const {
+        writeCell<S, T>(object.address(i, j), value);
+    }
+};
+
+// --- Masks --------------------------------------------------------------------------------------
+
+template <class M>
+[[gnu::always_inline]] inline M both(M a, M b) {
+    if constexpr (std::is_same_v<M, bool>) return a && b;
+    else return a & b;
+}
+
+template <class S>
+[[gnu::always_inline]] inline MaskOf<S> everyLane() {
+    return all<S>(0) == all<S>(0);
+}
+
+template <class S>
+[[gnu::always_inline]] inline MaskOf<S> everyLaneIf(bool condition) {
+    return all<S>(condition ? 0 : 1) == all<S>(0);
+}
+
+}  // namespace korm::inline KORM_VARIANT::eigen
