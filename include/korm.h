@@ -7499,6 +7499,316 @@ int32_t kormLUBackSubst_mava_64f_P(
 
 
 /**
+ * @defgroup cholesky_decomposition Cholesky decomposition
+ * src = L L^T of a symmetric positive definite matrix. Of src only the lower triangle with the diagonal is read, of dst
+ * only that is written: what stands above the diagonal may be anything. dst receives L, but on its diagonal the
+ * reciprocals of L's, so that nothing is divided when `kormCholeskyBackSubst` solves with it.
+ *
+ * The diagonal of `32f` is the processor's approximate reciprocal root, refined by one Newton step to about 22 bits; that
+ * of `64f` takes a root and a division. The last bits of `32f` depend on the processor and, at orders 3 to 6, on the
+ * form: docs/numerics.md tells.
+ *
+ * Not positive definite: when a pivot is not above zero. In the pointer layout the limit at order 3 is 2^-23, and in
+ * `kormCholeskyDecomp_ma_64f` with an element stride other than the element size it is 2^-52 at all orders but 3 to 5.
+ * A NaN passes. The rows of dst before the failing one are then complete, that one is up to its diagonal, the rest is
+ * untouched. An array call on one thread stops there; spread over threads, each run of objects stops for itself.
+ * `kormCholeskyDecomp_ma_32f` takes plain matrices of orders 3 to 6 in fours: where one fails, all of its four are left
+ * in that state.
+ *
+ * Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusNotPositiveDefinite, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride;
+ * array forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check nothing is written.
+ * @{
+ */
+
+/**
+ * dst dst^T = src, reciprocals on the diagonal of dst
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormCholeskyDecomp_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *dst, int32_t dstRowStride,
+    int32_t dstElementStride, int32_t order);
+
+/**
+ * dst dst^T = src, reciprocals on the diagonal of dst
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormCholeskyDecomp_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *dst, int32_t dstRowStride,
+    int32_t dstElementStride, int32_t order);
+
+/**
+ * dst dst^T = src, reciprocals on the diagonal of dst
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormCholeskyDecomp_m_32f_P(
+    const float *const *src, int32_t srcOffset, float *const *dst, int32_t dstOffset, int32_t order);
+
+/**
+ * dst dst^T = src, reciprocals on the diagonal of dst
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormCholeskyDecomp_m_64f_P(
+    const double *const *src, int32_t srcOffset, double *const *dst, int32_t dstOffset, int32_t order);
+
+/**
+ * dst(k) dst(k)^T = src(k), reciprocals on the diagonal of dst(k)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 7501 by order*order*count.
+ */
+int32_t kormCholeskyDecomp_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, float *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * dst(k) dst(k)^T = src(k), reciprocals on the diagonal of dst(k)
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 2001 by order*order*count.
+ */
+int32_t kormCholeskyDecomp_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * dst(k) dst(k)^T = src(k), reciprocals on the diagonal of dst(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2001 by order*order*count.
+ */
+int32_t kormCholeskyDecomp_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t order,
+    int32_t count);
+
+/**
+ * dst(k) dst(k)^T = src(k), reciprocals on the diagonal of dst(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 721 (2001 if an element stride is not 8) by order*order*count.
+ */
+int32_t kormCholeskyDecomp_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t order,
+    int32_t count);
+
+/**
+ * dst(k) dst(k)^T = src(k), reciprocals on the diagonal of dst(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2001 by order*order*count.
+ */
+int32_t kormCholeskyDecomp_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * dst(k) dst(k)^T = src(k), reciprocals on the diagonal of dst(k)
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2001 by order*order*count.
+ */
+int32_t kormCholeskyDecomp_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t order, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup cholesky_solve Solving with a Cholesky decomposition
+ * Solves A x = b: src1 is dst of a `kormCholeskyDecomp` call of the same order, src2 is b, dst is x. One matrix may serve an
+ * array of vectors (`mva`). Only the lower triangle of src1 is read, whose diagonal holds reciprocals: nothing is divided.
+ *
+ * No value is tested: a zero or an infinity on the diagonal spreads.
+ *
+ * Overlap: dst may be src2, at the same place with the same strides. Any other overlap leaves dst undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+ * ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+ * `kormCholeskyBackSubst_mva_32f_L` and `kormCholeskyBackSubst_mva_64f_L` look at strides and offsets before sizes, and
+ * at `count` last.
+ * @{
+ */
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormCholeskyBackSubst_mv_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, const float *src2,
+    int32_t src2ElementStride, float *dst, int32_t dstElementStride, int32_t order);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormCholeskyBackSubst_mv_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, const double *src2,
+    int32_t src2ElementStride, double *dst, int32_t dstElementStride, int32_t order);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormCholeskyBackSubst_mv_32f_P(
+    const float *const *src1, int32_t src1Offset, const float *const *src2, int32_t src2Offset,
+    float *const *dst, int32_t dstOffset, int32_t order);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormCholeskyBackSubst_mv_64f_P(
+    const double *const *src1, int32_t src1Offset, const double *const *src2, int32_t src2Offset,
+    double *const *dst, int32_t dstOffset, int32_t order);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1201 by (order + 2*count)*order.
+ */
+int32_t kormCholeskyBackSubst_mva_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, const float *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 721 by (order + 2*count)*order.
+ */
+int32_t kormCholeskyBackSubst_mva_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, const double *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, double *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, stride, offset, size, count.
+ * Serial below 721 by (order + 2*count)*order.
+ */
+int32_t kormCholeskyBackSubst_mva_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, const float *const *src2,
+    int32_t src2Offset, int32_t src2ElementStride, float *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, stride, offset, size, count.
+ * Serial below 721 by (order + 2*count)*order.
+ */
+int32_t kormCholeskyBackSubst_mva_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, const double *const *src2,
+    int32_t src2Offset, int32_t src2ElementStride, double *const *dst, int32_t dstOffset,
+    int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 721 by (order + 2*count)*order.
+ */
+int32_t kormCholeskyBackSubst_mva_32f_P(
+    const float *const *src1, int32_t src1Offset, const float *const *src2, int32_t src2Offset,
+    int32_t src2ObjectStride, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t order,
+    int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 721 by (order + 2*count)*order.
+ */
+int32_t kormCholeskyBackSubst_mva_64f_P(
+    const double *const *src1, int32_t src1Offset, const double *const *src2, int32_t src2Offset,
+    int32_t src2ObjectStride, double *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t order,
+    int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 2051 (1701 if an element stride is not 4) by (order + 2)*order*count.
+ */
+int32_t kormCholeskyBackSubst_mava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride, float *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride.
+ * Serial below 1701 by (order + 2)*order*count.
+ */
+int32_t kormCholeskyBackSubst_mava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride, double *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1701 by (order + 2)*order*count.
+ */
+int32_t kormCholeskyBackSubst_mava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    const float *const *src2, int32_t src2Offset, int32_t src2ElementStride, float *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1701 by (order + 2)*order*count.
+ */
+int32_t kormCholeskyBackSubst_mava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    const double *const *src2, int32_t src2Offset, int32_t src2ElementStride, double *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 1701 by (order + 2)*order*count.
+ */
+int32_t kormCholeskyBackSubst_mava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const float *const *src2,
+    int32_t src2Offset, int32_t src2ObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t order, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset.
+ * Serial below 2051 by (order + 2)*order*count.
+ */
+int32_t kormCholeskyBackSubst_mava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, const double *const *src2,
+    int32_t src2Offset, int32_t src2ObjectStride, double *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t order, int32_t count);
+
+/** @} */
+
+
+/**
  * @defgroup inverse Inverses
  * dst(k) = inverse of the square matrix src(k).
  *

@@ -58,7 +58,7 @@ TEST_F(Binary, ExportsExactlyTheNames) {
                               + 148  // products
                               + 86   // vectors
                               + 82   // movement
-                              + 66   // linear algebra
+                              + 92   // linear algebra
                               + 20   // eigenproblems
                               + 87;  // geometry
     ASSERT_EQ(expected.size(), count);

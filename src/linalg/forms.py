@@ -1,10 +1,10 @@
-"""The forms of linear algebra: determinant, trace, norm, LU decomposition and solve, inverse.
+"""The forms of linear algebra: determinant, trace, norm, LU and Cholesky decomposition and their solves, inverse.
 
 A limit tells which estimates stay serial: below(n), or up_to(n) which includes n. A second number is the limit
 for calls with an element stride other than the element size.
 """
 
-from grammar import ARRAY, SINGLE, Core, Family, Shortcut, Variant, below, everywhere, limits, up_to
+from grammar import ARRAY, SINGLE, Core, Departure, Family, Shortcut, Variant, below, everywhere, limits, up_to
 
 GROUPS = {
     "determinant": """Determinants
@@ -66,6 +66,40 @@ other orders, leaves dst undefined.
 Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
 ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
 """,
+    "cholesky_decomposition": """Cholesky decomposition
+src = L L^T of a symmetric positive definite matrix. Of src only the lower triangle with the diagonal is read, of dst
+only that is written: what stands above the diagonal may be anything. dst receives L, but on its diagonal the
+reciprocals of L's, so that nothing is divided when `kormCholeskyBackSubst` solves with it.
+
+The diagonal of `32f` is the processor's approximate reciprocal root, refined by one Newton step to about 22 bits; that
+of `64f` takes a root and a division. The last bits of `32f` depend on the processor and, at orders 3 to 6, on the
+form: docs/numerics.md tells.
+
+Not positive definite: when a pivot is not above zero. In the pointer layout the limit at order 3 is 2^-23, and in
+`kormCholeskyDecomp_ma_64f` with an element stride other than the element size it is 2^-52 at all orders but 3 to 5.
+A NaN passes. The rows of dst before the failing one are then complete, that one is up to its diagonal, the rest is
+untouched. An array call on one thread stops there; spread over threads, each run of objects stops for itself.
+`kormCholeskyDecomp_ma_32f` takes plain matrices of orders 3 to 6 in fours: where one fails, all of its four are left
+in that state.
+
+Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
+
+Status: ::korStatusOk, ::korStatusNotPositiveDefinite, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride;
+array forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check nothing is written.
+""",
+    "cholesky_solve": """Solving with a Cholesky decomposition
+Solves A x = b: src1 is dst of a `kormCholeskyDecomp` call of the same order, src2 is b, dst is x. One matrix may serve an
+array of vectors (`mva`). Only the lower triangle of src1 is read, whose diagonal holds reciprocals: nothing is divided.
+
+No value is tested: a zero or an infinity on the diagonal spreads.
+
+Overlap: dst may be src2, at the same place with the same strides. Any other overlap leaves dst undefined.
+
+Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with ::korStatusOk nothing is written.
+`kormCholeskyBackSubst_mva_32f_L` and `kormCholeskyBackSubst_mva_64f_L` look at strides and offsets before sizes, and
+at `count` last.
+""",
     "inverse": """Inverses
 dst(k) = inverse of the square matrix src(k).
 
@@ -108,6 +142,13 @@ FROBENIUS_LIMITS = limits(below(2501, 1801), below(1801, 1501), below(1601), bel
 LU = dict(kernel="luDecomposition", source="linalg/lu.h", group="lu_decomposition", extras=PIVOTS,
           formula="dst, pivots = L U of src with row pivoting")
 SOLVE = dict(kernel="luSolve", source="linalg/lu_solve.h", group="lu_solve", result="v", extras=FACTORED)
+CHOLESKY = dict(kernel="choleskyDecomposition", source="linalg/cholesky.h", group="cholesky_decomposition",
+                merges_status=True)
+#                        standard 32f       standard 64f list 32f     list 64f          pointer 32f  pointer 64f
+CHOLESKY_LIMITS = limits(below(7501),       below(2001), below(2001), below(721, 2001), below(2001))
+CHOLESKY_SOLVE = dict(kernel="choleskySolve", source="linalg/cholesky_solve.h", group="cholesky_solve", result="v")
+VECTORS_LIMITS = limits(below(1201),        below(721),  below(721),  below(721),       below(721))
+BOTH_LIMITS = limits(   below(2051, 1701),  below(1701), below(1701), below(1701),      below(1701), below(2051))
 INVERT = dict(kernel="inverse", source="linalg/invert.h", group="inverse", extras=BUFFER,
               shortcut=Shortcut("order == 1", "reciprocals"))
 
@@ -128,6 +169,19 @@ CORES = [
          "a6_Det_m_{element}_{n}x{n}", "linalg/extended.h", returns="void", each=DETERMINED),
     Core("LU decomposition of any order.", "luGeneral<{scalar}>", MATRICES + ", std::byte* pivots, std::ptrdiff_t order",
          "ownkormLUDecomp_m_{element}{layout}_com", "linalg/lu_general.h", each=objects(plain="_S")),
+    Core("Cholesky decomposition of matrices of orders 3 to 6, four at a time.", "choleskyInFours",
+         "const {scalar}* src, std::ptrdiff_t srcObjectStride, std::ptrdiff_t srcRowStride, "
+         "{scalar}* dst, std::ptrdiff_t dstObjectStride, std::ptrdiff_t dstRowStride, std::int32_t order, std::ptrdiff_t count",
+         "CholoDec_{element}_V8", "linalg/cholesky.h", types="32f"),
+    Core("Solves with one Cholesky factor of orders 3 to 6, four vectors at a time.", "choleskySolvePlain",
+         "const {scalar}* src1, std::ptrdiff_t src1RowStride, const {scalar}* src2, std::ptrdiff_t src2ObjectStride, "
+         "{scalar}* dst, std::ptrdiff_t dstObjectStride, std::int32_t order, std::ptrdiff_t count",
+         "CholBackSubst_{element}_V8", "linalg/cholesky_solve.h", types="32f", returns="void"),
+    Core("The same for any element stride.", "choleskySolveStrided",
+         "const {scalar}* src1, std::ptrdiff_t src1RowStride, std::ptrdiff_t src1ElementStride, "
+         "const {scalar}* src2, std::ptrdiff_t src2ObjectStride, std::ptrdiff_t src2ElementStride, "
+         "{scalar}* dst, std::ptrdiff_t dstObjectStride, std::ptrdiff_t dstElementStride, std::int32_t order, std::ptrdiff_t count",
+         "CholBackSubst_{element}_S2_V8", "linalg/cholesky_solve.h", types="32f", returns="void"),
     Core("Inverses of any order.", "invertByCofactors<{scalar}>", MATRICES + ", {scalar}* buffer, std::int32_t order",
          "ownkormInvert_m_{element}{layout}_com", "linalg/cofactors.h", each=objects(plain="")),
     Core("Inverses of two packed matrices of order 4.", "invertPair",
@@ -159,6 +213,17 @@ FAMILIES = [
            estimate="(order + 2 * count) * order", limits=everywhere(below(701))),
     Family("LUBackSubst", "mava", ARRAY,  "src1 pivots src2 dst order count", formula="src1(k) dst(k) = src2(k), src1 factored", **SOLVE,
            estimate="(order + 2) * order * count", limits=everywhere(below(1201)), per_object={"pivots": "order"}),
+
+    Family("CholeskyDecomp", "m",  SINGLE, "src dst order", formula="dst dst^T = src, reciprocals on the diagonal of dst", **CHOLESKY),
+    Family("CholeskyDecomp", "ma", ARRAY,  "src dst order count", formula="dst(k) dst(k)^T = src(k), reciprocals on the diagonal of dst(k)",
+           **CHOLESKY, estimate="order * order * count", limits=CHOLESKY_LIMITS),
+
+    Family("CholeskyBackSubst", "mv",   SINGLE, "src1 src2 dst order", formula="src1 dst = src2, src1 factored", **CHOLESKY_SOLVE),
+    Family("CholeskyBackSubst", "mva",  ARRAY,  "src1 src2 dst order count", formula="src1 dst(k) = src2(k), src1 factored", **CHOLESKY_SOLVE,
+           estimate="(order + 2 * count) * order", limits=VECTORS_LIMITS,
+           order_departures=[Departure("CholeskyBackSubst_mva_*_L", "N T O S C", "A bad stride or offset outranks a bad size or count.")]),
+    Family("CholeskyBackSubst", "mava", ARRAY,  "src1 src2 dst order count", formula="src1(k) dst(k) = src2(k), src1 factored", **CHOLESKY_SOLVE,
+           estimate="(order + 2) * order * count", limits=BOTH_LIMITS),
 
     Family("Invert", "m",  SINGLE, "src buffer dst order", formula="dst = inverse of src", **INVERT, merges_status=True),
     Family("Invert", "ma", ARRAY,  "src buffer dst order count", formula="dst(k) = inverse of src(k)", **INVERT, merges_status=True,

@@ -1,6 +1,7 @@
-// LU decomposition, solve, inverse, determinant.
+// Determinant, trace, norm, LU and Cholesky decomposition with their solves, inverse.
 #include <numeric>
 
+#include "../reference/linalg/cholesky.h"
 #include "../reference/linalg/linalg.h"
 #include "../reference/linalg/precise.h"
 #include "../reference/linalg/view.h"
@@ -67,6 +68,19 @@ void shapeInvert(Form& form) {
     squareSource(form);
     addDense(form, "buffer", Shape::vector, Extent::squareAndRow, Use::scratch, false);
     addOperand(form, "dst", Shape::matrix, Extent::order, Extent::order, Use::output).array = form.array;
+}
+
+void shapeCholeskyDecomp(Form& form) {
+    squareSource(form);
+    addOperand(form, "dst", Shape::matrix, Extent::order, Extent::order, Use::output).array = form.array;
+}
+
+void shapeCholeskyBackSubst(Form& form) {
+    form.operands[0].name = "src1";
+    form.operands[0].rows = form.operands[0].columns = Extent::order;
+    form.operands[1].name = "src2";
+    form.operands[1].columns = Extent::order;
+    addOperand(form, "dst", Shape::vector, Extent::one, Extent::order, Use::output).array = form.array;
 }
 
 const char* usualChecks(const Form& form) {
@@ -263,6 +277,82 @@ void fillSolve(const Form& form, std::vector<OperandValues>& operands, const Siz
     }
 }
 
+// Sources of a Cholesky decomposition: positive definite ones, with anything above the diagonal, and some that fail at
+// one pivot or nearly do.
+template <class T>
+Square<T> definite(std::int32_t n, Random& random) {
+    Square<T> g(n), a(n);
+    for (std::int32_t i = 0; i < n; ++i)
+        for (std::int32_t j = 0; j < n; ++j) {
+            g(i, j) = static_cast<T>(random.between(-99, 99)) / 64;
+            a(i, j) = wildElement<T>(random);
+        }
+    for (std::int32_t i = 0; i < n; ++i)
+        for (std::int32_t j = 0; j <= i; ++j) {
+            T sum = i == j ? T(1) : T(0);
+            for (std::int32_t k = 0; k < n; ++k) sum += g(i, k) * g(j, k);
+            a(i, j) = sum;
+        }
+    return a;
+}
+
+template <class T>
+Square<T> nearlyDefinite(T threshold, std::int32_t n, Random& random) {
+    Square<T> a = definite<T>(n, random);
+    const std::int32_t at = random.between(0, n - 1);
+    switch (random.between(0, 4)) {
+        case 0: a(at, at) = -a(at, at); break;
+        case 1: a(at, random.between(0, at)) = wildElement<T>(random); break;
+        case 2: a(at, at) = std::numeric_limits<T>::quiet_NaN(); break;
+        case 3:
+            for (std::int32_t i = 0; i < n; ++i)
+                for (std::int32_t j = 0; j <= i; ++j) a(i, j) = wildElement<T>(random);
+            break;
+        default: {
+            // Nothing left of the diagonal in one row, so that its element is the pivot: at the threshold or beside it.
+            for (std::int32_t j = 0; j < at; ++j) a(at, j) = 0;
+            const T zero = 0, one = 1, tiny = std::numeric_limits<T>::denorm_min();
+            a(at, at) = random.pick({threshold, std::nextafter(threshold, one), std::nextafter(threshold, -one),
+                                     2 * threshold, threshold / 2, zero, -zero, tiny, T(0x1p-23), T(0x1p-52)});
+        }
+    }
+    return a;
+}
+
+template <class T>
+void fillDefiniteMatrices(const Form& form, const std::vector<OperandValues>& operands, const Sizes& sizes,
+                          bool special, Random& random) {
+    const View<T> src(form, operands, sizes, "src");
+    const auto threshold = static_cast<T>(choleskyThreshold(form, plainStrides(form, operands), sizes.order));
+    const std::int32_t percent = random.chance(50) || !special ? 0 : form.array ? random.pick({5, 20}) : 80;
+    for (std::int32_t k = 0; k < (form.array ? sizes.count : 1); ++k)
+        src.writeSquare(k, random.chance(percent) ? nearlyDefinite(threshold, sizes.order, random)
+                                                  : definite<T>(sizes.order, random));
+}
+
+void fillDefinite(const Form& form, std::vector<OperandValues>& operands, const Sizes& sizes, bool special,
+                  Random& values) {
+    if (form.type == Type::f32) fillDefiniteMatrices<float>(form, operands, sizes, special, values);
+    else fillDefiniteMatrices<double>(form, operands, sizes, special, values);
+}
+
+// Reciprocals so small that solutions keep their size; now and then whatever is there.
+template <class T>
+void fillReciprocals(const Form& form, const std::vector<OperandValues>& operands, const Sizes& sizes, bool special,
+                     Random& random) {
+    if (special && random.chance(30)) return;
+    const View<T> factor(form, operands, sizes, "src1");
+    for (std::int32_t k = 0; k < (form.operands[0].array ? sizes.count : 1); ++k)
+        for (std::int32_t i = 0; i < sizes.order; ++i)
+            factor.write(k, i, i, static_cast<T>(random.between(60, 90)) / static_cast<T>(100 * sizes.order));
+}
+
+void fillFactors(const Form& form, std::vector<OperandValues>& operands, const Sizes& sizes, bool special,
+                 Random& values) {
+    if (form.type == Type::f32) fillReciprocals<float>(form, operands, sizes, special, values);
+    else fillReciprocals<double>(form, operands, sizes, special, values);
+}
+
 // --- Work, places, bits ---
 
 std::int64_t cube(const Sizes& s) { return std::int64_t{s.order} * s.order * s.order; }
@@ -287,6 +377,9 @@ bool solveFixed(const Form& form, const Sizes& s, bool plain) {
     return s.order <= 8 || !plain || form.layout == Layout::pointer;
 }
 bool invertFixed(const Form& form, const Sizes& s, bool plain) { return !invertApproximates(form, plain, s.order); }
+
+// Floats have an approximate root; a sum of 8 terms of a solve is parted by the address of the solution.
+bool choleskyFixed(const Form& form, const Sizes&, bool) { return form.type == Type::f64; }
 
 constexpr Family family(const char* signature, void (*shape)(Form&), Reference reference, Filler fill,
                         std::int64_t (*work)(const Sizes&)) {
@@ -327,6 +420,22 @@ constexpr Family luBackSubst = [] {
     return result;
 }();
 
+constexpr Family choleskyDecomp = [] {
+    Family result = family("src dst order count", shapeCholeskyDecomp, referenceCholeskyDecomp, fillDefinite, cube);
+    result.inPlace = true;
+    result.mayFail = true;
+    result.fixedBits = choleskyFixed;
+    return result;
+}();
+
+constexpr Family choleskyBackSubst = [] {
+    Family result =
+        family("src1 src2 dst order count", shapeCholeskyBackSubst, referenceCholeskyBackSubst, fillFactors, square);
+    result.inPlace = true;
+    result.fixedBits = solveFixed;
+    return result;
+}();
+
 constexpr Family invert = [] {
     Family result = family("src buffer dst order count", shapeInvert, referenceInvert, fillSquare, fifthPower);
     result.mayFail = true;
@@ -360,6 +469,12 @@ constexpr LimitRow normLimits{Compare::below, {2501, 1801}, {1801, 1501}, both(1
 constexpr LimitRow decompLimits = everywhere(Compare::below, 1001);
 constexpr LimitRow vectorsLimits = everywhere(Compare::below, 701);
 constexpr LimitRow bothLimits = everywhere(Compare::below, 1201);
+constexpr LimitRow choleskyLimits{Compare::below, both(7501), both(2001), both(2001),
+                                  {721, 2001},    both(2001), both(2001)};
+constexpr LimitRow choleskyVectorsLimits{Compare::below, both(1201), both(721), both(721),
+                                         both(721),      both(721),  both(721)};
+constexpr LimitRow choleskyBothLimits{Compare::below, {2051, 1701}, both(1701), both(1701),
+                                      both(1701),     both(1701),   both(2051)};
 constexpr LimitRow invertLimits{Compare::below, {3601, 2501}, both(2501), both(2501),
                                 both(2501),     both(2501),   both(2501)};
 
@@ -375,12 +490,19 @@ constexpr GroupRow groups[] = {
     {"LUBackSubst", "mv", &luBackSubst, nullptr, nullptr},
     {"LUBackSubst", "mva", &luBackSubst, vectorsEstimate, &vectorsLimits},
     {"LUBackSubst", "mava", &luBackSubst, bothEstimate, &bothLimits},
+    {"CholeskyDecomp", "m", &choleskyDecomp, nullptr, nullptr},
+    {"CholeskyDecomp", "ma", &choleskyDecomp, decompEstimate, &choleskyLimits},
+    {"CholeskyBackSubst", "mv", &choleskyBackSubst, nullptr, nullptr},
+    {"CholeskyBackSubst", "mva", &choleskyBackSubst, vectorsEstimate, &choleskyVectorsLimits},
+    {"CholeskyBackSubst", "mava", &choleskyBackSubst, bothEstimate, &choleskyBothLimits},
     {"Invert", "m", &invert, nullptr, nullptr},
     {"Invert", "ma", &invert, invertEstimate, &invertLimits},
 };
 
+constexpr OrderRow orders[] = {{"CholeskyBackSubst", "mva", 0, Layout::list, "NTOSC"}};
+
 }  // namespace
 
-Table linalgForms() { return {groups, {}, {}}; }
+Table linalgForms() { return {groups, orders, {}}; }
 
 }  // namespace kormtest

@@ -1,0 +1,279 @@
+// Solves with a Cholesky factor: which order of which layout takes which path, and loops over objects.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+#include "entry/views.h"
+#include "kernel/groups.h"
+#include "kernel/predicates.h"
+#include "kernel/vec.h"
+#include "linalg/cholesky_sweeps.h"
+#include "linalg/cores.h"
+#include "linalg/triangles.h"
+
+namespace korm::inline KORM_VARIANT::linalg {
+
+// --- Orders known when compiling --------------------------------------------------------------------
+
+template <int n, class S>
+[[gnu::always_inline]] inline void sweepSized(const Triangle<S, n>& a, S (&x)[n]) {
+#pragma GCC unroll 6
+    for (int k = 0; k < n; ++k) {
+#pragma GCC unroll 6
+        for (int j = 0; j < k; ++j) x[k] = x[k] - a[triangleSize(k) + j] * x[j];
+        x[k] = x[k] * a[triangleSize(k) + k];
+    }
+#pragma GCC unroll 6
+    for (int k = n - 1; k >= 0; --k) {
+#pragma GCC unroll 6
+        for (int j = k + 1; j < n; ++j) x[k] = x[k] - a[triangleSize(j) + k] * x[j];
+        x[k] = x[k] * a[triangleSize(k) + k];
+    }
+}
+
+// One function for the layouts in which elements are gathered one by one.
+template <int n, class T>
+[[gnu::noinline]] void sweepOutOfLine(const Triangle<T, n>& a, T (&x)[n]) {
+    sweepSized<n>(a, x);
+}
+
+template <int n, class T, class A, class B, class D>
+[[gnu::noinline]] void choleskySolveSized(const A& factor, const B& src, const D& dst) {
+    Triangle<T, n> a;
+    T x[n];
+    readTriangle<n>(factor, a);
+    readRow(src, 0, x);
+    if constexpr (isAdjacent<A>) sweepSized<n>(a, x);
+    else sweepOutOfLine<n>(a, x);
+    writeRow(dst, 0, x);
+}
+
+// Objects in lanes: each has a factor of its own.
+template <int n, class T, class A, class B, class D>
+[[gnu::noinline]] void choleskySolveArray(const A& factor, const B& src, const D& dst, std::ptrdiff_t count) {
+    using S = Lanes<T>;
+    constexpr int lanes = laneCount<T>;
+    constexpr int bytes = n * n * static_cast<int>(sizeof(T));
+    const std::ptrdiff_t fetchEnd = endOfFetching(count, bytes);
+    std::ptrdiff_t k = 0;
+    for (; k + lanes <= count; k += lanes) {
+        if (k < fetchEnd) fetchAhead<lanes, bytes>(factor, k);
+        Triangle<S, n> a;
+        S x[n];
+        readTriangles<n>(groupAt<lanes>(factor, k), a);
+        readRows(groupAt<lanes>(src, k), sameRow(0), x);
+        sweepSized<n>(a, x);
+        writeRows(groupAt<lanes>(dst, k), sameRow(0), x);
+    }
+    for (; k < count; ++k) choleskySolveSized<n, T>(factor.at(k), src.at(k), dst.at(k));
+}
+
+// One factor for all: its elements are brought into all lanes once.
+template <int n, class T, class A, class B, class D>
+[[gnu::noinline]] void choleskySolveVectors(const A& factor, const B& src, const D& dst, std::ptrdiff_t count) {
+    using S = Lanes<T>;
+    constexpr int lanes = laneCount<T>;
+    Triangle<T, n> a;
+    Triangle<S, n> everywhere;
+    readTriangle<n>(factor.at(0), a);
+    for (std::ptrdiff_t e = 0; e < triangleSize(n); ++e) everywhere[e] = broadcast(a[e]);
+    std::ptrdiff_t k = 0;
+    for (; k + lanes <= count; k += lanes) {
+        S x[n];
+        readRows(groupAt<lanes>(src, k), sameRow(0), x);
+        sweepSized<n>(everywhere, x);
+        writeRows(groupAt<lanes>(dst, k), sameRow(0), x);
+    }
+    for (; k < count; ++k) {
+        T x[n];
+        readRow(src.at(k), 0, x);
+        sweepSized<n>(a, x);
+        writeRow(dst.at(k), 0, x);
+    }
+}
+
+// The same for callers that have pointers: strides in bytes, orders 3 to 6.
+inline void choleskySolvePlain(const float* matrix, std::ptrdiff_t src1RowStride, const float* source,
+                               std::ptrdiff_t src2ObjectStride, float* result, std::ptrdiff_t dstObjectStride,
+                               std::int32_t order, std::ptrdiff_t count) {
+    forOrder(
+        order,
+        [&](auto n) {
+            choleskySolveVectors<n, float>(plain(matrix, src1RowStride), plainArray(source, src2ObjectStride, noRows),
+                                           plainArray(result, dstObjectStride, noRows), count);
+        },
+        []() {});
+}
+
+inline void choleskySolveStrided(const float* matrix, std::ptrdiff_t src1RowStride, std::ptrdiff_t src1ElementStride,
+                                 const float* source, std::ptrdiff_t src2ObjectStride, std::ptrdiff_t src2ElementStride,
+                                 float* result, std::ptrdiff_t dstObjectStride, std::ptrdiff_t dstElementStride,
+                                 std::int32_t order, std::ptrdiff_t count) {
+    forOrder(
+        order,
+        [&](auto n) {
+            choleskySolveVectors<n, float>(strided(matrix, src1RowStride, src1ElementStride),
+                                           stridedArray(source, src2ObjectStride, noRows, src2ElementStride),
+                                           stridedArray(result, dstObjectStride, noRows, dstElementStride), count);
+        },
+        []() {});
+}
+
+// --- Any order --------------------------------------------------------------------------------------
+
+// How many vectors of objects are solved at a time, and up to which order: their factors lie on the stack, where one
+// matrix serves all it is only one of single elements.
+template <class A>
+inline constexpr int groupsInFlight = isShared<A> ? 4 : 2;
+template <class A>
+inline constexpr std::ptrdiff_t greatestSolvedInLanes = isShared<A> ? 64 : 32;
+
+// The numbers of some objects, as many as are solved at a time.
+template <class T, class A>
+struct ObjectNumbers {
+    static constexpr int most = groupsInFlight<A> * laneCount<T>;
+    std::ptrdiff_t at[most];
+    int size = 0;
+};
+
+template <int lanes, class View>
+[[gnu::always_inline]] inline auto groupOf(const View& view, const std::ptrdiff_t* numbers) {
+    return withLanes<lanes>([&](auto... l) __attribute__((always_inline)) {
+        return Group<decltype(view.at(0)), lanes>{{view.at(numbers[l])...}};
+    });
+}
+
+// Objects whose solutions are alike in where the blocks of their sums begin, `groups` vectors of them. `adjoin` tells that
+// they follow each other.
+template <int groups, class T, class A, class B, class D>
+[[gnu::noinline]] void choleskySolveGroup(const A& factor, const B& src, const D& dst, const T* shared,
+                                          const std::ptrdiff_t* numbers, bool adjoin, std::ptrdiff_t n,
+                                          std::ptrdiff_t blocks) {
+    using S = Lanes<T>;
+    constexpr int lanes = laneCount<T>;
+    constexpr std::ptrdiff_t greatest = greatestSolvedInLanes<A>;
+    S x[groups * greatest];
+    for (int v = 0; v < groups; ++v)
+        readRowStarts(groupOf<lanes>(src, numbers + v * lanes), 0, n, x + v * greatest, adjoin && lanesTouch(src));
+    if constexpr (isShared<A>) {
+        const auto element = [&](int, std::ptrdiff_t e) __attribute__((always_inline)) { return all<S>(shared[e]); };
+        sweepInLanes<groups, greatest, isAdjacent<A>>(element, x, n, blocks);
+    } else {
+        S a[groups][triangleSize(greatest)];
+        for (int v = 0; v < groups; ++v)
+            readTriangles(groupOf<lanes>(factor, numbers + v * lanes), n, a[v], adjoin && lanesTouch(factor));
+        const auto element = [&](int v, std::ptrdiff_t e) __attribute__((always_inline)) { return a[v][e]; };
+        sweepInLanes<groups, greatest, isAdjacent<A>>(element, x, n, blocks);
+    }
+    for (int v = 0; v < groups; ++v)
+        writeRowStarts(groupOf<lanes>(dst, numbers + v * lanes), 0, n, x + v * greatest, adjoin && lanesTouch(dst));
+}
+
+// As many vectors at a time as there are; lanes that are left over solve the last object again.
+template <class T, class A, class B, class D>
+[[gnu::noinline]] void choleskySolveAlike(const A& factor, const B& src, const D& dst, const T* shared,
+                                          ObjectNumbers<T, A>& numbers, std::ptrdiff_t n, std::ptrdiff_t blocks) {
+    constexpr int lanes = laneCount<T>;
+    if (numbers.size == numbers.most) {
+        choleskySolveGroup<groupsInFlight<A>>(factor, src, dst, shared, numbers.at, true, n, blocks);
+    } else {
+        for (int first = 0; first < numbers.size; first += lanes) {
+            const int left = numbers.size - first;
+            if (left == 1) {
+                const std::ptrdiff_t k = numbers.at[first];
+                sweepGeneral<T>(factor.at(k), src.at(k), dst.at(k), n);
+                break;
+            }
+            for (int l = left; l < lanes; ++l) numbers.at[first + l] = numbers.at[numbers.size - 1];
+            choleskySolveGroup<1>(factor, src, dst, shared, numbers.at + first, left >= lanes, n, blocks);
+        }
+    }
+    numbers.size = 0;
+}
+
+template <class T, class A, class B, class D>
+[[gnu::noinline]] void choleskySolveGroups(const A& factor, const B& src, const D& dst, std::ptrdiff_t n,
+                                           std::ptrdiff_t count) {
+    if (n > greatestSolvedInLanes<A> || count == 1) {
+        for (std::ptrdiff_t k = 0; k < count; ++k) sweepGeneral<T>(factor.at(k), src.at(k), dst.at(k), n);
+        return;
+    }
+    T shared[isShared<A> ? triangleSize(greatestSolvedInLanes<A>) : 1];
+    if constexpr (isShared<A>)
+        for (std::ptrdiff_t i = 0, e = 0; i < n; ++i)
+            for (std::ptrdiff_t j = 0; j <= i; ++j, ++e) shared[e] = load<T>(factor.at(0).address(i, j));
+    // By the column from which on blocks begin; the last are those that have none.
+    constexpr int places = blockAlignment / sizeof(T);
+    ObjectNumbers<T, A> alike[places + 1];
+    for (std::ptrdiff_t k = 0; k < count; ++k) {
+        std::ptrdiff_t place = places;
+        if constexpr (isAdjacent<D>) place = std::min<std::ptrdiff_t>(blocksFrom<T>(dst.at(k), 0, n - 1), places);
+        ObjectNumbers<T, A>& numbers = alike[place];
+        numbers.at[numbers.size++] = k;
+        if (numbers.size == numbers.most)
+            choleskySolveAlike(factor, src, dst, shared, numbers, n, place < places ? place : n);
+    }
+    for (std::ptrdiff_t place = 0; place <= places; ++place)
+        choleskySolveAlike(factor, src, dst, shared, alike[place], n, place < places ? place : n);
+}
+
+// --- Choice ---------------------------------------------------------------------------------------
+
+// Floats at orders 3 to 6 in the standard layout, one factor for all vectors.
+template <class A, class B>
+inline constexpr bool hasVectorCore =
+    isShared<A> && !isScattered<A> && B::objects == Objects::stepped && isFloat<typename B::Element>;
+
+template <int n, class A, class B, class D>
+[[gnu::always_inline]] inline void choleskySolveObjects(const A& factor, const B& src, const D& dst,
+                                                        std::ptrdiff_t count) {
+    using T = typename D::Element;
+    if constexpr (isShared<A>) choleskySolveVectors<n, T>(factor, src, dst, count);
+    else choleskySolveArray<n, T>(factor, src, dst, count);
+}
+
+template <class A, class B, class D>
+[[gnu::always_inline]] inline void choleskySolveMany(const A& factor, const B& src, const D& dst, std::int32_t order,
+                                                     std::ptrdiff_t count) {
+    using T = typename D::Element;
+    if constexpr (hasVectorCore<A, B>) {
+        if (order >= 3 && order <= 6) {
+            const auto* const matrix = reinterpret_cast<const float*>(factor.origin);
+            const auto* const source = reinterpret_cast<const float*>(src.origin);
+            auto* const result = reinterpret_cast<float*>(dst.origin);
+            if constexpr (isAdjacent<A>)
+                return cores::choleskySolvePlain(matrix, factor.rowStride, source, src.objectStride, result,
+                                                 dst.objectStride, order, count);
+            else
+                return cores::choleskySolveStrided(matrix, factor.rowStride, factor.elementStride, source,
+                                                   src.objectStride, src.elementStride, result, dst.objectStride,
+                                                   dst.elementStride, order, count);
+        }
+    }
+    if constexpr (isAdjacent<A>) {
+        if (order == 1) return choleskySolveObjects<1>(factor, src, dst, count);
+        if (order == 2) return choleskySolveObjects<2>(factor, src, dst, count);
+        if constexpr (!hasVectorCore<A, B>)
+            return forOrder(
+                order, [&](auto n) __attribute__((always_inline)) { choleskySolveObjects<n>(factor, src, dst, count); },
+                [&]() __attribute__((always_inline)) { choleskySolveGroups<T>(factor, src, dst, order, count); });
+    }
+    choleskySolveGroups<T>(withAnyObjects(factor), withAnyObjects(src), withAnyObjects(dst), order, count);
+}
+
+// One factor for all vectors or one for each.
+template <class A, class B, class D, class Count>
+[[gnu::always_inline]] inline void choleskySolve(A factor, B src, D dst, std::int32_t order, Count count) {
+    using T = typename D::Element;
+    if constexpr (isOneObject<Count>)
+        forOrder(
+            order,
+            [&](auto n)
+                __attribute__((always_inline)) { choleskySolveSized<n, T>(factor.at(0), src.at(0), dst.at(0)); },
+            [&]() __attribute__((always_inline)) { sweepGeneral<T>(factor.at(0), src.at(0), dst.at(0), order); });
+    else choleskySolveMany(factor, src, dst, order, count);
+}
+
+}  // namespace korm::inline KORM_VARIANT::linalg

@@ -1,0 +1,112 @@
+// Solves with a Cholesky factor at any order: one object in its destination, or objects in lanes.
+#pragma once
+
+#include <cstddef>
+
+#include "kernel/predicates.h"
+#include "kernel/scalar.h"
+#include "linalg/partial_sums.h"
+#include "linalg/triangles.h"
+
+namespace korm::inline KORM_VARIANT::linalg {
+
+// z - term(first) - ..., of adjacent elements those of even and of odd place apart while there are pairs.
+template <bool inPairs, class S, class Term>
+[[gnu::always_inline]] inline S reducedInPairs(const Term& term, S z, std::ptrdiff_t first, std::ptrdiff_t end) {
+    std::ptrdiff_t j = first;
+    S s = z;
+    if (inPairs && end - j >= 2) {
+        S odd = S();
+        for (; end - j >= 2; j += 2) {
+            s = s - term(j);
+            odd = odd - term(j + 1);
+        }
+        s = s + odd;
+    }
+    for (; j < end; ++j) s = s - term(j);
+    return s;
+}
+
+// --- One object -----------------------------------------------------------------------------------
+
+// dst is the work vector and may be src. Downwards by the rows of the factor, upwards by its columns.
+template <class T, class A, class B, class D>
+[[gnu::noinline]] void sweepGeneral(A factor, B src, D dst, std::ptrdiff_t n) {
+    const auto solution = [&](std::ptrdiff_t j) { return load<T>(dst.address(0, j)); };
+    for (std::ptrdiff_t k = 0; k < n; ++k) {
+        T z = load<T>(src.address(0, k));
+        if constexpr (isAdjacent<A>) {
+            z = reducedByProducts<T>(factor.address(k, 0), dst.address(0, 0), z, blocksFrom<T>(dst, 0, k), k);
+        } else {
+            const auto term = [&](std::ptrdiff_t j) { return load<T>(factor.address(k, j)) * solution(j); };
+            z = reducedBy(term, z, 0, k, k);
+        }
+        store(dst.address(0, k), z * load<T>(factor.address(k, k)));
+    }
+    for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
+        const auto term = [&](std::ptrdiff_t j) { return load<T>(factor.address(j, k)) * solution(j); };
+        const T x = reducedInPairs<isAdjacent<A>>(term, solution(k), k + 1, n);
+        store(dst.address(0, k), x * load<T>(factor.address(k, k)));
+    }
+}
+
+// --- Objects in lanes -----------------------------------------------------------------------------
+
+// Both sweeps over `groups` vectors at a time, so that as many chains of subtractions are on their way: element k of vector v
+// is x[v * pitch + k]. `factor(v, e)` is element e of the triangle that belongs to vector v. Adjacent elements have their
+// sums parted: from column `blocks` on in the forward sweep, and in pairs in the backward one.
+template <int groups, std::ptrdiff_t pitch, bool isParted, class S, class Factor>
+[[gnu::always_inline]] inline void sweepInLanes(const Factor& factor, S* x, std::ptrdiff_t n, std::ptrdiff_t blocks) {
+    std::ptrdiff_t row = 0;
+    for (std::ptrdiff_t k = 0; k < n; row += ++k) {
+        std::ptrdiff_t j = 0;
+        S z[groups];
+#pragma GCC unroll 4
+        for (int v = 0; v < groups; ++v) z[v] = x[v * pitch + k];
+        if (isParted && k - blocks >= block) {
+            const std::ptrdiff_t end = k - (k - blocks) % block;
+#pragma GCC unroll 4
+            for (int v = 0; v < groups; ++v) {
+                const auto term = [&](std::ptrdiff_t i) __attribute__((always_inline)) {
+                    return factor(v, row + i) * x[v * pitch + i];
+                };
+                z[v] = reducedBy(term, z[v], 0, blocks, end);
+            }
+            j = end;
+        }
+        for (; j < k; ++j)
+#pragma GCC unroll 4
+            for (int v = 0; v < groups; ++v) z[v] = z[v] - factor(v, row + j) * x[v * pitch + j];
+#pragma GCC unroll 4
+        for (int v = 0; v < groups; ++v) x[v * pitch + k] = z[v] * factor(v, row + k);
+    }
+    for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
+        S z[groups], odd[groups];
+#pragma GCC unroll 4
+        for (int v = 0; v < groups; ++v) z[v] = x[v * pitch + k];
+        const std::ptrdiff_t diagonal = triangleSize(k) + k;
+        std::ptrdiff_t j = k + 1, e = diagonal + j;
+        if (isParted && n - j >= 2) {
+#pragma GCC unroll 4
+            for (int v = 0; v < groups; ++v) odd[v] = S();
+            for (; n - j >= 2; j += 2) {
+                const std::ptrdiff_t next = e + j + 1;
+#pragma GCC unroll 4
+                for (int v = 0; v < groups; ++v) {
+                    z[v] = z[v] - factor(v, e) * x[v * pitch + j];
+                    odd[v] = odd[v] - factor(v, next) * x[v * pitch + j + 1];
+                }
+                e = next + j + 2;
+            }
+#pragma GCC unroll 4
+            for (int v = 0; v < groups; ++v) z[v] = z[v] + odd[v];
+        }
+        for (; j < n; e += ++j)
+#pragma GCC unroll 4
+            for (int v = 0; v < groups; ++v) z[v] = z[v] - factor(v, e) * x[v * pitch + j];
+#pragma GCC unroll 4
+        for (int v = 0; v < groups; ++v) x[v * pitch + k] = z[v] * factor(v, diagonal);
+    }
+}
+
+}  // namespace korm::inline KORM_VARIANT::linalg

@@ -1,0 +1,91 @@
+// Lower triangles of square matrices, row behind row without gaps: of one object, or of a group with one object in each lane.
+// What stands above the diagonal is never touched: callers may keep anything there, of tables even pointers to nothing.
+#pragma once
+
+#include <cstddef>
+
+#include "kernel/groups.h"
+#include "kernel/scalar.h"
+#include "kernel/unroll.h"
+#include "kernel/vec.h"
+
+namespace korm::inline KORM_VARIANT::linalg {
+
+// The elements of a triangle of n rows, which is also where row n begins.
+constexpr std::ptrdiff_t triangleSize(std::ptrdiff_t n) { return n * (n + 1) / 2; }
+
+template <class S, int n>
+using Triangle = S[triangleSize(n)];
+
+// --- Orders known when compiling --------------------------------------------------------------------
+
+template <int n, class T, class Object>
+[[gnu::always_inline]] inline void readTriangle(const Object& from, Triangle<T, n>& a) {
+    unrolled<n>([&](auto i) __attribute__((always_inline)) {
+        unrolled<i + 1>([&](auto j)
+                            __attribute__((always_inline)) { a[triangleSize(i) + j] = load<T>(from.address(i, j)); });
+    });
+}
+
+template <int n, class S, class Object>
+[[gnu::always_inline]] inline void readTriangles(const Group<Object, lanesOf<S>>& from, Triangle<S, n>& a) {
+    unrolled<n>([&](auto i) __attribute__((always_inline)) { readRun<i + 1>(from.at(i, 0), a + triangleSize(i)); });
+}
+
+template <int n, class S, class Object>
+[[gnu::always_inline]] inline void writeTriangles(const Group<Object, lanesOf<S>>& to, const Triangle<S, n>& a) {
+    unrolled<n>([&](auto i) __attribute__((always_inline)) { writeRun<i + 1>(to.at(i, 0), a + triangleSize(i)); });
+}
+
+// --- Any order --------------------------------------------------------------------------------------
+
+// Element (i, j) of all objects is one vector in memory: in tables whose objects are one element apart.
+template <class View>
+[[gnu::always_inline]] inline bool lanesTouch(const View& view) {
+    if constexpr (isScattered<View>) return view.objectStride == sizeof(typename View::Element);
+    else return false;
+}
+
+// The first elements of row i. `touch` is lanesTouch of the view that the group is of.
+template <class S, class Object>
+[[gnu::always_inline]] inline void readRowStarts(const Group<Object, lanesOf<S>>& from, std::ptrdiff_t i,
+                                                 std::ptrdiff_t length, S* to, [[maybe_unused]] bool touch) {
+    std::ptrdiff_t j = 0;
+    if constexpr (isAdjacent<Object>) {
+        for (; j + 4 <= length; j += 4) readRun<4>(from.at(i, j), to + j);
+        if (j + 2 <= length) {
+            readRun<2>(from.at(i, j), to + j);
+            j += 2;
+        }
+    }
+    if constexpr (isScattered<Object>)
+        if (touch)
+            for (; j < length; ++j) to[j] = load<S>(from.object[0].address(i, j));
+    for (; j < length; ++j) to[j] = readElement<S>(from.at(i, j));
+}
+
+template <class S, class Object>
+[[gnu::always_inline]] inline void writeRowStarts(const Group<Object, lanesOf<S>>& to, std::ptrdiff_t i,
+                                                  std::ptrdiff_t length, const S* from, [[maybe_unused]] bool touch) {
+    std::ptrdiff_t j = 0;
+    if constexpr (isAdjacent<Object>)
+        for (; j + 2 <= length; j += 2) writeRun<2>(to.at(i, j), from + j);
+    if constexpr (isScattered<Object>)
+        if (touch)
+            for (; j < length; ++j) store(to.object[0].address(i, j), from[j]);
+    for (; j < length; ++j) writeElement(to.at(i, j), 0, from[j]);
+}
+
+template <class S, class Object>
+[[gnu::always_inline]] inline void readTriangles(const Group<Object, lanesOf<S>>& from, std::ptrdiff_t n, S* a,
+                                                 bool touch) {
+    for (std::ptrdiff_t i = 0; i < n; a += ++i) readRowStarts(from, i, i + 1, a, touch);
+}
+
+template <class S, class Object>
+[[gnu::always_inline]] inline void writeTriangles(const Group<Object, lanesOf<S>>& to, std::ptrdiff_t n, const S* a,
+                                                  bool touch) {
+    for (std::ptrdiff_t i = 0; i < n; a += ++i) writeRowStarts(to, i, i + 1, a, touch);
+}
+
+}  // namespace korm::inline KORM_VARIANT::linalg
