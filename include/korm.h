@@ -7809,6 +7809,348 @@ int32_t kormCholeskyBackSubst_mava_64f_P(
 
 
 /**
+ * @defgroup qr_decomposition QR decomposition
+ * A = Q R by Householder reflections, of matrices of at least as many rows as columns. dst holds R on and above the diagonal;
+ * below it stands, column by column, what the reflections are made of: H(j) = I - 2 v v' / (v' v), where v is 1 in row j, zero
+ * above and column j of dst below. R = ... H(1) H(0) A. A square matrix needs no reflection for its last column, which is
+ * therefore not tested. dst is what `kormQRBackSubst` solves with, by least squares where there are more rows than columns.
+ *
+ * `buffer` is scratch of `height` elements of the call's type, whatever its content. It must not be null. A call that is
+ * spread over threads doesn't touch it.
+ *
+ * Division by zero: when the sum of the squares of a column, from the diagonal on and after the reflections before it, is
+ * below 2^-23 (`32f`) or 2^-52 (`64f`). The limit doesn't follow the matrix's size: scale small data. dst then holds the matrix
+ * after the reflections before that column. An array call on one thread stops at the first such object and leaves later ones
+ * untouched; spread over threads, each run of objects stops for itself.
+ *
+ * Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusDivideByZero, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride,
+ * ::korStatusSizeMismatch where `width` is above `height`; array forms ::korStatusBadCount; list and pointer forms
+ * ::korStatusBadOffset. After a failed check nothing is written.
+ * @{
+ */
+
+/**
+ * dst = reflections and R of src
+ *
+ * Checks: null, size, stride, match.
+ * Sizes match when width <= height.
+ */
+int32_t kormQRDecomp_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *buffer, float *dst,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height);
+
+/**
+ * dst = reflections and R of src
+ *
+ * Checks: null, size, stride, match.
+ * Sizes match when width <= height.
+ */
+int32_t kormQRDecomp_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *buffer, double *dst,
+    int32_t dstRowStride, int32_t dstElementStride, int32_t width, int32_t height);
+
+/**
+ * dst = reflections and R of src
+ *
+ * Checks: null, size, offset, match.
+ * Sizes match when width <= height.
+ */
+int32_t kormQRDecomp_m_32f_P(
+    const float *const *src, int32_t srcOffset, float *buffer, float *const *dst, int32_t dstOffset,
+    int32_t width, int32_t height);
+
+/**
+ * dst = reflections and R of src
+ *
+ * Checks: null, size, offset, match.
+ * Sizes match when width <= height.
+ */
+int32_t kormQRDecomp_m_64f_P(
+    const double *const *src, int32_t srcOffset, double *buffer, double *const *dst, int32_t dstOffset,
+    int32_t width, int32_t height);
+
+/**
+ * dst = reflections and R of src
+ *
+ * Checks: null, count, size, stride, match.
+ * Sizes match when width <= height.
+ * Serial below 2801 by width*2*height*count.
+ */
+int32_t kormQRDecomp_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, float *buffer,
+    float *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst = reflections and R of src
+ *
+ * Checks: null, count, size, stride, match.
+ * Sizes match when width <= height.
+ * Serial below 2801 by width*2*height*count.
+ */
+int32_t kormQRDecomp_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    double *buffer, double *dst, int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst = reflections and R of src
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by width*2*height*count.
+ */
+int32_t kormQRDecomp_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride, float *buffer,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * dst = reflections and R of src
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by width*2*height*count.
+ */
+int32_t kormQRDecomp_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *buffer, double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride,
+    int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst = reflections and R of src
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by width*2*height*count.
+ */
+int32_t kormQRDecomp_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *buffer, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * dst = reflections and R of src
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by width*2*height*count.
+ */
+int32_t kormQRDecomp_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *buffer, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height, int32_t count);
+
+/** @} */
+
+
+/**
+ * @defgroup qr_solve Solving with a QR decomposition
+ * Solves A x = b, by least squares where A has more rows than columns: src1 is dst of a `kormQRDecomp` call of the same size,
+ * src2 is b with `height` elements, dst is x with `width` elements. One matrix may serve an array of vectors (`mva`).
+ *
+ * `buffer` is scratch of `height` elements of the call's type, whatever its content. It must not be null. A call that is
+ * spread over threads doesn't touch it.
+ *
+ * No value is tested: a zero on the diagonal of R, which the last column of a square matrix may have, gives infinities or NaN.
+ *
+ * Overlap: dst may be src2, at the same place with the same strides. Any other overlap leaves dst undefined.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride, ::korStatusSizeMismatch where
+ * `width` is above `height`; array forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with
+ * ::korStatusOk nothing is written.
+ * @{
+ */
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, stride, match.
+ * Sizes match when width <= height.
+ */
+int32_t kormQRBackSubst_mv_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, float *buffer, const float *src2,
+    int32_t src2ElementStride, float *dst, int32_t dstElementStride, int32_t width, int32_t height);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, stride, match.
+ * Sizes match when width <= height.
+ */
+int32_t kormQRBackSubst_mv_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, double *buffer, const double *src2,
+    int32_t src2ElementStride, double *dst, int32_t dstElementStride, int32_t width, int32_t height);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, offset, match.
+ * Sizes match when width <= height.
+ */
+int32_t kormQRBackSubst_mv_32f_P(
+    const float *const *src1, int32_t src1Offset, float *buffer, const float *const *src2, int32_t src2Offset,
+    float *const *dst, int32_t dstOffset, int32_t width, int32_t height);
+
+/**
+ * src1 dst = src2, src1 factored
+ *
+ * Checks: null, size, offset, match.
+ * Sizes match when width <= height.
+ */
+int32_t kormQRBackSubst_mv_64f_P(
+    const double *const *src1, int32_t src1Offset, double *buffer, const double *const *src2,
+    int32_t src2Offset, double *const *dst, int32_t dstOffset, int32_t width, int32_t height);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, match.
+ * Sizes match when width <= height.
+ * Serial below 2801 by width*height + (height + width)*count.
+ */
+int32_t kormQRBackSubst_mva_32f(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, float *buffer, const float *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, float *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, match.
+ * Sizes match when width <= height.
+ * Serial below 2801 by width*height + (height + width)*count.
+ */
+int32_t kormQRBackSubst_mva_64f(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, double *buffer, const double *src2,
+    int32_t src2ObjectStride, int32_t src2ElementStride, double *dst, int32_t dstObjectStride,
+    int32_t dstElementStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by width*height + (height + width)*count.
+ */
+int32_t kormQRBackSubst_mva_32f_L(
+    const float *src1, int32_t src1RowStride, int32_t src1ElementStride, float *buffer,
+    const float *const *src2, int32_t src2Offset, int32_t src2ElementStride, float *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by width*height + (height + width)*count.
+ */
+int32_t kormQRBackSubst_mva_64f_L(
+    const double *src1, int32_t src1RowStride, int32_t src1ElementStride, double *buffer,
+    const double *const *src2, int32_t src2Offset, int32_t src2ElementStride, double *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by width*height + (height + width)*count.
+ */
+int32_t kormQRBackSubst_mva_32f_P(
+    const float *const *src1, int32_t src1Offset, float *buffer, const float *const *src2, int32_t src2Offset,
+    int32_t src2ObjectStride, float *const *dst, int32_t dstOffset, int32_t dstObjectStride, int32_t width,
+    int32_t height, int32_t count);
+
+/**
+ * src1 dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by width*height + (height + width)*count.
+ */
+int32_t kormQRBackSubst_mva_64f_P(
+    const double *const *src1, int32_t src1Offset, double *buffer, const double *const *src2,
+    int32_t src2Offset, int32_t src2ObjectStride, double *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, match.
+ * Sizes match when width <= height.
+ * Serial below 2801 by (width*(height + 1) + height)*count.
+ */
+int32_t kormQRBackSubst_mava_32f(
+    const float *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    float *buffer, const float *src2, int32_t src2ObjectStride, int32_t src2ElementStride, float *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, match.
+ * Sizes match when width <= height.
+ * Serial below 2801 by (width*(height + 1) + height)*count.
+ */
+int32_t kormQRBackSubst_mava_64f(
+    const double *src1, int32_t src1ObjectStride, int32_t src1RowStride, int32_t src1ElementStride,
+    double *buffer, const double *src2, int32_t src2ObjectStride, int32_t src2ElementStride, double *dst,
+    int32_t dstObjectStride, int32_t dstElementStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by (width*(height + 1) + height)*count.
+ */
+int32_t kormQRBackSubst_mava_32f_L(
+    const float *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    float *buffer, const float *const *src2, int32_t src2Offset, int32_t src2ElementStride, float *const *dst,
+    int32_t dstOffset, int32_t dstElementStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by (width*(height + 1) + height)*count.
+ */
+int32_t kormQRBackSubst_mava_64f_L(
+    const double *const *src1, int32_t src1Offset, int32_t src1RowStride, int32_t src1ElementStride,
+    double *buffer, const double *const *src2, int32_t src2Offset, int32_t src2ElementStride,
+    double *const *dst, int32_t dstOffset, int32_t dstElementStride, int32_t width, int32_t height,
+    int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by (width*(height + 1) + height)*count.
+ */
+int32_t kormQRBackSubst_mava_32f_P(
+    const float *const *src1, int32_t src1Offset, int32_t src1ObjectStride, float *buffer,
+    const float *const *src2, int32_t src2Offset, int32_t src2ObjectStride, float *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height, int32_t count);
+
+/**
+ * src1(k) dst(k) = src2(k), src1 factored
+ *
+ * Checks: null, count, size, stride, offset, match.
+ * Sizes match when width <= height.
+ * Serial below 1801 by (width*(height + 1) + height)*count.
+ */
+int32_t kormQRBackSubst_mava_64f_P(
+    const double *const *src1, int32_t src1Offset, int32_t src1ObjectStride, double *buffer,
+    const double *const *src2, int32_t src2Offset, int32_t src2ObjectStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, int32_t width, int32_t height, int32_t count);
+
+/** @} */
+
+
+/**
  * @defgroup inverse Inverses
  * dst(k) = inverse of the square matrix src(k).
  *

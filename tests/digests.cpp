@@ -26,6 +26,7 @@ Sizes sizesOf(const Form& form, int number, Random& random) {
     sizes.count = random.between(1, 11);
     if (number >= 18 && form.has(Extent::inner)) sizes.inner = random.between(1, 40);
     if (number >= 18 && form.has(Extent::order)) sizes.order = random.between(1, 17);
+    matchSizes(form, sizes);
     return sizes;
 }
 

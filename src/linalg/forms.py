@@ -1,4 +1,4 @@
-"""The forms of linear algebra: determinant, trace, norm, LU and Cholesky decomposition and their solves, inverse.
+"""The forms of linear algebra: determinant, trace, norm, decompositions and their solves, inverse.
 
 A limit tells which estimates stay serial: below(n), or up_to(n) which includes n. A second number is the limit
 for calls with an element stride other than the element size.
@@ -100,6 +100,41 @@ Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBa
 `kormCholeskyBackSubst_mva_32f_L` and `kormCholeskyBackSubst_mva_64f_L` look at strides and offsets before sizes, and
 at `count` last.
 """,
+    "qr_decomposition": """QR decomposition
+A = Q R by Householder reflections, of matrices of at least as many rows as columns. dst holds R on and above the diagonal;
+below it stands, column by column, what the reflections are made of: H(j) = I - 2 v v' / (v' v), where v is 1 in row j, zero
+above and column j of dst below. R = ... H(1) H(0) A. A square matrix needs no reflection for its last column, which is
+therefore not tested. dst is what `kormQRBackSubst` solves with, by least squares where there are more rows than columns.
+
+`buffer` is scratch of `height` elements of the call's type, whatever its content. It must not be null. A call that is
+spread over threads doesn't touch it.
+
+Division by zero: when the sum of the squares of a column, from the diagonal on and after the reflections before it, is
+below 2^-23 (`32f`) or 2^-52 (`64f`). The limit doesn't follow the matrix's size: scale small data. dst then holds the matrix
+after the reflections before that column. An array call on one thread stops at the first such object and leaves later ones
+untouched; spread over threads, each run of objects stops for itself.
+
+Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
+
+Status: ::korStatusOk, ::korStatusDivideByZero, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride,
+::korStatusSizeMismatch where `width` is above `height`; array forms ::korStatusBadCount; list and pointer forms
+::korStatusBadOffset. After a failed check nothing is written.
+""",
+    "qr_solve": """Solving with a QR decomposition
+Solves A x = b, by least squares where A has more rows than columns: src1 is dst of a `kormQRDecomp` call of the same size,
+src2 is b with `height` elements, dst is x with `width` elements. One matrix may serve an array of vectors (`mva`).
+
+`buffer` is scratch of `height` elements of the call's type, whatever its content. It must not be null. A call that is
+spread over threads doesn't touch it.
+
+No value is tested: a zero on the diagonal of R, which the last column of a square matrix may have, gives infinities or NaN.
+
+Overlap: dst may be src2, at the same place with the same strides. Any other overlap leaves dst undefined.
+
+Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride, ::korStatusSizeMismatch where
+`width` is above `height`; array forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. Other than with
+::korStatusOk nothing is written.
+""",
     "inverse": """Inverses
 dst(k) = inverse of the square matrix src(k).
 
@@ -149,6 +184,13 @@ CHOLESKY_LIMITS = limits(below(7501),       below(2001), below(2001), below(721,
 CHOLESKY_SOLVE = dict(kernel="choleskySolve", source="linalg/cholesky_solve.h", group="cholesky_solve", result="v")
 VECTORS_LIMITS = limits(below(1201),        below(721),  below(721),  below(721),       below(721))
 BOTH_LIMITS = limits(   below(2051, 1701),  below(1701), below(1701), below(1701),      below(1701), below(2051))
+TALL = dict(extras=BUFFER, match="width <= height", order="N C S T O M")
+QR = dict(kernel="qrDecomposition", source="linalg/qr.h", group="qr_decomposition", formula="dst = reflections and R of src",
+          merges_status=True, **TALL)
+QR_SOLVE = dict(kernel="qrSolve", source="linalg/qr.h", group="qr_solve", result="v", **TALL)
+#                  standard 32f, 64f            list 32f, 64f                pointer
+QR_LIMITS = limits(below(2801), below(2801), below(1801), below(1801), below(1801))
+A_COLUMN = {"buffer": "height"}  # scratch
 INVERT = dict(kernel="inverse", source="linalg/invert.h", group="inverse", extras=BUFFER,
               shortcut=Shortcut("order == 1", "reciprocals"))
 
@@ -182,6 +224,9 @@ CORES = [
          "const {scalar}* src2, std::ptrdiff_t src2ObjectStride, std::ptrdiff_t src2ElementStride, "
          "{scalar}* dst, std::ptrdiff_t dstObjectStride, std::ptrdiff_t dstElementStride, std::int32_t order, std::ptrdiff_t count",
          "CholBackSubst_{element}_S2_V8", "linalg/cholesky_solve.h", types="32f", returns="void"),
+    Core("QR decomposition.", "qrGeneral<{scalar}>",
+         MATRICES + ", {scalar}* buffer, std::ptrdiff_t width, std::ptrdiff_t height",
+         "ownkormQRDecomp_m_{element}{layout}_com", "linalg/qr_general.h", each=objects(plain="_S")),
     Core("Inverses of any order.", "invertByCofactors<{scalar}>", MATRICES + ", {scalar}* buffer, std::int32_t order",
          "ownkormInvert_m_{element}{layout}_com", "linalg/cofactors.h", each=objects(plain="")),
     Core("Inverses of two packed matrices of order 4.", "invertPair",
@@ -224,6 +269,16 @@ FAMILIES = [
            order_departures=[Departure("CholeskyBackSubst_mva_*_L", "N T O S C", "A bad stride or offset outranks a bad size or count.")]),
     Family("CholeskyBackSubst", "mava", ARRAY,  "src1 src2 dst order count", formula="src1(k) dst(k) = src2(k), src1 factored", **CHOLESKY_SOLVE,
            estimate="(order + 2) * order * count", limits=BOTH_LIMITS),
+
+    Family("QRDecomp", "m",  SINGLE, "src buffer dst width height", **QR),
+    Family("QRDecomp", "ma", ARRAY,  "src buffer dst width height count", **QR,
+           estimate="width * 2 * height * count", limits=QR_LIMITS, scratch=A_COLUMN),
+
+    Family("QRBackSubst", "mv",   SINGLE, "src1 buffer src2 dst width height", formula="src1 dst = src2, src1 factored", **QR_SOLVE),
+    Family("QRBackSubst", "mva",  ARRAY,  "src1 buffer src2 dst width height count", formula="src1 dst(k) = src2(k), src1 factored", **QR_SOLVE,
+           estimate="width * height + (height + width) * count", limits=QR_LIMITS, scratch=A_COLUMN),
+    Family("QRBackSubst", "mava", ARRAY,  "src1 buffer src2 dst width height count", formula="src1(k) dst(k) = src2(k), src1 factored", **QR_SOLVE,
+           estimate="(width * (height + 1) + height) * count", limits=QR_LIMITS, scratch=A_COLUMN),
 
     Family("Invert", "m",  SINGLE, "src buffer dst order", formula="dst = inverse of src", **INVERT, merges_status=True),
     Family("Invert", "ma", ARRAY,  "src buffer dst order count", formula="dst(k) = inverse of src(k)", **INVERT, merges_status=True,

@@ -4,6 +4,7 @@
 
 #include "../support/arena.h"
 #include "../support/check.h"
+#include "../support/family.h"
 #include "../support/fault.h"
 #include "../support/status.h"
 #include "../support/thread_number.h"
@@ -20,12 +21,13 @@ struct BadValue {
 // Good sizes are at most this, so that any above it match no other size.
 constexpr std::int32_t largestGoodSize = 100;
 
-// Must it equal another argument?
+// Must it fit another argument?
 bool mayMismatch(const Form& form, const Argument& argument) {
     return argument.role == Role::size &&
-           std::count_if(form.arguments.begin(), form.arguments.end(), [&](const Argument& other) {
-               return other.role == Role::size && other.extent == argument.extent;
-           }) > 1;
+           (form.family->tall ||
+            std::count_if(form.arguments.begin(), form.arguments.end(), [&](const Argument& other) {
+                return other.role == Role::size && other.extent == argument.extent;
+            }) > 1);
 }
 
 std::vector<std::int32_t> badValuesOf(const Form& form, const Argument& argument) {
@@ -81,6 +83,7 @@ public:
         Sizes sizes;
         for (const Extent extent : form_.extents) sizes.set(extent, random_.between(1, largestGoodSize));
         sizes.count = random_.between(1, largestGoodSize);
+        matchSizes(form_, sizes);
         std::byte* nowhere = threadArena().nowhere();
         for (const Argument& argument : form_.arguments) {
             const std::int32_t size = form_.elementSize();

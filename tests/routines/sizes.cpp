@@ -40,6 +40,7 @@ Sizes randomSizes(const Form& form, Random& random) {
     } else {
         sizes.length = random.chance(90) ? random.between(7, 70) : random.between(70, 700);
     }
+    matchSizes(form, sizes);
     if (form.array) sizes.count = random.chance(85) ? random.between(1, 9) : random.between(10, 40);
     // Where each object is dear, the orders just above the sized ones must do.
     if (form.has(Extent::order) && form.family->work(sizes) > 200000) sizes.order = random.between(7, 10);
@@ -78,16 +79,19 @@ Sizes sizesBeyondLimit(const Form& form, std::int32_t count, Random& random) {
             const bool byCount = growCount || !heeded || workOf(form, larger) > longestWork;
             sizes = byCount && countHeeded ? more : larger;
         }
+        matchSizes(form, sizes);
         if (workOf(form, sizes) <= 3 * longestWork && largestOperand(form, sizes) <= 64 * 1024) break;
         growCount = true;
     }
     return sizes;
 }
 
+bool estimatesByArea(const Form& form) { return !form.has(Extent::inner) && !form.family->tall; }
+
 std::vector<Sizes> shapesUpTo(const Form& form, std::int32_t estimate) {
     std::vector<Sizes> shapes;
     if (form.extents.empty()) return {Sizes{}};
-    if (!form.has(Extent::inner)) {
+    if (estimatesByArea(form)) {
         // Estimates without sums depend on the number of elements, so one extent tells all.
         for (std::int32_t area = 1; area <= estimate; ++area) {
             shapes.emplace_back();
@@ -104,6 +108,7 @@ std::vector<Sizes> shapesUpTo(const Form& form, std::int32_t estimate) {
             sizes.width = random.between(1, random.chance(70) ? 12 : 60);
         }
         if (!form.has(Extent::width)) sizes.width = 1;
+        matchSizes(form, sizes);
         shapes.push_back(sizes);
     }
     random.shuffle(shapes);

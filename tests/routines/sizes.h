@@ -17,6 +17,9 @@ Sizes sizesBeyondLimit(const Form& form, std::int32_t count, Random& random);
 // About what a kernel has to do for such a call.
 std::int64_t workOf(const Form& form, const Sizes& sizes);
 
+// Does the estimate depend on the number of an object's elements and not on their shape?
+bool estimatesByArea(const Form& form);
+
 // Objects that can be brought close to an estimate by their number, the same list at each call.
 std::vector<Sizes> shapesUpTo(const Form& form, std::int32_t estimate);
 

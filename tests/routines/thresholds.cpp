@@ -103,6 +103,7 @@ Sizes shaped(const Form& form, std::int32_t area, Random& random) {
         if (area % d == 0) divisors.push_back(d);
     sizes.width = divisors[static_cast<std::size_t>(random.between(0, static_cast<std::int32_t>(divisors.size()) - 1))];
     sizes.height = area / sizes.width;
+    matchSizes(form, sizes);
     return sizes;
 }
 
@@ -115,7 +116,7 @@ Sizes smallObjects(const Form& form, Random& random) {
 
 Verdict checkBothSides(const Form& form, const Library& library, bool plain, Random& random) {
     const std::int32_t limit = limitOf(form, plain);
-    const bool byArea = !form.has(Extent::inner);
+    const bool byArea = estimatesByArea(form);
     int below = 0, above = 0, tried = 0;
     for (Sizes row : shapesUpTo(form, limit + 1)) {
         ++tried;
@@ -148,6 +149,7 @@ Sizes anySizes(const Form& form, Random& random) {
     if (random.chance(40)) {
         for (const Extent extent : form.extents) sizes.set(extent, anySize(random));
         sizes.count = anySize(random);
+        matchSizes(form, sizes);
         return sizes;
     }
     // Around the limit, and around where the product passes 2^31 and 2^32.
@@ -179,7 +181,8 @@ Verdict checkThresholds(const Form& form, const Library& library, const Options&
         for (int i = 0; i < options.share(150); ++i) {
             Sizes sizes = anySizes(form, random);
             // All of the scratch area must be inaccessible, or its far end could be anyone's memory.
-            if (scratch) sizes.order = std::min(sizes.order, 80);
+            if (scratch)
+                for (const Extent extent : form.extents) sizes.set(extent, std::min(sizes.of(extent), 80));
             // So must all of a first row that is written before anything is read.
             if (readsNothing) {
                 const std::int32_t count = sizes.count;

@@ -1,11 +1,19 @@
 #include "check.h"
 
+#include "family.h"
 #include "status.h"
 
 namespace kormtest {
 namespace {
 
-// Sizes of one extent that differ.
+std::int32_t sizeOf(const Form& form, std::span<const CallValue> arguments, Extent extent) {
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        if (form.arguments[i].role == Role::size && form.arguments[i].extent == extent)
+            return static_cast<std::int32_t>(static_cast<std::uint32_t>(arguments[i].bits));
+    return 0;
+}
+
+// Sizes of one extent that differ, or a width above the height where there is to be none.
 bool mismatch(const Form& form, std::span<const CallValue> arguments) {
     for (std::size_t a = 0; a < arguments.size(); ++a) {
         if (form.arguments[a].role != Role::size) continue;
@@ -15,7 +23,7 @@ bool mismatch(const Form& form, std::span<const CallValue> arguments) {
             if (same && arguments[a].bits != arguments[b].bits) return true;
         }
     }
-    return false;
+    return form.family->tall && sizeOf(form, arguments, Extent::width) > sizeOf(form, arguments, Extent::height);
 }
 
 std::int32_t countOf(const Form& form, std::span<const CallValue> arguments) {

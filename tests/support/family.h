@@ -51,6 +51,8 @@ struct Family {
     bool withoutKernels = false;
     // Operands may overlap in any way: each element is written before the next is read.
     bool movesForward = false;
+    // Matrices have at least as many rows as columns; sizes match where they do.
+    bool tall = false;
     // Results that depend on where operands lie or on the processor: they have no digest. None: all are fixed.
     bool (*fixedBits)(const Form& form, const Sizes& sizes, bool plain) = nullptr;
     // Results that are sums of products: the order in which element i of a result is added.
@@ -103,11 +105,15 @@ Table vectorForms();
 Table movementForms();
 Table linalgForms();
 Table eigenForms();
+Table qrForms();
 
 // --- Helpers of the tables ---
 
 inline std::uint32_t u(std::int32_t value) { return static_cast<std::uint32_t>(value); }
 inline std::int32_t wrapped(std::uint32_t value) { return static_cast<std::int32_t>(value); }
+
+// Sizes that don't match take each other's place.
+void matchSizes(const Form& form, Sizes& sizes);
 
 // Adds an operand that the name doesn't tell of.
 Operand& addOperand(Form& form, const char* name, Shape shape, Extent rows, Extent columns, Operand::Use use);

@@ -12,7 +12,7 @@ namespace {
 // In the order of subsystems; a form's place in it takes part in the seeds of its random cases.
 std::vector<Table> allTables() {
     return {
-        arithForms(), productForms(), vectorForms(), movementForms(), linalgForms(), eigenForms(),
+        arithForms(), productForms(), vectorForms(), movementForms(), linalgForms(), eigenForms(), qrForms(),
     };
 }
 
@@ -216,6 +216,10 @@ bool Form::hasRole(Role role) const {
 
 bool Form::uses(Operand::Use use) const {
     return std::any_of(operands.begin(), operands.end(), [&](const Operand& operand) { return operand.use == use; });
+}
+
+void matchSizes(const Form& form, Sizes& sizes) {
+    if (form.family->tall && sizes.width > sizes.height) std::swap(sizes.width, sizes.height);
 }
 
 Operand& addOperand(Form& form, const char* name, Shape shape, Extent rows, Extent columns, Operand::Use use) {

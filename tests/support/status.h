@@ -8,6 +8,7 @@ namespace kormtest::status {
 inline constexpr std::int32_t ok = 0;
 inline constexpr std::int32_t badSize = -6;
 inline constexpr std::int32_t nullPointer = -8;
+inline constexpr std::int32_t divideByZero = -10;
 inline constexpr std::int32_t notPositiveDefinite = -179;
 inline constexpr std::int32_t badStride = -182;
 inline constexpr std::int32_t singular = -195;

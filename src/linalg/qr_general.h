@@ -1,0 +1,65 @@
+// QR decomposition and solve of one object of any size.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "entry/views.h"
+#include "kernel/predicates.h"
+#include "kernel/vec.h"
+#include "korm.h"
+#include "linalg/qr_reflect.h"
+#include "linalg/rows.h"
+
+namespace korm::inline KORM_VARIANT::linalg {
+
+// `buffer` holds the reflector of the current column.
+template <class T, class A, class D>
+std::int32_t qrGeneral(A src, D dst, T* buffer, std::ptrdiff_t width, std::ptrdiff_t height) {
+    constexpr bool inEights = isAdjacent<D>;
+    const auto place = [buffer](std::ptrdiff_t i) { return reinterpret_cast<std::byte*>(buffer + i); };
+    const auto v = [&](std::ptrdiff_t i) { return load<T>(place(i)); };
+    for (std::ptrdiff_t i = 0; i < height; ++i) copyRow<T>(src, dst, i, width);
+    for (std::ptrdiff_t j = 0; j < reflectionsOf(width, height); ++j) {
+        const auto columnAt = [&](std::ptrdiff_t c) {
+            return [&dst, c](std::ptrdiff_t i) { return load<T>(dst.address(i, c)); };
+        };
+        const auto storeReflector = [&](std::ptrdiff_t i, T value) { store(place(i), value); };
+        if (!makeReflector<inEights, T>(columnAt(j), storeReflector, j, height)) return korStatusDivideByZero;
+        const T beta = reflectorScale<inEights, T>(v, j, height);
+        const auto addTo = [](std::byte* to, T value) { store(to, load<T>(to) + value); };
+        addTo(dst.address(j, j), reflection<inEights>(columnAt(j), v, beta, j, height));
+        for (std::ptrdiff_t c = j + 1; c < width; ++c) {
+            const T t = reflection<inEights>(columnAt(c), v, beta, j, height);
+            addTo(dst.address(j, c), t);
+            for (std::ptrdiff_t i = j + 1; i < height; ++i) addTo(dst.address(i, c), v(i) * t);
+        }
+        for (std::ptrdiff_t i = j + 1; i < height; ++i) store(dst.address(i, j), v(i));
+    }
+    return korStatusOk;
+}
+
+// `buffer` holds the right-hand side and takes the reflections, then the solution from its end upwards.
+template <class T, class A, class B, class D>
+[[gnu::noinline]] void qrSolveGeneral(A matrix, B src, D dst, T* buffer, std::ptrdiff_t width, std::ptrdiff_t height) {
+    constexpr bool inEights = isAdjacent<A>;
+    const auto place = [buffer](std::ptrdiff_t i) { return reinterpret_cast<std::byte*>(buffer + i); };
+    const auto side = [&](std::ptrdiff_t i) { return load<T>(place(i)); };
+    for (std::ptrdiff_t i = 0; i < height; ++i) store(place(i), load<T>(src.address(0, i)));
+    for (std::ptrdiff_t j = 0; j < reflectionsOf(width, height); ++j) {
+        const auto v = [&](std::ptrdiff_t i) { return load<T>(matrix.address(i, j)); };
+        const T t = reflection<inEights>(side, v, reflectorScale<inEights, T>(v, j, height), j, height);
+        store(place(j), side(j) + t);
+        for (std::ptrdiff_t i = j + 1; i < height; ++i) store(place(i), side(i) + v(i) * t);
+    }
+    for (std::ptrdiff_t k = width - 1; k >= 0; --k) {
+        T x = side(k);
+        if (k < width - 1)
+            x = x - sumOnto<inEights>(T(), k + 1, width,
+                                      [&](std::ptrdiff_t j) { return load<T>(matrix.address(k, j)) * side(j); });
+        store(place(k), x / load<T>(matrix.address(k, k)));
+    }
+    for (std::ptrdiff_t k = 0; k < width; ++k) store(dst.address(0, k), side(k));
+}
+
+}  // namespace korm::inline KORM_VARIANT::linalg
