@@ -227,6 +227,10 @@ CORES = [
     Core("QR decomposition.", "qrGeneral<{scalar}>",
          MATRICES + ", {scalar}* buffer, std::ptrdiff_t width, std::ptrdiff_t height",
          "ownkormQRDecomp_m_{element}{layout}_com", "linalg/qr_general.h", each=objects(plain="_S")),
+    Core("Solve with a QR decomposition.", "qrSolveGeneral<{scalar}>",
+         "const {object}<const {scalar}>& matrix, const {object}<const {scalar}>& src, const {object}<{scalar}>& dst"
+         ", {scalar}* buffer, std::ptrdiff_t width, std::ptrdiff_t height", returns="void",
+         symbol="ownkormQRBackSubst_mv_{element}{layout}_com", source="linalg/qr_general.h", each=objects(plain="_S")),
     Core("Inverses of any order.", "invertByCofactors<{scalar}>", MATRICES + ", {scalar}* buffer, std::int32_t order",
          "ownkormInvert_m_{element}{layout}_com", "linalg/cofactors.h", each=objects(plain="")),
     Core("Inverses of two packed matrices of order 4.", "invertPair",

@@ -5,28 +5,30 @@
 #include <cstdint>
 
 #include "entry/views.h"
-#include "korm.h"
+#include "kernel/predicates.h"
 #include "linalg/cores.h"
-#include "linalg/qr_general.h"
+#include "linalg/qr_groups.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
 
 template <class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t qrDecomposition(A src, D dst, typename D::Element* buffer, MatrixShape shape,
                                                            Count count) {
-    for (std::ptrdiff_t k = 0; k < count; ++k) {
-        const std::int32_t status = cores::qrGeneral(src.at(k), dst.at(k), buffer, shape.width, shape.height);
-        if (status != korStatusOk) return status;
-    }
-    return korStatusOk;
+    if constexpr (isOneObject<Count>) return cores::qrGeneral(src.at(0), dst.at(0), buffer, shape.width, shape.height);
+    else return qrArray(withAnyObjects(src), withAnyObjects(dst), buffer, shape.width, shape.height, count);
 }
 
+// One matrix for all vectors or one for each.
 template <class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void qrSolve(A matrix, B src, D dst, typename D::Element* buffer, MatrixShape shape,
                                            Count count) {
-    using T = typename D::Element;
-    for (std::ptrdiff_t k = 0; k < count; ++k)
-        qrSolveGeneral<T>(matrix.at(k), src.at(k), dst.at(k), buffer, shape.width, shape.height);
+    if constexpr (isOneObject<Count>)
+        cores::qrSolveGeneral(matrix.at(0), src.at(0), dst.at(0), buffer, shape.width, shape.height);
+    else if constexpr (isShared<A>)
+        qrSolveVectors(matrix, withAnyObjects(src), withAnyObjects(dst), buffer, shape.width, shape.height, count);
+    else
+        qrSolveArray(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), buffer, shape.width,
+                     shape.height, count);
 }
 
 }  // namespace korm::inline KORM_VARIANT::linalg

@@ -13,11 +13,17 @@
 
 namespace korm::inline KORM_VARIANT::linalg {
 
+// Scratch needs no alignment, so its elements are read by load().
+template <class T>
+[[gnu::always_inline]] inline std::byte* scratchAt(T* buffer, std::ptrdiff_t i) {
+    return reinterpret_cast<std::byte*>(buffer + i);
+}
+
 // `buffer` holds the reflector of the current column.
 template <class T, class A, class D>
 std::int32_t qrGeneral(A src, D dst, T* buffer, std::ptrdiff_t width, std::ptrdiff_t height) {
     constexpr bool inEights = isAdjacent<D>;
-    const auto place = [buffer](std::ptrdiff_t i) { return reinterpret_cast<std::byte*>(buffer + i); };
+    const auto place = [buffer](std::ptrdiff_t i) { return scratchAt(buffer, i); };
     const auto v = [&](std::ptrdiff_t i) { return load<T>(place(i)); };
     for (std::ptrdiff_t i = 0; i < height; ++i) copyRow<T>(src, dst, i, width);
     for (std::ptrdiff_t j = 0; j < reflectionsOf(width, height); ++j) {
@@ -41,9 +47,9 @@ std::int32_t qrGeneral(A src, D dst, T* buffer, std::ptrdiff_t width, std::ptrdi
 
 // `buffer` holds the right-hand side and takes the reflections, then the solution from its end upwards.
 template <class T, class A, class B, class D>
-[[gnu::noinline]] void qrSolveGeneral(A matrix, B src, D dst, T* buffer, std::ptrdiff_t width, std::ptrdiff_t height) {
+void qrSolveGeneral(A matrix, B src, D dst, T* buffer, std::ptrdiff_t width, std::ptrdiff_t height) {
     constexpr bool inEights = isAdjacent<A>;
-    const auto place = [buffer](std::ptrdiff_t i) { return reinterpret_cast<std::byte*>(buffer + i); };
+    const auto place = [buffer](std::ptrdiff_t i) { return scratchAt(buffer, i); };
     const auto side = [&](std::ptrdiff_t i) { return load<T>(place(i)); };
     for (std::ptrdiff_t i = 0; i < height; ++i) store(place(i), load<T>(src.address(0, i)));
     for (std::ptrdiff_t j = 0; j < reflectionsOf(width, height); ++j) {

@@ -1,0 +1,95 @@
+// Groups of objects of a size known at run time between memory and locals: element (i, j) of each object is a vector at
+// i * width + j.
+#pragma once
+
+#include <cstddef>
+
+#include "entry/views.h"
+#include "kernel/groups.h"
+#include "kernel/predicates.h"
+#include "kernel/scalar.h"
+#include "kernel/vec.h"
+
+namespace korm::inline KORM_VARIANT::linalg {
+
+// The places `distance` bytes behind these.
+template <class Byte, int lanes>
+[[gnu::always_inline]] inline Places<Byte, lanes> behind(const Places<Byte, lanes>& places, std::ptrdiff_t distance) {
+    return withLanes<lanes>([&](auto... l) __attribute__((always_inline)) {
+        return Places<Byte, lanes>{{places.at[l] + distance...}};
+    });
+}
+
+// Calls `run(distance, first, length)` for runs of adjacent elements that make up the objects: of as many as fill 16 bytes,
+// then of pairs, then of one. Rows that touch are one row.
+template <class T, class Run>
+[[gnu::always_inline]] inline void forEachRunOf(std::ptrdiff_t rowStride, std::ptrdiff_t height, std::ptrdiff_t width,
+                                                const Run& run) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    if (rowStride == width * size) {
+        width *= height;
+        height = 1;
+    }
+    std::ptrdiff_t at = 0;
+    for (std::ptrdiff_t i = 0; i < height; ++i) {
+        std::ptrdiff_t j = 0;
+        const auto next = [&](auto length) __attribute__((always_inline)) {
+            run(i * rowStride + j * size, at + j, length);
+            j += length;
+        };
+        while (j + 16 / size <= width) next(Int<16 / size>());
+        if constexpr (isFloat<T>)
+            if (j + 2 <= width) next(Int<2>());
+        if (j < width) next(Int<1>());
+        at += width;
+    }
+}
+
+template <class S>
+[[gnu::noinline]] void readPlainGrids(const Places<const std::byte, lanesOf<S>>& from, std::ptrdiff_t rowStride,
+                                      std::ptrdiff_t height, std::ptrdiff_t width, S* to) {
+    forEachRunOf<ElementOf<S>>(
+        rowStride, height,
+        width, [&](std::ptrdiff_t distance, std::ptrdiff_t first, auto length) __attribute__((always_inline)) {
+            readRun<length>(behind(from, distance), to + first);
+        });
+}
+
+template <class S>
+[[gnu::noinline]] void writePlainGrids(const Places<std::byte, lanesOf<S>>& to, std::ptrdiff_t rowStride,
+                                       std::ptrdiff_t height, std::ptrdiff_t width, const S* from) {
+    forEachRunOf<ElementOf<S>>(
+        rowStride, height,
+        width, [&](std::ptrdiff_t distance, std::ptrdiff_t first, auto length) __attribute__((always_inline)) {
+            writeRun<length>(behind(to, distance), from + first);
+        });
+}
+
+// The objects from k on.
+template <class S, class View>
+[[gnu::always_inline]] inline void readGroup(const View& view, std::ptrdiff_t k, std::ptrdiff_t height,
+                                             std::ptrdiff_t width, S* to) {
+    const int rows = static_cast<int>(height), columns = static_cast<int>(width);
+    if constexpr (isScattered<View>) {
+        readStreams(view.at(k), view.objectStride, rows, columns, to, lanesOf<S>);
+    } else {
+        const auto from = groupAt<lanesOf<S>>(view, k).at(0, 0);
+        if constexpr (isAdjacent<View>) readPlainGrids(from, view.rowStride, height, width, to);
+        else readGrids(from, view.rowStride, view.elementStride, rows, columns, to);
+    }
+}
+
+template <class S, class View>
+[[gnu::always_inline]] inline void writeGroup(const View& view, std::ptrdiff_t k, std::ptrdiff_t height,
+                                              std::ptrdiff_t width, const S* from) {
+    const int rows = static_cast<int>(height), columns = static_cast<int>(width);
+    if constexpr (isScattered<View>) {
+        writeStreams(view.at(k), view.objectStride, rows, columns, from, lanesOf<S>);
+    } else {
+        const auto to = groupAt<lanesOf<S>>(view, k).at(0, 0);
+        if constexpr (isAdjacent<View>) writePlainGrids(to, view.rowStride, height, width, from);
+        else writeGrids(to, view.rowStride, view.elementStride, rows, columns, from, lanesOf<S>);
+    }
+}
+
+}  // namespace korm::inline KORM_VARIANT::linalg
