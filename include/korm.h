@@ -8533,6 +8533,510 @@ int32_t kormEigenValuesVectorsSym_ma_64f_P(
 
 
 /**
+ * @defgroup general_eigenvalues General eigenvalues
+ * All eigenvalues of a square matrix that need not be symmetric. Element i of `dstValuesRe` and `dstValuesIm` together is
+ * eigenvalue i; they are `order` elements for each object of an array, in a row, without strides in any layout. Two conjugate
+ * eigenvalues are neighbours, the one with the positive imaginary part first. There is no other order among them: each stands
+ * where the iteration found it on the diagonal.
+ *
+ * The matrix is reduced to Hessenberg form by reflections, then iterated on by double-shift QR sweeps, at most 30 times the
+ * order. It is neither balanced nor scaled, and a subdiagonal element counts as zero when its magnitude is at most 2^-23
+ * (`32f`) or 2^-52 (`64f`), whatever the matrix's own size: scale the matrix to a norm around 1 where it is far from that, or
+ * its eigenvalues come out as the diagonal of the Hessenberg form. A 2 by 2 block that splits off with equal diagonal elements
+ * counts as complex even if its eigenvalues are real: (1 2; 2 1) gives 1 + 2i and 1 - 2i.
+ *
+ * `buffer` is scratch of as many bytes as `kormEigenValuesGetBufSize_32f` or `_64f` tells, order*(order + 5) elements, whatever
+ * its content. A call that is spread over threads doesn't touch it.
+ *
+ * Overlap: no output may overlap another, buffer or src.
+ *
+ * Status: ::korStatusOk, ::korStatusNoConvergence, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
+ * ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check nothing is written. An array call on
+ * one thread stops at the first object without convergence and leaves later ones untouched; spread over threads, each run of
+ * objects stops for itself. Of that object the eigenvalues found so far are written, which are the last ones.
+ * @{
+ */
+
+/**
+ * dstValuesRe + i dstValuesIm = eigenvalues of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValues_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *dstValuesRe, float *dstValuesIm,
+    int32_t order, float *buffer);
+
+/**
+ * dstValuesRe + i dstValuesIm = eigenvalues of src
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValues_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *dstValuesRe,
+    double *dstValuesIm, int32_t order, double *buffer);
+
+/**
+ * dstValuesRe + i dstValuesIm = eigenvalues of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValues_m_32f_P(
+    const float *const *src, int32_t srcOffset, float *dstValuesRe, float *dstValuesIm, int32_t order,
+    float *buffer);
+
+/**
+ * dstValuesRe + i dstValuesIm = eigenvalues of src
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValues_m_64f_P(
+    const double *const *src, int32_t srcOffset, double *dstValuesRe, double *dstValuesIm, int32_t order,
+    double *buffer);
+
+/**
+ * dstValuesRe(k) + i dstValuesIm(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, stride.
+ * Serial below 251 by order*(order + 1)*count.
+ */
+int32_t kormEigenValues_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    float *dstValuesRe, float *dstValuesIm, int32_t order, int32_t count, float *buffer);
+
+/**
+ * dstValuesRe(k) + i dstValuesIm(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, stride.
+ * Serial below 251 by order*(order + 1)*count.
+ */
+int32_t kormEigenValues_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    double *dstValuesRe, double *dstValuesIm, int32_t order, int32_t count, double *buffer);
+
+/**
+ * dstValuesRe(k) + i dstValuesIm(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 251 by order*(order + 1)*count.
+ */
+int32_t kormEigenValues_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    float *dstValuesRe, float *dstValuesIm, int32_t order, int32_t count, float *buffer);
+
+/**
+ * dstValuesRe(k) + i dstValuesIm(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 251 by order*(order + 1)*count.
+ */
+int32_t kormEigenValues_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *dstValuesRe, double *dstValuesIm, int32_t order, int32_t count, double *buffer);
+
+/**
+ * dstValuesRe(k) + i dstValuesIm(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 251 by order*(order + 1)*count.
+ */
+int32_t kormEigenValues_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *dstValuesRe,
+    float *dstValuesIm, int32_t order, int32_t count, float *buffer);
+
+/**
+ * dstValuesRe(k) + i dstValuesIm(k) = eigenvalues of src(k)
+ *
+ * Checks: null, size, count, offset, stride.
+ * Serial below 251 by order*(order + 1)*count.
+ */
+int32_t kormEigenValues_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *dstValuesRe,
+    double *dstValuesIm, int32_t order, int32_t count, double *buffer);
+
+/** @} */
+
+
+/**
+ * @defgroup general_eigenvectors General eigenvalues and eigenvectors
+ * `Left` and `Right` mean the reverse of what most expect, for a caller's matrix A = src and eigenvalue w of vector y:
+ *
+ * | function | writes | each vector satisfies |
+ * |---|---|---|
+ * | `kormEigenValuesVectorsLeft` | dst | A y = w y |
+ * | `kormEigenValuesVectorsRight` | dst | y^T A = w y^T |
+ * | `kormEigenValuesVectors` | dstLeft | A y = w y |
+ * | | dstRight | y^T A = w y^T |
+ *
+ * So the vectors that are mostly called right eigenvectors come from `Left`. The names belong to the transpose of A, on which the
+ * functions work. y^T is the plain transpose, without conjugation.
+ *
+ * Element i of `dstValuesRe` and `dstValuesIm` together is eigenvalue i; they are `order` elements for each object of an array,
+ * in a row, without strides in any layout. Column j of a matrix of vectors belongs to eigenvalue j. Two conjugate eigenvalues are
+ * neighbours, the one with the positive imaginary part first: of its vector the first of the two columns is the real part and
+ * the second the imaginary part. The other's vector is the conjugate and isn't stored. Vectors have the Euclidean norm 1, and
+ * the greatest element of a complex one has an imaginary part at or near 0.
+ *
+ * A subdiagonal element counts as zero where its neighbours on the diagonal are larger by 2^23 (`32f`) or 2^52 (`64f`), so that
+ * small matrices need no scaling. Eigenvalues may differ in the last digits, and stand in another order, from those of
+ * `kormEigenValues`. A 2 by 2 block with equal diagonal elements and elements of like sign beside them counts as complex, as there; its
+ * vectors satisfy no equation, and a right set ends with ::korStatusNoConvergence when such a block is the first of a call. Arrays, and `Left` and `Right` of doubles, hold their shifts in single precision: a matrix whose
+ * elements lie beyond its range doesn't converge.
+ *
+ * `buffer` is scratch of as many bytes as `kormEigenValuesVectorsGetBufSize_32f` or `_64f` tells, order*(3*order + 5) elements,
+ * whatever its content. A call that is spread over threads doesn't touch it. `Left` and `Right` never are.
+ *
+ * Overlap: no output may overlap another, buffer or src.
+ *
+ * Status: ::korStatusOk, ::korStatusNoConvergence, ::korStatusNearSingularBlock, ::korStatusNullPointer, ::korStatusBadSize,
+ * ::korStatusBadStride; array forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check
+ * nothing is written. ::korStatusNoConvergence comes when the sweeps, 30 times the order, don't suffice: then the eigenvalues found so
+ * far are written, the last ones; or when a vector of the right set vanishes. A system of two unknowns that is singular to
+ * working precision ends a call as well, with ::korStatusNearSingularBlock for a complex eigenvalue and, on purpose, with
+ * ::korStatusOk for a real one. In the last three cases all eigenvalues of the object are written. No such object has vectors, and of an
+ * array later objects are untouched, on one thread all of them, otherwise those of its run.
+ * @{
+ */
+
+/**
+ * dstRight, dstLeft = eigenvectors y^T src = w y^T and src y = w y
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValuesVectors_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *dstRight,
+    int32_t dstRightRowStride, int32_t dstRightElementStride, float *dstLeft, int32_t dstLeftRowStride,
+    int32_t dstLeftElementStride, float *dstValuesRe, float *dstValuesIm, int32_t order, float *buffer);
+
+/**
+ * dstRight, dstLeft = eigenvectors y^T src = w y^T and src y = w y
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValuesVectors_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *dstRight,
+    int32_t dstRightRowStride, int32_t dstRightElementStride, double *dstLeft, int32_t dstLeftRowStride,
+    int32_t dstLeftElementStride, double *dstValuesRe, double *dstValuesIm, int32_t order, double *buffer);
+
+/**
+ * dstRight, dstLeft = eigenvectors y^T src = w y^T and src y = w y
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValuesVectors_m_32f_P(
+    const float *const *src, int32_t srcOffset, float *const *dstRight, int32_t dstRightOffset,
+    float *const *dstLeft, int32_t dstLeftOffset, float *dstValuesRe, float *dstValuesIm, int32_t order,
+    float *buffer);
+
+/**
+ * dstRight, dstLeft = eigenvectors y^T src = w y^T and src y = w y
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValuesVectors_m_64f_P(
+    const double *const *src, int32_t srcOffset, double *const *dstRight, int32_t dstRightOffset,
+    double *const *dstLeft, int32_t dstLeftOffset, double *dstValuesRe, double *dstValuesIm, int32_t order,
+    double *buffer);
+
+/**
+ * dstRight(k), dstLeft(k) = eigenvectors y^T src(k) = w y^T and src(k) y = w y
+ *
+ * Checks: null, size, count, stride.
+ * Serial below 501 by order*(3*order + 1)*count.
+ */
+int32_t kormEigenValuesVectors_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    float *dstRight, int32_t dstRightObjectStride, int32_t dstRightRowStride, int32_t dstRightElementStride,
+    float *dstLeft, int32_t dstLeftObjectStride, int32_t dstLeftRowStride, int32_t dstLeftElementStride,
+    float *dstValuesRe, float *dstValuesIm, int32_t order, int32_t count, float *buffer);
+
+/**
+ * dstRight(k), dstLeft(k) = eigenvectors y^T src(k) = w y^T and src(k) y = w y
+ *
+ * Checks: null, size, count, stride.
+ * Serial below 501 by order*(3*order + 1)*count.
+ */
+int32_t kormEigenValuesVectors_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride,
+    double *dstRight, int32_t dstRightObjectStride, int32_t dstRightRowStride, int32_t dstRightElementStride,
+    double *dstLeft, int32_t dstLeftObjectStride, int32_t dstLeftRowStride, int32_t dstLeftElementStride,
+    double *dstValuesRe, double *dstValuesIm, int32_t order, int32_t count, double *buffer);
+
+/**
+ * dstRight(k), dstLeft(k) = eigenvectors y^T src(k) = w y^T and src(k) y = w y
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dstRight, stride of dstRight, offset of dstLeft, stride of dstLeft.
+ * Serial below 501 by order*(3*order + 1)*count.
+ */
+int32_t kormEigenValuesVectors_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    float *const *dstRight, int32_t dstRightOffset, int32_t dstRightRowStride, int32_t dstRightElementStride,
+    float *const *dstLeft, int32_t dstLeftOffset, int32_t dstLeftRowStride, int32_t dstLeftElementStride,
+    float *dstValuesRe, float *dstValuesIm, int32_t order, int32_t count, float *buffer);
+
+/**
+ * dstRight(k), dstLeft(k) = eigenvectors y^T src(k) = w y^T and src(k) y = w y
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dstRight, stride of dstRight, offset of dstLeft, stride of dstLeft.
+ * Serial below 501 by order*(3*order + 1)*count.
+ */
+int32_t kormEigenValuesVectors_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *const *dstRight, int32_t dstRightOffset, int32_t dstRightRowStride, int32_t dstRightElementStride,
+    double *const *dstLeft, int32_t dstLeftOffset, int32_t dstLeftRowStride, int32_t dstLeftElementStride,
+    double *dstValuesRe, double *dstValuesIm, int32_t order, int32_t count, double *buffer);
+
+/**
+ * dstRight(k), dstLeft(k) = eigenvectors y^T src(k) = w y^T and src(k) y = w y
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dstRight, stride of dstRight, offset of dstLeft, stride of dstLeft.
+ * Serial below 501 by order*(3*order + 1)*count.
+ */
+int32_t kormEigenValuesVectors_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *const *dstRight,
+    int32_t dstRightOffset, int32_t dstRightObjectStride, float *const *dstLeft, int32_t dstLeftOffset,
+    int32_t dstLeftObjectStride, float *dstValuesRe, float *dstValuesIm, int32_t order, int32_t count,
+    float *buffer);
+
+/**
+ * dstRight(k), dstLeft(k) = eigenvectors y^T src(k) = w y^T and src(k) y = w y
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dstRight, stride of dstRight, offset of dstLeft, stride of dstLeft.
+ * Serial below 501 by order*(3*order + 1)*count.
+ */
+int32_t kormEigenValuesVectors_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *const *dstRight,
+    int32_t dstRightOffset, int32_t dstRightObjectStride, double *const *dstLeft, int32_t dstLeftOffset,
+    int32_t dstLeftObjectStride, double *dstValuesRe, double *dstValuesIm, int32_t order, int32_t count,
+    double *buffer);
+
+/**
+ * dst = eigenvectors src y = w y
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValuesVectorsLeft_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *dst, int32_t dstRowStride,
+    int32_t dstElementStride, float *dstValuesRe, float *dstValuesIm, int32_t order, float *buffer);
+
+/**
+ * dst = eigenvectors src y = w y
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValuesVectorsLeft_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *dst, int32_t dstRowStride,
+    int32_t dstElementStride, double *dstValuesRe, double *dstValuesIm, int32_t order, double *buffer);
+
+/**
+ * dst = eigenvectors src y = w y
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValuesVectorsLeft_m_32f_P(
+    const float *const *src, int32_t srcOffset, float *const *dst, int32_t dstOffset, float *dstValuesRe,
+    float *dstValuesIm, int32_t order, float *buffer);
+
+/**
+ * dst = eigenvectors src y = w y
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValuesVectorsLeft_m_64f_P(
+    const double *const *src, int32_t srcOffset, double *const *dst, int32_t dstOffset, double *dstValuesRe,
+    double *dstValuesIm, int32_t order, double *buffer);
+
+/**
+ * dst(k) = eigenvectors src(k) y = w y
+ *
+ * Checks: null, size, count, stride.
+ */
+int32_t kormEigenValuesVectorsLeft_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, float *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, float *dstValuesRe,
+    float *dstValuesIm, int32_t order, int32_t count, float *buffer);
+
+/**
+ * dst(k) = eigenvectors src(k) y = w y
+ *
+ * Checks: null, size, count, stride.
+ */
+int32_t kormEigenValuesVectorsLeft_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, double *dstValuesRe,
+    double *dstValuesIm, int32_t order, int32_t count, double *buffer);
+
+/**
+ * dst(k) = eigenvectors src(k) y = w y
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dst, stride of dst.
+ */
+int32_t kormEigenValuesVectorsLeft_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, float *dstValuesRe,
+    float *dstValuesIm, int32_t order, int32_t count, float *buffer);
+
+/**
+ * dst(k) = eigenvectors src(k) y = w y
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dst, stride of dst.
+ */
+int32_t kormEigenValuesVectorsLeft_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride,
+    double *dstValuesRe, double *dstValuesIm, int32_t order, int32_t count, double *buffer);
+
+/**
+ * dst(k) = eigenvectors src(k) y = w y
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dst, stride of dst.
+ */
+int32_t kormEigenValuesVectorsLeft_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, float *dstValuesRe, float *dstValuesIm, int32_t order, int32_t count,
+    float *buffer);
+
+/**
+ * dst(k) = eigenvectors src(k) y = w y
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dst, stride of dst.
+ */
+int32_t kormEigenValuesVectorsLeft_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, double *dstValuesRe, double *dstValuesIm, int32_t order,
+    int32_t count, double *buffer);
+
+/**
+ * dst = eigenvectors y^T src = w y^T
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValuesVectorsRight_m_32f(
+    const float *src, int32_t srcRowStride, int32_t srcElementStride, float *dst, int32_t dstRowStride,
+    int32_t dstElementStride, float *dstValuesRe, float *dstValuesIm, int32_t order, float *buffer);
+
+/**
+ * dst = eigenvectors y^T src = w y^T
+ *
+ * Checks: null, size, stride.
+ */
+int32_t kormEigenValuesVectorsRight_m_64f(
+    const double *src, int32_t srcRowStride, int32_t srcElementStride, double *dst, int32_t dstRowStride,
+    int32_t dstElementStride, double *dstValuesRe, double *dstValuesIm, int32_t order, double *buffer);
+
+/**
+ * dst = eigenvectors y^T src = w y^T
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValuesVectorsRight_m_32f_P(
+    const float *const *src, int32_t srcOffset, float *const *dst, int32_t dstOffset, float *dstValuesRe,
+    float *dstValuesIm, int32_t order, float *buffer);
+
+/**
+ * dst = eigenvectors y^T src = w y^T
+ *
+ * Checks: null, size, offset.
+ */
+int32_t kormEigenValuesVectorsRight_m_64f_P(
+    const double *const *src, int32_t srcOffset, double *const *dst, int32_t dstOffset, double *dstValuesRe,
+    double *dstValuesIm, int32_t order, double *buffer);
+
+/**
+ * dst(k) = eigenvectors y^T src(k) = w y^T
+ *
+ * Checks: null, size, count, stride.
+ */
+int32_t kormEigenValuesVectorsRight_ma_32f(
+    const float *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, float *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, float *dstValuesRe,
+    float *dstValuesIm, int32_t order, int32_t count, float *buffer);
+
+/**
+ * dst(k) = eigenvectors y^T src(k) = w y^T
+ *
+ * Checks: null, size, count, stride.
+ */
+int32_t kormEigenValuesVectorsRight_ma_64f(
+    const double *src, int32_t srcObjectStride, int32_t srcRowStride, int32_t srcElementStride, double *dst,
+    int32_t dstObjectStride, int32_t dstRowStride, int32_t dstElementStride, double *dstValuesRe,
+    double *dstValuesIm, int32_t order, int32_t count, double *buffer);
+
+/**
+ * dst(k) = eigenvectors y^T src(k) = w y^T
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dst, stride of dst.
+ */
+int32_t kormEigenValuesVectorsRight_ma_32f_L(
+    const float *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    float *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride, float *dstValuesRe,
+    float *dstValuesIm, int32_t order, int32_t count, float *buffer);
+
+/**
+ * dst(k) = eigenvectors y^T src(k) = w y^T
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dst, stride of dst.
+ */
+int32_t kormEigenValuesVectorsRight_ma_64f_L(
+    const double *const *src, int32_t srcOffset, int32_t srcRowStride, int32_t srcElementStride,
+    double *const *dst, int32_t dstOffset, int32_t dstRowStride, int32_t dstElementStride,
+    double *dstValuesRe, double *dstValuesIm, int32_t order, int32_t count, double *buffer);
+
+/**
+ * dst(k) = eigenvectors y^T src(k) = w y^T
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dst, stride of dst.
+ */
+int32_t kormEigenValuesVectorsRight_ma_32f_P(
+    const float *const *src, int32_t srcOffset, int32_t srcObjectStride, float *const *dst, int32_t dstOffset,
+    int32_t dstObjectStride, float *dstValuesRe, float *dstValuesIm, int32_t order, int32_t count,
+    float *buffer);
+
+/**
+ * dst(k) = eigenvectors y^T src(k) = w y^T
+ *
+ * Checks: null, size, count, offset of src, stride of src, offset of dst, stride of dst.
+ */
+int32_t kormEigenValuesVectorsRight_ma_64f_P(
+    const double *const *src, int32_t srcOffset, int32_t srcObjectStride, double *const *dst,
+    int32_t dstOffset, int32_t dstObjectStride, double *dstValuesRe, double *dstValuesIm, int32_t order,
+    int32_t count, double *buffer);
+
+/** @} */
+
+
+/**
+ * @defgroup eigen_buffers Scratch of general eigenproblems
+ * How many bytes of scratch the functions of general eigenproblems need for matrices of a given order: order*(order + 5)
+ * elements for eigenvalues alone, order*(3*order + 5) with vectors. The product wraps at 32 bits.
+ *
+ * Status: ::korStatusOk, ::korStatusNullPointer (`size` is null), ::korStatusBadSize (`order` is below 1), in this order.
+ * @{
+ */
+
+/**
+ * Scratch of `kormEigenValues` for `float`.
+ */
+int32_t kormEigenValuesGetBufSize_32f(int32_t order, uint32_t *size);
+
+/**
+ * Scratch of `kormEigenValues` for `double`.
+ */
+int32_t kormEigenValuesGetBufSize_64f(int32_t order, uint32_t *size);
+
+/**
+ * Scratch of `kormEigenValuesVectors`, `-Left` and `-Right` for `float`.
+ */
+int32_t kormEigenValuesVectorsGetBufSize_32f(int32_t order, uint32_t *size);
+
+/**
+ * Scratch of `kormEigenValuesVectors`, `-Left` and `-Right` for `double`.
+ */
+int32_t kormEigenValuesVectorsGetBufSize_64f(int32_t order, uint32_t *size);
+
+/** @} */
+
+
+/**
  * @defgroup fixed_vectors Vectors of 2, 3 or 4 elements
  * A `v2`, `v3` or `v4` vector is that many `float` one behind the other, at any address. Nothing is read or written
  * beyond them: a `v3` function touches no fourth element.

@@ -25,6 +25,8 @@ std::string pointerType(const Form& form, const Argument& argument) {
 
 void printPrototypes() {
     std::puts("#include <korm.h>\n\nconst kormLibVersion *(*typed_kormGetLibVersion)(void) = kormGetLibVersion;");
+    for (const std::string& name : sizeQueryNames())
+        std::printf("int32_t (*typed_%s)(int32_t, uint32_t *) = %s;\n", name.c_str(), name.c_str());
     for (const Form& form : allForms()) {
         std::string list;
         for (const Argument& argument : form.arguments) {
@@ -46,6 +48,7 @@ void printStubs() {
     std::puts("    .text\n    .hidden mutantEntry");
     for (const Form& form : allForms()) printStub(form.name, form.index);
     printStub("kormGetLibVersion", allForms().size());
+    for (const std::string& name : sizeQueryNames()) printStub(name, allForms().size());
     std::puts("    .section .note.GNU-stack,\"\",@progbits");
 }
 

@@ -13,7 +13,7 @@ extern "C" __attribute__((visibility("hidden"))) std::int32_t mutantCall(std::si
 extern "C" std::int32_t mutantCall(std::size_t index, [[maybe_unused]] const unsigned char* registers,
                                    const unsigned char* stack) {
     using namespace kormtest;
-    // The one function without arguments answers with a null record.
+    // Functions without operands answer with zero, or a null record.
     if (index >= allForms().size()) return 0;
     const Form& form = allForms()[index];
     std::vector<CallValue> values;

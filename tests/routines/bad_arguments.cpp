@@ -57,16 +57,16 @@ std::vector<std::int32_t> badValuesOf(const Form& form, const Argument& argument
     return {};
 }
 
-// Does some check of the form look at arguments of this role?
-bool isChecked(const Form& form, Role role) {
-    return std::any_of(form.checks.begin(), form.checks.end(), [&](char letter) { return looksAt(letter, role); });
+// Does some check of the form look at this argument?
+bool isChecked(const Form& form, const Argument& argument) {
+    return std::any_of(form.checks.begin(), form.checks.end(), [&](char letter) { return looksAt(letter, argument); });
 }
 
 // All bad values that some check of the form looks at.
 std::vector<BadValue> allBadValues(const Form& form) {
     std::vector<BadValue> result;
     for (std::size_t i = 0; i < form.arguments.size(); ++i) {
-        if (!isChecked(form, form.arguments[i].role)) continue;
+        if (!isChecked(form, form.arguments[i])) continue;
         for (const std::int32_t value : badValuesOf(form, form.arguments[i])) result.push_back({i, value});
     }
     return result;
@@ -99,7 +99,7 @@ public:
                 case Role::offset:
                     // Without a check of offsets even bad ones must not matter to the others.
                     values_.push_back(CallValue::integer(
-                        form_.checks.find('O') == std::string::npos ? -3 : size * random_.between(0, 9)));
+                        form_.checks.find_first_of("Oo") == std::string::npos ? -3 : size * random_.between(0, 9)));
                     break;
                 case Role::objectStride:
                 case Role::rowStride:

@@ -40,7 +40,7 @@ bool checkFails(const Form& form, std::span<const CallValue> arguments, char let
     if (letter == 'A' && countOf(form, arguments) < 2) return false;
     const auto mask = static_cast<std::uint32_t>(form.elementSize() - 1);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        if (!looksAt(letter, form.arguments[i].role)) continue;
+        if (!looksAt(letter, form.arguments[i])) continue;
         const auto bits = static_cast<std::uint32_t>(arguments[i].bits);
         const auto number = static_cast<std::int32_t>(bits);
         switch (letter) {
@@ -54,6 +54,9 @@ bool checkFails(const Form& form, std::span<const CallValue> arguments, char let
             case 'T':
             case 'R':
             case 'A':
+            case 't':
+            case 'u':
+            case 'v':
                 if (number < 1 || (bits & mask) != 0) return true;
                 break;
             default:
@@ -72,8 +75,14 @@ std::int32_t statusOfCheck(char letter) {
         case 'M': return status::sizeMismatch;
         case 'T':
         case 'R':
-        case 'A': return status::badStride;
-        case 'O': return status::badOffset;
+        case 'A':
+        case 't':
+        case 'u':
+        case 'v': return status::badStride;
+        case 'O':
+        case 'o':
+        case 'p':
+        case 'q': return status::badOffset;
         default: return status::ok;
     }
 }

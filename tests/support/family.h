@@ -49,6 +49,8 @@ struct Family {
     bool layoutPairs = false;
     // The entry function does the work: there are no kernels with names of their own.
     bool withoutKernels = false;
+    // One kernel for any stride, in every layout.
+    bool oneKernel = false;
     // Operands may overlap in any way: each element is written before the next is read.
     bool movesForward = false;
     // Matrices have at least as many rows as columns; sizes match where they do.
@@ -106,6 +108,7 @@ Table movementForms();
 Table linalgForms();
 Table eigenForms();
 Table qrForms();
+Table generalEigenForms();
 
 // --- Helpers of the tables ---
 

@@ -12,7 +12,8 @@ namespace {
 // In the order of subsystems; a form's place in it takes part in the seeds of its random cases.
 std::vector<Table> allTables() {
     return {
-        arithForms(), productForms(), vectorForms(), movementForms(), linalgForms(), eigenForms(), qrForms(),
+        arithForms(),  productForms(), vectorForms(), movementForms(),
+        linalgForms(), eigenForms(),   qrForms(),     generalEigenForms(),
     };
 }
 
@@ -188,6 +189,8 @@ std::int32_t Sizes::of(Extent extent) const {
         case Extent::count: return count;
         case Extent::square: return order * order;
         case Extent::squareAndRow: return order * order + order;
+        case Extent::squareAndFiveRows: return order * (order + 5);
+        case Extent::threeSquaresAndFiveRows: return order * (3 * order + 5);
     }
     return 0;
 }
@@ -203,7 +206,9 @@ void Sizes::set(Extent extent, std::int32_t value) {
         case Extent::one:
         case Extent::three:
         case Extent::square:
-        case Extent::squareAndRow: throw std::logic_error("not a size of its own");
+        case Extent::squareAndRow:
+        case Extent::squareAndFiveRows:
+        case Extent::threeSquaresAndFiveRows: throw std::logic_error("not a size of its own");
     }
 }
 
@@ -240,9 +245,15 @@ const std::vector<Form>& allForms() {
 
 std::vector<std::string> allNames() {
     std::vector<std::string> names{"kormGetLibVersion"};
+    for (const std::string& name : sizeQueryNames()) names.push_back(name);
     for (const Form& form : allForms()) names.push_back(form.name);
     std::sort(names.begin(), names.end());
     return names;
+}
+
+std::vector<std::string> sizeQueryNames() {
+    return {"kormEigenValuesGetBufSize_32f", "kormEigenValuesGetBufSize_64f", "kormEigenValuesVectorsGetBufSize_32f",
+            "kormEigenValuesVectorsGetBufSize_64f"};
 }
 
 const Form& formNamed(std::string_view name) {
@@ -251,15 +262,16 @@ const Form& formNamed(std::string_view name) {
     throw std::logic_error("no form " + std::string(name));
 }
 
-bool looksAt(char letter, Role role) {
-    switch (role) {
+bool looksAt(char letter, const Argument& argument) {
+    const auto ofOperand = [&](char ofFirst) { return letter == ofFirst + argument.operand; };
+    switch (argument.role) {
         case Role::pointer: return letter == 'N';
         case Role::count: return letter == 'C';
         case Role::size: return letter == 'S';
-        case Role::objectStride: return letter == 'T' || letter == 'A';
+        case Role::objectStride: return letter == 'T' || letter == 'A' || ofOperand('t');
         case Role::rowStride:
-        case Role::elementStride: return letter == 'T' || letter == 'R';
-        case Role::offset: return letter == 'O';
+        case Role::elementStride: return letter == 'T' || letter == 'R' || ofOperand('t');
+        case Role::offset: return letter == 'O' || ofOperand('o');
         case Role::value: return false;
     }
     return false;

@@ -40,8 +40,10 @@ enum class Extent : std::uint8_t {
     inner,  // the length of each sum of a product
     order,
     count,
-    square,        // order * order: a scratch area
-    squareAndRow,  // order * order + order: another
+    square,        // order * order: a scratch area, as are those below
+    squareAndRow,  // order * order + order
+    squareAndFiveRows,
+    threeSquaresAndFiveRows,
 };
 
 struct Sizes {
@@ -112,7 +114,8 @@ struct Form {
     std::vector<Argument> arguments;
     std::vector<Extent> extents;  // without the count, each once
     // In order: N null, C count, S size, M match, T stride, O offset. Where the strides of objects are looked at on
-    // their own and only above one object, that is A, and R the other strides.
+    // their own and only above one object, that is A, and R the other strides. Where operands are looked at one after the
+    // other, o, p, q are the offsets of the first, second and third, t, u, v their strides.
     std::string checks;
     bool array = false;
     bool driver = false;
@@ -135,9 +138,12 @@ const std::vector<Form>& allForms();
 // Every exported name, sorted.
 std::vector<std::string> allNames();
 
+// Those that tell the size of a buffer and have no operands.
+std::vector<std::string> sizeQueryNames();
+
 const Form& formNamed(std::string_view name);
 
-// Does the check of this letter look at arguments of this role?
-bool looksAt(char letter, Role role);
+// Does the check of this letter look at this argument?
+bool looksAt(char letter, const Argument& argument);
 
 }  // namespace kormtest

@@ -22,7 +22,7 @@ std::string hex(const void* pointer) {
 
 // Forms that don't check their offsets must serve any.
 bool uncheckedOffset(const Form& form) {
-    return form.layout == Layout::pointer && form.checks.find('O') == std::string::npos;
+    return form.layout == Layout::pointer && form.checks.find_first_of("Oo") == std::string::npos;
 }
 
 }  // namespace

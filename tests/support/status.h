@@ -6,6 +6,7 @@
 namespace kormtest::status {
 
 inline constexpr std::int32_t ok = 0;
+inline constexpr std::int32_t nearSingularBlock = -2;
 inline constexpr std::int32_t badSize = -6;
 inline constexpr std::int32_t nullPointer = -8;
 inline constexpr std::int32_t divideByZero = -10;
