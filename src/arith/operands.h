@@ -85,33 +85,31 @@ template <class T, Spacing spacing>
     return array;
 }
 
-// Calls f for each object and moves the operands on. Objects a stride apart are one run, each object of a list is a run of its
-// own, so that the inner loop has no test of the layout. Lists of `small` objects have a loop of their own.
+// Calls f for each object and moves the operands on: one loop for both layouts, but `small` objects a stride apart have their
+// own. Behind the last entry of a list nothing is read.
 template <bool small = false, class A, class B, class D, class F>
 [[gnu::always_inline]] inline void eachObject(A a, B b, D dst, std::ptrdiff_t count, const F& f) {
+    const auto byStride = [&]() __attribute__((always_inline)) {
+        nextByStride(a);
+        nextByStride(b);
+        nextByStride(dst);
+    };
     const bool listed = dst.list != nullptr;
-    if (small && listed)
-        for (;;) {
+    if (small && !listed) {
+        do {
             f(a, b, dst);
-            if (--count == 0) return;
+            byStride();
+        } while (--count != 0);
+        return;
+    }
+    for (;;) {
+        f(a, b, dst);
+        if (--count == 0) return;
+        if (small || listed) [[unlikely]] {
             nextOfList(a);
             nextOfList(b);
             nextOfList(dst);
-        }
-    const std::ptrdiff_t run = listed ? 1 : count;
-    for (;;) {
-        std::ptrdiff_t left = run;
-        do {
-            f(a, b, dst);
-            nextByStride(a);
-            nextByStride(b);
-            nextByStride(dst);
-        } while (--left != 0);
-        count -= run;
-        if (small || count == 0) return;
-        nextOfList(a);
-        nextOfList(b);
-        nextOfList(dst);
+        } else byStride();
     }
 }
 

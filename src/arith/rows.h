@@ -10,7 +10,6 @@
 
 #include "arith/operands.h"
 #include "entry/views.h"
-#include "kernel/known.h"
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
 #include "korm.h"
@@ -205,6 +204,10 @@ template <class T, class A, class B, class D, class F>
         });
 }
 
+// What comes after this loads strides and pointers of its operands itself. Without it gcc loads all that any case of a choice by
+// size needs ahead of the choice, and then the cases' loops keep strides on the stack for want of registers: a fifth more time.
+[[gnu::always_inline]] inline void loadAgain() { asm volatile("" : : : "memory"); }
+
 // `bytes` is the length of a row. The choice by length is made once, not per row. Objects of one long row have a loop of
 // their own: that of rows of objects takes an eighth more time for 100 floats.
 template <class Op, class A, class B, class D>
@@ -213,6 +216,7 @@ template <class Op, class A, class B, class D>
     using T = typename D::Element;
     const std::ptrdiff_t last = bytes - 16;
     const auto shortRows = [&](auto whole) __attribute__((always_inline)) {
+        loadAgain();
         if (height == 1) return onlyRows<Op, whole>(a, b, dst, last, count);
         eachRow<T>(
             a, b, dst, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
@@ -220,12 +224,14 @@ template <class Op, class A, class B, class D>
             });
     };
     const auto longRows = [&](std::ptrdiff_t rowsOfObject) __attribute__((always_inline)) {
+        loadAgain();
         eachRow<T>(
             a, b, dst, rowsOfObject, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
                 longRow<Op, T>(x, y, to, last);
             });
     };
     if (bytes < 16) {
+        loadAgain();
         if (height == 1)
             return eachObject<true>(
                 a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
@@ -233,7 +239,7 @@ template <class Op, class A, class B, class D>
                 });
         return eachRow<T>(
             a, b, dst, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
-                partialVector<Op, T>(x, y, to, 0, opaque(bytes));
+                partialVector<Op, T>(x, y, to, 0, bytes);
             });
     }
     switch ((last + 15) / 16) {
@@ -242,9 +248,7 @@ template <class Op, class A, class B, class D>
         case 2: return shortRows(Int<2>{});
         case 3: return shortRows(Int<3>{});
         case 4: return shortRows(Int<4>{});
-        case 7:
-            if (height == 1) return onlyRows<Op, 7>(a, b, dst, last, count);
-            [[fallthrough]];
+        case 7: return shortRows(Int<7>{});
         default: return height == 1 ? longRows(1) : longRows(height);
     }
 }

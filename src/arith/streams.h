@@ -28,11 +28,6 @@ struct Table {
 };
 
 // Where the elements (i, j) to (i, j + n - 1) lie, each at the same distance from the address in `at`.
-template <class Byte, int n, class View>
-[[gnu::always_inline]] inline void positions(Byte* (&at)[n], const View& view, std::ptrdiff_t i, std::ptrdiff_t j) {
-    Byte* element = view.origin + i * view.rowStride + j * view.elementStride;
-    for (int e = 0; e < n; ++e, element += view.elementStride) at[e] = element;
-}
 template <class Byte, int n, class T, Objects objects>
 [[gnu::always_inline]] inline void positions(Byte* (&at)[n], const Table<T, objects>& table, std::ptrdiff_t i,
                                              std::ptrdiff_t j) {
@@ -41,10 +36,9 @@ template <class Byte, int n, class T, Objects objects>
 }
 
 // That distance for object k.
-template <class View>
-[[gnu::always_inline]] inline std::ptrdiff_t distanceOf(const View& view, std::ptrdiff_t k) {
-    if constexpr (isScattered<View>) return view.offset + k * view.objectStride;
-    else return k * view.objectStride;
+template <class T, Objects objects>
+[[gnu::always_inline]] inline std::ptrdiff_t distanceOf(const Table<T, objects>& table, std::ptrdiff_t k) {
+    return table.offset + k * table.objectStride;
 }
 
 template <class View>
@@ -146,14 +140,19 @@ template <class Op, int n, class A, class B, class D>
 
 // Objects are taken in blocks, so that what lies between the elements of one stream, about 8 KB an operand, is still in the
 // first-level cache for the next.
+template <class View>
+inline std::ptrdiff_t objectsOfBlock(const View& dst, std::ptrdiff_t count) {
+    constexpr std::ptrdiff_t least = 16;
+    return count <= least ? least : std::max(least, 8192 / dst.objectStride);
+}
+
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] void streams(const A& first, const B& second, const D& result, std::ptrdiff_t width,
                                std::ptrdiff_t height, std::ptrdiff_t count) {
     const A a = first;
     const B b = second;
     const D dst = result;
-    constexpr std::ptrdiff_t least = 16;
-    const std::ptrdiff_t block = count <= least ? least : std::max(least, 8192 / dst.objectStride);
+    const std::ptrdiff_t block = objectsOfBlock(dst, count);
     for (std::ptrdiff_t begin = 0; begin < count; begin += block) {
         const std::ptrdiff_t objects = std::min(block, count - begin);
         for (std::ptrdiff_t i = 0; i < height; ++i) {

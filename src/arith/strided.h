@@ -2,6 +2,7 @@
 // in a row mostly go to one line of cache, which takes them in one cycle.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -54,7 +55,7 @@ struct Walk {
     [[gnu::always_inline]] void nextRow() { at = opaque(at + toNextRow); }
     [[gnu::always_inline]] void nextByStride() { at = opaque(at + toNextObject); }
     [[gnu::always_inline]] void nextOfList() {
-        if (list != nullptr) at = reinterpret_cast<BytePointer<T>>(*++list) + toNextObject;
+        at = (list == nullptr ? at : reinterpret_cast<BytePointer<T>>(*++list)) + toNextObject;
     }
 };
 
@@ -245,6 +246,32 @@ template <class Op, class A, class B, class D>
     storeRow<Op>(x, y, z, length);
 }
 
+// The array with objects in place of columns, columns in place of rows and rows in place of objects, from object `first` on.
+template <class T, Spacing spacing>
+[[gnu::always_inline]] inline Array<T, Spacing::strided> alongObjects(const Array<T, spacing>& array,
+                                                                      std::ptrdiff_t first) {
+    return {array.origin + first * array.objectStride, nullptr, array.rowStride, array.elementStride,
+            array.objectStride};
+}
+template <class T, Spacing spacing>
+[[gnu::always_inline]] inline auto alongObjects(const GridView<T, Objects::single, spacing>& view, std::ptrdiff_t) {
+    return alongObjects(asArray(view), 0);
+}
+template <class T>
+[[gnu::always_inline]] inline auto alongObjects(const ConstantView<T, Objects::single>& view, std::ptrdiff_t) {
+    return asArray(view);
+}
+
+// The same element of one object after the other, in blocks of objects that stay in the first-level cache.
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void stridedStreams(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
+                                                  std::ptrdiff_t height, std::ptrdiff_t count) {
+    const std::ptrdiff_t block = objectsOfBlock(dst, count);
+    for (std::ptrdiff_t first = 0; first < count; first += block)
+        stridedAny<Op>(alongObjects(a, first), alongObjects(b, first), alongObjects(dst, first),
+                       std::min(block, count - first), width, height);
+}
+
 // One function for both layouts. Streams are taken where objects are one element apart, or too small for rows of their own.
 template <class Op, class A, class B, class D, class Shape>
 [[gnu::noinline]] void stridedObjects(const A& a, const B& b, const D& dst, Shape shape, std::ptrdiff_t count) {
@@ -261,7 +288,7 @@ template <class Op, class A, class B, class D, class Shape>
     bySize(
         shape, [&](auto w, auto h) __attribute__((always_inline)) { stridedSized<Op, w, h>(a, b, dst, count); },
         [&]() __attribute__((always_inline)) {
-            if (width * height <= 12 && mayReorder()) streams<Op>(a, b, dst, width, height, count);
+            if (width * height <= 12 && mayReorder()) stridedStreams<Op>(a, b, dst, width, height, count);
             else stridedAny<Op>(asArray(a), asArray(b), dst, width, height, count);
         });
 }

@@ -48,6 +48,13 @@ template <class T, int elements, class View, class Kept>
             fromLanes<Vector<T>>([&](int l) { return load<T>(view.origin + l * view.objectStride); })};
 }
 
+// Arrays of elements are packed, those of constants may have any stride.
+template <class Layout, class View>
+[[gnu::always_inline]] inline void nextTile(View& view) {
+    if constexpr (isConstant<View> && !isShared<View>) view.origin += Layout::objects * view.objectStride;
+    else if constexpr (!isShared<View>) view.origin += Layout::bytes;
+}
+
 // Does the whole tiles and returns how many objects these were; a shared operand is given as a tile. A function of its own:
 // inlined into kernels, which have many loops, gcc kept a pointer of this one in memory, for a third more time.
 template <class Op, class T, int elements, bool perVector, class A, class B>
@@ -57,18 +64,18 @@ template <class Op, class T, int elements, bool perVector, class A, class B>
     B b = second;
     const auto keptA = keptRow<T, Layout::vectors - 1>(a, Layout::bytes - 16);
     const auto keptB = keptRow<T, Layout::vectors - 1>(b, Layout::bytes - 16);
-    std::ptrdiff_t done = 0;
-    for (; done + Layout::objects <= count; done += Layout::objects) {
+    const std::ptrdiff_t tiles = count / Layout::objects;
+    for (std::ptrdiff_t left = tiles; left > 0; --left) {
         const auto& x = tileSource<T, elements>(a, keptA);
         const auto& y = tileSource<T, elements>(b, keptB);
         unrolled<Layout::vectors>([&](auto v) __attribute__((always_inline)) {
             store(to + 16 * v, Op::apply(x.vector(Int<16 * v>{}), y.vector(Int<16 * v>{})));
         });
-        if constexpr (!isShared<A>) a.origin += Layout::objects * a.objectStride;
-        if constexpr (!isShared<B>) b.origin += Layout::objects * b.objectStride;
+        nextTile<Layout>(a);
+        nextTile<Layout>(b);
         to += Layout::bytes;
     }
-    return done;
+    return tiles * Layout::objects;
 }
 
 }  // namespace korm::inline KORM_VARIANT::arith
