@@ -109,7 +109,7 @@ template <int n, class Order>
                                                     std::byte* to) {
     Double2 factors[n / 2], lastFactor{};
     unrolled<n / 2>([&](auto m) __attribute__((always_inline)) { factors[m] = load<Double2>(x + 16 * m); });
-    if constexpr (n % 2 == 1) lastFactor = spread<Double2>(x + 8 * (n - 1));
+    if constexpr (n % 2 == 1) lastFactor = all<Double2>(load<double>(x + 8 * (n - 1)));
     unrolled<n / 2>([&](auto pair) __attribute__((always_inline)) {
         const std::byte* const first = a + 2 * pair * stride;
         const std::byte* const second = first + stride;
@@ -128,9 +128,10 @@ template <int n, class Order>
     if constexpr (n % 2 == 1) {
         double product[n];
         unrolled<n>([&](auto k) __attribute__((always_inline)) {
-            const auto left = load<double>(a + (n - 1) * stride + 8 * k);
-            if constexpr (k == n - 1) product[k] = left * lastFactor[0];
-            else product[k] = left * factors[k / 2][k % 2];
+            // A copy, since an element of an array's element would be read from memory.
+            Double2 factor = lastFactor;
+            if constexpr (k < n - 1) factor = factors[k / 2];
+            product[k] = load<double>(a + (n - 1) * stride + 8 * k) * factor[k % 2];
         });
         store(to + 8 * (n - 1), square::sum<Order, n>(product, n - 1));
     }
@@ -197,18 +198,25 @@ template <class T, int n, class Order, bool turned>
 template <class T, int n, class Order, bool turned>
 [[gnu::noinline]] void squaresTimesVectors(const GridObjects& as, const GridObjects& xs, const GridObjects& dsts,
                                            std::int32_t count) {
-    GridObjects vectors = xs;
-    // A vector that serves all objects is read before the first result too: from here on it lies on the stack.
-    std::byte own[n * sizeof(T)];
-    if (xs.isShared()) {
-        __builtin_memcpy(own, xs.first.origin, sizeof own);
-        vectors.first.origin = own;
-    }
     const std::ptrdiff_t stride = storedStride<turned>(as.first);
-    forObjects<n <= 4>(
-        as, vectors, dsts,
+    forObjects<true>(
+        as, xs, dsts,
         count, [&](std::int32_t, const std::byte* a, const std::byte* x, std::byte* to) __attribute__((always_inline)) {
             squareTimesVector<T, n, Order, turned>(a, stride, x, to);
+        });
+}
+
+// A vector that serves all objects is read before the first result: from here on it is in registers or on the stack.
+template <class T, int n, class Order, bool turned>
+[[gnu::noinline]] void squaresTimesVector(const GridObjects& as, const std::byte* x, const GridObjects& dsts,
+                                          std::int32_t count) {
+    const std::ptrdiff_t stride = storedStride<turned>(as.first);
+    std::byte own[n * sizeof(T)];
+    __builtin_memcpy(own, x, sizeof own);
+    forObjects<true>(
+        as, as, dsts,
+        count, [&](std::int32_t, const std::byte* a, const std::byte*, std::byte* to) __attribute__((always_inline)) {
+            squareTimesVector<T, n, Order, turned>(a, stride, own, to);
         });
 }
 
@@ -216,7 +224,7 @@ template <class T, int n, class Order>
 [[gnu::noinline]] void squareTimesVectors(const ColumnsHeld<T, n>& ready, const GridObjects& xs,
                                           const GridObjects& dsts, std::int32_t count) {
     const ColumnsHeld<T, n> columns = ready;
-    forObjects<n <= 4>(
+    forObjects<true>(
         xs, xs, dsts,
         count, [&](std::int32_t, const std::byte*, const std::byte* x, std::byte* to) __attribute__((always_inline)) {
             multiplyColumns<T, n, Order>(columns, x, to);
@@ -231,6 +239,8 @@ template <class T, int n, class Order, class A, class X, class D, class Count>
     else if constexpr (isAdjacent<D> && isShared<A>)
         squareTimesVectors<T, n, Order>(ColumnsHeld<T, n>{rightRows<T, n, !turned>(a.origin, storedStride(a))},
                                         objectsOf(x), objectsOf(dst), count);
+    else if constexpr (isAdjacent<D> && isShared<X>)
+        squaresTimesVector<T, n, Order, turned>(objectsOf(a), objectsOf(x).first.origin, objectsOf(dst), count);
     else if constexpr (isAdjacent<D>)
         squaresTimesVectors<T, n, Order, turned>(objectsOf(a), objectsOf(x), objectsOf(dst), count);
     else if constexpr (isOneObject<Count>)
