@@ -10,6 +10,7 @@
 
 #include "entry/views.h"
 #include "kernel/scalar.h"
+#include "kernel/unroll.h"
 #include "kernel/vec.h"
 #include "korm.h"
 #include "linalg/rows.h"
@@ -158,6 +159,15 @@ template <class S, class A>
     return true;
 }
 
+// Calls f with the number of lanes for groups of at most `most` cofactors, as a type: of wide vectors as many lanes as can be
+// filled, 16 bytes at least, or one.
+template <class T, int lanes, class F>
+[[gnu::always_inline]] inline void forGroupWidth(std::ptrdiff_t most, const F& f) {
+    if constexpr (lanes * sizeof(T) < 16) f(Int<1>{});
+    else if (most >= lanes) f(Int<lanes>{});
+    else forGroupWidth<T, lanes / 2>(most, f);
+}
+
 // --- The inverse ----------------------------------------------------------------------------------
 
 template <class T, class A, class D>
@@ -180,19 +190,22 @@ template <class T, class A, class D>
     const auto write = [&](std::ptrdiff_t i, std::ptrdiff_t j, T value) {
         store(dst.address(j, i), (value * scale) * ((i + j) % 2 == 0 ? T{1} : T{-1}));
     };
-    constexpr int lanes = laneCount<T>;
-    const std::ptrdiff_t together = n >= lanes && n <= greatestMinor + 1 ? lanes : 1;
-    for (std::ptrdiff_t i = 0; i < n; ++i)
-        for (std::ptrdiff_t j = 0; j < n; j += together) {
-            // The last group of a row begins early enough to be full.
-            const std::ptrdiff_t first = j + together <= n ? j : n - together;
-            Lanes<T> values;
-            if (together == lanes && cofactorsInLanes(src, n, i, first, broadcast(tiny), values)) {
-                for (int l = 0; l < lanes; ++l) write(i, first + l, values[l]);
-                continue;
+    forGroupWidth<T, laneCount<T>>(n <= greatestMinor + 1 ? n : 1, [&](auto lanes) {
+        for (std::ptrdiff_t i = 0; i < n; ++i)
+            for (std::ptrdiff_t j = 0; j < n; j += lanes) {
+                // The last group of a row begins early enough to be full.
+                const std::ptrdiff_t first = j + lanes <= n ? j : n - lanes;
+                if constexpr (lanes > 1) {
+                    using V = Vec<T, lanes>;
+                    V values;
+                    if (cofactorsInLanes(src, n, i, first, all<V>(tiny), values)) {
+                        for (int l = 0; l < lanes; ++l) write(i, first + l, values[l]);
+                        continue;
+                    }
+                }
+                for (std::ptrdiff_t l = first; l < first + lanes; ++l) write(i, l, cofactor(src, pad, n, i, l, tiny));
             }
-            for (std::ptrdiff_t l = first; l < first + together; ++l) write(i, l, cofactor(src, pad, n, i, l, tiny));
-        }
+    });
     return korStatusOk;
 }
 

@@ -1,7 +1,6 @@
 // Compiled once for each width, with KORM_VARIANT and KORM_VECTOR_BYTES to tell which.
 #include <type_traits>
 
-#include "entry/views.h"
 #include "kernel/unroll.h"
 #include "linalg/cofactors.h"
 #include "linalg/determinant.h"
@@ -10,36 +9,22 @@
 #include "linalg/lu_general.h"
 #include "linalg/lu_solve.h"
 #include "widths/kernels.h"
+#include "widths/operands.h"
 
 namespace korm::inline KORM_VARIANT {
+
+// In products.cpp.
+void addProducts(widths::Kernels<float>& all);
+void addProducts(widths::Kernels<double>& all);
+
 namespace {
 
 using widths::Kernel;
 using widths::Kernels;
-using widths::Operands;
 
 // How far elements of a row are apart, in elements.
 using Adjacent = Int<1>;
 using Apart = Int<2>;
-
-// Matrices of `height` rows and `width` columns, from the first of the operands on.
-template <int element, class T>
-auto matrices(T* base, const Operands<std::remove_const_t<T>>& on, int height, int width) {
-    const std::ptrdiff_t row = width * element + on.gap, object = height * row;
-    T* const origin = base + on.first * object;
-    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    if constexpr (element == 1) return plainArray(origin, object * size, row * size);
-    else return stridedArray(origin, object * size, row * size, element * size);
-}
-
-// The first matrix as the one that serves all.
-template <int element, class T>
-auto oneMatrix(T* base, const Operands<std::remove_const_t<T>>& on, int n) {
-    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    const std::ptrdiff_t row = (n * element + on.gap) * size;
-    if constexpr (element == 1) return plain(base, row);
-    else return strided(base, row, element * size);
-}
 
 template <class T>
 std::byte* pivotsOf(const Operands<T>& on, int n) {
@@ -118,6 +103,8 @@ void addKernels(Kernels<T>& all, Element element) {
         add("inverse", eight, invert<T, eight, e>);
         constexpr Int<17> seventeen;
         add("inverse", seventeen, invert<T, seventeen, e>);
+        // A row of cofactors that doesn't fill the widest vector of floats.
+        add("inverse", Int<9>{}, invert<T, Int<9>{}, e>);
     }
 }
 
@@ -126,6 +113,7 @@ Kernels<T> kernels() {
     Kernels<T> all;
     addKernels(all, Adjacent());
     addKernels(all, Apart());
+    addProducts(all);
     return all;
 }
 

@@ -20,6 +20,7 @@ struct Operands {
     std::ptrdiff_t gap;
     std::ptrdiff_t first;
     std::ptrdiff_t count;
+    std::ptrdiff_t objects;  // of each operand; streams of elements are so many elements apart
 };
 
 template <class T>

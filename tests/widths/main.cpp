@@ -119,7 +119,8 @@ template <class T>
 class Scene {
 public:
     Scene(const Kernel<T>& kernel, const Arrangement& how, std::ptrdiff_t count, unsigned seed)
-        : size(count * kernel.order * (kernel.order * kernel.element + how.gap)),
+        : objects(count),
+          size(count * kernel.order * (kernel.order * kernel.element + how.gap)),
           left(size, how.pastBoundary),
           right(size, how.pastBoundary),
           results(size, how.pastBoundary),
@@ -142,7 +143,7 @@ public:
     // Runs a kernel on objects `first` to `first` + `count` - 1 and returns the status.
     std::int32_t run(const Kernel<T>& kernel, std::ptrdiff_t first, std::ptrdiff_t count) {
         return kernel.run(
-            {left.begin(), right.begin(), pivots.data(), results.begin(), buffer.begin(), gap, first, count});
+            {left.begin(), right.begin(), pivots.data(), results.begin(), buffer.begin(), gap, first, count, objects});
     }
 
     // Runs it in steps of so many objects, as the kernel itself does on all of them: to the first that fails.
@@ -161,7 +162,7 @@ public:
     }
 
 private:
-    std::ptrdiff_t size;
+    std::ptrdiff_t objects, size;
     Memory<T> left, right, results, buffer;
     std::vector<std::int32_t> pivots;
     std::ptrdiff_t gap;
