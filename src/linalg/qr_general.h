@@ -27,19 +27,26 @@ std::int32_t qrGeneral(A src, D dst, T* buffer, std::ptrdiff_t width, std::ptrdi
     const auto v = [&](std::ptrdiff_t i) { return load<T>(place(i)); };
     for (std::ptrdiff_t i = 0; i < height; ++i) copyRow<T>(src, dst, i, width);
     for (std::ptrdiff_t j = 0; j < reflectionsOf(width, height); ++j) {
-        const auto columnAt = [&](std::ptrdiff_t c) {
-            return [&dst, c](std::ptrdiff_t i) { return load<T>(dst.address(i, c)); };
+        const auto columnAt = [&]<class S>(S, std::ptrdiff_t c) {
+            return [&dst, c](std::ptrdiff_t i) { return load<S>(dst.address(i, c)); };
         };
+        const auto column = columnAt(T(), j);
         const auto storeReflector = [&](std::ptrdiff_t i, T value) { store(place(i), value); };
-        if (!makeReflector<inEights, T>(columnAt(j), storeReflector, j, height)) return korStatusDivideByZero;
+        if (!makeReflector<inEights, T>(column, storeReflector, j, height)) return korStatusDivideByZero;
         const T beta = reflectorScale<inEights, T>(v, j, height);
-        const auto addTo = [](std::byte* to, T value) { store(to, load<T>(to) + value); };
-        addTo(dst.address(j, j), reflection<inEights>(columnAt(j), v, beta, j, height));
-        for (std::ptrdiff_t c = j + 1; c < width; ++c) {
-            const T t = reflection<inEights>(columnAt(c), v, beta, j, height);
+        const auto addTo = []<class S>(std::byte* to, S value) { store(to, load<S>(to) + value); };
+        addTo(dst.address(j, j), reflection<inEights>(column, v, beta, j, height));
+        // Adjacent columns go in lanes.
+        const auto reflectFrom = [&]<class S>(S, std::ptrdiff_t c) {
+            const auto everywhere = [&](std::ptrdiff_t i) { return all<S>(v(i)); };
+            const S t = reflection<inEights>(columnAt(S(), c), everywhere, all<S>(beta), j, height);
             addTo(dst.address(j, c), t);
-            for (std::ptrdiff_t i = j + 1; i < height; ++i) addTo(dst.address(i, c), v(i) * t);
-        }
+            for (std::ptrdiff_t i = j + 1; i < height; ++i) addTo(dst.address(i, c), everywhere(i) * t);
+        };
+        std::ptrdiff_t c = j + 1;
+        if constexpr (isAdjacent<D>)
+            for (; c + laneCount<T> <= width; c += laneCount<T>) reflectFrom(Lanes<T>(), c);
+        for (; c < width; ++c) reflectFrom(T(), c);
         for (std::ptrdiff_t i = j + 1; i < height; ++i) store(dst.address(i, j), v(i));
     }
     return korStatusOk;
