@@ -18,14 +18,6 @@ namespace korm::inline KORM_VARIANT::linalg {
 
 // --- One object, orders 3 to 6 ----------------------------------------------------------------------
 
-// Of the row behind the finished ones, those elements that are left of the pivot.
-template <class T, class D>
-[[gnu::always_inline]] inline void writeFinishedRows(const D& dst, const T* a, std::ptrdiff_t n,
-                                                     std::ptrdiff_t finished) {
-    for (std::ptrdiff_t i = 0; i < std::min(finished + 1, n); a += ++i)
-        for (std::ptrdiff_t j = 0; j < (i < finished ? i + 1 : i); ++j) store(dst.address(i, j), a[j]);
-}
-
 // One function for the layouts in which elements are gathered one by one.
 template <Newton newton, int n, class T>
 [[gnu::noinline]] int factorOutOfLine(Triangle<T, n>& a, T threshold) {
@@ -38,8 +30,12 @@ template <int n, Newton newton, class T, class A, class D>
     readTriangle<n>(src, a);
     const int finished =
         isAdjacent<A> ? factorTriangle<newton, n>(a, threshold) : factorOutOfLine<newton, n>(a, threshold);
-    writeFinishedRows(dst, a, n, finished);
-    return finished == n ? korStatusOk : korStatusNotPositiveDefinite;
+    if (finished < n) {
+        writeFinishedRows(dst, a, n, finished);
+        return korStatusNotPositiveDefinite;
+    }
+    writeTriangle<n>(dst, a);
+    return korStatusOk;
 }
 
 // --- Packed arrays --------------------------------------------------------------------------------
@@ -111,24 +107,48 @@ inline std::int32_t choleskyInFours(const float* source, std::ptrdiff_t srcObjec
 
 // --- Arrays of any order and layout -----------------------------------------------------------------
 
-// A group's triangles lie on the stack, which bounds the order.
-inline constexpr std::ptrdiff_t greatestFactoredInLanes = 32;
+// Triangles lie on the stack, which bounds the order.
+inline constexpr std::ptrdiff_t greatestFactoredInLocals = 64;
 
+// Of a matrix that fails, the general way finds out where and leaves what was done.
+template <class T, class A, class D>
+[[gnu::noinline]] std::int32_t choleskyObject(const A& src, const D& dst, std::ptrdiff_t n, T threshold) {
+    if (n <= greatestFactoredInLocals) {
+        Triangle<T, greatestFactoredInLocals> a;
+        readTriangle(src, n, a);
+        if (factorInLanes(a, n, threshold)) {
+            writeFinishedRows(dst, a, n, n);
+            return korStatusOk;
+        }
+    }
+    return factorGeneral<T>(src, dst, n, threshold);
+}
+
+// Two objects and more are worth a group: lanes without an object of their own repeat the last.
 template <class T, class A, class D>
 [[gnu::noinline]] std::int32_t choleskyGroups(const A& src, const D& dst, std::ptrdiff_t n, std::ptrdiff_t count,
                                               T threshold) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
-    const auto together = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
-        if (n > greatestFactoredInLanes) return false;
-        Triangle<S, greatestFactoredInLanes> a;
-        readTriangles(groupAt<lanes>(src, k), n, a, lanesTouch(src));
+    const auto together = [&](std::ptrdiff_t k, std::ptrdiff_t objects) __attribute__((always_inline)) {
+        Triangle<S, greatestFactoredInLocals> a;
+        std::ptrdiff_t numbers[lanes];
+        for (int l = 0; l < lanes; ++l) numbers[l] = k + std::min<std::ptrdiff_t>(l, objects - 1);
+        readTriangles(groupOf<lanes>(src, numbers), n, a, objects == lanes && lanesTouch(src));
         if (!factorInLanes(a, n, all<S>(threshold))) return false;
-        writeTriangles(groupAt<lanes>(dst, k), n, a, lanesTouch(dst));
+        writeTriangles(groupOf<lanes>(dst, numbers), n, a, objects == lanes && lanesTouch(dst));
         return true;
     };
-    const auto each = [&](std::ptrdiff_t k) { return factorGeneral<T>(src.at(k), dst.at(k), n, threshold); };
-    return inGroups<lanes>(count, together, each);
+    for (std::ptrdiff_t k = 0; k < count;) {
+        std::ptrdiff_t objects = std::min<std::ptrdiff_t>(count - k, lanes);
+        if (objects > 1 && n <= greatestFactoredInLocals && together(k, objects)) {
+            k += objects;
+            continue;
+        }
+        for (; objects > 0; --objects, ++k)
+            if (choleskyObject(src.at(k), dst.at(k), n, threshold) != korStatusOk) return korStatusNotPositiveDefinite;
+    }
+    return korStatusOk;
 }
 
 // --- Choice ---------------------------------------------------------------------------------------

@@ -73,7 +73,7 @@ template <Newton newton, int n, class S>
 // Sums of at least a block's terms run in partial sums, wherever their elements lie.
 [[gnu::always_inline]] inline std::ptrdiff_t blocksOfFactor(std::ptrdiff_t end) { return end >= block ? 0 : end; }
 
-// Objects in lanes, column by column: `rows` sums of a column are as many chains of subtractions at a time. False if a pivot
+// One object or objects in lanes, column by column: `rows` sums of a column are as many chains of subtractions at a time. False if a pivot
 // of an object is not above `threshold`.
 template <int rows, class S>
 [[gnu::always_inline]] inline void factorColumn(const S* pivotRow, std::ptrdiff_t i, S* row, std::ptrdiff_t j) {
@@ -88,7 +88,7 @@ template <int rows, class S>
     }
     for (std::ptrdiff_t k = blocks; k < i; ++k)
 #pragma GCC unroll 4
-        for (int r = 0; r < rows; ++r) s[r] = s[r] - at(r)[k] * pivotRow[k];
+        for (int r = 0; r < rows; ++r) s[r] = difference(s[r], at(r)[k] * pivotRow[k]);
 #pragma GCC unroll 4
     for (int r = 0; r < rows; ++r) at(r)[i] = s[r] * pivotRow[i];
 }
@@ -103,7 +103,11 @@ template <class S>
         pivotRow[i] = reciprocalRoot<Newton::halvesFirst>(s);
         std::ptrdiff_t j = i + 1;
         for (; j + 4 <= n; j += 4) factorColumn<4>(pivotRow, i, a + triangleSize(j), j);
-        for (; j < n; ++j) factorColumn<1>(pivotRow, i, a + triangleSize(j), j);
+        if (j + 2 <= n) {
+            factorColumn<2>(pivotRow, i, a + triangleSize(j), j);
+            j += 2;
+        }
+        if (j < n) factorColumn<1>(pivotRow, i, a + triangleSize(j), j);
     }
     return true;
 }

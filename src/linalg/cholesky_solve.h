@@ -127,8 +127,7 @@ inline void choleskySolveStrided(const float* matrix, std::ptrdiff_t src1RowStri
 // matrix serves all it is only one of single elements.
 template <class A>
 inline constexpr int groupsInFlight = isShared<A> ? 4 : 2;
-template <class A>
-inline constexpr std::ptrdiff_t greatestSolvedInLanes = isShared<A> ? 64 : 32;
+inline constexpr std::ptrdiff_t greatestSolvedInLanes = 64;
 
 // The numbers of some objects, as many as are solved at a time.
 template <class T, class A>
@@ -138,13 +137,6 @@ struct ObjectNumbers {
     int size = 0;
 };
 
-template <int lanes, class View>
-[[gnu::always_inline]] inline auto groupOf(const View& view, const std::ptrdiff_t* numbers) {
-    return withLanes<lanes>([&](auto... l) __attribute__((always_inline)) {
-        return Group<decltype(view.at(0)), lanes>{{view.at(numbers[l])...}};
-    });
-}
-
 // Objects whose solutions are alike in where the blocks of their sums begin, `groups` vectors of them. `adjoin` tells that
 // they follow each other.
 template <int groups, class T, class A, class B, class D>
@@ -153,7 +145,7 @@ template <int groups, class T, class A, class B, class D>
                                           std::ptrdiff_t blocks) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
-    constexpr std::ptrdiff_t greatest = greatestSolvedInLanes<A>;
+    constexpr std::ptrdiff_t greatest = greatestSolvedInLanes;
     S x[groups * greatest];
     for (int v = 0; v < groups; ++v)
         readRowStarts(groupOf<lanes>(src, numbers + v * lanes), 0, n, x + v * greatest, adjoin && lanesTouch(src));
@@ -196,11 +188,11 @@ template <class T, class A, class B, class D>
 template <class T, class A, class B, class D>
 [[gnu::noinline]] void choleskySolveGroups(const A& factor, const B& src, const D& dst, std::ptrdiff_t n,
                                            std::ptrdiff_t count) {
-    if (n > greatestSolvedInLanes<A> || count == 1) {
+    if (n > greatestSolvedInLanes || count == 1) {
         for (std::ptrdiff_t k = 0; k < count; ++k) sweepGeneral<T>(factor.at(k), src.at(k), dst.at(k), n);
         return;
     }
-    T shared[isShared<A> ? triangleSize(greatestSolvedInLanes<A>) : 1];
+    T shared[isShared<A> ? triangleSize(greatestSolvedInLanes) : 1];
     if constexpr (isShared<A>)
         for (std::ptrdiff_t i = 0, e = 0; i < n; ++i)
             for (std::ptrdiff_t j = 0; j <= i; ++j, ++e) shared[e] = load<T>(factor.at(0).address(i, j));

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 
+#include "entry/views.h"
 #include "kernel/predicates.h"
 #include "kernel/scalar.h"
 #include "linalg/partial_sums.h"
@@ -18,35 +19,59 @@ template <bool inPairs, class S, class Term>
     if (inPairs && end - j >= 2) {
         S odd = S();
         for (; end - j >= 2; j += 2) {
-            s = s - term(j);
-            odd = odd - term(j + 1);
+            s = difference(s, term(j));
+            odd = difference(odd, term(j + 1));
         }
         s = s + odd;
     }
-    for (; j < end; ++j) s = s - term(j);
+    for (; j < end; ++j) s = difference(s, term(j));
     return s;
 }
 
 // --- One object -----------------------------------------------------------------------------------
 
-// dst is the work vector and may be src. Downwards by the rows of the factor, upwards by its columns.
-template <class T, class A, class B, class D>
-[[gnu::noinline]] void sweepGeneral(A factor, B src, D dst, std::ptrdiff_t n) {
-    const auto solution = [&](std::ptrdiff_t j) { return load<T>(dst.address(0, j)); };
+// Solves in the work vector, which holds the right-hand side: downwards by the rows of the factor, upwards by its columns.
+// Blocks of long sums begin at column `blocks`, n if there are none.
+template <class T, class A, class Work>
+[[gnu::always_inline]] inline void sweepObject(const A& factor, const Work& work, std::ptrdiff_t n,
+                                               std::ptrdiff_t blocks) {
+    const auto element = [&](std::ptrdiff_t j) { return load<T>(work.address(0, j)); };
     for (std::ptrdiff_t k = 0; k < n; ++k) {
-        T z = load<T>(src.address(0, k));
+        const std::ptrdiff_t first = k - blocks >= block ? blocks : k;
+        T z = element(k);
         if constexpr (isAdjacent<A>) {
-            z = reducedByProducts<T>(factor.address(k, 0), dst.address(0, 0), z, blocksFrom<T>(dst, 0, k), k);
+            z = reducedByProducts<T>(factor.address(k, 0), work.address(0, 0), z, first, k);
         } else {
-            const auto term = [&](std::ptrdiff_t j) { return load<T>(factor.address(k, j)) * solution(j); };
-            z = reducedBy(term, z, 0, k, k);
+            const auto term = [&](std::ptrdiff_t j) { return load<T>(factor.address(k, j)) * element(j); };
+            z = reducedBy(term, z, 0, first, k);
         }
-        store(dst.address(0, k), z * load<T>(factor.address(k, k)));
+        store(work.address(0, k), z * load<T>(factor.address(k, k)));
     }
     for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
-        const auto term = [&](std::ptrdiff_t j) { return load<T>(factor.address(j, k)) * solution(j); };
-        const T x = reducedInPairs<isAdjacent<A>>(term, solution(k), k + 1, n);
-        store(dst.address(0, k), x * load<T>(factor.address(k, k)));
+        const auto term = [&](std::ptrdiff_t j) { return load<T>(factor.address(j, k)) * element(j); };
+        const T x = reducedInPairs<isAdjacent<A>>(term, element(k), k + 1, n);
+        store(work.address(0, k), x * load<T>(factor.address(k, k)));
+    }
+}
+
+// dst may be src, and is the work vector itself where it is too long for the stack.
+inline constexpr std::ptrdiff_t greatestLocalVector = 256;
+
+template <class T, class A, class B, class D>
+[[gnu::noinline]] void sweepGeneral(A factor, B src, D dst, std::ptrdiff_t n) {
+    const std::ptrdiff_t blocks = isAdjacent<A> && n > block ? blocksFrom<T>(dst, 0, n - 1) : n;
+    const auto copy = [n](const auto& from, const auto& to) {
+        for (std::ptrdiff_t j = 0; j < n; ++j) store(to.address(0, j), load<T>(from.address(0, j)));
+    };
+    if (n > greatestLocalVector) {
+        copy(src, dst);
+        sweepObject<T>(factor, dst, n, blocks);
+    } else {
+        T x[greatestLocalVector];
+        const PlainObject<T> local{reinterpret_cast<std::byte*>(x), noRows, sizeof(T)};
+        copy(src, local);
+        sweepObject<T>(factor, local, n, blocks);
+        copy(local, dst);
     }
 }
 

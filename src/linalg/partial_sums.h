@@ -42,6 +42,15 @@ template <class S>
     else return ((p[0] + p[2]) + (p[4] + p[6])) + ((p[1] + p[3]) + (p[5] + p[7]));
 }
 
+// One step of a sum whose terms are subtracted one by one. The compiler doesn't see through it: it would form the products
+// of one object as vectors, of elements that were just stored one by one, and wait until those are in the cache.
+template <class S>
+[[gnu::always_inline]] inline S difference(S s, S term) {
+    s = s - term;
+    if constexpr (lanesOf<S> == 1) asm("" : "+x"(s));
+    return s;
+}
+
 // start - term(first) - ... - term(end - 1), in partial sums from `blocks` on unless that is `end`: the first of them goes on
 // from what is there, the others start from zero.
 template <class S, class Term>
@@ -50,14 +59,14 @@ template <class S, class Term>
     S s = start;
     std::ptrdiff_t j = first;
     if (blocks < end) {
-        for (; j < blocks; ++j) s = s - term(j);
+        for (; j < blocks; ++j) s = difference(s, term(j));
         S part[block] = {s};
         for (; end - j >= block; j += block)
 #pragma GCC unroll 8
             for (int p = 0; p < block; ++p) part[p] = part[p] - term(j + p);
         s = folded(part);
     }
-    for (; j < end; ++j) s = s - term(j);
+    for (; j < end; ++j) s = difference(s, term(j));
     return s;
 }
 
@@ -70,7 +79,7 @@ template <class T>
     T s = start;
     std::ptrdiff_t j = 0;
     if (blocks < end) {
-        for (; j < blocks; ++j) s = s - term(j);
+        for (; j < blocks; ++j) s = difference(s, term(j));
         using V = Vec<T, 16 / sizeof(T)>;
         constexpr int vectors = block / lanesOf<V>;
         V part[vectors] = {};
@@ -83,7 +92,7 @@ template <class T>
             }
         s = folded(part);
     }
-    for (; j < end; ++j) s = s - term(j);
+    for (; j < end; ++j) s = difference(s, term(j));
     return s;
 }
 

@@ -37,7 +37,37 @@ template <int n, class S, class Object>
     unrolled<n>([&](auto i) __attribute__((always_inline)) { writeRun<i + 1>(to.at(i, 0), a + triangleSize(i)); });
 }
 
+template <int n, class T, class Object>
+[[gnu::always_inline]] inline void writeTriangle(const Object& to, const Triangle<T, n>& a) {
+    unrolled<n>([&](auto i) __attribute__((always_inline)) {
+        unrolled<i + 1>([&](auto j)
+                            __attribute__((always_inline)) { store(to.address(i, j), a[triangleSize(i) + j]); });
+    });
+}
+
 // --- Any order --------------------------------------------------------------------------------------
+
+template <class T, class Object>
+[[gnu::always_inline]] inline void readTriangle(const Object& from, std::ptrdiff_t n, T* a) {
+    for (std::ptrdiff_t i = 0; i < n; ++i)
+        for (std::ptrdiff_t j = 0; j <= i; ++j) *a++ = load<T>(from.address(i, j));
+}
+
+// Of the row behind the finished ones, those elements that are left of the diagonal.
+template <class T, class Object>
+[[gnu::always_inline]] inline void writeFinishedRows(const Object& to, const T* a, std::ptrdiff_t n,
+                                                     std::ptrdiff_t finished) {
+    for (std::ptrdiff_t i = 0; i < n && i <= finished; a += ++i)
+        for (std::ptrdiff_t j = 0; j < (i < finished ? i + 1 : i); ++j) store(to.address(i, j), a[j]);
+}
+
+// Objects by their numbers, which need not follow each other.
+template <int lanes, class View>
+[[gnu::always_inline]] inline auto groupOf(const View& view, const std::ptrdiff_t* numbers) {
+    return withLanes<lanes>([&](auto... l) __attribute__((always_inline)) {
+        return Group<decltype(view.at(0)), lanes>{{view.at(numbers[l])...}};
+    });
+}
 
 // Element (i, j) of all objects is one vector in memory: in tables whose objects are one element apart.
 template <class View>
