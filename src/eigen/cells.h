@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "eigen/twins.h"
 #include "kernel/scalar.h"
 #include "kernel/vec.h"
 
@@ -15,7 +16,9 @@ namespace korm::inline KORM_VARIANT::eigen {
 
 template <class S, class T>
 [[gnu::always_inline]] inline S readCell(const std::byte* from) {
-    if constexpr (std::is_same_v<ElementOf<S>, T>) return load<S>(from);
+    if constexpr (isTwin<S>)
+        return {readCell<TwinOf<S>, T>(from), readCell<TwinOf<S>, T>(from + lanesOf<S> / 2 * sizeof(T))};
+    else if constexpr (std::is_same_v<ElementOf<S>, T>) return load<S>(from);
     else if constexpr (lanesOf<S> == 1) return static_cast<S>(load<T>(from));
     else
         return reinterpret_cast<S>(
@@ -25,11 +28,17 @@ template <class S, class T>
 // Rounds to the element type where S is wider.
 template <class S, class T>
 [[gnu::always_inline]] inline void writeCell(std::byte* to, S value) {
-    if constexpr (std::is_same_v<ElementOf<S>, T>) store(to, value);
-    else if constexpr (lanesOf<S> == 1) store(to, static_cast<T>(value));
-    else
+    if constexpr (isTwin<S>) {
+        writeCell<TwinOf<S>, T>(to, value.first);
+        writeCell<TwinOf<S>, T>(to + lanesOf<S> / 2 * sizeof(T), value.second);
+    } else if constexpr (std::is_same_v<ElementOf<S>, T>) {
+        store(to, value);
+    } else if constexpr (lanesOf<S> == 1) {
+        store(to, static_cast<T>(value));
+    } else {
         _mm_storel_epi64(reinterpret_cast<__m128i*>(to),
                          _mm_castps_si128(_mm_cvtpd_ps(reinterpret_cast<__m128d>(value))));
+    }
 }
 
 template <class S, class T>
@@ -70,20 +79,9 @@ struct ObjectMatrix {
 
 // --- Masks --------------------------------------------------------------------------------------
 
-template <class M>
-[[gnu::always_inline]] inline M both(M a, M b) {
-    if constexpr (std::is_same_v<M, bool>) return a && b;
-    else return a & b;
-}
-
 template <class S>
 [[gnu::always_inline]] inline MaskOf<S> everyLane() {
     return all<S>(0) == all<S>(0);
-}
-
-template <class S>
-[[gnu::always_inline]] inline MaskOf<S> everyLaneIf(bool condition) {
-    return all<S>(condition ? 0 : 1) == all<S>(0);
 }
 
 }  // namespace korm::inline KORM_VARIANT::eigen

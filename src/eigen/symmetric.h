@@ -158,7 +158,7 @@ template <class A, class T, class Count>
         return valuesOf<T, T>({{scratch}, order}, {valuesAt(k)});
     };
     if constexpr (!isOneObject<Count>) {
-        using S = Lanes<T>;
+        using S = Twin<Lanes<T>>;
         const auto together = [&](std::ptrdiff_t k) {
             GroupCells<S, T, largestGrouped * largestGrouped> a;
             GroupCells<S, T, largestGrouped> values;
@@ -167,7 +167,7 @@ template <class A, class T, class Count>
             values.writeVectors(valuesAt(k), order);
             return true;
         };
-        if (order <= largestGrouped) return inGroups<laneCount<T>>(count, together, each);
+        if (order <= largestGrouped) return inGroups<lanesOf<S>>(count, together, each);
     }
     return oneByOne(count, each);
 }
@@ -229,7 +229,7 @@ template <class Member, class A, class V, class T, class Count>
                                     test);
     };
     if constexpr (!isOneObject<Count>) {
-        using S = Lanes<Scalar>;
+        using S = Twin<Lanes<Scalar>>;
         const auto together = [&](std::ptrdiff_t k) {
             GroupCells<S, T, largestGrouped * largestGrouped> a, v;
             GroupCells<S, T, largestGrouped> values;

@@ -177,12 +177,15 @@ template <class S, class T>
 template <class S, class Vectors>
 [[gnu::always_inline]] inline void rotate(const Vectors& v, std::ptrdiff_t n, std::ptrdiff_t i, S c, S s,
                                           MaskOf<S> lanes) {
-    for (std::ptrdiff_t r = 0; r < n; ++r) {
-        const S left = v.get(r, i), right = v.get(r, i + 1);
-        const S newLeft = c * left + right * s, newRight = right * c - left * s;
-        v.set(r, i, chosen(lanes, newLeft, left));
-        v.set(r, i + 1, chosen(lanes, newRight, right));
-    }
+    const auto rows = [&](const auto& kept) __attribute__((always_inline)) {
+        for (std::ptrdiff_t r = 0; r < n; ++r) {
+            const S left = v.get(r, i), right = v.get(r, i + 1);
+            v.set(r, i, kept(c * left + right * s, left));
+            v.set(r, i + 1, kept(right * c - left * s, right));
+        }
+    };
+    if (lanesOf<S> == 1 || !any(butNot(everyLane<S>(), lanes))) rows([](S turned, S) { return turned; });
+    else rows([lanes](S turned, S old) { return chosen(lanes, turned, old); });
 }
 
 // What becomes of eigenvalues that are found while the iteration runs: `found(i, value, lanes)`.
