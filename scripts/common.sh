@@ -44,7 +44,8 @@ needTests() {
 # libassimp's CMake package names zlib, which its own package only recommends.
 needExamples() {
     need /usr/include/assimp/Importer.hpp=libassimp-dev /usr/include/zlib.h=zlib1g-dev \
-        /usr/include/png.h=libpng-dev /usr/share/assimp/models=assimp-testmodels
+        /usr/include/png.h=libpng-dev /usr/include/eigen3/Eigen/Core=libeigen3-dev \
+        /usr/share/assimp/models=assimp-testmodels
 }
 
 needIa32() {

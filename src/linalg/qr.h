@@ -22,6 +22,9 @@ template <class A, class D, class Count>
 template <class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void qrSolve(A matrix, B src, D dst, typename D::Element* buffer, MatrixShape shape,
                                            Count count) {
+    // Square matrices of orders 3 to 6 leave the caller's scratch alone.
+    typename D::Element locals[6];
+    if (shape.width == shape.height && shape.width >= 3 && shape.width <= 6) buffer = locals;
     if constexpr (isOneObject<Count>)
         cores::qrSolveGeneral(matrix.at(0), src.at(0), dst.at(0), buffer, shape.width, shape.height);
     else if constexpr (isShared<A>)

@@ -253,7 +253,8 @@ TEST_P(QRBackSubst, SolvesByLeastSquares) {
                 std::vector<Rectangle<T>> sources, sides;
                 for (std::int32_t k = 0; k < objects; ++k) {
                     Rectangle<T> a = ordinary<T>(size, random);
-                    for (std::int32_t j = 0; j < size.width; ++j) a(j, j) += std::copysign(static_cast<T>(2 * size.height), a(j, j));
+                    for (std::int32_t j = 0; j < size.width; ++j)
+                        a(j, j) += std::copysign(static_cast<T>(2 * size.height), a(j, j));
                     if (k > 0 && oneMatrix()) a = sources[0];
                     sources.push_back(a);
                     Rectangle<T> qr = a;
@@ -310,6 +311,26 @@ TEST_P(QRBackSubst, DividesByWhateverTheDiagonalHolds) {
             }
             ASSERT_EQ(call.call(), status::ok);
             for (std::int32_t k = 0; k < objects; ++k) EXPECT_TRUE(std::isinf(call.get<T>("dst", k, 0, n - 1))) << n;
+        }
+    });
+}
+
+TEST_P(QRBackSubst, OfSquareOrders3To6LeavesScratchAlone) {
+    byType(form(), [&](auto zero) {
+        using T = decltype(zero);
+        for (const std::int32_t n : {3, 4, 5, 6}) {
+            for (const std::int32_t spread : spreadsOf(form())) {
+                for (const std::int32_t objects : {1, 2, 21}) {
+                    DenseCall call(form(), sizesOf({n, n}, count(objects)), spread);
+                    for (std::int32_t k = 0; k < count(objects); ++k) {
+                        if (k == 0 || !oneMatrix()) set(call, "src1", k, unit<T>({n, n}));
+                        for (std::int32_t i = 0; i < n; ++i) call.set<T>("src2", k, 0, i, T(i));
+                    }
+                    const std::vector<std::byte> before = call.memory("buffer");
+                    ASSERT_EQ(call.call(), status::ok);
+                    EXPECT_TRUE(call.memory("buffer") == before) << n << ", " << objects << " objects";
+                }
+            }
         }
     });
 }
