@@ -232,6 +232,12 @@ def linalg_goals(context, rows):
             goals += at_least(f"solve, {words}, {element}, geometric mean: Eigen / korm",
                               mean(row.against("Eigen", "Eigen, one call") for row in of(section, SMALL, element)),
                               wanted)
+    for element, wanted in (("32f", 3), ("64f", 1.8)):
+        goals += every_row(f"QR of 4x3, 6x6 and 16x8, {element}: best peer / korm",
+                           chosen(rows, "qr", ("4x3", "6x6", "16x8"), element=element), wanted)
+    least_squares = chosen(rows, "qr-solve") + chosen(rows, "qr-solve-one")
+    goals += at_least("solves with QR, geometric mean: best peer / korm", mean(row.ratio for row in least_squares), 2)
+    goals += every_row("QR and its solves, every row: best peer / korm", chosen(rows, "qr") + least_squares, 1)
     goals += every_row("LU and solves, every row: best peer / korm",
                        of("lu", SMALL) + of("solve", SMALL) + of("solve-one", SMALL), 1)
     goals += every_row("inverse, orders 3 and 4: best peer / korm", of("inverse", ("3", "4")), 1)
@@ -268,6 +274,9 @@ LINALG = Page(
           "compared to the rounding errors that another order of operations may leave.",
     sections={"lu": ("LU decomposition", ""), "solve": ("Solve, a matrix for each vector", ""),
               "solve-one": ("Solve, one matrix for all vectors", ""),
+              "qr": ("QR decomposition", "ROWSxCOLUMNS. Eigen's HouseholderQR of fixed size, LAPACK's `geqrf`."),
+              "qr-solve": ("Least squares, a matrix for each vector", ""),
+              "qr-solve-one": ("Least squares, one matrix for all vectors", ""),
               "inverse": ("Inverse",
                           "Orders 2, 7 and above: each element is a cofactor by an elimination of its own, about "
                           "n^5 / 3 multiplications, because results rest on it ([numerics](../numerics.md#what- "

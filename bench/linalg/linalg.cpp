@@ -49,6 +49,7 @@ void measureRows() {
 #endif
     measureDecompositions();
     measureSolutions();
+    measureLeastSquares();
     measureInverses();
     measureDeterminants();
 }

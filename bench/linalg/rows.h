@@ -115,6 +115,7 @@ void kormFactor(const T* source, T* to, std::int32_t* pivots, std::size_t n, std
 // A file for each.
 void measureDecompositions();
 void measureSolutions();
+void measureLeastSquares();
 void measureInverses();
 void measureDeterminants();
 
