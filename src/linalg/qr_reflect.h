@@ -5,9 +5,10 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 
 #include "kernel/scalar.h"
-#include "linalg/lu_solve_general.h"
+#include "linalg/partial_sums.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
 
