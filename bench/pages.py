@@ -301,6 +301,32 @@ LINALG = Page(
     tables={"extended": extended_table})
 
 
+# --- Eigenproblems ------------------------------------------------------------------------------------
+
+def eigen_goals(context, rows):
+    goals = []
+    for element, wanted in (("32f", 2), ("64f", 1.5)):
+        small = chosen(rows, "symmetric-vectors", SMALL, element=element, place="shuffled")
+        goals += at_least(f"symmetric with vectors, orders 3 to 6, {element}, geometric mean: Eigen / korm",
+                          mean(row.against("Eigen") for row in small), wanted)
+    vectors = chosen(rows, "symmetric-vectors", SMALL)
+    goals += every_row("symmetric with vectors, every row: Eigen / korm", vectors, 1, lambda row: row.against("Eigen"))
+    return goals + every_row("symmetric with vectors, order 16: Eigen / korm", chosen(rows, "symmetric-vectors", ("16",)),
+                             1.2, lambda row: row.against("Eigen"))
+
+
+EIGEN = Page(
+    title="eigenproblems",
+    about="Packed arrays on one thread. `cache` is 24 KiB of matrices, `shuffled` up to a hundred thousand of them. Eigen knows "
+          "the order when it is compiled; its closed form, of order 3, loses half of the digits where values lie close together. "
+          "LAPACK is OpenBLAS's, held to its kernels for Core2.",
+    sections={"symmetric-vectors": ("Symmetric, values and vectors", ""), "symmetric-values": ("Symmetric, values", "")},
+    plots=[(f"{words}, {element}", f"^{section}/.*_{element}/.*/shuffled")
+           for section, words in (("symmetric-vectors", "symmetric, with vectors"), ("symmetric-values", "symmetric, values"))
+           for element in ("32f", "64f")],
+    goals=eigen_goals)
+
+
 # --- Functions of fixed size ----------------------------------------------------------------------------
 
 def without_stub(row):
@@ -351,4 +377,4 @@ GEOMETRY = Page(
     tables={"calls": call_table})
 
 
-PAGES = {"arith": ARITH, "products": PRODUCTS, "vectors": VECTORS, "move": MOVE, "linalg": LINALG, "geometry": GEOMETRY}
+PAGES = {"arith": ARITH, "products": PRODUCTS, "vectors": VECTORS, "move": MOVE, "linalg": LINALG, "eigen": EIGEN, "geometry": GEOMETRY}

@@ -1,0 +1,109 @@
+// Eigenvalues of symmetric matrices, with and without vectors.
+#include <Eigen/Eigenvalues>
+
+#include "rows.h"
+
+namespace bench {
+namespace {
+
+// Elements up to 1, and a diagonal that keeps the eigenvalues apart from each other and from zero: none is refused.
+template <class T>
+const T* symmetricMatrices(std::size_t order, std::size_t count) {
+    T* const memory = memoryOf<T>(matrices, order * order * count);
+    std::uint64_t state = 0x9e3779b97f4a7c15U;
+    for (std::size_t k = 0; k < count; ++k) {
+        T* const matrix = memory + k * order * order;
+        for (std::size_t i = 0; i < order; ++i) {
+            for (std::size_t j = 0; j <= i; ++j) {
+                state = state * 6364136223846793005U + 1442695040888963407U;
+                const T value = static_cast<T>(static_cast<std::uint32_t>(state >> 33)) / T(1 << 30) - 1;
+                matrix[i * order + j] = matrix[j * order + i] = value;
+            }
+            const T apart = static_cast<T>(2 * i + 3);
+            matrix[i * order + i] += i % 2 != 0 ? -apart : apart;
+        }
+    }
+    return memory;
+}
+
+#ifdef BENCH_LAPACK
+template <class T>
+void lapackSymmetric(char what, int n, T* a, T* values, T* work) {
+    std::int32_t info = 0;
+    const char upper = 'U';
+    const int size = 64 * n;
+    pick<T>([](auto... p) { LAPACK_ssyev(p...); }, [](auto... p) { LAPACK_dsyev(p...); })(&what, &upper, &n, a, &n,
+                                                                                          values, work, &size, &info);
+}
+#endif
+
+// Values are compared; the sign of a vector is everybody's own.
+template <class T, int n, bool withVectors>
+void symmetricRow(const Objects& objects) {
+    const std::string name = withVectors ? rowName<T>("symmetric-vectors", "EigenValuesVectorsSym_ma", n, objects)
+                                         : rowName<T>("symmetric-values", "EigenValuesSym_ma", n, objects);
+    if (!isWanted(name)) return;
+    constexpr std::size_t size = n * n;
+    const std::size_t count = objectsIn<T>(objects, n);
+    const T* const source = symmetricMatrices<T>(n, count);
+    T* const values = memoryOf<T>(solutions, n * count);
+    T* const vectors = memoryOf<T>(results, size * count);
+    T* const work = memoryOf<T>(scratch, 64 * n + size);
+    Row row(name, static_cast<double>(count));
+    row.results(values, n * count, 1e3 * Eigen::NumTraits<T>::epsilon());
+    const auto sorted = [=](std::size_t i) { return static_cast<double>(values[i]); };
+    const auto ascending = [=](std::size_t i) { return static_cast<double>(values[i / n * n + n - 1 - i % n]); };
+    row.korm(
+        [=] {
+            const auto objectsToDo = static_cast<std::int32_t>(count);
+            if constexpr (withVectors)
+                pick<T>(kormEigenValuesVectorsSym_ma_32f, kormEigenValuesVectorsSym_ma_64f)(
+                    source, bytes<T>(size), bytes<T>(n), bytes<T>(1), work, vectors, bytes<T>(size), bytes<T>(n),
+                    bytes<T>(1), values, n, objectsToDo);
+            else
+                pick<T>(kormEigenValuesSym_ma_32f, kormEigenValuesSym_ma_64f)(
+                    source, bytes<T>(size), bytes<T>(n), bytes<T>(1), work, values, n, objectsToDo);
+        },
+        // Order 2 isn't sorted.
+        [=](std::size_t i) {
+            if (n != 2) return sorted(i);
+            const auto [low, high] = std::minmax(values[i / 2 * 2], values[i / 2 * 2 + 1]);
+            return static_cast<double>(i % 2 == 0 ? high : low);
+        });
+    const auto eigen = [=](const auto& solve) {
+        for (std::size_t k = 0; k < count; ++k) {
+            Eigen::SelfAdjointEigenSolver<Matrix<T, n>> solver;
+            solve(solver, mapOf<const Matrix<T, n>>(source + k * size));
+            mapOf<Vector<T, n>>(values + k * n) = solver.eigenvalues();
+            if constexpr (withVectors) mapOf<Matrix<T, n>>(vectors + k * size) = solver.eigenvectors();
+        }
+    };
+    constexpr int what = withVectors ? Eigen::ComputeEigenvectors : Eigen::EigenvaluesOnly;
+    row.peer(
+        "Eigen", [=] { eigen([](auto& solver, const auto& a) { solver.compute(a, what); }); }, ascending);
+    if constexpr (n == 2 || n == 3)
+        row.peer(
+            "Eigen, closed form", [=] { eigen([](auto& solver, const auto& a) { solver.computeDirect(a, what); }); },
+            ascending);
+#ifdef BENCH_LAPACK
+    row.peer(
+        "LAPACK",
+        [=] {
+            std::copy_n(source, size * count, vectors);
+            for (std::size_t k = 0; k < count; ++k)
+                lapackSymmetric(withVectors ? 'V' : 'N', n, vectors + k * size, values + k * n, work);
+        },
+        ascending);
+#endif
+    row.measure();
+}
+
+}  // namespace
+
+void measureSymmetric() {
+    using Orders = std::integer_sequence<int, 2, 3, 4, 5, 6, 8, 16>;
+    forOrders(Orders{}, []<class T, int n>(const Objects& objects) { symmetricRow<T, n, true>(objects); });
+    forOrders(Orders{}, []<class T, int n>(const Objects& objects) { symmetricRow<T, n, false>(objects); });
+}
+
+}  // namespace bench
