@@ -212,5 +212,81 @@ TEST(MovementEntries, OfATableAreReadWhenTheirElementIsReached) {
     }
 }
 
+// --- Operands that meet ---------------------------------------------------------------------------------
+
+// A list of objects of so many elements each, and as many streams, in one block of memory: places are numbers of elements.
+// Moves from one to the other must have the outcome of the plain loop wherever a single object lies.
+template <class Word>
+void expectThePlainLoop(int elements, const std::vector<std::size_t>& objects, const std::vector<std::size_t>& streams,
+                        bool toList, std::size_t size, const std::string& what) {
+    std::vector<Word> memory(size);
+    for (std::size_t i = 0; i < size; ++i) memory[i] = static_cast<Word>(i + 1);
+    std::vector<Word> expected = memory;
+    for (std::size_t k = 0; k < objects.size(); ++k)
+        for (std::size_t j = 0; j < streams.size(); ++j) {
+            Word &inObject = expected[objects[k] + j], &inStream = expected[streams[j] + k];
+            (toList ? inObject : inStream) = toList ? inStream : inObject;
+        }
+    std::vector<Word*> list, table;
+    for (const std::size_t place : objects) list.push_back(memory.data() + place);
+    for (const std::size_t place : streams) table.push_back(memory.data() + place);
+    constexpr auto bytes = static_cast<std::int32_t>(sizeof(Word));
+    const std::vector<CallValue> asTable{CallValue::pointer(table.data()), CallValue::integer(0),
+                                         CallValue::integer(bytes)};
+    const std::vector<CallValue> asList{CallValue::pointer(list.data()), CallValue::integer(0),
+                                        CallValue::integer(bytes)};
+    std::vector<CallValue> arguments = toList ? asTable : asList;
+    for (const CallValue& value : toList ? asList : asTable) arguments.push_back(value);
+    arguments.push_back(CallValue::integer(elements));
+    arguments.push_back(CallValue::integer(static_cast<std::int32_t>(objects.size())));
+    const std::string name = std::string("kormCopy_va_") + (bytes == 4 ? "32f_" : "64f_") + (toList ? "PL" : "LP");
+    ASSERT_EQ(callFunction(functionNamed(name), arguments).status(), status::ok);
+    ASSERT_EQ(memory, expected) << name << " " << elements << " " << what;
+}
+
+class MovementOverlap : public testing::TestWithParam<int> {};
+
+TEST_P(MovementOverlap, HasTheOutcomeOfThePlainLoop) {
+    const int elements = GetParam();
+    const auto length = static_cast<std::size_t>(elements);
+    constexpr std::size_t count = 43;
+    const std::size_t first = 1000, size = 4000;  // streams lie before the objects, and behind them is room
+    std::vector<std::size_t> streams, objects;
+    for (std::size_t j = 0; j < length; ++j) streams.push_back(100 + 50 * j);
+    for (std::size_t k = 0; k < count; ++k) objects.push_back(first + k * (length + 1));
+    const auto expectAll = [&](const std::vector<std::size_t>& places, const std::string& what) {
+        for (const bool toList : {false, true}) {
+            expectThePlainLoop<std::uint32_t>(elements, places, streams, toList, size, what);
+            expectThePlainLoop<std::uint64_t>(elements, places, streams, toList, size, what);
+        }
+    };
+    expectAll(objects, "in order");
+    expectAll({objects.rbegin(), objects.rend()}, "in reverse order");
+    std::vector<std::size_t> anyOrder = objects;
+    for (std::size_t k = 0; k < count; ++k) anyOrder[k] = objects[k * 17 % count];
+    expectAll(anyOrder, "in any order");
+    for (std::size_t k = 0; k < count; ++k) {
+        const std::string which = " object " + std::to_string(k);
+        std::vector<std::size_t> places = objects;
+        const auto expectAt = [&](std::size_t place, const std::string& what) {
+            places[k] = place;
+            expectAll(places, what + which);
+            std::vector<std::size_t> mixed = anyOrder;
+            mixed[k] = place;
+            expectAll(mixed, what + which + " in any order");
+        };
+        expectAt(objects[(k + 1) % count] - 1, "meets the next:");
+        expectAt(objects[(k + 1) % count] - length + 1, "meets the next by one element:");
+        expectAt(objects[(k + count - 1) % count] + 1, "meets the one before:");
+        expectAt(size - length, "behind all:");
+        expectAt(0, "before all:");
+        expectAt(streams[0] + 20, "in the first stream:");
+        expectAt(streams[0] - length + 1, "meets the first stream's beginning:");
+        expectAt(streams[length - 1] + count - 1, "meets the last stream's end:");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Lengths, MovementOverlap, testing::Values(2, 3, 4, 5, 6, 9));
+
 }  // namespace
 }  // namespace kormtest

@@ -109,16 +109,26 @@ bool moveAlongAxes(const Side& from, const Side& to, const Extent& extent, Order
     return true;
 }
 
+// Rows of adjacent elements of so many bytes.
+void moveAdjacentRows(const Side& from, const Side& to, const Extent& extent, std::ptrdiff_t size) {
+    const std::ptrdiff_t bytes = extent.columns * size;
+    forRowsOf(bytes, [&](auto way) {
+        const auto row =
+            [ bytes, size, way ](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
+            moveRow(result, source, bytes, size, way);
+        };
+        if (extent.rows == 1 && (from.isList() || to.isList())) return forListedObjects(from, to, extent.objects, row);
+        forRows(from, to, extent, row);
+    });
+}
+
 // Fewer elements than this aren't worth a look at their axes.
 constexpr std::ptrdiff_t fewElements = 16;
 
 }  // namespace
 
-template <class Word>
-void moveBlock(std::byte* to, const std::byte* from, std::ptrdiff_t bytes) {
-    moveRow<Word>(to, from, bytes, [](std::byte* result, const std::byte* source, std::ptrdiff_t n) {
-        forRowsOf(n, [&](auto way) { way(result, source, n); });
-    });
+void moveBlock(std::byte* to, const std::byte* from, std::ptrdiff_t bytes, std::ptrdiff_t size) {
+    forRowsOf(bytes, [&](auto way) { moveRow(to, from, bytes, size, way); });
 }
 
 template <class Word>
@@ -126,15 +136,8 @@ void moveGrids(Side from, Side to, Extent extent, Order order) {
     simplify(from, to, extent);
     if (extent.rows == 1 && extent.objects == 1)
         return moveRun<Word>(to.object(0), to.elementStride, from.object(0), from.elementStride, extent.columns);
-    if (from.elementStride == sizeOf<Word> && to.elementStride == sizeOf<Word>) {
-        const std::ptrdiff_t bytes = extent.columns * sizeOf<Word>;
-        return forRowsOf(bytes, [&](auto way) {
-            forRows(
-                from, to, extent, [&](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
-                    moveRow<Word>(result, source, bytes, way);
-                });
-        });
-    }
+    if (from.elementStride == sizeOf<Word> && to.elementStride == sizeOf<Word>)
+        return moveAdjacentRows(from, to, extent, sizeOf<Word>);
     const std::ptrdiff_t elements = extent.rows * extent.columns * extent.objects;
     if (elements >= fewElements && moveAlongAxes<Word>(from, to, extent, order)) return;
     const auto rows = [&](auto way) { forRows(from, to, extent, way); };
@@ -167,6 +170,51 @@ template <class F>
     return side.object(k) + i * side.rowStride + j * side.elementStride;
 }
 
+// Object by object, by row and by element.
+template <class Word, bool fromTable, bool toTable>
+void forwardObjects(const Side& from, const Side& to, const Extent& extent) {
+    // One side of the loop in registers: a store may change whatever lies in memory.
+    struct Cursor {
+        std::byte* const* entries;
+        std::ptrdiff_t offset, objectStride, rowStride, elementStride;
+        std::byte* base;
+        bool isList;
+
+        explicit Cursor(const Side& side)
+            : entries(side.entries),
+              offset(side.offset),
+              objectStride(side.objectStride),
+              rowStride(side.rowStride),
+              elementStride(side.elementStride),
+              base(side.base),
+              isList(side.isList()) {}
+    };
+    const Cursor source(from), result(to);
+    const auto row = []<bool table>(const Cursor& side, std::ptrdiff_t k) __attribute__((always_inline)) {
+        if constexpr (table) return side.entries;
+        else return side.isList ? side.entries[k] + side.offset : side.base + k * side.objectStride;
+    };
+    const auto element = []<bool table>(const Cursor& side, auto first, std::ptrdiff_t j, std::ptrdiff_t shift)
+        __attribute__((always_inline)) {
+        if constexpr (table) return first[j * side.elementStride] + shift;
+        else return first + j * side.elementStride;
+    };
+    for (std::ptrdiff_t k = 0; k < extent.objects; ++k) {
+        auto fromRow = row.template operator()<fromTable>(source, k);
+        auto toRow = row.template operator()<toTable>(result, k);
+        const std::ptrdiff_t fromShift = source.offset + k * source.objectStride;
+        const std::ptrdiff_t toShift = result.offset + k * result.objectStride;
+        for (std::ptrdiff_t i = extent.rows;;) {
+            for (std::ptrdiff_t j = 0, columns = extent.columns; j < columns; ++j)
+                store(element.template operator()<toTable>(result, toRow, j, toShift),
+                      load<Word>(element.template operator()<fromTable>(source, fromRow, j, fromShift)));
+            if (--i == 0) break;
+            fromRow += source.rowStride;
+            toRow += result.rowStride;
+        }
+    }
+}
+
 // The plain loop, for operands that overlap and for a few objects.
 template <class Word>
 void moveForward(Side from, Side to, Extent extent, Order order) {
@@ -180,20 +228,9 @@ void moveForward(Side from, Side to, Extent extent, Order order) {
                                extent.objects);
         });
     }
-    for (std::ptrdiff_t k = 0; k < extent.objects; ++k) {
-        const std::ptrdiff_t fromObject = from.offset + k * from.objectStride;
-        const std::ptrdiff_t toObject = to.offset + k * to.objectStride;
-        std::byte* const source = from.isTable() ? nullptr : from.object(k);
-        std::byte* const result = to.isTable() ? nullptr : to.object(k);
-        forEntries(
-            extent, [&](std::ptrdiff_t i, std::ptrdiff_t j) __attribute__((always_inline)) {
-                const auto place = [&](const Side& side, std::byte* object, std::ptrdiff_t shift) {
-                    return side.isTable() ? side.entries[i * side.rowStride + j * side.elementStride] + shift
-                                          : object + i * side.rowStride + j * side.elementStride;
-                };
-                store(place(to, result, toObject), load<Word>(place(from, source, fromObject)));
-            });
-    }
+    if (!from.isTable()) forwardObjects<Word, false, true>(from, to, extent);
+    else if (!to.isTable()) forwardObjects<Word, true, false>(from, to, extent);
+    else forwardObjects<Word, true, true>(from, to, extent);
 }
 
 // Entry by entry, the objects of each in one run. Not of lists.
@@ -233,6 +270,26 @@ bool turnStreams(const Side& from, const Side& to, const Extent& extent) {
     return true;
 }
 
+// From how many objects on it pays to find out whether elements may be reordered.
+constexpr std::ptrdiff_t manyObjects = 8;
+
+// Streams to the objects of a list, each of which is written as a whole before the next, so that they may meet one another:
+// so many as fit are turned into a packed array first.
+template <class Word>
+bool turnStreamsInOrder(const Side& from, const Side& to, const Extent& extent) {
+    alignas(16) std::byte buffer[4096];
+    const std::ptrdiff_t row = extent.columns * sizeOf<Word>, object = extent.rows * row;
+    const std::ptrdiff_t most = static_cast<std::ptrdiff_t>(sizeof buffer) / object;
+    if (most < manyObjects || from.objectStride != sizeOf<Word> || to.elementStride != sizeOf<Word>) return false;
+    const Side packed{Side::Layout::standard, {buffer}, object, 0, row, sizeOf<Word>};
+    for (std::ptrdiff_t k = 0; k < extent.objects; k += most) {
+        const Extent some{extent.rows, extent.columns, std::min(most, extent.objects - k)};
+        turnStreams<Word>(from.from(k), packed, some);
+        moveGrids<Word>(packed, to.from(k), some, Order::objects);
+    }
+    return true;
+}
+
 // A table whose entries lead to adjacent elements is an array in standard layout.
 template <class Word>
 bool isGrid(const Side& table, const Extent& extent) {
@@ -254,9 +311,6 @@ Side asGrid(const Side& table, const Extent& extent) {
             extent.columns * sizeOf<Word>,
             sizeOf<Word>};
 }
-
-// From how many objects on it pays to find out whether elements may be reordered.
-constexpr std::ptrdiff_t manyObjects = 8;
 
 // Objects that are looked at, and moved, at a time: they stay in the first-level cache.
 template <class Word>
@@ -281,12 +335,22 @@ void moveTables(const Side& from, const Side& to, Extent extent, Order order) {
     const bool free = order == Order::any || (!lists && mayReorder(from, to, extent, sizeOf<Word>, Listed::inParts));
     if (!free && order == Order::entries) return moveForward<Word>(from, to, extent, order);
     // So few elements make a group, which is written object by object.
-    const Listed listed = extent.rows == 1 && extent.columns <= group ? Listed::inOrder : Listed::inParts;
+    const bool isGroup = extent.rows == 1 && extent.columns <= group;
+    Listed listed = isGroup ? Listed::inOrder : Listed::inParts;
     const std::ptrdiff_t most = objectsAtOnce<Word>(extent);
     for (std::ptrdiff_t k = 0; k < extent.objects; k += most) {
         const Extent block{extent.rows, extent.columns, std::min(most, extent.objects - k)};
         const Side source = from.from(k), result = to.from(k);
-        const bool reorders = free || mayReorder(source, result, block, sizeOf<Word>, listed);
+        bool reorders = free || mayReorder(source, result, block, sizeOf<Word>, listed);
+        if (!reorders && to.isList() && listed == Listed::inParts) {
+            // A list that isn't in the order of addresses has such blocks only.
+            listed = Listed::inOrder;
+            reorders = mayReorder(source, result, block, sizeOf<Word>, listed);
+        }
+        if (reorders && listed == Listed::inOrder && !isGroup) {
+            if (!turnStreamsInOrder<Word>(source, result, block)) moveForward<Word>(source, result, block, order);
+            continue;
+        }
         if (reorders && from.isTable() != to.isTable() && turnStreams<Word>(source, result, block)) continue;
         if (reorders && !lists) moveStreams<Word>(source, result, block);
         else moveForward<Word>(source, result, block, order);
@@ -297,7 +361,5 @@ template void moveGrids<std::uint32_t>(Side, Side, Extent, Order);
 template void moveGrids<std::uint64_t>(Side, Side, Extent, Order);
 template void moveTables<std::uint32_t>(const Side&, const Side&, Extent, Order);
 template void moveTables<std::uint64_t>(const Side&, const Side&, Extent, Order);
-template void moveBlock<std::uint32_t>(std::byte*, const std::byte*, std::ptrdiff_t);
-template void moveBlock<std::uint64_t>(std::byte*, const std::byte*, std::ptrdiff_t);
 
 }  // namespace korm::inline KORM_VARIANT::move

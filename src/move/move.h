@@ -12,9 +12,8 @@ enum class Order : std::uint8_t {
     any,      // nothing is promised
 };
 
-// Adjacent bytes, as elements of a Word each.
-template <class Word>
-void moveBlock(std::byte* to, const std::byte* from, std::ptrdiff_t bytes);
+// A run of adjacent elements of so many bytes each.
+void moveBlock(std::byte* to, const std::byte* from, std::ptrdiff_t bytes, std::ptrdiff_t size);
 
 // Neither side is a table. Sides come by value, to stay where they have been made: a copy of what has just been written in
 // smaller pieces would wait for it, longer than a small object takes.
@@ -51,8 +50,8 @@ inline void moveViews(const From& from, const To& to, const Extent& extent, Orde
     } else {
         if constexpr (!isListed<From> && !isListed<To>)
             if (isBlock(from, extent) && isBlock(to, extent))
-                return moveBlock<Word>(to.origin, from.origin,
-                                       extent.rows * extent.columns * extent.objects * sizeOf<Word>);
+                return moveBlock(to.origin, from.origin, extent.rows * extent.columns * extent.objects * sizeOf<Word>,
+                                 sizeOf<Word>);
         moveGrids<Word>(side(from), side(to), extent, order);
     }
 }

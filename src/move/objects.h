@@ -31,4 +31,40 @@ template <class F>
     }
 }
 
+// The same, of which one at least is a list, where f is short: a loop for each kind of sides holds nothing else.
+template <bool fromList, bool toList, class F>
+[[gnu::noinline]] void forListedObjects(const Side& from, const Side& to, std::ptrdiff_t count, F f) {
+    std::byte *source = from.base, *result = to.base;
+    std::byte* const* const sources = from.entries;
+    std::byte* const* const results = to.entries;
+    const std::ptrdiff_t fromStep = fromList ? from.offset : from.objectStride;
+    const std::ptrdiff_t toStep = toList ? to.offset : to.objectStride;
+    std::ptrdiff_t k = 0;
+    // The last ones are fetched when they are due: one loop for all is worth that.
+    for (std::ptrdiff_t ahead = listAhead;; ahead = 0) {
+        for (const std::ptrdiff_t end = count - ahead; k < end; ++k) {
+            if constexpr (fromList) {
+                __builtin_prefetch(sources[k + ahead] + fromStep);
+                source = sources[k] + fromStep;
+            }
+            if constexpr (toList) {
+                __builtin_prefetch(results[k + ahead] + toStep);
+                result = results[k] + toStep;
+            }
+            f(result, source);
+            if constexpr (!fromList) source += fromStep;
+            if constexpr (!toList) result += toStep;
+        }
+        if (ahead == 0) return;
+    }
+}
+
+template <class F>
+[[gnu::always_inline]] inline void forListedObjects(const Side& from, const Side& to, std::ptrdiff_t count,
+                                                    const F& f) {
+    if (!to.isList()) forListedObjects<true, false>(from, to, count, f);
+    else if (!from.isList()) forListedObjects<false, true>(from, to, count, f);
+    else forListedObjects<true, true>(from, to, count, f);
+}
+
 }  // namespace korm::inline KORM_VARIANT::move

@@ -1,9 +1,13 @@
 #include "move/overlap.h"
 
+#include <emmintrin.h>
+
 #include <algorithm>
-#include <iterator>
+#include <bit>
+#include <utility>
 
 #include "kernel/unroll.h"
+#include "kernel/vec.h"
 
 namespace korm::inline KORM_VARIANT::move {
 namespace {
@@ -21,6 +25,22 @@ Span spanOf(const void* begin, std::ptrdiff_t bytes) {
     return {address, address + static_cast<std::uintptr_t>(bytes)};
 }
 
+// Addresses as doubles, which the processor compares two at a time, as it can't compare whole numbers as long: those whose bits
+// are 2^52's plus an address have the order of the addresses.
+constexpr std::uint64_t bitsOf2To52 = std::bit_cast<std::uint64_t>(0x1p52);
+
+// The address that `entry` holds and the next one, each with so many bytes added.
+[[gnu::always_inline]] inline Double2 addressPair(const std::byte* const* entry, std::uintptr_t bytes = 0) {
+    Vec<std::uint64_t, 2> pair;
+    if constexpr (sizeof(void*) == 8) pair = load<Vec<std::uint64_t, 2>>(reinterpret_cast<const std::byte*>(entry));
+    else pair = Vec<std::uint64_t, 2>{std::uintptr_t(entry[0]), std::uintptr_t(entry[1])};
+    return std::bit_cast<Double2>(pair + (bitsOf2To52 + bytes));
+}
+
+std::uintptr_t addressOf(double number) {
+    return static_cast<std::uintptr_t>(std::bit_cast<std::uint64_t>(number) - bitsOf2To52);
+}
+
 // From the first element of a grid to the end of its last.
 std::ptrdiff_t reach(const Side& side, const Extent& extent, std::ptrdiff_t size) {
     return (extent.rows - 1) * side.rowStride + (extent.columns - 1) * side.elementStride + size;
@@ -33,6 +53,7 @@ struct Pieces {
     std::ptrdiff_t offset;
     std::ptrdiff_t count;
     std::ptrdiff_t bytes;  // of each
+    bool rising = false;   // each is known to begin behind the end of the one before
 
     Pieces(const Side& side, const Extent& extent, std::ptrdiff_t size)
         : entries(side.entries), single(side.base), offset(side.offset), count(1), bytes(size) {
@@ -54,21 +75,44 @@ struct Pieces {
 
     // From the first byte of any to the last.
     Span hull() const {
-        // Several at a time: a least number waits for the one before it.
+        if (count == 1 || rising) return {at(0).begin, at(count - 1).end};
+        // Several pairs side by side: a least address waits for the one before it.
         constexpr int chains = 4;
-        std::uintptr_t low[chains], high[chains];
-        unrolled<chains>([&](auto chain) __attribute__((always_inline)) { low[chain] = high[chain] = begin(0); });
-        const auto take = [&](int chain, std::uintptr_t one) __attribute__((always_inline)) {
-            low[chain] = std::min(low[chain], one);
-            high[chain] = std::max(high[chain], one);
+        Double2 least[chains], greatest[chains];
+        unrolled<chains>([&](auto c) __attribute__((always_inline)) { least[c] = greatest[c] = addressPair(entries); });
+        const auto take = [&](std::ptrdiff_t number, int chain) __attribute__((always_inline)) {
+            const Double2 pair = addressPair(entries + number);
+            least[chain] = _mm_min_pd(least[chain], pair);
+            greatest[chain] = _mm_max_pd(greatest[chain], pair);
         };
         std::ptrdiff_t number = 0;
-        for (; number + chains <= count; number += chains)
-            unrolled<chains>([&](auto chain) __attribute__((always_inline)) { take(chain, begin(number + chain)); });
-        for (; number < count; ++number) take(0, begin(number));
-        const auto shift = static_cast<std::uintptr_t>(offset);
-        return {*std::min_element(low, low + chains) + shift,
-                *std::max_element(high, high + chains) + shift + static_cast<std::uintptr_t>(bytes)};
+        for (; number + 2 * chains <= count; number += 2 * chains)
+            unrolled<chains>([&](auto c) __attribute__((always_inline)) { take(number + 2 * c, c); });
+        for (; number + 2 <= count; number += 2) take(number, 0);
+        take(count - 2, 1);
+        const Double2 low = _mm_min_pd(_mm_min_pd(least[0], least[1]), _mm_min_pd(least[2], least[3]));
+        const Double2 high = _mm_max_pd(_mm_max_pd(greatest[0], greatest[1]), _mm_max_pd(greatest[2], greatest[3]));
+        return {addressOf(std::min(low[0], low[1])) + static_cast<std::uintptr_t>(offset),
+                addressOf(std::max(high[0], high[1])) + static_cast<std::uintptr_t>(offset + bytes)};
+    }
+
+    bool areRising() const {
+        const auto length = static_cast<std::uintptr_t>(bytes);
+        std::ptrdiff_t number = 0;
+        // Block by block: lists in any order end in the first.
+        constexpr int block = 16;
+        for (; number + block < count; number += block) {
+            using Mask = decltype(Double2{} >= Double2{});
+            Mask behind = ~Mask{};
+            unrolled<block / 2>([&](auto pair) __attribute__((always_inline)) {
+                const std::byte* const* const entry = entries + number + 2 * pair;
+                behind &= addressPair(entry + 1) >= addressPair(entry, length);
+            });
+            if ((behind[0] & behind[1]) == 0) return false;
+        }
+        for (; number + 1 < count; ++number)
+            if (begin(number + 1) < begin(number) + length) return false;
+        return true;
     }
 
     // Is each of them apart from the span?
@@ -94,7 +138,10 @@ bool nested(const Side& side, const Extent& extent, std::ptrdiff_t size) {
     Axis axes[] = {{extent.columns, side.elementStride},
                    {extent.rows, side.rowStride},
                    {side.isList() ? 1 : extent.objects, side.objectStride}};
-    std::sort(std::begin(axes), std::end(axes), [](const Axis& a, const Axis& b) { return a.step < b.step; });
+    const auto order = [&](int a, int b) {
+        if (axes[b].step < axes[a].step) std::swap(axes[a], axes[b]);
+    };
+    order(0, 1), order(1, 2), order(0, 1);
     std::ptrdiff_t reached = size;
     for (const Axis& axis : axes) {
         if (axis.n == 1) continue;
@@ -111,23 +158,19 @@ constexpr std::ptrdiff_t comparable = 32;
 // those of one structure.
 bool piecesDistinct(const Pieces& pieces, const Side& side, const Extent& extent, std::ptrdiff_t size) {
     const auto length = static_cast<std::uintptr_t>(pieces.bytes);
-    bool rising = true;
-    for (std::ptrdiff_t number = 1; number < pieces.count; ++number)
-        rising &= pieces.begin(number) >= pieces.begin(number - 1) + length;
-    if (rising) return true;
-    bool falling = true, ordered = true;
-    const std::uintptr_t first = pieces.begin(0);
-    std::uintptr_t last = first;
-    for (std::ptrdiff_t number = 1; number < pieces.count; ++number) {
-        const std::uintptr_t next = pieces.begin(number);
-        falling &= next + length <= last;
-        ordered &= next >= last + static_cast<std::uintptr_t>(size);
-        last = next;
-    }
-    if (falling) return true;
-    if (side.isTable() && ordered) {
-        const auto width = static_cast<std::ptrdiff_t>(last - first) + size;
-        return extent.objects == 1 || width <= side.objectStride;
+    if (pieces.rising) return true;
+    const auto each = [&](const auto& isRight) __attribute__((always_inline)) {
+        std::ptrdiff_t number = 1;
+        while (number < pieces.count && isRight(pieces.begin(number - 1), pieces.begin(number))) ++number;
+        return number == pieces.count;
+    };
+    if (each([&](std::uintptr_t last, std::uintptr_t next) { return next + length <= last; })) return true;
+    if (side.isTable() && each([&](std::uintptr_t last, std::uintptr_t next) {
+            return next >= last + static_cast<std::uintptr_t>(size);
+        })) {
+        const std::uintptr_t width =
+            pieces.begin(pieces.count - 1) - pieces.begin(0) + static_cast<std::uintptr_t>(size);
+        return extent.objects == 1 || static_cast<std::ptrdiff_t>(width) <= side.objectStride;
     }
     if (pieces.count > comparable) return false;
     for (std::ptrdiff_t a = 0; a < pieces.count; ++a)
@@ -165,10 +208,14 @@ bool entriesStay(const Side& from, const Side& to, const Extent& extent, std::pt
 }
 
 bool mayReorder(const Side& from, const Side& to, const Extent& extent, std::ptrdiff_t size, Listed listed) {
-    const Pieces sources(from, extent, size), results(to, extent, size);
+    const Pieces sources(from, extent, size);
+    Pieces results(to, extent, size);
+    // Found first, this tells where they lie, too.
+    if (to.isTable() || listed == Listed::inParts) results.rising = results.areRising();
+    if (!distinct(results, to, extent, size, listed)) return false;
     const Span all = results.hull();
     return clearOfPieces(results, all, sources) && clearOfEntries(results, all, sources) &&
-           clearOfEntries(results, all, results) && distinct(results, to, extent, size, listed);
+           clearOfEntries(results, all, results);
 }
 
 }  // namespace korm::inline KORM_VARIANT::move

@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "move/move.h"
 #include "move/words.h"
 
 namespace korm::inline KORM_VARIANT::move {
@@ -21,12 +22,15 @@ inline void moveElements(std::byte* to, std::ptrdiff_t toStep, const std::byte* 
     for (; n > 0; --n, to += toStep, from += fromStep) store(to, load<Word>(from));
 }
 
-// The row's result begins in the row itself: it is the piece in front of it, again and again.
-template <class Word>
-[[gnu::noinline]] void repeatRow(std::byte* to, const std::byte* from, std::ptrdiff_t bytes) {
+// The row's result begins in the row itself, where elements of so many bytes repeat the piece in front of it.
+[[gnu::noinline]] inline void repeatRow(std::byte* to, const std::byte* from, std::ptrdiff_t bytes,
+                                        std::ptrdiff_t size) {
     const std::ptrdiff_t period = to - from;
     if (period == 0) return;
-    if (period < 16) return moveElements<Word>(to, sizeOf<Word>, from, sizeOf<Word>, bytes / sizeOf<Word>);
+    if (period < 16) {
+        if (size == 4) return moveElements<std::uint32_t>(to, 4, from, 4, bytes / 4);
+        return moveElements<std::uint64_t>(to, 8, from, 8, bytes / 8);
+    }
     for (std::ptrdiff_t done = 0; done < bytes; done += period)
         std::memcpy(to + done, from + done, static_cast<std::size_t>(std::min(period, bytes - done)));
 }
@@ -49,13 +53,21 @@ struct OverlappingHalves {  // of so many bytes each
     }
 };
 
-struct FourVectors {  // of 33 to 64 bytes
+struct ThreeVectors {  // of 33 to 48 bytes
     [[gnu::always_inline]] void operator()(std::byte* to, const std::byte* from, std::ptrdiff_t n) const {
-        const Bits a = loadBits(from), b = loadBits(from + 16), c = loadBits(from + n - 32),
-                   d = loadBits(from + n - 16);
+        const Bits a = loadBits(from), b = loadBits(from + 16), c = loadBits(from + n - 16);
         storeBits(to, a);
         storeBits(to + 16, b);
-        storeBits(to + n - 32, c);
+        storeBits(to + n - 16, c);
+    }
+};
+
+struct FourVectors {  // of 49 to 64 bytes
+    [[gnu::always_inline]] void operator()(std::byte* to, const std::byte* from, std::ptrdiff_t n) const {
+        const Bits a = loadBits(from), b = loadBits(from + 16), c = loadBits(from + 32), d = loadBits(from + n - 16);
+        storeBits(to, a);
+        storeBits(to + 16, b);
+        storeBits(to + 32, c);
         storeBits(to + n - 16, d);
     }
 };
@@ -87,16 +99,18 @@ template <class F>
         default: break;
     }
     if (bytes <= 32) f(OverlappingHalves<16>{});
+    else if (bytes <= 48) f(ThreeVectors{});
     else if (bytes <= 64) f(FourVectors{});
     else f(AnyRow{});
 }
 
-// One row of `n` adjacent elements.
-template <class Word, class Way>
-[[gnu::always_inline]] inline void moveRow(std::byte* to, const std::byte* from, std::ptrdiff_t bytes, const Way& way) {
+// One row of adjacent elements of so many bytes.
+template <class Way>
+[[gnu::always_inline]] inline void moveRow(std::byte* to, const std::byte* from, std::ptrdiff_t bytes,
+                                           std::ptrdiff_t size, const Way& way) {
     const auto ahead = static_cast<std::size_t>(to - from);
     if (ahead < static_cast<std::size_t>(bytes)) [[unlikely]]
-        repeatRow<Word>(to, from, bytes);
+        repeatRow(to, from, bytes, size);
     else way(to, from, bytes);
 }
 
@@ -105,7 +119,7 @@ template <class Word>
 inline void moveRun(std::byte* to, std::ptrdiff_t toStep, const std::byte* from, std::ptrdiff_t fromStep,
                     std::ptrdiff_t n) {
     if (toStep != sizeOf<Word> || fromStep != sizeOf<Word>) return moveElements<Word>(to, toStep, from, fromStep, n);
-    forRowsOf(n * sizeOf<Word>, [&](auto way) { moveRow<Word>(to, from, n * sizeOf<Word>, way); });
+    moveBlock(to, from, n * sizeOf<Word>, sizeOf<Word>);
 }
 
 // Elements that lie apart, in rows of a number that is known.
