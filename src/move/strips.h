@@ -28,6 +28,27 @@ struct Tile {
     }
 };
 
+// Squares of so many words, one by one: the last ones in each direction may repeat some of those before. There is one at
+// least.
+template <class Word, int edge>
+void turnBlocks(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
+                std::ptrdiff_t width, std::ptrdiff_t height) {
+    constexpr int rows = blockEdge<Word>;
+    for (std::ptrdiff_t y = 0; y < width; y += edge) {
+        const std::ptrdiff_t j = std::min(y, width - edge);
+        for (std::ptrdiff_t x = 0; x < height; x += edge) {
+            const std::ptrdiff_t i = std::min(x, height - edge);
+            const std::byte* const source = from + i * fromStride + j * sizeOf<Word>;
+            std::byte* const result = to + j * toStride + i * sizeOf<Word>;
+            unrolled<edge / rows>([&](auto part) __attribute__((always_inline)) {
+                turnBlock<Word, rows, edge>(
+                    [&](int r) __attribute__((always_inline)) { return source + (part * rows + r) * fromStride; },
+                    [&](int c) __attribute__((always_inline)) { return result + c * toStride + part * 16; });
+            });
+        }
+    }
+}
+
 // A strip is a row of tiles, and what is left at its right. It is no wider than a panel.
 template <class Word>
 void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
@@ -37,8 +58,14 @@ void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, 
         for (; j + Tile<Word>::columns <= width; j += Tile<Word>::columns)
             Tile<Word>::turn(from + j * sizeOf<Word>, fromStride, to + j * toStride, toStride);
     if (j == width) return;
-    turnTile<Word>(SteppedRows{const_cast<std::byte*>(from) + j * sizeOf<Word>, fromStride}, height,
-                   SteppedRows{to + j * toStride, toStride}, width - j);
+    from += j * sizeOf<Word>;
+    to += j * toStride;
+    width -= j;
+    const std::ptrdiff_t shorter = std::min(width, height);
+    if (shorter >= 4) return turnBlocks<Word, 4>(from, fromStride, to, toStride, width, height);
+    if (shorter >= blockEdge<Word>)
+        return turnBlocks<Word, blockEdge<Word>>(from, fromStride, to, toStride, width, height);
+    turnTile<Word>(SteppedRows{const_cast<std::byte*>(from), fromStride}, height, SteppedRows{to, toStride}, width);
 }
 
 // Columns of a source that are done from top to bottom before the next: their rows in the result are each in a page of its

@@ -9,6 +9,10 @@
 namespace korm::inline KORM_VARIANT::move {
 namespace {
 
+// Keeps the compiler from exchanging stores: those to one line of cache leave the processor two at a time only one behind the
+// other.
+[[gnu::always_inline]] inline void inThisOrder() { asm volatile("" ::: "memory"); }
+
 // A square, as whole blocks and what is left of them at the right and at the bottom. All of it is loaded before anything is
 // stored: a load behind a store waits for it where the low bits of their addresses are the same.
 template <class Word, int order>
@@ -24,13 +28,16 @@ template <class Word, int order>
             rows[i][y] = loadFirst<bytesOf(y)>(from + i * fromStride + y * 16);
         });
     });
-    unrolled<pieces>([&](auto x) __attribute__((always_inline)) {
-        unrolled<pieces>([&](auto y) __attribute__((always_inline)) {
-            Bits block[edge];
-            unrolled<edge>([&](auto i) __attribute__((always_inline)) { block[i] = rows[x * edge + i][y]; });
-            transpose(block);
-            unrolled<std::min(order - y * edge, edge)>([&](auto j) __attribute__((always_inline)) {
-                storeFirst<bytesOf(x)>(to + (y * edge + j) * toStride + x * 16, block[j]);
+    unrolled<pieces>([&](auto y) __attribute__((always_inline)) {
+        Bits blocks[pieces][edge];
+        unrolled<pieces>([&](auto x) __attribute__((always_inline)) {
+            unrolled<edge>([&](auto i) __attribute__((always_inline)) { blocks[x][i] = rows[x * edge + i][y]; });
+            transpose(blocks[x]);
+        });
+        unrolled<std::min(order - y * edge, edge)>([&](auto j) __attribute__((always_inline)) {
+            unrolled<pieces>([&](auto x) __attribute__((always_inline)) {
+                storeFirst<bytesOf(x)>(to + (y * edge + j) * toStride + x * 16, blocks[x][j]);
+                if constexpr (sizeof(Word) == 8) inThisOrder();
             });
         });
     });
@@ -41,30 +48,51 @@ template <class Word, int order>
     using Vector = Vec<std::uint32_t, 4>;
     const auto a = load<Vector>(from), b = load<Vector>(from + 16);
     store(to, __builtin_shufflevector(a, __builtin_shufflevector(b, a, 2, 2, 5, 5), 0, 3, 4, 6));
+    inThisOrder();
     store(to + 16, __builtin_shufflevector(b, __builtin_shufflevector(a, b, 2, 2, 5, 5), 0, 3, 4, 6));
+    inThisOrder();
     store(to + 32, last);
 }
 
-[[gnu::always_inline]] inline void turnPacked3(std::byte* to, const std::byte* from, std::uint64_t last) {
+// Packed squares of an odd order, one behind the other, as whole vectors; of one the last element stays where it is. The two of
+// order 3 are nine vectors.
+template <int order>
+[[gnu::noinline]] std::ptrdiff_t turnPackedDoubles(std::byte* to, const std::byte* from, std::ptrdiff_t count) {
     using Vector = Vec<std::uint64_t, 2>;
-    const auto a = load<Vector>(from), b = load<Vector>(from + 16), c = load<Vector>(from + 32),
-               d = load<Vector>(from + 48);
-    store(to, __builtin_shufflevector(a, b, 0, 3));
-    store(to + 16, __builtin_shufflevector(d, a, 0, 3));
-    store(to + 32, __builtin_shufflevector(c, d, 0, 3));
-    store(to + 48, __builtin_shufflevector(b, c, 0, 3));
-    store(to + 64, last);
+    constexpr int square = order * order, squares = order == 3 ? 2 : 1, vectors = square * squares / 2;
+    constexpr auto source = [](int e) { return e - e % square + e % square % order * order + e % square / order; };
+    constexpr std::ptrdiff_t bytes = 8 * square * squares;
+    std::ptrdiff_t k = 0;
+    for (; k + squares <= count; k += squares, to += bytes, from += bytes) {
+        Vector v[vectors];
+        unrolled<vectors>([&](auto i) __attribute__((always_inline)) { v[i] = load<Vector>(from + 16 * i); });
+        const auto last = load<std::uint64_t>(from + bytes - 8);
+        unrolled<vectors>([&](auto i) __attribute__((always_inline)) {
+            constexpr int a = source(2 * i), b = source(2 * i + 1);
+            store(to + 16 * i, __builtin_shufflevector(v[a / 2], v[b / 2], a % 2, 2 + b % 2));
+            inThisOrder();
+        });
+        if constexpr (squares == 1) store(to + bytes - 8, last);
+    }
+    return k;
 }
 
 template <class Word, int order>
-void turnSquares(const Side& from, const Side& to, std::ptrdiff_t count) {
-    constexpr std::ptrdiff_t row = order * sizeOf<Word>;
+[[gnu::noinline]] void turnSquares(const Side& from, const Side& to, std::ptrdiff_t count) {
+    constexpr std::ptrdiff_t row = order * sizeOf<Word>, square = order * row;
+    std::ptrdiff_t done = 0;
     if (from.rowStride == row && to.rowStride == row) {
-        return forObjects(
-            from, to, count, [](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
-                if constexpr (order == 3) turnPacked3(result, source, load<Word>(source + 8 * sizeOf<Word>));
+        if constexpr (sizeof(Word) == 8 && order % 2 != 0)
+            if (!from.isList() && !to.isList() && from.objectStride == square && to.objectStride == square)
+                done = turnPackedDoubles<order>(to.base, from.base, count);
+        forObjects(
+            from.from(done), to.from(done), count - done,
+            [](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
+                if constexpr (order == 3 && sizeof(Word) == 4)
+                    turnPacked3(result, source, load<Word>(source + 8 * sizeOf<Word>));
                 else turnSquare<Word, order>(result, row, source, row);
             });
+        return;
     }
     forObjects(
         from, to, count, [&](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
@@ -72,22 +100,38 @@ void turnSquares(const Side& from, const Side& to, std::ptrdiff_t count) {
         });
 }
 
+template <class Word>
+void turnAny(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
+             MatrixShape shape, bool beyondCache) {
+    if constexpr (sizeof(Word) == 4)
+        cores::turnMatrix(from, static_cast<std::int32_t>(fromStride), to, static_cast<std::int32_t>(toStride),
+                          shape.width, shape.height, beyondCache);
+    else turnStrips<Word>(from, fromStride, to, toStride, shape.width, shape.height, turnStrip<Word>);
+}
+
 }  // namespace
 
 template <class Word>
+void transposeOne(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
+                  MatrixShape shape) {
+    if (isSized(shape.width, shape.height))
+        return forOrder(
+            shape.width, [&](auto order) { turnSquare<Word, order>(to, toStride, from, fromStride); }, [] {});
+    turnAny<Word>(from, fromStride, to, toStride, shape, false);
+}
+
+template <class Word>
 void transposeAdjacent(const Side& from, const Side& to, MatrixShape shape, std::ptrdiff_t count, bool beyondCache) {
-    if (isSized(shape.width, shape.height)) {
+    if (isSized(shape.width, shape.height))
         return forOrder(
             shape.width, [&](auto order) { turnSquares<Word, order>(from, to, count); }, [] {});
-    }
     forObjects(from, to, count, [&](std::byte* result, const std::byte* source) {
-        if constexpr (sizeof(Word) == 4)
-            cores::turnMatrix(source, static_cast<std::int32_t>(from.rowStride), result,
-                              static_cast<std::int32_t>(to.rowStride), shape.width, shape.height, beyondCache);
-        else turnStrips<Word>(source, from.rowStride, result, to.rowStride, shape.width, shape.height, turnStrip<Word>);
+        turnAny<Word>(source, from.rowStride, result, to.rowStride, shape, beyondCache);
     });
 }
 
+template void transposeOne<std::uint32_t>(const std::byte*, std::ptrdiff_t, std::byte*, std::ptrdiff_t, MatrixShape);
+template void transposeOne<std::uint64_t>(const std::byte*, std::ptrdiff_t, std::byte*, std::ptrdiff_t, MatrixShape);
 template void transposeAdjacent<std::uint32_t>(const Side&, const Side&, MatrixShape, std::ptrdiff_t, bool);
 template void transposeAdjacent<std::uint64_t>(const Side&, const Side&, MatrixShape, std::ptrdiff_t, bool);
 

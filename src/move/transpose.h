@@ -9,6 +9,11 @@ namespace korm::inline KORM_VARIANT::move {
 template <class Word>
 void transposeAdjacent(const Side& from, const Side& to, MatrixShape shape, std::ptrdiff_t count, bool beyondCache);
 
+// One matrix.
+template <class Word>
+void transposeOne(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
+                  MatrixShape shape);
+
 // Do sources and results of 32-bit elements take more than three quarters of the largest cache? Little is answered
 // without a question to the core library.
 bool isBeyondCache(MatrixShape shape, std::int32_t count);
@@ -20,9 +25,11 @@ template <class From, class To, class Count>
 inline void transpose(const From& from, const To& to, MatrixShape shape, Count count) {
     using Word = WordOf<typename From::Element>;
     const Side source = side(from), result = side(to);
-    if constexpr (isAdjacent<From> && isAdjacent<To>) {
+    if constexpr (isAdjacent<From> && isAdjacent<To> && isOneObject<Count>) {
+        transposeOne<Word>(source.base, source.rowStride, result.base, result.rowStride, shape);
+    } else if constexpr (isAdjacent<From> && isAdjacent<To>) {
         bool beyondCache = false;
-        if constexpr (sizeof(Word) == 4 && !isOneObject<Count>)
+        if constexpr (sizeof(Word) == 4)
             if (!isSized(shape.width, shape.height)) beyondCache = isBeyondCache(shape, count);
         transposeAdjacent<Word>(source, result, shape, count, beyondCache);
     } else {
