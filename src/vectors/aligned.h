@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "kernel/groups.h"
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
 
@@ -45,6 +46,23 @@ template <class T>
     return two[0] + two[1];
 }
 
+// Products of what stands in the same places of two groups, to be read like a group.
+template <class Places>
+struct ProductPlaces {
+    Places a, b;
+
+    template <class V>
+    [[gnu::always_inline]] V get(int l, std::ptrdiff_t distance) const {
+        return a.template get<V>(l, distance) * b.template get<V>(l, distance);
+    }
+    [[gnu::always_inline]] Float4 pairs(int l, std::ptrdiff_t distance) const {
+        return a.pairs(l, distance) * b.pairs(l, distance);
+    }
+    [[gnu::always_inline]] auto half(int which) const {
+        return ProductPlaces<decltype(a.half(which))>{a.half(which), b.half(which)};
+    }
+};
+
 template <class T>
 inline constexpr int alignedObjects = static_cast<int>(blockAlignment / sizeof(T));
 
@@ -65,10 +83,21 @@ template <class T>
     const std::ptrdiff_t end = products * size;
     std::ptrdiff_t at = 0;
     V sum{};
+    const auto places = [&](const auto& vectors) __attribute__((always_inline)) {
+        return withLanes<objects>([&](auto... o) __attribute__((always_inline)) {
+            return Places<const std::byte, objects>{{vectors[o] + at...}};
+        });
+    };
+    const auto addRun = [&](auto n) __attribute__((always_inline)) {
+        V p[n];
+        readRun<n>(ProductPlaces<Places<const std::byte, objects>>{places(x), places(y)}, p);
+        unrolled<n>([&](auto j) __attribute__((always_inline)) { sum += p[j]; });
+        at += n * size;
+    };
     const auto addUpTo = [&](std::ptrdiff_t last) __attribute__((always_inline)) {
-        for (; at < last; at += size)
-            sum += fromLanes<V>([&](int o)
-                                    __attribute__((always_inline)) { return load<T>(x[o] + at) * load<T>(y[o] + at); });
+        while (at + 4 * size <= last) addRun(Int<4>{});
+        if (at + 2 * size <= last) addRun(Int<2>{});
+        if (at < last) addRun(Int<1>{});
     };
     const auto product = [&](int o, int v) __attribute__((always_inline)) {
         const std::ptrdiff_t place = at + v * blockAlignment;
@@ -90,6 +119,31 @@ template <class T>
     }
     addUpTo(end);
     return sum;
+}
+
+// The second vector is one of another array, one for all objects, or the first vector itself.
+enum class Second { ofArray, shared, first };
+
+// Groups of objects of arrays, `xStep` and `yStep` bytes from one to the next, and their results as many numbers. All second
+// vectors lie alike; where they lie at a boundary, nothing is ahead.
+template <class Result, class T, Second which, bool atBoundary>
+[[gnu::noinline]] void sumGroups(const std::byte* x, std::ptrdiff_t xStep, const std::byte* y, std::ptrdiff_t yStep,
+                                 std::ptrdiff_t products, T* dst, std::ptrdiff_t step, std::ptrdiff_t groups) {
+    constexpr int objects = alignedObjects<T>;
+    const std::ptrdiff_t ahead = atBoundary ? 0 : elementsAhead<T>(y);
+    for (; groups > 0; --groups) {
+        const std::byte *first[objects], *second[objects];
+        unrolled<objects>([&](auto o) __attribute__((always_inline)) {
+            first[o] = x;
+            second[o] = which == Second::first ? x : y;
+            x += xStep;
+            if constexpr (which == Second::ofArray) y += yStep;
+        });
+        const auto sums = Result::of(alignedSums<T>(first, second, ahead, products));
+        if (step == 1) store(reinterpret_cast<std::byte*>(dst), sums);
+        else unrolled<objects>([&](auto o) __attribute__((always_inline)) { dst[o * step] = sums[o.value]; });
+        dst += objects * step;
+    }
 }
 
 // One object.

@@ -22,23 +22,6 @@ namespace korm::inline KORM_VARIANT::vectors {
 
 // --- What is added --------------------------------------------------------------------------------
 
-// Products of what stands in the same places of two groups, to be read like a group.
-template <class Places>
-struct ProductPlaces {
-    Places a, b;
-
-    template <class V>
-    [[gnu::always_inline]] V get(int l, std::ptrdiff_t distance) const {
-        return a.template get<V>(l, distance) * b.template get<V>(l, distance);
-    }
-    [[gnu::always_inline]] Float4 pairs(int l, std::ptrdiff_t distance) const {
-        return a.pairs(l, distance) * b.pairs(l, distance);
-    }
-    [[gnu::always_inline]] auto half(int which) const {
-        return ProductPlaces<decltype(a.half(which))>{a.half(which), b.half(which)};
-    }
-};
-
 template <class Places>
 struct SquarePlaces {
     Places a;
@@ -55,14 +38,23 @@ struct SquarePlaces {
     [[gnu::always_inline]] auto half(int which) const { return SquarePlaces<decltype(a.half(which))>{a.half(which)}; }
 };
 
+// From one object of an array to the next, in bytes.
+template <class View>
+[[gnu::always_inline]] inline std::ptrdiff_t strideOf(const View& view) {
+    if constexpr (isShared<View>) return 0;
+    else return view.objectStride;
+}
+
 // The products of object k, or of those from k on with one in each lane: `object` and `stream` give what makes product j,
 // `group` what adjacent elements are read from.
 template <class A, class B>
 struct ProductsOf {
     using T = typename A::Element;
     static constexpr bool adjacent = isAdjacent<A>;
-    static constexpr bool mayBePacked = !isListed<A> && !isListed<B> && !isShared<A> && !isShared<B>;
+    static constexpr bool listed = isListed<A> || isListed<B>;
+    static constexpr bool mayBePacked = !listed && !isShared<A> && !isShared<B>;
     static constexpr bool secondIsShared = isShared<B>;
+    static constexpr Second whichSecond = isShared<B> ? Second::shared : Second::ofArray;
     A a;
     B b;
 
@@ -72,6 +64,8 @@ struct ProductsOf {
     }
     [[gnu::always_inline]] const std::byte* first(std::ptrdiff_t k) const { return a.at(k).origin; }
     [[gnu::always_inline]] const std::byte* second(std::ptrdiff_t k) const { return b.at(k).origin; }
+    [[gnu::always_inline]] std::ptrdiff_t firstStride() const { return strideOf(a); }
+    [[gnu::always_inline]] std::ptrdiff_t secondStride() const { return strideOf(b); }
 
     [[gnu::always_inline]] auto object(std::ptrdiff_t k) const {
         return [ x = a.at(k), y = b.at(k) ](std::ptrdiff_t j) __attribute__((always_inline)) {
@@ -95,14 +89,18 @@ template <class A>
 struct SquaresOf {
     using T = typename A::Element;
     static constexpr bool adjacent = isAdjacent<A>;
-    static constexpr bool mayBePacked = !isListed<A> && !isShared<A>;
+    static constexpr bool listed = isListed<A>;
+    static constexpr bool mayBePacked = !listed && !isShared<A>;
     static constexpr bool secondIsShared = false;
+    static constexpr Second whichSecond = Second::first;
     A a;
 
     [[gnu::always_inline]] bool streams() const { return areStreams(a); }
     [[gnu::always_inline]] bool packed(std::ptrdiff_t bytes) const { return a.objectStride == bytes; }
     [[gnu::always_inline]] const std::byte* first(std::ptrdiff_t k) const { return a.at(k).origin; }
     [[gnu::always_inline]] const std::byte* second(std::ptrdiff_t k) const { return first(k); }
+    [[gnu::always_inline]] std::ptrdiff_t firstStride() const { return strideOf(a); }
+    [[gnu::always_inline]] std::ptrdiff_t secondStride() const { return strideOf(a); }
 
     [[gnu::always_inline]] auto object(std::ptrdiff_t k) const {
         return [x = a.at(k)](std::ptrdiff_t j) __attribute__((always_inline)) {
@@ -190,32 +188,51 @@ template <class Result, class Order, class Products>
     resultsOfEach<Result>(one, dst, count);
 }
 
+// Objects whose second vectors lie alike modulo 16 bytes go side by side: all of an array, every other one or every fourth; of
+// a list those that happen to. Long ones that lie beyond the first cache are read one by one, as the processor expects it.
 template <class Result, class Products>
 [[gnu::noinline]] void reduceAligned(Products products, typename Products::T* dst, std::ptrdiff_t length,
                                      std::ptrdiff_t count) {
     using T = typename Products::T;
     constexpr int objects = alignedObjects<T>;
-    const auto sideBySide = [&](std::ptrdiff_t k, std::ptrdiff_t ahead) __attribute__((always_inline)) {
-        const std::byte *x[objects], *y[objects];
-        unrolled<objects>([&](auto o) __attribute__((always_inline)) {
-            x[o] = products.first(k + o);
-            y[o] = products.second(k + o);
-        });
-        return alignedSums<T>(x, y, ahead, length);
-    };
+    constexpr std::ptrdiff_t longObject = 32;
+    const bool areFar = length >= longObject && count * length > firstCache / static_cast<std::ptrdiff_t>(sizeof(T));
     std::ptrdiff_t k = 0;
-    while (k < count) {
-        const std::ptrdiff_t ahead = elementsAhead<T>(products.second(k));
-        std::ptrdiff_t alike = 1;
-        while (alike < objects && k + alike < count && elementsAhead<T>(products.second(k + alike)) == ahead) ++alike;
-        if (alike == objects) {
-            storeResult(dst, k, Result::of(sideBySide(k, ahead)));
-            k += objects;
-        } else {
-            storeResult(dst, k, Result::of(alignedSum<T>(products.first(k), products.second(k), length)));
-            ++k;
+    const auto sumOfOne = [&]() __attribute__((always_inline)) {
+        storeResult(dst, k, Result::of(alignedSum<T>(products.first(k), products.second(k), length)));
+        ++k;
+    };
+    if constexpr (Products::listed) {
+        while (!areFar && k + objects <= count) {
+            const std::byte *x[objects], *y[objects];
+            const std::ptrdiff_t ahead = elementsAhead<T>(products.second(k));
+            bool alike = true;
+            unrolled<objects>([&](auto o) __attribute__((always_inline)) {
+                x[o] = products.first(k + o);
+                y[o] = products.second(k + o);
+                alike &= length < partialSums || elementsAhead<T>(y[o]) == ahead;
+            });
+            if (alike) {
+                storeResult(dst, k, Result::of(alignedSums<T>(x, y, ahead, length)));
+                k += objects;
+            } else {
+                for (int o = 0; o < objects; ++o) sumOfOne();
+            }
         }
+    } else if (!areFar) {
+        const std::ptrdiff_t xStride = products.firstStride(), yStride = products.secondStride();
+        std::ptrdiff_t step = 1;
+        while (length >= partialSums && step * yStride % blockAlignment != 0) step *= 2;
+        const std::ptrdiff_t groups = count / (objects * step);
+        for (; k < step && groups > 0; ++k) {
+            const std::byte* const second = products.second(k);
+            const auto sum = elementsAhead<T>(second) == 0 ? sumGroups<Result, T, Products::whichSecond, true>
+                                                           : sumGroups<Result, T, Products::whichSecond, false>;
+            sum(products.first(k), step * xStride, second, step * yStride, length, dst + k, step, groups);
+        }
+        k = groups * objects * step;
     }
+    while (k < count) sumOfOne();
 }
 
 // --- Choice ---------------------------------------------------------------------------------------
@@ -233,9 +250,16 @@ template <class Result, class Sized, class Short, class Long, class Products, cl
             else reduceSized<Result, Sized, n>(products, dst, count);
         },
         [&]() __attribute__((always_inline)) {
-            if (length < 8) return reduceAny<Result, Short>(products, dst, length, count);
-            if constexpr (std::is_same_v<Long, lengths::aligned>) reduceAligned<Result>(products, dst, length, count);
-            else reduceAny<Result, Long>(products, dst, length, count);
+            if constexpr (std::is_same_v<Long, lengths::aligned>) {
+                static_assert(Products::adjacent && std::is_same_v<Short, lengths::zero_start>);
+                if constexpr (isOneObject<Count>)
+                    storeResult(dst, 0, Result::of(alignedSum<T>(products.first(0), products.second(0), length)));
+                else reduceAligned<Result>(products, dst, length, count);
+            } else if (length < 8) {
+                reduceAny<Result, Short>(products, dst, length, count);
+            } else {
+                reduceAny<Result, Long>(products, dst, length, count);
+            }
         });
 }
 
