@@ -146,6 +146,8 @@ void run(const Arguments& arguments) {
     writePng(arguments.output, picture);
     const double writing = watch.lap();
 
+    const StreamTimes streams = copyThroughStreams(*scene);
+
     const auto vertices = static_cast<double>(vertexCount(*scene));
     std::printf("%s: %u %s, %.0f vertices, %lld triangles\n", arguments.model.c_str(), scene->mNumMeshes,
                 scene->mNumMeshes == 1 ? "mesh" : "meshes", vertices, static_cast<long long>(triangles));
@@ -159,6 +161,9 @@ void run(const Arguments& arguments) {
     row("projecting all vertices, twice", times.projecting);
     row("turning all normals, twice", times.normals);
     if (arguments.picks) row("finding the picked triangle", times.picking);
+    std::printf("beside that, one call each for %zu of the vertices:\n", StreamTimes::points);
+    row("to streams of x, y and z", streams.toStreams);
+    row("and back", streams.back);
     std::puts("the rest:");
     row("reading the model (libassimp)", reading);
     row("starting OpenMP's threads, once", threads);

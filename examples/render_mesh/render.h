@@ -64,6 +64,13 @@ struct Picked {
 // line between is cut with every triangle.
 std::optional<Picked> pick(const aiScene& scene, const Camera& camera, float x, float y, KormTimes& times);
 
+// Microseconds of one call each, for so many of the model's vertices: to a stream for each of x, y and z, and back.
+struct StreamTimes {
+    static constexpr std::size_t points = 100'000;
+    double toStreams = 0, back = 0;
+};
+StreamTimes copyThroughStreams(const aiScene& scene);
+
 std::int64_t triangleCount(const aiScene& scene);
 
 }  // namespace example
