@@ -211,7 +211,9 @@ MOVE = Page(
                              "An array of structures is packed or a list, streams are the pointer layout with contiguous "
                              "elements."),
               "pairs": ("Other pairs of layouts", ""), "arrays": ("Transposed arrays", ""),
-              "singles": ("One transposed matrix", "")},
+              "singles": ("One transposed matrix", ""),
+              "extract": ("Extracted blocks", "Packed sources are one block, the others are gathered."),
+              "identities": ("Identities", "Packed arrays.")},
     plots=[("Transpose_m_32f", "^singles/Transpose_m_32f/"), ("Transpose_m_64f", "^singles/Transpose_m_64f/")],
     goals=move_goals)
 

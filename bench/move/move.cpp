@@ -101,13 +101,31 @@ void copyRows() {
             copyRow<T, Layout::stridedPointers, Layout::streams>("pairs", width, height, where);
         }
     }
-    for (int width = 1; width <= 16; ++width) {
-        copyRow<T, Layout::packed, Layout::streams>("sweep", width, 1, inCache);
-        copyRow<T, Layout::streams, Layout::packed>("sweep", width, 1, inCache);
-        copyRow<T, Layout::packed, Layout::packed>("sweep", width, 1, inCache);
-        copyRow<T, Layout::padded, Layout::packed>("sweep", width, 1, inCache);
-        copyRow<T, Layout::list, Layout::packed>("sweep", width, 1, inCache);
-    }
+}
+
+// All small lengths and shapes.
+template <class T, Layout from, Layout to>
+void sweepCopies() {
+    for (int length = 1; length <= 16; ++length) copyRow<T, from, to>("sweep", length, 1, inCache);
+    for (int height = 2; height <= 8; ++height)
+        for (int width = 1; width <= 8; ++width) copyRow<T, from, to>("sweep", width, height, inCache);
+}
+
+template <class T, Layout... others>
+void sweepPackedWith() {
+    (sweepCopies<T, Layout::packed, others>(), ...);
+    (sweepCopies<T, others, Layout::packed>(), ...);
+}
+
+template <class T>
+void sweepRows() {
+    using enum Layout;
+    sweepPackedWith<T, padded, strided, list, stridedList, streams, pointers, stridedPointers>();
+    sweepCopies<T, list, list>();
+    sweepCopies<T, list, streams>();
+    sweepCopies<T, streams, list>();
+    sweepCopies<T, streams, streams>();
+    sweepCopies<T, stridedPointers, streams>();
 }
 
 // --- Transposition ------------------------------------------------------------------------------
@@ -143,6 +161,108 @@ void transposeRow(const Place& where) {
     row.measure();
 }
 
+template <class T>
+void sweepTransposes() {
+    for (int height = 1; height <= 16; ++height)
+        for (int width = 1; width <= 16; ++width) {
+            const std::string name = std::string("sweep/Transpose_ma") + suffix<T> + "/" + std::to_string(height) +
+                                     "x" + std::to_string(width) + "/packed";
+            if (!isWanted(name)) continue;
+            constexpr std::int32_t size = sizeof(T);
+            const std::int32_t elements = height * width, object = elements * size;
+            const std::int32_t count = static_cast<std::int32_t>(inCache.bytes) / (2 * object);
+            const auto all = static_cast<std::size_t>(count);
+            const Operand<T> a = place<T>(0, Layout::packed, height, width, all),
+                             b = place<T>(1, Layout::packed, width, height, all);
+            Row row(name, count);
+            row.results(b.base, b.span, 0);
+            row.korm([=] {
+                pick<T>(kormTranspose_ma_32f, kormTranspose_ma_64f)(a.base, object, width * size, size, width, height,
+                                                                    b.base, object, height * size, size, count);
+            });
+            row.peer("plain loop, sizes at run time", [=] {
+                for (std::ptrdiff_t k = 0; k < count; ++k)
+                    for (std::ptrdiff_t i = 0; i < height; ++i)
+                        for (std::ptrdiff_t j = 0; j < width; ++j)
+                            b.base[k * elements + j * height + i] = a.base[k * elements + i * width + j];
+            });
+            row.measure();
+        }
+}
+
+// --- Packed blocks and identities -----------------------------------------------------------------
+
+template <class T, Layout layout>
+void extractRow(int order, const Place& where) {
+    constexpr Entry entry = entryOf(layout);
+    const std::size_t count =
+        where.bytes / sizeof(T) / (objectSpan<T>(layout, order, order) + static_cast<std::size_t>(order * order));
+    const std::string name = std::string("extract/Extract_ma") + suffix<T> + "/" + std::to_string(order) + "/" +
+                             std::string(nameOf(layout)) + " " + where.name;
+    if (!isWanted(name)) return;
+    const Operand<T> a = place<T>(0, layout, order, order, count), b = place<T>(1, Layout::packed, order, order, count);
+    const auto objects = static_cast<std::int32_t>(count);
+    Row row(name, static_cast<double>(count));
+    row.results(b.base, b.span, 0);
+    row.korm([=] {
+        if constexpr (entry == Entry::standard)
+            pick<T>(kormExtract_ma_32f, kormExtract_ma_64f)(a.base, a.objectStride, a.rowStride, a.elementStride,
+                                                            b.base, order, order, objects);
+        else if constexpr (entry == Entry::list)
+            pick<T>(kormExtract_ma_32f_L, kormExtract_ma_64f_L)(a.table, a.offset, a.rowStride, a.elementStride, b.base,
+                                                                order, order, objects);
+        else
+            pick<T>(kormExtract_ma_32f_P, kormExtract_ma_64f_P)(a.table, a.offset, a.objectStride, b.base, order, order,
+                                                                objects);
+    });
+    if (layout == Layout::packed) row.peer("memcpy", [=] { std::memcpy(b.base, a.base, a.span * sizeof(T)); });
+    row.peer("plain loop", [=] { copyLoop<entry, Entry::standard>(a, b, order, order, count); });
+    row.measure();
+}
+
+template <class T>
+void identityRow(int order, const Place& where) {
+    const std::string name =
+        std::string("identities/LoadIdentity_ma") + suffix<T> + "/" + std::to_string(order) + "/" + where.name;
+    if (!isWanted(name)) return;
+    constexpr std::int32_t size = sizeof(T);
+    const std::int32_t elements = order * order;
+    const std::size_t count = where.bytes / static_cast<std::size_t>(elements * size);
+    const Operand<T> b = place<T>(1, Layout::packed, order, order, count);
+    Row row(name, static_cast<double>(count));
+    row.results(b.base, b.span, 0);
+    row.korm([=] {
+        pick<T>(kormLoadIdentity_ma_32f, kormLoadIdentity_ma_64f)(b.base, elements * size, order * size, size, order,
+                                                                  order, static_cast<std::int32_t>(count));
+    });
+    row.peer("memset and a loop", [=] {
+        std::memset(b.base, 0, b.span * sizeof(T));
+        T* object = b.base;
+        for (std::size_t k = 0; k < count; ++k, object += elements)
+            for (int i = 0; i < order; ++i) object[i * order + i] = 1;
+    });
+    row.peer("plain loop", [=] {
+        T* object = b.base;
+        for (std::size_t k = 0; k < count; ++k, object += elements)
+            for (int i = 0; i < order; ++i)
+                for (int j = 0; j < order; ++j) object[i * order + j] = i == j ? T(1) : T(0);
+    });
+    row.measure();
+}
+
+template <class T>
+void blockRows() {
+    for (const Place& where : {inCache, outOfCache})
+        for (const int order : {3, 4, 6, 16}) {
+            extractRow<T, Layout::packed>(order, where);
+            extractRow<T, Layout::padded>(order, where);
+            extractRow<T, Layout::strided>(order, where);
+            extractRow<T, Layout::list>(order, where);
+            extractRow<T, Layout::streams>(order, where);
+            identityRow<T>(order, where);
+        }
+}
+
 }  // namespace
 
 void measureRows() {
@@ -159,6 +279,12 @@ void measureRows() {
         transposeRow<double, 6>(where);
     }
     measureMatrices();
+    blockRows<float>();
+    blockRows<double>();
+    sweepRows<float>();
+    sweepRows<double>();
+    sweepTransposes<float>();
+    sweepTransposes<double>();
 }
 
 }  // namespace bench

@@ -77,5 +77,6 @@ void forEach(std::integer_sequence<int, numbers...>, const F& f) {
 
 void measureReductions();
 void measureCombinations();
+void measureSweeps();
 
 }  // namespace bench

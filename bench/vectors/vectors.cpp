@@ -10,6 +10,7 @@ void measureRows() {
 #endif
     measureReductions();
     measureCombinations();
+    measureSweeps();
 }
 
 }  // namespace bench
