@@ -319,6 +319,13 @@ std::ptrdiff_t objectsAtOnce(const Extent& extent) {
     return std::clamp<std::ptrdiff_t>(16384 / sizeOf<Word> / elements, 32, 2048);
 }
 
+// Objects so far apart that each has lines of cache of its own, and too many for the second cache: what one of their entries
+// brings there is gone before the next one is moved.
+bool areFarApart(const Side& table, const Extent& extent) {
+    constexpr std::ptrdiff_t farApart = 96, secondCache = 256 << 10;
+    return table.isTable() && table.objectStride > farApart && table.objectStride > secondCache / extent.objects;
+}
+
 }  // namespace
 
 template <class Word>
@@ -334,6 +341,8 @@ void moveTables(const Side& from, const Side& to, Extent extent, Order order) {
     // Looked at all at once where that tells as much, else block by block in the order of objects.
     const bool free = order == Order::any || (!lists && mayReorder(from, to, extent, sizeOf<Word>, Listed::inParts));
     if (!free && order == Order::entries) return moveForward<Word>(from, to, extent, order);
+    if (areFarApart(from, extent) || areFarApart(to, extent))
+        return moveForward<Word>(from, to, extent, Order::objects);
     // So few elements make a group, which is written object by object.
     const bool isGroup = extent.rows == 1 && extent.columns <= group;
     Listed listed = isGroup ? Listed::inOrder : Listed::inParts;

@@ -65,7 +65,12 @@ void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, 
     if (shorter >= 4) return turnBlocks<Word, 4>(from, fromStride, to, toStride, width, height);
     if (shorter >= blockEdge<Word>)
         return turnBlocks<Word, blockEdge<Word>>(from, fromStride, to, toStride, width, height);
-    turnTile<Word>(SteppedRows{const_cast<std::byte*>(from), fromStride}, height, SteppedRows{to, toStride}, width);
+    // A few elements are moved before a tile has begun.
+    if (width * height > 32)
+        return turnTile<Word>(SteppedRows{const_cast<std::byte*>(from), fromStride}, height, SteppedRows{to, toStride},
+                              width);
+    for (; width > 0; --width, from += sizeOf<Word>, to += toStride)
+        for (std::ptrdiff_t i = 0; i < height; ++i) store(to + i * sizeOf<Word>, load<Word>(from + i * fromStride));
 }
 
 // Columns of a source that are done from top to bottom before the next: their rows in the result are each in a page of its

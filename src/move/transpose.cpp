@@ -125,6 +125,9 @@ void transposeAdjacent(const Side& from, const Side& to, MatrixShape shape, std:
     if (isSized(shape.width, shape.height))
         return forOrder(
             shape.width, [&](auto order) { turnSquares<Word, order>(from, to, count); }, [] {});
+    // Doubles have no function that each matrix goes through: small ones are moved by loops over all of them.
+    if (sizeof(Word) == 8 && std::min(shape.width, shape.height) < 4 && std::max(shape.width, shape.height) <= 16)
+        return moveGrids<Word>(transposed(from), to, {shape.width, shape.height, count}, Order::any);
     forObjects(from, to, count, [&](std::byte* result, const std::byte* source) {
         turnAny<Word>(source, from.rowStride, result, to.rowStride, shape, beyondCache);
     });

@@ -190,6 +190,24 @@ template <class Op, class A, class B, class D>
         combineRow<typename D::Element>(op, streamOf(a, 0, j), streamOf(b, 0, j), dst.at(0).address(0, j), count);
 }
 
+// Elements at fixed distances, each written before the next is read.
+template <class T, class Op>
+[[gnu::always_inline]] inline void combineSteps(const Op& op, const std::byte* x, std::ptrdiff_t xStep,
+                                                const std::byte* y, std::ptrdiff_t yStep, std::byte* to,
+                                                std::ptrdiff_t toStep, std::ptrdiff_t n) {
+    const auto elements = [&](auto number) __attribute__((always_inline)) {
+        unrolled<number>([&](auto i) __attribute__((always_inline)) {
+            store(to + i * toStep, op(load<T>(x + i * xStep), load<T>(y + i * yStep)));
+        });
+        x += number * xStep;
+        y += number * yStep;
+        to += number * toStep;
+        n -= number;
+    };
+    while (n >= 4) elements(Int<4>{});
+    while (n > 0) elements(Int<1>{});
+}
+
 // Of tables: entry after entry, each for a few objects, which then stay in the first cache for the next entry.
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] void combineTables(Op op, A a, B b, D dst, std::ptrdiff_t length, std::ptrdiff_t count) {
@@ -198,15 +216,8 @@ template <class Op, class A, class B, class D>
     for (std::ptrdiff_t first = 0; first < count; first += objects) {
         const std::ptrdiff_t end = std::min(first + objects, count);
         for (std::ptrdiff_t j = 0; j < length; ++j) {
-            const std::byte* x = a.at(first).address(0, j);
-            const std::byte* y = b.at(first).address(0, j);
-            std::byte* to = dst.at(first).address(0, j);
-            for (std::ptrdiff_t k = first; k < end; ++k) {
-                store(to, op(load<T>(x), load<T>(y)));
-                x += a.objectStride;
-                y += b.objectStride;
-                to += dst.objectStride;
-            }
+            combineSteps<T>(op, a.at(first).address(0, j), a.objectStride, b.at(first).address(0, j), b.objectStride,
+                            dst.at(first).address(0, j), dst.objectStride, end - first);
         }
     }
 }
