@@ -75,7 +75,7 @@ template <class T, int n, class A, class X, class Y, class D>
 // --- Any shape -----------------------------------------------------------------------------------
 
 // Rows of adjacent elements: the lanes of a vector are partial sums, which take as many products in turn as there are whole
-// vectors of. Four rows go side by side; turned in registers, their partial sums are joined for all rows at once.
+// vectors of. Eight or four rows go side by side; turned in registers, their partial sums are joined for all rows at once.
 template <class T>
 struct PartialSums {
     static constexpr int lanes = 16 / static_cast<int>(sizeof(T));
@@ -107,15 +107,18 @@ template <class T, class A>
     constexpr std::ptrdiff_t size = sizeof(T);
     const std::ptrdiff_t bytes = shape.width * size, whole = bytes - bytes % 16;
     std::ptrdiff_t i = 0;
-    for (; i + 4 <= shape.height; i += 4) {
-        const std::byte* const row[4] = {a.address(i, 0), a.address(i + 1, 0), a.address(i + 2, 0),
-                                         a.address(i + 3, 0)};
-        V l[4] = {V{}, V{}, V{}, V{}};
+    const auto rowsSideBySide = [&](auto rows) __attribute__((always_inline)) {
+        const std::byte* row[rows];
+        V l[rows];
+        unrolled<rows>([&](auto r) __attribute__((always_inline)) {
+            row[r] = a.address(i + r, 0);
+            l[r] = V{};
+        });
         for (std::ptrdiff_t at = 0; at < whole; at += 16) {
             const V factor = load<V>(x + at);
-            unrolled<4>([&](auto r) __attribute__((always_inline)) { l[r] += load<V>(row[r] + at) * factor; });
+            unrolled<rows>([&](auto r) __attribute__((always_inline)) { l[r] += load<V>(row[r] + at) * factor; });
         }
-        unrolled<4 / Partial::lanes>([&](auto g) __attribute__((always_inline)) {
+        unrolled<rows / Partial::lanes>([&](auto g) __attribute__((always_inline)) {
             constexpr int first = g * Partial::lanes;
             V sum = Partial::joined(l + first);
             for (std::ptrdiff_t at = whole; at < bytes; at += size) {
@@ -125,7 +128,12 @@ template <class T, class A>
             const std::ptrdiff_t place = (i + first) * size;
             store(to + place, sum + load<V>(y + place));
         });
-    }
+        i += rows;
+    };
+    // Each addition waits for the one before in its row: eight rows fill that time where registers hold them.
+    if constexpr (sizeof(void*) == 8)
+        while (i + 8 <= shape.height) rowsSideBySide(Int<8>{});
+    while (i + 4 <= shape.height) rowsSideBySide(Int<4>{});
     for (; i < shape.height; ++i) {
         const std::byte* const row = a.address(i, 0);
         V l{};

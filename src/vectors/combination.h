@@ -144,8 +144,9 @@ template <class T, int n, class Op, class A, class B>
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void combineRows(Op op, A a, B b, D dst, std::ptrdiff_t length, std::ptrdiff_t count) {
-    for (std::ptrdiff_t k = 0; k < count; ++k)
+[[gnu::noinline]] void combineRows(Op op, A a, B b, D dst, std::ptrdiff_t length, std::ptrdiff_t k,
+                                   std::ptrdiff_t count) {
+    for (; k < count; ++k)
         combineRow<typename D::Element>(op, AdjacentRow{a.at(k).origin}, AdjacentRow{b.at(k).origin}, dst.at(k).origin,
                                         length);
 }
@@ -164,7 +165,14 @@ template <class Op, class A, class B, class D>
             if (packed) k = combineTiles<T, n>(op, a, b, dst.origin, count);
         for (; k < count; ++k) combineShortRow<T, n>(op, a.at(k).origin, b.at(k).origin, dst.at(k).origin);
     };
-    forOrder(length, shortRows, [&] { combineRows(op, a, b, dst, length, count); });
+    const auto otherRows = [&](std::ptrdiff_t first) __attribute__((always_inline)) {
+        combineRows(op, a, b, dst, length, first, count);
+    };
+    if constexpr (!isListed<D> && (isShared<A> || isShared<B>)) {
+        if (packed && length == 1) return otherRows(combineTiles<T, 1>(op, a, b, dst.origin, count));
+        if (packed && length == 2) return otherRows(combineTiles<T, 2>(op, a, b, dst.origin, count));
+    }
+    forOrder(length, shortRows, [&] { otherRows(0); });
 }
 
 // A single object. Where the result begins inside a source, each element waits for those before it. A result that ends
