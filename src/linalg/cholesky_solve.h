@@ -137,52 +137,62 @@ struct ObjectNumbers {
     int size = 0;
 };
 
-// Objects whose solutions are alike in where the blocks of their sums begin, `groups` vectors of them. `adjoin` tells that
-// they follow each other.
-template <int groups, class T, class A, class B, class D>
-[[gnu::noinline]] void choleskySolveGroup(const A& factor, const B& src, const D& dst, const T* shared,
-                                          const std::ptrdiff_t* numbers, bool adjoin, std::ptrdiff_t n,
-                                          std::ptrdiff_t blocks) {
-    using S = Lanes<T>;
-    constexpr int lanes = laneCount<T>;
-    constexpr std::ptrdiff_t greatest = greatestSolvedInLanes;
-    S x[groups * greatest];
-    for (int v = 0; v < groups; ++v)
-        readRowStarts(groupOf<lanes>(src, numbers + v * lanes), 0, n, x + v * greatest, adjoin && lanesTouch(src));
-    if constexpr (isShared<A>) {
-        const auto element = [&](int, std::ptrdiff_t e) __attribute__((always_inline)) { return all<S>(shared[e]); };
-        sweepInLanes<groups, greatest, isAdjacent<A>>(element, x, n, blocks);
-    } else {
-        S a[groups][triangleSize(greatest)];
-        for (int v = 0; v < groups; ++v)
-            readTriangles(groupOf<lanes>(factor, numbers + v * lanes), n, a[v], adjoin && lanesTouch(factor));
-        const auto element = [&](int v, std::ptrdiff_t e) __attribute__((always_inline)) { return a[v][e]; };
-        sweepInLanes<groups, greatest, isAdjacent<A>>(element, x, n, blocks);
-    }
-    for (int v = 0; v < groups; ++v)
-        writeRowStarts(groupOf<lanes>(dst, numbers + v * lanes), 0, n, x + v * greatest, adjoin && lanesTouch(dst));
+// Sweeps over locals, which all layouts share: with one factor for all vectors, and with one for each.
+template <int groups, bool isParted, class S>
+[[gnu::noinline]] void sweepWithShared(const ElementOf<S>* shared, S* x, std::ptrdiff_t n, std::ptrdiff_t blocks) {
+    const auto element = [&](int, std::ptrdiff_t e) __attribute__((always_inline)) { return all<S>(shared[e]); };
+    sweepInLanes<groups, greatestSolvedInLanes, isParted>(element, x, n, blocks);
 }
 
-// As many vectors at a time as there are; lanes that are left over solve the last object again.
+template <int groups, bool isParted, class S>
+[[gnu::noinline]] void sweepWithOwn(S* a, S* x, std::ptrdiff_t n, std::ptrdiff_t blocks) {
+    const auto element = [&](int v, std::ptrdiff_t e) __attribute__((always_inline)) {
+        return a[v * triangleSize(greatestSolvedInLanes) + e];
+    };
+    sweepInLanes<groups, greatestSolvedInLanes, isParted>(element, x, n, blocks);
+}
+
+// Objects whose solutions are alike in where the blocks of their sums begin. Lanes that are left over solve the last object
+// again. Objects of tables follow each other.
 template <class T, class A, class B, class D>
 [[gnu::noinline]] void choleskySolveAlike(const A& factor, const B& src, const D& dst, const T* shared,
                                           ObjectNumbers<T, A>& numbers, std::ptrdiff_t n, std::ptrdiff_t blocks) {
+    using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
-    if (numbers.size == numbers.most) {
-        choleskySolveGroup<groupsInFlight<A>>(factor, src, dst, shared, numbers.at, true, n, blocks);
-    } else {
-        for (int first = 0; first < numbers.size; first += lanes) {
-            const int left = numbers.size - first;
-            if (left == 1) {
-                const std::ptrdiff_t k = numbers.at[first];
-                sweepGeneral<T>(factor.at(k), src.at(k), dst.at(k), n);
-                break;
-            }
-            for (int l = left; l < lanes; ++l) numbers.at[first + l] = numbers.at[numbers.size - 1];
-            choleskySolveGroup<1>(factor, src, dst, shared, numbers.at + first, left >= lanes, n, blocks);
-        }
-    }
+    constexpr bool isParted = isAdjacent<A>;
+    const int size = numbers.size, groups = (size + lanes - 1) / lanes;
     numbers.size = 0;
+    if (size == 0) return;
+    if (size == 1 && !isShared<A>) {
+        const std::ptrdiff_t k = numbers.at[0];
+        sweepGeneral<T>(factor.at(k), src.at(k), dst.at(k), n);
+        return;
+    }
+    for (int l = size; l < groups * lanes; ++l) numbers.at[l] = numbers.at[size - 1];
+    S x[groupsInFlight<A> * greatestSolvedInLanes];
+    const auto isWhole = [&](int v) { return (v + 1) * lanes <= size; };
+    for (int v = 0; v < groups; ++v)
+        readRowStarts(groupOf<lanes>(src, numbers.at + v * lanes), 0, n, x + v * greatestSolvedInLanes,
+                      isWhole(v) && lanesTouch(src));
+    if constexpr (isShared<A>) {
+        switch (groups) {
+            case 1: sweepWithShared<1, isParted>(shared, x, n, blocks); break;
+            case 2: sweepWithShared<2, isParted>(shared, x, n, blocks); break;
+            case 3: sweepWithShared<3, isParted>(shared, x, n, blocks); break;
+            default: sweepWithShared<4, isParted>(shared, x, n, blocks);
+        }
+    } else {
+        constexpr std::ptrdiff_t pitch = triangleSize(greatestSolvedInLanes);
+        S a[groupsInFlight<A> * pitch];
+        for (int v = 0; v < groups; ++v)
+            readTriangles(groupOf<lanes>(factor, numbers.at + v * lanes), n, a + v * pitch,
+                          isWhole(v) && lanesTouch(factor));
+        if (groups == 1) sweepWithOwn<1, isParted>(a, x, n, blocks);
+        else sweepWithOwn<2, isParted>(a, x, n, blocks);
+    }
+    for (int v = 0; v < groups; ++v)
+        writeRowStarts(groupOf<lanes>(dst, numbers.at + v * lanes), 0, n, x + v * greatestSolvedInLanes,
+                       isWhole(v) && lanesTouch(dst));
 }
 
 template <class T, class A, class B, class D>
