@@ -220,6 +220,10 @@ MOVE = Page(
 
 # --- LU, solve, inverse, determinant -----------------------------------------------------------------
 
+CHOLESKY = ("cholesky", "cholesky-solve", "cholesky-solve-one")
+MEDIUM = tuple(str(order) for order in range(7, 17))
+
+
 def linalg_goals(context, rows):
     goals = []
 
@@ -242,6 +246,15 @@ def linalg_goals(context, rows):
     goals += every_row("QR and its solves, every row: best peer / korm", chosen(rows, "qr") + least_squares, 1)
     goals += every_row("LU and solves, every row: best peer / korm",
                        of("lu", SMALL) + of("solve", SMALL) + of("solve-one", SMALL), 1)
+    for element, wanted, larger in (("32f", (3.5, 2, 3), 1.5), ("64f", (2, 2, 3), 1.25)):
+        for section, words, least in zip(CHOLESKY, ("Cholesky", "its solve, a matrix for each vector",
+                                                    "its solve, one matrix for all vectors"), wanted):
+            goals += at_least(f"{words}, {element}, geometric mean: best peer / korm",
+                              mean(row.ratio for row in of(section, SMALL, element)), least)
+            goals += at_least("the same, orders 7 to 16",
+                              mean(row.ratio for row in of(section, MEDIUM, element)), larger)
+    goals += every_row("Cholesky and its solves, orders 1 to 16: best peer / korm",
+                       [row for section in CHOLESKY for row in of(section, ("1", "2") + SMALL + MEDIUM)], 1)
     goals += every_row("inverse, orders 3 and 4: best peer / korm", of("inverse", ("3", "4")), 1)
     goals += at_least("the same, 32f, geometric mean", mean(row.ratio for row in of("inverse", ("3", "4"), "32f")), 1.3)
     for element, wanted in (("32f", 4), ("64f", 2)):
@@ -269,13 +282,16 @@ def extended_table(rows):
 
 
 LINALG = Page(
-    title="LU, solve, inverse and determinant",
+    title="LU, Cholesky, solve, inverse and determinant",
     about="Packed arrays on one thread. `cache` is 24 KiB of matrices; `shuffled` up to a hundred thousand objects "
           "with their rows in random order, so that no branch on a pivot can be learnt. Eigen, GLM and cglm know "
           "the order when they are compiled. LAPACK is OpenBLAS's, held to its kernels for Core2. Results are "
           "compared to the rounding errors that another order of operations may leave.",
     sections={"lu": ("LU decomposition", ""), "solve": ("Solve, a matrix for each vector", ""),
               "solve-one": ("Solve, one matrix for all vectors", ""),
+              "cholesky": ("Cholesky decomposition", ""),
+              "cholesky-solve": ("Solve with a Cholesky factor for each vector", ""),
+              "cholesky-solve-one": ("Solve with one Cholesky factor for all vectors", ""),
               "qr": ("QR decomposition", "ROWSxCOLUMNS. Eigen's HouseholderQR of fixed size, LAPACK's `geqrf`."),
               "qr-solve": ("Least squares, a matrix for each vector", ""),
               "qr-solve-one": ("Least squares, one matrix for all vectors", ""),
@@ -296,7 +312,8 @@ LINALG = Page(
                            "made by the vector unit, so that floats could come below it; in turn these minors are "
                            "subtracted anew for each use, since 80 bits take about ten cycles through memory.")},
     plots=[(f"{words}, {element}", f"^{section}/.*_{element}/.*/shuffled")
-           for section, words in (("lu", "LU"), ("solve", "solve, a matrix for each vector"), ("inverse", "inverse"),
+           for section, words in (("lu", "LU"), ("solve", "solve, a matrix for each vector"), ("cholesky", "Cholesky"),
+                                  ("cholesky-solve", "solve with a Cholesky factor"), ("inverse", "inverse"),
                                   ("determinant", "determinant"))
            for element in ("32f", "64f")],
     goals=linalg_goals,

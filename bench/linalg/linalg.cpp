@@ -1,4 +1,4 @@
-// The program's rows: LU decomposition, solve, inverse, determinant.
+// The program's rows: LU and Cholesky decomposition, solve, inverse, determinant.
 #include "rows.h"
 #ifdef BENCH_CGLM
 #include <cglm/version.h>
@@ -52,6 +52,8 @@ void measureRows() {
     measureLeastSquares();
     measureInverses();
     measureDeterminants();
+    measureCholeskyDecompositions();
+    measureCholeskySolutions();
 }
 
 }  // namespace bench

@@ -1,4 +1,4 @@
-// What rows of LU, solve, inverse and determinant share: matrices that have an inverse, and their peers.
+// What rows of LU, Cholesky, solve, inverse and determinant share: matrices that have an inverse, and their peers.
 #pragma once
 
 #include "../harness/eigen.h"
@@ -118,5 +118,7 @@ void measureSolutions();
 void measureLeastSquares();
 void measureInverses();
 void measureDeterminants();
+void measureCholeskyDecompositions();
+void measureCholeskySolutions();
 
 }  // namespace bench
