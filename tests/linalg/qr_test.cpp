@@ -366,8 +366,9 @@ TEST_P(QRArrays, GiveTheBitsOfTheReference) {
                     for (std::int32_t i = 0; i < size.height; ++i) call.set<T>("src2", k, 0, i, side(i, 0));
                 }
                 for (std::int32_t k = 0; solves && k < objects; ++k) {
-                    std::vector<T> side;
-                    for (std::int32_t i = 0; i < size.height; ++i) side.push_back(call.get<T>("src2", k, 0, i));
+                    std::vector<T> side(static_cast<std::size_t>(size.height));
+                    for (std::int32_t i = 0; i < size.height; ++i)
+                        side[static_cast<std::size_t>(i)] = call.get<T>("src2", k, 0, i);
                     const auto x = solveReflected(get<T>(call, "src1", k), side, inEights);
                     wanted.emplace_back(1, size.width);
                     for (std::int32_t j = 0; j < size.width; ++j) wanted.back()(0, j) = x[static_cast<std::size_t>(j)];

@@ -38,8 +38,8 @@ std::int32_t solutions(const Form& form, const std::vector<OperandValues>& opera
     const View<T> src1(form, operands, sizes, "src1"), src2(form, operands, sizes, "src2");
     const View<T> dst(form, operands, sizes, "dst");
     for (std::int32_t k = first; k < first + runCount; ++k) {
-        std::vector<T> b;
-        for (std::int32_t i = 0; i < sizes.height; ++i) b.push_back(src2.read(k, 0, i));
+        std::vector<T> b(static_cast<std::size_t>(sizes.height));
+        for (std::int32_t i = 0; i < sizes.height; ++i) b[static_cast<std::size_t>(i)] = src2.read(k, 0, i);
         const auto x = solveReflected(rectangle(src1, sizes, k), b, sumsInEights(form, operands));
         for (std::int32_t j = 0; j < sizes.width; ++j) dst.write(k, 0, j, x[static_cast<std::size_t>(j)]);
     }
