@@ -16,7 +16,7 @@ using Quadric = std::array<float, coefficients>;
 // Behind the rows of the neighbours stand as many more as there are coefficients, which pull each of these to 0 a little:
 // so no matrix is singular, even where all neighbours lie on one line.
 struct QuadricProblems {
-    std::int32_t height = 0;             // rows of a matrix
+    std::int32_t height = 0;              // rows of a matrix
     std::vector<std::uint32_t> vertices;  // whose they are
     std::vector<float> matrices, rightSides;
 };

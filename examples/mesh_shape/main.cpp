@@ -25,7 +25,8 @@ constexpr const char* usage =
     "\n"
     "Reads a 3D model (any format of libassimp) and draws it twice, side by side, into a PNG file.\n"
     "\n"
-    "  curvature       shaded, and coloured by mean curvature: red where it bulges, blue where it is hollow. A quadric is\n"
+    "  curvature       shaded, and coloured by mean curvature: red where it bulges, blue where it is hollow. A quadric "
+    "is\n"
     "                  fitted to the vertices around each vertex, by least squares.\n"
     "  normals         with its own normals, and with normals from the vertices alone: across the plane in which the\n"
     "                  vertices around each vertex lie best, by the eigenvectors of their covariance.\n"
@@ -132,9 +133,10 @@ void showCurvature(const aiScene& scene, const Surface& surface, std::vector<Pro
     row("stating the problems", stating, fitted);
     row("korm: QRDecomp_ma, QRBackSubst_mava", korm - copying, fitted);
     row("Eigen: HouseholderQR, one by one", eigen, fitted);
-    std::printf("korm takes %.2f of Eigen's time and %.0f %% of the job's; coefficients differ by %.1e at most (limit %.0e)\n",
-                (korm - copying) / eigen, 100 * (korm - copying) / (korm - copying + stating), double{off},
-                double{quadricTolerance});
+    std::printf(
+        "korm takes %.2f of Eigen's time and %.0f %% of the job's; coefficients differ by %.1e at most (limit %.0e)\n",
+        (korm - copying) / eigen, 100 * (korm - copying) / (korm - copying + stating), double{off},
+        double{quadricTolerance});
     std::printf("mean curvature: half of the vertices below %.3g, nine of ten below %.3g, in units of 1 / length\n",
                 double{quantile(sizes, 0.5)}, double{most});
 }
@@ -190,17 +192,18 @@ void showNormals(const aiScene& scene, const Surface& surface, std::vector<Proje
     row("turning all outwards", turning, count);
     std::printf("korm takes %.2f of the iteration's time, %.2f of the closed form's, and %.0f %% of the job's\n",
                 korm / iteration, korm / closedForm, 100 * korm / (stating + korm + turning));
-    std::printf("matrix * axis is off by %.1e of the trace at most; Eigen's iteration %.1e, its closed form %.1e\n", double{off},
-                double{iterationOff}, double{closedFormOff});
-    std::printf("angle to the average normal of the triangles: half below %.2f degrees, 19 of 20 below %.1f; "
-                "%.1f %% point the other way\n",
-                double{quantile(angles, 0.5)}, double{quantile(angles, 0.95)},
-                100 * static_cast<double>(opposite) / static_cast<double>(angles.size()));
+    std::printf("matrix * axis is off by %.1e of the trace at most; Eigen's iteration %.1e, its closed form %.1e\n",
+                double{off}, double{iterationOff}, double{closedFormOff});
+    std::printf(
+        "angle to the average normal of the triangles: half below %.2f degrees, 19 of 20 below %.1f; "
+        "%.1f %% point the other way\n",
+        double{quantile(angles, 0.5)}, double{quantile(angles, 0.95)},
+        100 * static_cast<double>(opposite) / static_cast<double>(angles.size()));
 }
 
 void run(const Arguments& arguments) {
-    const std::unique_ptr<aiScene> scene = readModel(
-        arguments.model, aiProcess_Triangulate | aiProcess_SortByPType | aiProcess_GenSmoothNormals);
+    const std::unique_ptr<aiScene> scene =
+        readModel(arguments.model, aiProcess_Triangulate | aiProcess_SortByPType | aiProcess_GenSmoothNormals);
     if (triangleCount(*scene) == 0) throw Failure(arguments.model + ": there are no triangles in it");
     const Bounds before = boundsOf(*scene);
     const float scale = scaleTo(side, before, arguments.model);
@@ -219,10 +222,8 @@ void run(const Arguments& arguments) {
     const Camera camera = fittingCamera(*scene, arguments.camera, radius, samplesAcross, untold);
     std::vector<ProjectedMesh> meshes = projected(*scene, camera);
     const Picture left = draw(*scene, meshes, arguments.camera);
-    if (arguments.job == "curvature")
-        showCurvature(*scene, surface, meshes);
-    else
-        showNormals(*scene, surface, meshes, camera);
+    if (arguments.job == "curvature") showCurvature(*scene, surface, meshes);
+    else showNormals(*scene, surface, meshes, camera);
     writePng(arguments.output, sideBySide(left, draw(*scene, meshes, arguments.camera)));
     std::printf("picture: %s, %d by %d\n", arguments.output.c_str(), 2 * arguments.camera.width,
                 arguments.camera.height);

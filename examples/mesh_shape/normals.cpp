@@ -24,7 +24,8 @@ std::vector<Covariance> covariancesOf(const Surface& surface) {
         const auto count = static_cast<float>(surface.neighbourCount(v) + 1);
         Covariance& c = covariances[v];
         for (std::size_t i = 0; i < 3; ++i)
-            for (std::size_t j = 0; j < 3; ++j) c[3 * i + j] = products[3 * i + j] / count - means[i] * means[j] / (count * count);
+            for (std::size_t j = 0; j < 3; ++j)
+                c[3 * i + j] = products[3 * i + j] / count - means[i] * means[j] / (count * count);
         const float sum = c[0] + c[4] + c[8];
         for (float& element : c) element = sum > 0 ? element / sum * trace : 0;
         for (std::size_t i = 0; i < 3; ++i) c[4 * i] += lift;

@@ -20,8 +20,8 @@ Surface net(std::uint32_t rows, std::uint32_t columns, bool isClosed, const std:
     std::vector<Point> points;
     for (std::uint32_t i = 0; i < rows; ++i)
         for (std::uint32_t j = 0; j < columns; ++j)
-            points.push_back(
-                at(static_cast<float>(i) / static_cast<float>(rows), static_cast<float>(j) / static_cast<float>(columns)));
+            points.push_back(at(static_cast<float>(i) / static_cast<float>(rows),
+                                static_cast<float>(j) / static_cast<float>(columns)));
     std::vector<std::array<std::uint32_t, 3>> triangles;
     for (std::uint32_t i = 0; i + 1 < rows; ++i) {
         for (std::uint32_t j = 0; j + (isClosed ? 0 : 1) < columns; ++j) {
