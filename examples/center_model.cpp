@@ -63,37 +63,25 @@ void run(const std::string& name, float side) {
                 double{check.offCenter}, double{check.offSide}, double{check.tolerance});
 }
 
-int fail(const std::string& message) {
-    std::fprintf(stderr, "center_model: %s\n", message.c_str());
-    return EXIT_FAILURE;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
+void parseAndRun(int argc, char** argv) {
     const char* path = nullptr;
     float side = 2;
     for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
-            std::fputs(usage, stdout);
-            return EXIT_SUCCESS;
-        }
         if (std::strcmp(argv[i], "--side") == 0) {
             char* end = nullptr;
             side = i + 1 < argc ? std::strtof(argv[++i], &end) : 0;
             if (end == nullptr || *end != '\0' || !(side > 0) || !std::isfinite(side))
-                return fail("--side takes a positive number");
+                throw Failure("--side takes a positive number");
         } else if (argv[i][0] == '-' || path != nullptr) {
-            return fail(std::string("can't make sense of '") + argv[i] + "'\n" + usage);
+            throw Failure(std::string("can't make sense of '") + argv[i] + "'\n" + usage);
         } else {
             path = argv[i];
         }
     }
-    if (path == nullptr) return fail(std::string("no model given\n") + usage);
-    try {
-        run(path, side);
-    } catch (const Failure& failure) {
-        return fail(failure.what());
-    }
-    return EXIT_SUCCESS;
+    if (path == nullptr) throw Failure(std::string("no model given\n") + usage);
+    run(path, side);
 }
+
+}  // namespace
+
+int main(int argc, char** argv) { return runProgram("center_model", usage, argc, argv, parseAndRun); }

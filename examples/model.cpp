@@ -7,6 +7,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -48,6 +51,22 @@ private:
 };
 
 }  // namespace
+
+int runProgram(const char* name, const char* usage, int argc, char** argv, void (*work)(int argc, char** argv)) {
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
+            std::fputs(usage, stdout);
+            return EXIT_SUCCESS;
+        }
+    }
+    try {
+        work(argc, argv);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s: %s\n", name, failure.what());
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}
 
 std::unique_ptr<aiScene> readModel(const std::string& name, unsigned steps) {
     Assimp::Importer importer;

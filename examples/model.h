@@ -17,6 +17,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// A program's main: prints `usage` if the words ask for help, else does the work. What fails is told under the program's name.
+int runProgram(const char* name, const char* usage, int argc, char** argv, void (*work)(int argc, char** argv));
+
 static_assert(sizeof(ai_real) == sizeof(float), "korm's 32f calls need a libassimp with single precision");
 inline constexpr auto vertexStride = static_cast<std::int32_t>(sizeof(aiVector3D));
 inline constexpr auto elementStride = static_cast<std::int32_t>(sizeof(float));

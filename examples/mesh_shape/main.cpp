@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <functional>
 
 #include "../render_mesh/options.h"
@@ -257,17 +256,5 @@ Arguments parse(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
-            std::fputs(usage, stdout);
-            return EXIT_SUCCESS;
-        }
-    }
-    try {
-        run(parse(argc, argv));
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "mesh_shape: %s\n", failure.what());
-        return EXIT_FAILURE;
-    }
-    return EXIT_SUCCESS;
+    return runProgram("mesh_shape", usage, argc, argv, [](int count, char** words) { run(parse(count, words)); });
 }

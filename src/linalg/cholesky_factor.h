@@ -86,9 +86,10 @@ template <int rows, class S>
         const auto term = [&](std::ptrdiff_t k) { return at(r)[k] * pivotRow[k]; };
         s[r] = reducedBy(term, at(r)[i], 0, blocksOfFactor(blocks), blocks);
     }
-    for (std::ptrdiff_t k = blocks; k < i; ++k)
+    for (std::ptrdiff_t k = blocks; k < i; ++k) {
 #pragma GCC unroll 4
         for (int r = 0; r < rows; ++r) s[r] = difference(s[r], at(r)[k] * pivotRow[k]);
+    }
 #pragma GCC unroll 4
     for (int r = 0; r < rows; ++r) at(r)[i] = s[r] * pivotRow[i];
 }

@@ -99,9 +99,10 @@ template <int groups, std::ptrdiff_t pitch, bool isParted, class S, class Factor
             }
             j = end;
         }
-        for (; j < k; ++j)
+        for (; j < k; ++j) {
 #pragma GCC unroll 4
             for (int v = 0; v < groups; ++v) z[v] = z[v] - factor(v, row + j) * x[v * pitch + j];
+        }
 #pragma GCC unroll 4
         for (int v = 0; v < groups; ++v) x[v * pitch + k] = z[v] * factor(v, row + k);
     }
@@ -126,9 +127,10 @@ template <int groups, std::ptrdiff_t pitch, bool isParted, class S, class Factor
 #pragma GCC unroll 4
             for (int v = 0; v < groups; ++v) z[v] = z[v] + odd[v];
         }
-        for (; j < n; e += ++j)
+        for (; j < n; e += ++j) {
 #pragma GCC unroll 4
             for (int v = 0; v < groups; ++v) z[v] = z[v] - factor(v, e) * x[v * pitch + j];
+        }
 #pragma GCC unroll 4
         for (int v = 0; v < groups; ++v) x[v * pitch + k] = z[v] * factor(v, diagonal);
     }
