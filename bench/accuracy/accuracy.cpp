@@ -1,0 +1,16 @@
+// Prints the accuracy of decompositions, solves and eigenproblems beside LAPACK's, as tables of ratios: bench_accuracy
+#include <cstdio>
+#include <exception>
+
+#include "families.h"
+
+int main() try {
+    bench::measureCholesky();
+    bench::measureQr();
+    bench::measureSymmetric();
+    bench::measureGeneral();
+    return 0;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "bench_accuracy: %s\n", error.what());
+    return 1;
+}
