@@ -13,6 +13,7 @@ void measureRows() {
     note("LAPACK", std::string("of ") + openblas_get_config() + ", kernels for " + openblas_get_corename());
 #endif
     measureSymmetric();
+    measureGeneral();
 }
 
 }  // namespace bench

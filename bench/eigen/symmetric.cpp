@@ -10,15 +10,11 @@ namespace {
 template <class T>
 const T* symmetricMatrices(std::size_t order, std::size_t count) {
     T* const memory = memoryOf<T>(matrices, order * order * count);
-    std::uint64_t state = 0x9e3779b97f4a7c15U;
+    RandomNumbers<T> random;
     for (std::size_t k = 0; k < count; ++k) {
         T* const matrix = memory + k * order * order;
         for (std::size_t i = 0; i < order; ++i) {
-            for (std::size_t j = 0; j <= i; ++j) {
-                state = state * 6364136223846793005U + 1442695040888963407U;
-                const T value = static_cast<T>(static_cast<std::uint32_t>(state >> 33)) / T(1 << 30) - 1;
-                matrix[i * order + j] = matrix[j * order + i] = value;
-            }
+            for (std::size_t j = 0; j <= i; ++j) matrix[i * order + j] = matrix[j * order + i] = random();
             const T apart = static_cast<T>(2 * i + 3);
             matrix[i * order + i] += i % 2 != 0 ? -apart : apart;
         }
