@@ -141,7 +141,10 @@ template <class Result, class T, Second which, bool atBoundary>
         });
         const auto sums = Result::of(alignedSums<T>(first, second, ahead, products));
         if (step == 1) store(reinterpret_cast<std::byte*>(dst), sums);
-        else unrolled<objects>([&](auto o) __attribute__((always_inline)) { dst[o * step] = sums[o.value]; });
+        else
+            unrolled<objects>([&](auto o) __attribute__((always_inline)) {
+                store(reinterpret_cast<std::byte*>(dst + o * step), sums[o.value]);
+            });
         dst += objects * step;
     }
 }
