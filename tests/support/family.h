@@ -75,6 +75,11 @@ struct LimitRow {
 
 constexpr Limit both(std::int32_t n) { return {n, n}; }
 
+// One limit in all layouts and types.
+constexpr LimitRow everywhere(Compare compare, std::int32_t number) {
+    return {compare, both(number), both(number), both(number), both(number), both(number), both(number)};
+}
+
 struct GroupRow {
     const char* operation;
     const char* tokens;  // separated by spaces

@@ -204,12 +204,8 @@ constexpr Family vectors =
 std::int32_t valuesEstimate(const Sizes& s) { return wrapped(u(s.order) * (u(s.order) + 1) * u(s.count)); }
 std::int32_t vectorsEstimate(const Sizes& s) { return wrapped(u(s.order) * (2 * u(s.order) + 1) * u(s.count)); }
 
-constexpr LimitRow everywhere(std::int32_t number) {
-    return {Compare::below, both(number), both(number), both(number), both(number), both(number), both(number)};
-}
-
-constexpr LimitRow valuesLimits = everywhere(1001);
-constexpr LimitRow vectorsLimits = everywhere(701);
+constexpr LimitRow valuesLimits = everywhere(Compare::below, 1001);
+constexpr LimitRow vectorsLimits = everywhere(Compare::below, 701);
 
 constexpr GroupRow groups[] = {
     {"EigenValuesSym", "m", &values, nullptr, nullptr},

@@ -207,11 +207,8 @@ constexpr Family bothSides = family("src dstRight dstLeft dstValuesRe dstValuesI
 std::int32_t valuesEstimate(const Sizes& s) { return wrapped(u(s.order) * (u(s.order) + 1) * u(s.count)); }
 std::int32_t vectorsEstimate(const Sizes& s) { return wrapped(u(s.order) * (3 * u(s.order) + 1) * u(s.count)); }
 
-constexpr LimitRow everywhere(std::int32_t number) {
-    return {Compare::below, both(number), both(number), both(number), both(number), both(number), both(number)};
-}
-constexpr LimitRow valuesLimits = everywhere(251);
-constexpr LimitRow vectorsLimits = everywhere(501);
+constexpr LimitRow valuesLimits = everywhere(Compare::below, 251);
+constexpr LimitRow vectorsLimits = everywhere(Compare::below, 501);
 
 constexpr GroupRow groups[] = {
     {"EigenValues", "m", &eigenvalues, nullptr, nullptr},

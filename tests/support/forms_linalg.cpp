@@ -458,10 +458,6 @@ std::int32_t bothEstimate(const Sizes& s) { return wrapped((u(s.order) + 2) * u(
 // Order 1 is done by the entry function itself, whatever the count.
 std::int32_t invertEstimate(const Sizes& s) { return s.order == 1 ? 0 : wrapped(u(s.order) * 2 * u(s.count)); }
 
-constexpr LimitRow everywhere(Compare compare, std::int32_t number) {
-    return {compare, both(number), both(number), both(number), both(number), both(number), both(number)};
-}
-
 constexpr LimitRow detLimits = everywhere(Compare::overIsFork, 14400);
 constexpr LimitRow traceLimits = everywhere(Compare::below, 3601);
 constexpr LimitRow normLimits{Compare::below, {2501, 1801}, {1801, 1501}, both(1601),
