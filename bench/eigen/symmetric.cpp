@@ -1,6 +1,8 @@
 // Eigenvalues of symmetric matrices, with and without vectors.
 #include <Eigen/Eigenvalues>
 #include <cmath>
+#include <functional>
+#include <numeric>
 #include <vector>
 
 #include "rows.h"
@@ -8,19 +10,30 @@
 namespace bench {
 namespace {
 
+// The sum of the squares of the eigenvalues is that of the elements.
+template <class T>
+bool areValuesOf(const T* matrix, const std::vector<T>& values) {
+    const auto squares = [](const T* first, std::size_t count) {
+        return std::inner_product(first, first + count, first, 0.0, std::plus<>(),
+                                  [](T x, T y) { return static_cast<double>(x) * static_cast<double>(y); });
+    };
+    const double ofElements = squares(matrix, values.size() * values.size());
+    return std::fabs(squares(values.data(), values.size()) - ofElements) < 1e-4 * ofElements;
+}
+
+// By the kernels with vectors and by those without, which part where an element is dropped.
 template <class T>
 bool isSolved(const T* matrix, std::size_t order) {
     std::vector<T> values(order), vectors(order * order), work(order * order);
     const auto n = static_cast<std::int32_t>(order);
-    if (pick<T>(kormEigenValuesVectorsSym_ma_32f, kormEigenValuesVectorsSym_ma_64f)(
-            matrix, bytes<T>(order * order), bytes<T>(order), bytes<T>(1), work.data(), vectors.data(),
-            bytes<T>(order * order), bytes<T>(order), bytes<T>(1), values.data(), n, 1) != korStatusOk)
-        return false;
-    double ofValues = 0, ofElements = 0;
-    for (const T value : values) ofValues += static_cast<double>(value) * static_cast<double>(value);
-    for (std::size_t e = 0; e < order * order; ++e)
-        ofElements += static_cast<double>(matrix[e]) * static_cast<double>(matrix[e]);
-    return std::fabs(ofValues - ofElements) < 1e-4 * ofElements;
+    const std::int32_t object = bytes<T>(order * order), row = bytes<T>(order), element = bytes<T>(1);
+    return pick<T>(kormEigenValuesVectorsSym_ma_32f, kormEigenValuesVectorsSym_ma_64f)(
+               matrix, object, row, element, work.data(), vectors.data(), object, row, element, values.data(), n, 1) ==
+               korStatusOk &&
+           areValuesOf(matrix, values) &&
+           pick<T>(kormEigenValuesSym_ma_32f, kormEigenValuesSym_ma_64f)(matrix, object, row, element, work.data(),
+                                                                         values.data(), n, 1) == korStatusOk &&
+           areValuesOf(matrix, values);
 }
 
 // Elements up to 1, and a diagonal that keeps the eigenvalues apart from each other and from zero, so that none is singular.
