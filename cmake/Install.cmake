@@ -13,6 +13,8 @@ set(packageFolder ${CMAKE_INSTALL_LIBDIR}/cmake/korm)
 install(TARGETS korm korcore EXPORT kormTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(FILES ${PROJECT_SOURCE_DIR}/include/korm.h ${PROJECT_SOURCE_DIR}/core/korcore.h
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES ${kormGeneratedFolder}/korm.json ${PROJECT_SOURCE_DIR}/tools/formgen/korm.schema.json
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/korm)
 install(EXPORT kormTargets NAMESPACE korm:: DESTINATION ${packageFolder})
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/kormConfig.cmake.in

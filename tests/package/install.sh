@@ -7,7 +7,7 @@ rm -rf "$PREFIX"
 
 major=${VERSION%%.*}
 {
-    printf '%s\n' include/korm.h include/korcore.h "$LIBDIR"/pkgconfig/korm.pc
+    printf '%s\n' include/korm.h include/korcore.h share/korm/korm{,.schema}.json "$LIBDIR"/pkgconfig/korm.pc
     printf "$LIBDIR/lib%s\n" {korm,korcore}.so{,."$major",."$VERSION"}
     printf "$LIBDIR/cmake/korm/%s.cmake\n" kormConfig kormConfigVersion kormTargets
 } | sort >"$WORK/expected.txt"

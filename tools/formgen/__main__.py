@@ -11,6 +11,7 @@ from pathlib import Path
 import re
 import sys
 
+import description
 import emit
 from grammar import ROOT
 import header
@@ -24,17 +25,21 @@ def generated(tables):
         texts[f"{folder}/cores.h"] = emit.cores_header(folder, cores)
         texts[f"{folder}_cores.cpp"] = emit.cores_source(folder, cores)
     texts["stubs.S"] = emit.stubs(tables.exports)
+    texts["korm.json"] = description.text(tables, version())
     return texts
+
+
+def version():
+    return re.search(r"project\(korm VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text())[1]
 
 
 def committed(tables):
     """Path to text of the files in the tree that follow from the tables, as a whole or in a number."""
-    version = re.search(r"project\(korm VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text())[1]
     changes = ROOT / "CHANGELOG.md"
     return {
         ROOT / "include/korm.h": header.text(tables.families, tables.queries, tables.groups),
         ROOT / "src/entry/exports.map": header.exports_map(tables.exports),
-        changes: re.sub(r"^## [\d.]+", f"## {version}", changes.read_text(), count=1, flags=re.M),
+        changes: re.sub(r"^## [\d.]+", f"## {version()}", changes.read_text(), count=1, flags=re.M),
     }
 
 
