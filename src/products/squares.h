@@ -84,7 +84,8 @@ template <class T, int n, bool turnA, bool turnB>
 
 // Where rows touch, the distances between them are known when compiling. Addresses then take one register for each
 // operand; with strides in registers the rest of the addresses waits on the stack: order 6 of floats takes 14.3 ns instead
-// of 17.4, order 4 takes 4.8 instead of 5.7, doubles gain up to 11 %.
+// of 17.4, order 4 takes 4.8 instead of 5.7, doubles gain up to 11 %. From order 5 on, other strides are hidden for each
+// object, so that their multiples are formed again instead of waiting there: 4 to 15 %.
 template <class T, int n, class F>
 [[gnu::always_inline]] inline void withStrides(std::ptrdiff_t a, std::ptrdiff_t b, std::ptrdiff_t to, const F& f) {
     constexpr Known<n * sizeof(T)> packed;
@@ -131,10 +132,14 @@ template <class T, int n, bool turnA, bool turnB>
     withStrides<T, n>(
         storedStride<turnA>(as.first), storedStride<turnB>(bs.first),
         dsts.first.rowStep, [&](auto aStride, auto bStride, auto stride) __attribute__((always_inline)) {
-            forObjects<n <= 4>(
+            constexpr bool isPacked = isKnown<decltype(stride)>;
+            forObjects<n <= 4 || !isPacked>(
                 as, bs, dsts, count,
                 [&](std::int32_t k, const std::byte* a, const std::byte* b, std::byte* to)
-                    __attribute__((always_inline)) { multiply(k, a, aStride, b, bStride, to, stride); });
+                    __attribute__((always_inline)) {
+                        if constexpr (n <= 4 || isPacked) multiply(k, a, aStride, b, bStride, to, stride);
+                        else multiply(k, a, opaque(aStride), b, opaque(bStride), to, opaque(stride));
+                    });
         });
 }
 
