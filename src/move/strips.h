@@ -28,40 +28,86 @@ struct Tile {
     }
 };
 
-// Squares of so many words, one by one: the last ones in each direction may repeat some of those before. There is one at
-// least.
+// Do rows so far apart lie in the same few sets of lines of the first-level cache, which has 4096 bytes for each of its ways?
+inline bool sharesSets(std::ptrdiff_t fromStride, std::ptrdiff_t toStride) {
+    return fromStride % 2048 == 0 || toStride % 2048 == 0;
+}
+
+// Word by word: row by row of the source, or column by column.
+template <class Word>
+[[gnu::always_inline]] inline void turnRows(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to,
+                                            std::ptrdiff_t toStride, std::ptrdiff_t width, std::ptrdiff_t height) {
+    for (; height > 0; --height, from += fromStride, to += sizeOf<Word>)
+        for (std::ptrdiff_t j = 0; j < width; ++j) store(to + j * toStride, load<Word>(from + j * sizeOf<Word>));
+}
+
+template <class Word>
+[[gnu::always_inline]] inline void turnColumns(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to,
+                                               std::ptrdiff_t toStride, std::ptrdiff_t width, std::ptrdiff_t height) {
+    for (; width > 0; --width, from += sizeOf<Word>, to += toStride)
+        for (std::ptrdiff_t i = 0; i < height; ++i) store(to + i * sizeOf<Word>, load<Word>(from + i * fromStride));
+}
+
+// Squares of so many words, of which there is one at least. What is left of a direction is done by a last square that repeats
+// some of the one before, or word by word where that is less work.
 template <class Word, int edge>
 void turnBlocks(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
                 std::ptrdiff_t width, std::ptrdiff_t height) {
-    constexpr int rows = blockEdge<Word>;
-    for (std::ptrdiff_t y = 0; y < width; y += edge) {
-        const std::ptrdiff_t j = std::min(y, width - edge);
-        for (std::ptrdiff_t x = 0; x < height; x += edge) {
-            const std::ptrdiff_t i = std::min(x, height - edge);
+    constexpr int part = blockEdge<Word>;
+    constexpr auto inSquares = [](std::ptrdiff_t words) {
+        const std::ptrdiff_t left = words % edge;
+        return left <= (sizeof(Word) == 8 ? 2 : 1) ? words - left : words;
+    };
+    const std::ptrdiff_t columns = inSquares(width), rows = inSquares(height);
+    for (std::ptrdiff_t x = 0; x < rows; x += edge) {
+        const std::ptrdiff_t i = std::min(x, height - edge);
+        for (std::ptrdiff_t y = 0; y < columns; y += edge) {
+            const std::ptrdiff_t j = std::min(y, width - edge);
             const std::byte* const source = from + i * fromStride + j * sizeOf<Word>;
             std::byte* const result = to + j * toStride + i * sizeOf<Word>;
-            unrolled<edge / rows>([&](auto part) __attribute__((always_inline)) {
-                turnBlock<Word, rows, edge>(
-                    [&](int r) __attribute__((always_inline)) { return source + (part * rows + r) * fromStride; },
-                    [&](int c) __attribute__((always_inline)) { return result + c * toStride + part * 16; });
-            });
+            for (int column = 0; column < edge; column += part)
+                unrolled<edge / part>([&](auto n) __attribute__((always_inline)) {
+                    constexpr int row = n * part;
+                    turnBlock<Word, part, part>(
+                        [&](int r) __attribute__((always_inline)) {
+                            return source + (row + r) * fromStride + column * sizeOf<Word>;
+                        },
+                        [&](int c) __attribute__((always_inline)) {
+                            return result + (column + c) * toStride + row * sizeOf<Word>;
+                        });
+                });
         }
     }
+    turnColumns<Word>(from + columns * sizeOf<Word>, fromStride, to + columns * toStride, toStride, width - columns,
+                      height);
+    turnRows<Word>(from + rows * fromStride, fromStride, to + rows * sizeOf<Word>, toStride, columns, height - rows);
 }
 
-// A strip is a row of tiles, and what is left at its right. It is no wider than a panel.
+// A strip is no wider than a panel. Its tiles go through a buffer only where rows share sets: otherwise squares whose rows are
+// lines of cache are as quick as memory allows (1000 by 1000 doubles 0.25 ns an element instead of 0.35).
 template <class Word>
 void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
                std::ptrdiff_t width, std::ptrdiff_t height) {
-    std::ptrdiff_t j = 0;
-    if (height == Tile<Word>::rows)
+    if (width == 0 || height == 0) return;
+    const auto rest = [&](std::ptrdiff_t i, std::ptrdiff_t j) {
+        turnStrip<Word>(from + i * fromStride + j * sizeOf<Word>, fromStride, to + j * toStride + i * sizeOf<Word>,
+                        toStride, width - j, height - i);
+    };
+    if (height == Tile<Word>::rows && sharesSets(fromStride, toStride) && width >= Tile<Word>::columns) {
+        std::ptrdiff_t j = 0;
         for (; j + Tile<Word>::columns <= width; j += Tile<Word>::columns)
             Tile<Word>::turn(from + j * sizeOf<Word>, fromStride, to + j * toStride, toStride);
-    if (j == width) return;
-    from += j * sizeOf<Word>;
-    to += j * toStride;
-    width -= j;
+        return rest(0, j);
+    }
     const std::ptrdiff_t shorter = std::min(width, height);
+    constexpr int edge = 8;
+    if (shorter >= 2 * edge) {
+        const std::ptrdiff_t i = height - height % edge, j = width - width % edge;
+        turnBlocks<Word, edge>(from, fromStride, to, toStride, j, i);
+        rest(0, j);
+        width = j;
+        return rest(i, 0);
+    }
     if (shorter >= 4) return turnBlocks<Word, 4>(from, fromStride, to, toStride, width, height);
     if (shorter >= blockEdge<Word>)
         return turnBlocks<Word, blockEdge<Word>>(from, fromStride, to, toStride, width, height);
@@ -69,8 +115,7 @@ void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, 
     if (width * height > 32)
         return turnTile<Word>(SteppedRows{const_cast<std::byte*>(from), fromStride}, height, SteppedRows{to, toStride},
                               width);
-    for (; width > 0; --width, from += sizeOf<Word>, to += toStride)
-        for (std::ptrdiff_t i = 0; i < height; ++i) store(to + i * sizeOf<Word>, load<Word>(from + i * fromStride));
+    turnColumns<Word>(from, fromStride, to, toStride, width, height);
 }
 
 // Columns of a source that are done from top to bottom before the next: their rows in the result are each in a page of its
@@ -81,7 +126,7 @@ constexpr std::ptrdiff_t panelColumns = 64;
 template <class Word, class Strip>
 void turnStrips(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
                 std::ptrdiff_t width, std::ptrdiff_t height, const Strip& strip) {
-    constexpr std::ptrdiff_t rows = Tile<Word>::rows;
+    const std::ptrdiff_t rows = Tile<Word>::rows;
     if (width <= panelColumns && height <= rows) return strip(from, fromStride, to, toStride, width, height);
     for (std::ptrdiff_t j = 0; j < width; j += panelColumns)
         for (std::ptrdiff_t i = 0; i < height; i += rows)

@@ -100,6 +100,26 @@ template <class Word, int order>
         });
 }
 
+// Matrices so small that the functions that large ones go through would take longer than the matrices do: word by word with
+// the inner loop along the shorter side, in groups of rows, or in blocks, whichever was measured to be the quickest.
+template <class Word>
+void turnSmall(const Side& from, const Side& to, MatrixShape shape, std::ptrdiff_t count) {
+    const auto [shorter, longer] = std::minmax(shape.width, shape.height);
+    constexpr bool isWide = sizeof(Word) == 8;
+    if (longer >= 8 && (shorter == 3 || (isWide && shorter == 4)))
+        return forObjects(from, to, count, [&](std::byte* result, const std::byte* source) {
+            turnTile<Word>(SteppedRows{const_cast<std::byte*>(source), from.rowStride}, shape.height,
+                           SteppedRows{result, to.rowStride}, shape.width);
+        });
+    if (shorter >= (isWide ? 7 : 4))
+        return forObjects(from, to, count, [&](std::byte* result, const std::byte* source) {
+            turnBlocks<Word, 4>(source, from.rowStride, result, to.rowStride, shape.width, shape.height);
+        });
+    if (shape.height <= shape.width)
+        return moveGrids<Word>(transposed(from), to, {shape.width, shape.height, count}, Order::any);
+    moveGrids<Word>(from, transposed(to), {shape.height, shape.width, count}, Order::any);
+}
+
 template <class Word>
 void turnAny(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
              MatrixShape shape, bool beyondCache) {
@@ -125,9 +145,7 @@ void transposeAdjacent(const Side& from, const Side& to, MatrixShape shape, std:
     if (isSized(shape.width, shape.height))
         return forOrder(
             shape.width, [&](auto order) { turnSquares<Word, order>(from, to, count); }, [] {});
-    // Doubles have no function that each matrix goes through: small ones are moved by loops over all of them.
-    if (sizeof(Word) == 8 && std::min(shape.width, shape.height) < 4 && std::max(shape.width, shape.height) <= 16)
-        return moveGrids<Word>(transposed(from), to, {shape.width, shape.height, count}, Order::any);
+    if (std::max(shape.width, shape.height) <= 16) return turnSmall<Word>(from, to, shape, count);
     forObjects(from, to, count, [&](std::byte* result, const std::byte* source) {
         turnAny<Word>(source, from.rowStride, result, to.rowStride, shape, beyondCache);
     });
