@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "eigen/cells.h"
 #include "eigen/symmetric2.h"
@@ -87,30 +88,56 @@ struct GroupCells {
     CellVector<S, T> vector() { return {bytes}; }
     CellMatrix<S, T> matrix(std::ptrdiff_t n) { return {{bytes}, n}; }
 
-    // Element `cell` of lane l.
-    std::byte* at(std::ptrdiff_t cell, std::ptrdiff_t l) {
-        return bytes + (cell * lanes + l) * static_cast<std::ptrdiff_t>(sizeof(T));
+    template <class View>
+    [[gnu::always_inline]] void read(const View& view, std::ptrdiff_t k, std::ptrdiff_t n) {
+        eachRun(view, k, n, [](const auto& from, std::byte* cells, auto together) __attribute__((always_inline)) {
+            Part run[together];
+            readRun<together>(from, run);
+            for (std::ptrdiff_t i = 0; i < together; ++i) store(cells + i * size, run[i]);
+        });
     }
     template <class View>
-    void read(const View& view, std::ptrdiff_t k, std::ptrdiff_t n) {
-        for (std::ptrdiff_t l = 0; l < lanes; ++l) {
-            const auto object = view.at(k + l);
-            for (std::ptrdiff_t i = 0; i < n; ++i)
-                for (std::ptrdiff_t j = 0; j < n; ++j) store(at(i * n + j, l), load<T>(object.address(i, j)));
-        }
-    }
-    template <class View>
-    void write(const View& view, std::ptrdiff_t k, std::ptrdiff_t n) {
-        for (std::ptrdiff_t l = 0; l < lanes; ++l) {
-            const auto object = view.at(k + l);
-            for (std::ptrdiff_t i = 0; i < n; ++i)
-                for (std::ptrdiff_t j = 0; j < n; ++j) store(object.address(i, j), load<T>(at(i * n + j, l)));
-        }
+    [[gnu::always_inline]] void write(const View& view, std::ptrdiff_t k, std::ptrdiff_t n) {
+        eachRun(view, k, n, [](const auto& to, const std::byte* cells, auto together) __attribute__((always_inline)) {
+            Part run[together];
+            for (std::ptrdiff_t i = 0; i < together; ++i) run[i] = load<Part>(cells + i * size);
+            writeRun<together>(to, run);
+        });
     }
     // Vectors that follow each other without gaps.
     void writeVectors(std::byte* to, std::ptrdiff_t n) {
         for (std::ptrdiff_t l = 0; l < lanes; ++l)
-            for (std::ptrdiff_t i = 0; i < n; ++i, to += sizeof(T)) store(to, load<T>(at(i, l)));
+            for (std::ptrdiff_t i = 0; i < n; ++i, to += sizeof(T))
+                store(to, load<T>(bytes + i * size + l * static_cast<std::ptrdiff_t>(sizeof(T))));
+    }
+
+private:
+    using Part = Lanes<T>;
+    static constexpr std::ptrdiff_t size = lanes * sizeof(T);
+
+    // Hands runs of elements to `each`: where they are in each object, and their cells, of which a part is theirs. Elements
+    // that touch come by fours.
+    template <class View, class Each>
+    [[gnu::always_inline]] void eachRun(const View& view, std::ptrdiff_t k, std::ptrdiff_t n, const Each& each) {
+        constexpr int four = isAdjacent<View> ? 4 : 1;
+        for (std::ptrdiff_t part = 0; part < lanes; part += laneCount<T>) {
+            const auto group = groupAt<laneCount<T>>(view, k + part);
+            std::byte* cells = bytes + part * static_cast<std::ptrdiff_t>(sizeof(T));
+            const bool isOneRun = rowsTouch(group, n);
+            const std::ptrdiff_t height = isOneRun ? 1 : n, width = isOneRun ? n * n : n;
+            for (std::ptrdiff_t i = 0; i < height; ++i) {
+                std::ptrdiff_t j = 0;
+                for (; j + four <= width; j += four, cells += four * size)
+                    each(group.at(i, j), cells, std::integral_constant<int, four>{});
+                for (; j < width; ++j, cells += size) each(group.at(i, j), cells, std::integral_constant<int, 1>{});
+            }
+        }
+    }
+    template <class Object>
+    [[gnu::always_inline]] static bool rowsTouch(const Group<Object, laneCount<T>>& group, std::ptrdiff_t n) {
+        if constexpr (isAdjacent<Object>)
+            return group.object[0].rowStride == n * static_cast<std::ptrdiff_t>(sizeof(T));
+        else return false;
     }
 };
 
