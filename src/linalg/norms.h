@@ -4,11 +4,13 @@
 // Objects are independent of each other: where a vector can take one in each lane, it does.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
 #include "entry/views.h"
 #include "kernel/groups.h"
+#include "kernel/known.h"
 #include "kernel/predicates.h"
 #include "kernel/results.h"
 #include "kernel/scalar.h"
@@ -57,10 +59,14 @@ template <Diagonal diagonal, int n, class Elements>
     return diagonalSum<diagonal>(d);
 }
 
-template <class Elements>
-[[gnu::always_inline]] inline auto anyTrace(const Elements& elements, std::ptrdiff_t order) {
+// Unrolled, for a processor that adds several objects at a time waits for their instructions more than for their sums.
+template <class Elements, class Order>
+[[gnu::always_inline]] inline auto anyTrace(const Elements& elements, Order order) {
     decltype(elements(0, 0)) sum{};
-    for (std::ptrdiff_t i = 0; i < order; ++i) sum += elements(i, i);
+    std::ptrdiff_t i = 0;
+    for (; i + 4 <= order; i += 4)
+        unrolled<4>([&](auto n) __attribute__((always_inline)) { sum += elements(i + n, i + n); });
+    for (; i < order; ++i) sum += elements(i, i);
     return sum;
 }
 
@@ -79,6 +85,12 @@ template <class Result, class View, class Sum, class Count>
 
 template <Diagonal diagonal, class View, class Count>
 [[gnu::always_inline]] inline void trace(View src, typename View::Element* dst, std::int32_t order, Count count) {
+    const auto others = [&](auto size) __attribute__((always_inline)) {
+        reduceMatrices<Sums>(
+            src, dst,
+            count, [size](const auto& elements) __attribute__((always_inline)) { return anyTrace(elements, size); });
+    };
+    if (order == 2) return others(Known<2>{});
     forOrder(
         order,
         [&](auto n) __attribute__((always_inline)) {
@@ -87,19 +99,17 @@ template <Diagonal diagonal, class View, class Count>
                     return sizedTrace<diagonal, n>(elements);
                 });
         },
-        [&]() __attribute__((always_inline)) {
-            reduceMatrices<Sums>(
-                src, dst, count, [order](const auto& elements) __attribute__((always_inline)) {
-                    return anyTrace(elements, order);
-                });
-        });
+        [&]() __attribute__((always_inline)) { others(std::ptrdiff_t{order}); });
 }
 
 // --- Frobenius norms: the sum of the squares --------------------------------------------------------
 
-// Squares of a small order: four running sums take the elements in turn, row by row.
-template <int n, class S>
+// Squares of a small order: four running sums take the elements in turn, row by row. In arrays order 2 has too few elements
+// for more than one sum.
+template <class Count, int n, class S>
 [[gnu::always_inline]] inline S sizedSquares(const S (&a)[n][n]) {
+    if constexpr (n == 2 && !isOneObject<Count>)
+        return ((a[0][0] * a[0][0] + a[0][1] * a[0][1]) + a[1][0] * a[1][0]) + a[1][1] * a[1][1];
     S sum[4] = {};
     unrolled<n * n>([&](auto e) __attribute__((always_inline)) {
         const S element = a[e / n][e % n];
@@ -149,7 +159,7 @@ template <class Elements>
 // Of floats the lanes of a vector are four running sums, which go on from row to row. Rows without gaps are one.
 template <int objects>
 [[gnu::noinline]] void squaresOfRows(const Grid<const float, Spacing::rowAdjacent> (&src)[objects], MatrixShape shape,
-                                     float (&sums)[objects]) {
+                                     std::ptrdiff_t ahead, float (&sums)[objects]) {
     constexpr std::ptrdiff_t size = sizeof(float);
     std::ptrdiff_t bytes = shape.width * size, height = shape.height;
     if (src[0].rowStride == bytes) {
@@ -162,11 +172,13 @@ template <int objects>
         const std::byte* row[objects];
         unrolled<objects>([&](auto o) __attribute__((always_inline)) { row[o] = src[o].address(i, 0); });
         std::ptrdiff_t at = 0;
-        for (; at + 32 <= bytes; at += 32)
+        for (; at + 32 <= bytes; at += 32) {
+            unrolled<objects>([&](auto o) __attribute__((always_inline)) { __builtin_prefetch(row[o] + at + ahead); });
             unrolled<2 * objects>([&](auto e) __attribute__((always_inline)) {
                 const auto x = load<Float4>(row[e % objects] + at + e / objects * 16);
                 sum[e % objects] += x * x;
             });
+        }
         for (; at < bytes; at += size)
             unrolled<objects>([&](auto o) __attribute__((always_inline)) {
                 const auto element = load<float>(row[o] + at);
@@ -181,30 +193,30 @@ template <int objects>
 // Of doubles, rows of 8 and more have eight sums, the first of which goes on with the sum so far.
 template <int objects>
 [[gnu::noinline]] void squaresOfRows(const Grid<const double, Spacing::rowAdjacent> (&src)[objects], MatrixShape shape,
-                                     double (&sums)[objects]) {
-    constexpr std::ptrdiff_t size = sizeof(double);
-    const std::ptrdiff_t bytes = shape.width * size;
+                                     std::ptrdiff_t ahead, double (&sums)[objects]) {
+    constexpr std::ptrdiff_t size = sizeof(double), block = 8 * size;
+    const std::ptrdiff_t bytes = shape.width * size, inBlocks = bytes - bytes % block;
     double total[objects] = {};
     for (std::ptrdiff_t i = 0; i < shape.height; ++i) {
         const std::byte* row[objects];
         unrolled<objects>([&](auto o) __attribute__((always_inline)) { row[o] = src[o].address(i, 0); });
-        std::ptrdiff_t at = 0;
-        if (shape.width >= 8) {
-            Double2 sum[objects][4];
-            unrolled<4 * objects>([&](auto e) __attribute__((always_inline)) {
-                sum[e % objects][e / objects] = e < objects ? Double2{total[e % objects]} : Double2{};
-            });
-            for (; at + 64 <= bytes; at += 64)
-                unrolled<4 * objects>([&](auto e) __attribute__((always_inline)) {
-                    const auto x = load<Double2>(row[e % objects] + at + e / objects * 16);
-                    sum[e % objects][e / objects] += x * x;
-                });
+        if (inBlocks != 0)
             unrolled<objects>([&](auto o) __attribute__((always_inline)) {
-                const Double2 joined = (sum[o][0] + sum[o][1]) + (sum[o][2] + sum[o][3]);
+                const auto square = [&](std::ptrdiff_t at) __attribute__((always_inline)) {
+                    const auto x = load<Double2>(row[o] + at);
+                    return x * x;
+                };
+                __builtin_prefetch(row[o] + ahead);
+                Double2 sum[4] = {square(0), square(16), square(32), square(48)};
+                sum[0] += Double2{total[o]};
+                for (std::ptrdiff_t at = block; at < inBlocks; at += block) {
+                    __builtin_prefetch(row[o] + at + ahead);
+                    unrolled<4>([&](auto v) __attribute__((always_inline)) { sum[v] += square(at + v * 16); });
+                }
+                const Double2 joined = (sum[0] + sum[1]) + (sum[2] + sum[3]);
                 total[o] = joined[0] + joined[1];
             });
-        }
-        for (; at < bytes; at += size)
+        for (std::ptrdiff_t at = inBlocks; at < bytes; at += size)
             unrolled<objects>([&](auto o) __attribute__((always_inline)) {
                 const auto element = load<double>(row[o] + at);
                 total[o] += element * element;
@@ -213,22 +225,27 @@ template <int objects>
     unrolled<objects>([&](auto o) __attribute__((always_inline)) { sums[o] = total[o]; });
 }
 
-// As many objects side by side as their sums fit into registers.
+// Objects side by side, and their roots.
 template <class View>
 [[gnu::always_inline]] inline void adjacentNorms(const View& src, typename View::Element* dst, MatrixShape shape,
                                                  std::ptrdiff_t count) {
     using T = typename View::Element;
-    constexpr int objects = isFloat<T> ? 4 : 2;
-    std::ptrdiff_t k = 0;
-    T sums[objects];
+    constexpr int objects = 4;
+    // The processor doesn't see ahead where several objects are read in turn, so it is told what comes: the next of them.
+    std::ptrdiff_t ahead = 0, k = 0;
+    if constexpr (!isListed<View>) ahead = std::max<std::ptrdiff_t>(4096, objects * src.objectStride);
     for (; k + objects <= count; k += objects) {
-        squaresOfRows(groupAt<objects>(src, k).object, shape, sums);
-        for (int o = 0; o < objects; ++o) storeResult(dst, k + o, Roots::of(sums[o]));
+        T sums[objects];
+        squaresOfRows(groupAt<objects>(src, k).object, shape, ahead, sums);
+        unrolled<objects / laneCount<T>>([&](auto v) __attribute__((always_inline)) {
+            storeResult(dst, k + v * laneCount<T>,
+                        squareRoot(loadLanes<T>(reinterpret_cast<std::byte*>(sums + v * laneCount<T>))));
+        });
     }
     for (; k < count; ++k) {
         T sum[1];
-        squaresOfRows<1>({src.at(k)}, shape, sum);
-        storeResult(dst, k, Roots::of(sum[0]));
+        squaresOfRows<1>({src.at(k)}, shape, ahead, sum);
+        storeResult(dst, k, squareRoot(sum[0]));
     }
 }
 
@@ -289,21 +306,21 @@ template <int n, class View, class Count>
     const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
         T a[n][n];
         readMatrix(src.at(k), a);
-        return sizedSquares(a);
+        return sizedSquares<Count>(a);
     };
     if constexpr (isOneObject<Count>) return storeResult(dst, 0, Roots::of(one(0)));
     const auto group = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
         Lanes<T> a[n][n];
         readMatrices(groupAt<laneCount<T>>(src, k), a);
-        return sizedSquares(a);
+        return sizedSquares<Count>(a);
     };
     const auto streams = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
         const auto elements = elementsOfStreams(src, k);
         Lanes<T> a[n][n];
         unrolled<n * n>([&](auto e) __attribute__((always_inline)) { a[e / n][e % n] = elements(e / n, e % n); });
-        return sizedSquares(a);
+        return sizedSquares<Count>(a);
     };
-    if constexpr (isAdjacent<View> && sizeof(Lanes<T>) == 16) {
+    if constexpr (n > 2 && isAdjacent<View> && sizeof(Lanes<T>) == 16) {
         const auto runs = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
             return joinedSums<n>(src, k, Lanes<T>{});
         };
@@ -324,12 +341,12 @@ template <class View, class Count>
             });
 }
 
-// Is this an order that is added as sizedSquares() does? Those of single matrices of floats are 2 to 5, of arrays 3 to 6,
+// Is this an order that is added as sizedSquares() does? Those of single matrices of floats are 2 to 5, of arrays 2 to 6,
 // of arrays of tables 3 and 4.
 template <class View, class Count>
 constexpr bool isSizedNorm(int n) {
     if (isOneObject<Count>) return isFloat<typename View::Element> && !isScattered<View> && n >= 2 && n <= 5;
-    return n >= 3 && n <= (isScattered<View> ? 4 : 6);
+    return isScattered<View> ? n == 3 || n == 4 : n >= 2 && n <= 6;
 }
 
 template <class View, class Count>
