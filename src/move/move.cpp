@@ -270,9 +270,6 @@ bool turnStreams(const Side& from, const Side& to, const Extent& extent) {
     return true;
 }
 
-// From how many objects on it pays to find out whether elements may be reordered.
-constexpr std::ptrdiff_t manyObjects = 8;
-
 // Streams to the objects of a list, each of which is written as a whole before the next, so that they may meet one another:
 // so many as fit are turned into a packed array first.
 template <class Word>

@@ -1,6 +1,7 @@
 // Copy, Extract and LoadIdentity: objects from one layout to another, whichever the two are.
 #pragma once
 
+#include "kernel/scalar.h"
 #include "move/side.h"
 
 namespace korm::inline KORM_VARIANT::move {
@@ -42,10 +43,27 @@ inline bool isBlock(const View& view, const Extent& extent) {
                (extent.objects == 1 || view.objectStride == extent.rows * extent.columns * size);
 }
 
+// So few objects, or elements in all, are moved by the plain loop: to look for a better way would take longer.
+constexpr std::ptrdiff_t manyObjects = 8, manyElements = 96;
+
+template <class From, class To>
+[[gnu::noinline]] void moveInTurn(From from, To to, Extent extent) {
+    for (std::ptrdiff_t k = 0; k < extent.objects; ++k) {
+        const auto source = from.at(k);
+        const auto result = to.at(k);
+        for (std::ptrdiff_t i = 0; i < extent.rows; ++i)
+            for (std::ptrdiff_t j = 0; j < extent.columns; ++j)
+                store(result.address(i, j), load<WordOf<typename From::Element>>(source.address(i, j)));
+    }
+}
+
 template <class From, class To>
 inline void moveViews(const From& from, const To& to, const Extent& extent, Order order) {
     using Word = WordOf<typename From::Element>;
     if constexpr (isScattered<From> || isScattered<To>) {
+        const bool isSmall =
+            extent.objects < manyObjects || extent.rows * extent.columns * extent.objects < manyElements;
+        if (isSmall && order != Order::entries) return moveInTurn(from, to, extent);
         moveTables<Word>(side(from), side(to), extent, order);
     } else {
         if constexpr (!isListed<From> && !isListed<To>)
