@@ -54,6 +54,7 @@ void measureRows() {
     measureDeterminants();
     measureCholeskyDecompositions();
     measureCholeskySolutions();
+    measureSweeps();
 }
 
 }  // namespace bench

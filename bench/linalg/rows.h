@@ -120,5 +120,6 @@ void measureInverses();
 void measureDeterminants();
 void measureCholeskyDecompositions();
 void measureCholeskySolutions();
+void measureSweeps();
 
 }  // namespace bench

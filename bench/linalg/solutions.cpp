@@ -67,7 +67,7 @@ void solutionRow(const Objects& objects) {
 }  // namespace
 
 void measureSolutions() {
-    const std::integer_sequence<int, 1, 2, 3, 4, 5, 6, 7, 8, 16, 32> orders;
+    const std::integer_sequence<int, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 32> orders;
     forOrders(orders, []<class T, int n>(const Objects& objects) { solutionRow<T, n, false>(objects); });
     forOrders(orders, []<class T, int n>(const Objects& objects) { solutionRow<T, n, true>(objects); });
 }

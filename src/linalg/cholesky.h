@@ -167,12 +167,15 @@ template <class A, class D, class Count>
     using T = typename D::Element;
     const T threshold = pivotThreshold<A>(order);
     if constexpr (isOneObject<Count>) {
+        const auto factor = [&](auto n) __attribute__((always_inline)) {
+            return choleskySized<n, Newton::halvesFirst>(src.at(0), dst.at(0), threshold);
+        };
+        if (order == 1) return factor(Int<1>());
+        if (order == 2) return factor(Int<2>());
         return forOrder(
-            order,
-            [&](auto n) __attribute__((always_inline)) {
-                return choleskySized<n, Newton::halvesFirst>(src.at(0), dst.at(0), threshold);
-            },
-            [&]() __attribute__((always_inline)) { return factorGeneral<T>(src.at(0), dst.at(0), order, threshold); });
+            order, factor, [&]() __attribute__((always_inline)) {
+                return factorGeneral<T>(src.at(0), dst.at(0), order, threshold);
+            });
     } else if constexpr (isAdjacent<A>) {
         if (order == 1) return choleskyArray<1>(src, dst, count, threshold);
         if (order == 2) return choleskyArray<2>(src, dst, count, threshold);
@@ -187,7 +190,11 @@ template <class A, class D, class Count>
             },
             [&]() __attribute__((always_inline)) { return choleskyGroups(src, dst, order, count, threshold); });
     } else {
-        return choleskyGroups(withAnyObjects(src), withAnyObjects(dst), order, count, threshold);
+        const auto sources = withAnyObjects(src);
+        const auto results = withAnyObjects(dst);
+        if (order == 1) return choleskyArray<1>(sources, results, count, threshold);
+        if (order == 2) return choleskyArray<2>(sources, results, count, threshold);
+        return choleskyGroups(sources, results, order, count, threshold);
     }
 }
 

@@ -77,19 +77,14 @@ template <Newton newton, int n, class S>
 // of an object is not above `threshold`.
 template <int rows, class S>
 [[gnu::always_inline]] inline void factorColumn(const S* pivotRow, std::ptrdiff_t i, S* row, std::ptrdiff_t j) {
-    const std::ptrdiff_t blocks = i / block * block;
     // Row j + r, of which `row` is row j.
     const auto at = [&](int r) __attribute__((always_inline)) { return row + r * j + triangleSize(r); };
     S s[rows];
 #pragma GCC unroll 4
-    for (int r = 0; r < rows; ++r) {
-        const auto term = [&](std::ptrdiff_t k) { return at(r)[k] * pivotRow[k]; };
-        s[r] = reducedBy(term, at(r)[i], 0, blocksOfFactor(blocks), blocks);
-    }
-    for (std::ptrdiff_t k = blocks; k < i; ++k) {
-#pragma GCC unroll 4
-        for (int r = 0; r < rows; ++r) s[r] = difference(s[r], at(r)[k] * pivotRow[k]);
-    }
+    for (int r = 0; r < rows; ++r) s[r] = at(r)[i];
+    sumTogether<Sign::minus>(
+        s, 0, blocksOfFactor(i),
+        i, [&](int r, std::ptrdiff_t k) __attribute__((always_inline)) { return at(r)[k] * pivotRow[k]; });
 #pragma GCC unroll 4
     for (int r = 0; r < rows; ++r) at(r)[i] = s[r] * pivotRow[i];
 }
@@ -99,7 +94,7 @@ template <class S>
     for (std::ptrdiff_t i = 0; i < n; ++i) {
         S* const pivotRow = a + triangleSize(i);
         const auto square = [&](std::ptrdiff_t k) { return pivotRow[k] * pivotRow[k]; };
-        const S s = reducedBy(square, pivotRow[i], 0, blocksOfFactor(i), i);
+        const S s = summed<Sign::minus>(pivotRow[i], 0, blocksOfFactor(i), i, square);
         if (any(threshold >= s)) return false;
         pivotRow[i] = reciprocalRoot<Newton::halvesFirst>(s);
         std::ptrdiff_t j = i + 1;
@@ -115,17 +110,20 @@ template <class S>
 
 // One matrix, which may be factored in its own place: an element of the source is read just before its result is written.
 template <class T, class A, class D>
-[[gnu::noinline]] std::int32_t factorGeneral(A src, D dst, std::ptrdiff_t n, T threshold) {
+[[gnu::noinline]] std::int32_t factorGeneral(const A& source, const D& result, std::ptrdiff_t n, T threshold) {
+    // Behind a reference a store might change them.
+    const A src = source;
+    const D dst = result;
     for (std::ptrdiff_t j = 0; j < n; ++j) {
         for (std::ptrdiff_t i = 0; i <= j; ++i) {
             T s = load<T>(src.address(j, i));
             if constexpr (isAdjacent<D>) {
-                s = reducedByProducts<T>(dst.address(j, 0), dst.address(i, 0), s, blocksOfFactor(i), i);
+                s = summedProducts<Sign::minus>(s, dst.address(j, 0), dst.address(i, 0), blocksOfFactor(i), i);
             } else {
                 const auto term = [&](std::ptrdiff_t k) {
                     return load<T>(dst.address(j, k)) * load<T>(dst.address(i, k));
                 };
-                s = reducedBy(term, s, 0, blocksOfFactor(i), i);
+                s = summed<Sign::minus>(s, 0, blocksOfFactor(i), i, term);
             }
             if (i < j) {
                 store(dst.address(j, i), s * load<T>(dst.address(i, i)));

@@ -129,57 +129,45 @@ template <class A>
 inline constexpr int groupsInFlight = isShared<A> ? 4 : 2;
 inline constexpr std::ptrdiff_t greatestSolvedInLanes = 64;
 
-// The numbers of some objects, as many as are solved at a time.
-template <class T, class A>
-struct ObjectNumbers {
-    static constexpr int most = groupsInFlight<A> * laneCount<T>;
-    std::ptrdiff_t at[most];
-    int size = 0;
-};
-
 // Sweeps over locals, which all layouts share: with one factor for all vectors, and with one for each.
 template <int groups, bool isParted, class S>
-[[gnu::noinline]] void sweepWithShared(const ElementOf<S>* shared, S* x, std::ptrdiff_t n, std::ptrdiff_t blocks) {
+[[gnu::noinline]] void sweepWithShared(const ElementOf<S>* shared, S* x, std::ptrdiff_t n, std::ptrdiff_t place) {
     const auto element = [&](int, std::ptrdiff_t e) __attribute__((always_inline)) { return all<S>(shared[e]); };
-    sweepInLanes<groups, greatestSolvedInLanes, isParted>(element, x, n, blocks);
+    sweepInLanes<groups, greatestSolvedInLanes, isParted>(element, x, n, place);
 }
 
 template <int groups, bool isParted, class S>
-[[gnu::noinline]] void sweepWithOwn(S* a, S* x, std::ptrdiff_t n, std::ptrdiff_t blocks) {
+[[gnu::noinline]] void sweepWithOwn(S* a, S* x, std::ptrdiff_t n, std::ptrdiff_t place) {
     const auto element = [&](int v, std::ptrdiff_t e) __attribute__((always_inline)) {
         return a[v * triangleSize(greatestSolvedInLanes) + e];
     };
-    sweepInLanes<groups, greatestSolvedInLanes, isParted>(element, x, n, blocks);
+    sweepInLanes<groups, greatestSolvedInLanes, isParted>(element, x, n, place);
 }
 
-// Objects whose solutions are alike in where the blocks of their sums begin. Lanes that are left over solve the last object
-// again. Objects of tables follow each other.
-template <class T, class A, class B, class D>
+// Objects whose solutions are alike in where the blocks of their sums begin. Objects of tables follow each other.
+template <class T, class A, class B, class D, int most>
 [[gnu::noinline]] void choleskySolveAlike(const A& factor, const B& src, const D& dst, const T* shared,
-                                          ObjectNumbers<T, A>& numbers, std::ptrdiff_t n, std::ptrdiff_t blocks) {
+                                          const ObjectNumbers<most>& numbers, std::ptrdiff_t n, std::ptrdiff_t place) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
     constexpr bool isParted = isAdjacent<A>;
     const int size = numbers.size, groups = (size + lanes - 1) / lanes;
-    numbers.size = 0;
-    if (size == 0) return;
     if (size == 1 && !isShared<A>) {
         const std::ptrdiff_t k = numbers.at[0];
         sweepGeneral<T>(factor.at(k), src.at(k), dst.at(k), n);
         return;
     }
-    for (int l = size; l < groups * lanes; ++l) numbers.at[l] = numbers.at[size - 1];
     S x[groupsInFlight<A> * greatestSolvedInLanes];
     const auto isWhole = [&](int v) { return (v + 1) * lanes <= size; };
     for (int v = 0; v < groups; ++v)
-        readRowStarts(groupOf<lanes>(src, numbers.at + v * lanes), 0, n, x + v * greatestSolvedInLanes,
+        readRowStarts(groupOf<lanes>(src, numbers.at + v * lanes), sameRow(0), n, x + v * greatestSolvedInLanes,
                       isWhole(v) && lanesTouch(src));
     if constexpr (isShared<A>) {
         switch (groups) {
-            case 1: sweepWithShared<1, isParted>(shared, x, n, blocks); break;
-            case 2: sweepWithShared<2, isParted>(shared, x, n, blocks); break;
-            case 3: sweepWithShared<3, isParted>(shared, x, n, blocks); break;
-            default: sweepWithShared<4, isParted>(shared, x, n, blocks);
+            case 1: sweepWithShared<1, isParted>(shared, x, n, place); break;
+            case 2: sweepWithShared<2, isParted>(shared, x, n, place); break;
+            case 3: sweepWithShared<3, isParted>(shared, x, n, place); break;
+            default: sweepWithShared<4, isParted>(shared, x, n, place);
         }
     } else {
         constexpr std::ptrdiff_t pitch = triangleSize(greatestSolvedInLanes);
@@ -187,8 +175,8 @@ template <class T, class A, class B, class D>
         for (int v = 0; v < groups; ++v)
             readTriangles(groupOf<lanes>(factor, numbers.at + v * lanes), n, a + v * pitch,
                           isWhole(v) && lanesTouch(factor));
-        if (groups == 1) sweepWithOwn<1, isParted>(a, x, n, blocks);
-        else sweepWithOwn<2, isParted>(a, x, n, blocks);
+        if (groups == 1) sweepWithOwn<1, isParted>(a, x, n, place);
+        else sweepWithOwn<2, isParted>(a, x, n, place);
     }
     for (int v = 0; v < groups; ++v)
         writeRowStarts(groupOf<lanes>(dst, numbers.at + v * lanes), 0, n, x + v * greatestSolvedInLanes,
@@ -206,19 +194,11 @@ template <class T, class A, class B, class D>
     if constexpr (isShared<A>)
         for (std::ptrdiff_t i = 0, e = 0; i < n; ++i)
             for (std::ptrdiff_t j = 0; j <= i; ++j, ++e) shared[e] = load<T>(factor.at(0).address(i, j));
-    // By the column from which on blocks begin; the last are those that have none.
-    constexpr int places = blockAlignment / sizeof(T);
-    ObjectNumbers<T, A> alike[places + 1];
-    for (std::ptrdiff_t k = 0; k < count; ++k) {
-        std::ptrdiff_t place = places;
-        if constexpr (isAdjacent<D>) place = std::min<std::ptrdiff_t>(blocksFrom<T>(dst.at(k), 0, n - 1), places);
-        ObjectNumbers<T, A>& numbers = alike[place];
-        numbers.at[numbers.size++] = k;
-        if (numbers.size == numbers.most)
-            choleskySolveAlike(factor, src, dst, shared, numbers, n, place < places ? place : n);
-    }
-    for (std::ptrdiff_t place = 0; place <= places; ++place)
-        choleskySolveAlike(factor, src, dst, shared, alike[place], n, place < places ? place : n);
+    constexpr int most = groupsInFlight<A> * laneCount<T>;
+    forAlikeObjects<T, most>(dst, count, most, isAdjacent<A> && n > block,
+                             [&](const ObjectNumbers<most>& numbers, std::ptrdiff_t place) {
+                                 choleskySolveAlike<T>(factor, src, dst, shared, numbers, n, place);
+                             });
 }
 
 // --- Choice ---------------------------------------------------------------------------------------
@@ -262,20 +242,31 @@ template <class A, class B, class D>
                 order, [&](auto n) __attribute__((always_inline)) { choleskySolveObjects<n>(factor, src, dst, count); },
                 [&]() __attribute__((always_inline)) { choleskySolveGroups<T>(factor, src, dst, order, count); });
     }
-    choleskySolveGroups<T>(withAnyObjects(factor), withAnyObjects(src), withAnyObjects(dst), order, count);
+    const auto factors = withAnyObjects(factor);
+    const auto sides = withAnyObjects(src);
+    const auto solutions = withAnyObjects(dst);
+    if (order == 1) choleskySolveObjects<1>(factors, sides, solutions, count);
+    else if (order == 2) choleskySolveObjects<2>(factors, sides, solutions, count);
+    else choleskySolveGroups<T>(factors, sides, solutions, order, count);
 }
 
 // One factor for all vectors or one for each.
 template <class A, class B, class D, class Count>
 [[gnu::always_inline]] inline void choleskySolve(A factor, B src, D dst, std::int32_t order, Count count) {
     using T = typename D::Element;
-    if constexpr (isOneObject<Count>)
+    if constexpr (isOneObject<Count>) {
+        const auto solve = [&](auto n) __attribute__((always_inline)) {
+            choleskySolveSized<n, T>(factor.at(0), src.at(0), dst.at(0));
+        };
+        if (order == 1) return solve(Int<1>());
+        if (order == 2) return solve(Int<2>());
         forOrder(
-            order,
-            [&](auto n)
-                __attribute__((always_inline)) { choleskySolveSized<n, T>(factor.at(0), src.at(0), dst.at(0)); },
-            [&]() __attribute__((always_inline)) { sweepGeneral<T>(factor.at(0), src.at(0), dst.at(0), order); });
-    else choleskySolveMany(factor, src, dst, order, count);
+            order, solve, [&]() __attribute__((always_inline)) {
+                sweepGeneral<T>(factor.at(0), src.at(0), dst.at(0), order);
+            });
+    } else {
+        choleskySolveMany(factor, src, dst, order, count);
+    }
 }
 
 }  // namespace korm::inline KORM_VARIANT::linalg

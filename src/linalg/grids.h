@@ -92,4 +92,52 @@ template <class S, class View>
     }
 }
 
+// --- Objects by their numbers -----------------------------------------------------------------------
+
+// They need not follow each other.
+template <int lanes, class View>
+[[gnu::always_inline]] inline auto groupOf(const View& view, const std::ptrdiff_t* numbers) {
+    return withLanes<lanes>([&](auto... l) __attribute__((always_inline)) {
+        return Group<decltype(view.at(0)), lanes>{{view.at(numbers[l])...}};
+    });
+}
+
+// Element (i, j) of all objects is one vector in memory: in tables whose objects are one element apart.
+template <class View>
+[[gnu::always_inline]] inline bool lanesTouch(const View& view) {
+    if constexpr (isScattered<View>) return view.objectStride == sizeof(typename View::Element);
+    else return false;
+}
+
+// The first elements of a row, of which each lane may have its own. Where all are the same, `touch` is lanesTouch of the view
+// that the group is of.
+template <class S, class Object, class Row>
+[[gnu::always_inline]] inline void readRowStarts(const Group<Object, lanesOf<S>>& from, const Row& row,
+                                                 std::ptrdiff_t length, S* to, [[maybe_unused]] bool touch) {
+    std::ptrdiff_t j = 0;
+    if constexpr (isAdjacent<Object>) {
+        for (; j + 4 <= length; j += 4) readRun<4>(from.at(row, sameRow(j)), to + j);
+        if (j + 2 <= length) {
+            readRun<2>(from.at(row, sameRow(j)), to + j);
+            j += 2;
+        }
+    }
+    if constexpr (isScattered<Object>)
+        if (touch)
+            for (; j < length; ++j) to[j] = load<S>(from.object[0].address(row(0), j));
+    for (; j < length; ++j) to[j] = readElement<S>(from.at(row, sameRow(j)));
+}
+
+template <class S, class Object>
+[[gnu::always_inline]] inline void writeRowStarts(const Group<Object, lanesOf<S>>& to, std::ptrdiff_t i,
+                                                  std::ptrdiff_t length, const S* from, [[maybe_unused]] bool touch) {
+    std::ptrdiff_t j = 0;
+    if constexpr (isAdjacent<Object>)
+        for (; j + 2 <= length; j += 2) writeRun<2>(to.at(i, j), from + j);
+    if constexpr (isScattered<Object>)
+        if (touch)
+            for (; j < length; ++j) store(to.object[0].address(i, j), from[j]);
+    for (; j < length; ++j) writeElement(to.at(i, j), 0, from[j]);
+}
+
 }  // namespace korm::inline KORM_VARIANT::linalg

@@ -12,10 +12,13 @@
 
 namespace korm::inline KORM_VARIANT::linalg {
 
-// Eliminates in the destination. The tolerance is absolute and far above that of the orders 3 to 6, on purpose. Views
-// come by value: behind a reference a store might change them, and each address would be computed anew.
+// Eliminates in the destination. The tolerance is absolute and far above that of the orders 3 to 6, on purpose.
 template <class T, class A, class D>
-std::int32_t luGeneral(A src, D dst, std::byte* pivots, std::ptrdiff_t n) {
+std::int32_t luGeneral(const A& source, const D& result, std::byte* pivots, std::ptrdiff_t n) {
+    // Behind a reference a store might change them, and each address would be computed anew. As parameters they would be
+    // copied as vectors just after they were written piece by piece, which waits for the cache.
+    const A src = source;
+    const D dst = result;
     constexpr T tiny = std::numeric_limits<T>::epsilon();
     for (std::ptrdiff_t i = 0; i < n; ++i) {
         store(pivots + 4 * i, static_cast<std::int32_t>(i));

@@ -9,6 +9,7 @@
 #include "kernel/known.h"
 #include "kernel/scalar.h"
 #include "kernel/vec.h"
+#include "korm.h"
 #include "linalg/lu_solve_general.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
@@ -121,6 +122,89 @@ template <int n, class T, class A, class B, class D>
     }
 }
 
+// --- Orders 1 and 2 in lanes ------------------------------------------------------------------------
+
+// Which lanes have row 1 as their first and their second; false if a pivot names no row. At order 1 there is one of them.
+template <int n, class S>
+[[gnu::always_inline]] inline bool readSmallPivots(const std::byte* pivots, std::ptrdiff_t apart,
+                                                   MaskOf<S> (&isLow)[n]) {
+    if constexpr (sizeof(S) > 16) {
+        MaskOf<HalfOf<S>> low[n], high[n];
+        const bool isValid = readSmallPivots<n, HalfOf<S>>(pivots, apart, low) &
+                             readSmallPivots<n, HalfOf<S>>(pivots + lanesOf<S> / 2 * apart, apart, high);
+        for (int k = 0; k < n; ++k) isLow[k] = joinedHalves(low[k], high[k]);
+        return isValid;
+    } else {
+        using Int4 = MaskOf<Float4>;
+        Int4 row[n], all = {};
+        if constexpr (isFloat<ElementOf<S>>) {
+            Float4 bits[n];
+            const Places<const std::byte, 4> places{{pivots, pivots + apart, pivots + 2 * apart, pivots + 3 * apart}};
+            readRun<n>(places, bits);
+            for (int k = 0; k < n; ++k) row[k] = reinterpret_cast<Int4>(bits[k]);
+        } else {
+            for (int k = 0; k < n; ++k) {
+                const std::int32_t first = load<std::int32_t>(pivots + 4 * k);
+                const std::int32_t second = load<std::int32_t>(pivots + apart + 4 * k);
+                row[k] = Int4{first, first, second, second};
+            }
+        }
+        for (int k = 0; k < n; ++k) {
+            all = all | row[k];
+            isLow[k] = reinterpret_cast<MaskOf<S>>(Int4(row[k] != 0));
+        }
+        return !any(Int4((all & ~(n - 1)) != 0));
+    }
+}
+
+// In the order of the general solve, whose sums start from zero.
+template <int n, class S>
+[[gnu::always_inline]] inline void sweepSmall(const S (&a)[n][n], const MaskOf<S> (&isLow)[n], S (&v)[n]) {
+    if constexpr (n == 1) {
+        v[0] = v[0] / a[0][0];
+    } else {
+        const auto top = [&](int j) { return chosen(isLow[0], a[1][j], a[0][j]); };
+        const auto low = [&](int j) { return chosen(isLow[1], a[1][j], a[0][j]); };
+        const S y = chosen(isLow[0], v[1], v[0]);
+        v[1] = (chosen(isLow[1], v[1], v[0]) - (S() + low(0) * y)) / low(1);
+        v[0] = (y - (S() + top(1) * v[1])) / top(0);
+    }
+}
+
+template <int n, class T, class A, class B, class D>
+[[gnu::noinline]] void luSolveSmall(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
+                                    std::ptrdiff_t count) {
+    using S = Lanes<T>;
+    constexpr int lanes = laneCount<T>;
+    constexpr std::ptrdiff_t apart = isShared<A> ? 0 : 4 * n;
+    S a[n][n];
+    MaskOf<S> isLow[n];
+    bool isValid = false;
+    if constexpr (isShared<A>) {
+        const auto one = matrix.at(0);
+        isValid = readSmallPivots<n, S>(pivots, apart, isLow);
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < n; ++j) a[i][j] = all<S>(load<T>(one.address(i, j)));
+    }
+    const auto together = [&](std::ptrdiff_t t) __attribute__((always_inline)) {
+        S v[n];
+        if constexpr (!isShared<A>) {
+            isValid = readSmallPivots<n, S>(pivots + apart * t, apart, isLow);
+            readMatrices(groupAt<lanes>(matrix, t), a);
+        }
+        if (!isValid) return false;
+        readRows(groupAt<lanes>(src, t), sameRow(0), v);
+        sweepSmall<n>(a, isLow, v);
+        writeRows(groupAt<lanes>(dst, t), sameRow(0), v);
+        return true;
+    };
+    const auto each = [&](std::ptrdiff_t t) {
+        luSolveGeneral<T>(matrix.at(t), src.at(t), dst.at(t), pivots + apart * t, Known<n>());
+        return std::int32_t{korStatusOk};
+    };
+    inGroups<lanes>(count, together, each);
+}
+
 // --- Choice ---------------------------------------------------------------------------------------
 
 template <int n, class T, class A, class B, class D, class Count>
@@ -138,20 +222,18 @@ template <class A, class B, class D, class Count>
                                            Count count) {
     using T = typename D::Element;
     const auto* const bytes = reinterpret_cast<const std::byte*>(pivots);
-    // Orders 1 and 2 of arrays are the general case with the order known, so that no loop over rows is left: that takes
-    // half the time.
-    if constexpr (!isOneObject<Count>) {
-        if (order == 1)
-            return luSolveManyGeneral<T>(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), bytes,
-                                         Known<1>(), count);
-        if (order == 2)
-            return luSolveManyGeneral<T>(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), bytes,
-                                         Known<2>(), count);
-    }
+    const auto solveSmall = [&](auto n) __attribute__((always_inline)) {
+        if constexpr (isOneObject<Count>)
+            luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, Known<n.value>());
+        else luSolveSmall<n, T>(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), bytes, count);
+    };
+    if (order == 1) return solveSmall(Int<1>());
+    if (order == 2) return solveSmall(Int<2>());
     forOrder(
         order, [&](auto n) __attribute__((always_inline)) { luSolveObjects<n, T>(matrix, src, dst, bytes, count); },
         [&]() __attribute__((always_inline)) {
-            if constexpr (isOneObject<Count>) luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, order);
+            if constexpr (isOneObject<Count>)
+                luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, static_cast<std::ptrdiff_t>(order));
             else
                 luSolveManyGeneral<T>(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), bytes,
                                       static_cast<std::ptrdiff_t>(order), count);

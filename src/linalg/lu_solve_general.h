@@ -2,184 +2,159 @@
 // same order of additions.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
 #include "entry/views.h"
 #include "kernel/groups.h"
+#include "kernel/predicates.h"
 #include "kernel/scalar.h"
 #include "kernel/vec.h"
+#include "linalg/grids.h"
 #include "linalg/partial_sums.h"
-#include "linalg/rows.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
 
 // --- One object -----------------------------------------------------------------------------------
 
-// The sum of products of row `row` of the matrix and the work vector, over columns first to end - 1.
-template <class T, class A, class D>
-[[gnu::always_inline]] inline T sumOfProducts(const A& matrix, std::ptrdiff_t row, const D& work, std::ptrdiff_t first,
-                                              std::ptrdiff_t end) {
-    const auto term = [&](std::ptrdiff_t j) { return load<T>(matrix.address(row, j)) * load<T>(work.address(0, j)); };
-    T sum = 0;
-    std::ptrdiff_t j = first;
-    if constexpr (isAdjacent<A> && isAdjacent<D>) {
-        const std::ptrdiff_t aligned = blocksFrom<T>(work, first, end);
-        if (aligned < end) {
-            for (; j < aligned; ++j) sum = sum + term(j);
-            using V = Vec<T, 16 / sizeof(T)>;
-            constexpr int vectors = block / lanesOf<V>;
-            V part[vectors] = {};
-            part[0][0] = sum;
-            for (; end - j >= block; j += block)
-#pragma GCC unroll 4
-                for (int v = 0; v < vectors; ++v) {
-                    const std::ptrdiff_t at = j + v * lanesOf<V>;
-                    part[v] = part[v] + load<V>(matrix.address(row, at)) * load<V>(work.address(0, at));
-                }
-            sum = folded(part);
-        }
-    }
-    for (; j < end; ++j) sum = sum + term(j);
-    return sum;
-}
-
-// dst is the work vector.
-template <class T, class A, class B, class D>
-[[gnu::noinline]] void luSolveGeneral(A matrix, B src, D dst, const std::byte* pivots, std::ptrdiff_t n) {
+// dst is the work vector. The order may be a constant.
+template <class T, class A, class B, class D, class Order>
+[[gnu::noinline]] void luSolveGeneral(const A& factors, const B& sides, const D& solutions, const std::byte* pivots,
+                                      Order n) {
+    // Behind a reference a store might change them.
+    const A matrix = factors;
+    const B src = sides;
+    const D dst = solutions;
     const auto row = [pivots](std::ptrdiff_t k) { return load<std::int32_t>(pivots + 4 * k); };
+    const std::ptrdiff_t place = placeOfBlocks<T>(dst);
+    // Of products of row k, over columns first to end - 1.
+    const auto sumOfProducts = [&](std::ptrdiff_t k, std::ptrdiff_t first, std::ptrdiff_t end) {
+        const std::ptrdiff_t i = row(k);
+        if constexpr (isAdjacent<A>)
+            return summedProducts<Sign::plus>(T(), matrix.address(i, first), dst.address(0, first),
+                                              blocksFrom<T>(place, first, end) - first, end - first);
+        else
+            return summed<Sign::plus>(T(), first, end, end, [&](std::ptrdiff_t j) {
+                return load<T>(matrix.address(i, j)) * load<T>(dst.address(0, j));
+            });
+    };
     store(dst.address(0, 0), load<T>(src.address(0, row(0))));
-    for (std::ptrdiff_t k = 1; k < n; ++k) {
-        const T sum = sumOfProducts<T>(matrix, row(k), dst, 0, k);
-        store(dst.address(0, k), load<T>(src.address(0, row(k))) - sum);
-    }
+    for (std::ptrdiff_t k = 1; k < n; ++k)
+        store(dst.address(0, k), load<T>(src.address(0, row(k))) - sumOfProducts(k, 0, k));
     for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
         T y = load<T>(dst.address(0, k));
-        if (k < n - 1) y = y - sumOfProducts<T>(matrix, row(k), dst, k + 1, n);
+        if (k < n - 1) y = y - sumOfProducts(k, k + 1, n);
         store(dst.address(0, k), y / load<T>(matrix.address(row(k), k)));
     }
 }
 
 // --- Objects in lanes -----------------------------------------------------------------------------
 
-// Each sum is a chain of additions and each row ends in a division, so several vectors are in flight. Their work vectors
-// lie on the stack, which bounds the order.
-template <class T>
-inline constexpr int mostInLanes = laneCount<T> < 8 ? 8 : laneCount<T>;
+// Each sum is a chain of additions and each row ends in a division, so several groups are in flight. Rows of matrices lie on the
+// stack in the order of the pivots, which bounds the order: of groups where each object has a matrix of its own.
 inline constexpr std::ptrdiff_t greatestInLanes = 64;
 
-template <class S>
-using RowNumbers = std::int32_t[lanesOf<S>];
+template <class A>
+inline constexpr int luGroupsInFlight = isShared<A> ? 4 : 2;
 
-// Column j of a row of each matrix in a group, or of the one matrix that serves all.
-template <class S, class Matrices>
-[[gnu::always_inline]] inline S elements(const Matrices& matrices, const RowNumbers<S>& row, std::ptrdiff_t j) {
-    if constexpr (requires { matrices.object; })
-        return readElement<S>(matrices.at([&](int l) { return row[l]; }, sameRow(j)));
-    else return all<S>(load<ElementOf<S>>(matrices.address(row[0], j)));
-}
-
-// sumOfProducts, with `term` giving those of all lanes.
-template <class S, class Term>
-[[gnu::always_inline]] inline S sumInLanes(const Term& term, std::ptrdiff_t first, std::ptrdiff_t blocks,
-                                           std::ptrdiff_t end) {
-    S sum = S();
-    std::ptrdiff_t j = first;
-    if (blocks < end) {
-        for (; j < blocks; ++j) sum = sum + term(j);
-        S part[block] = {sum};
-        for (; end - j >= block; j += block)
-#pragma GCC unroll 8
-            for (int p = 0; p < block; ++p) part[p] = part[p] + term(j + p);
-        sum = folded(part);
+// Both sweeps over `groups` vectors: element k of vector v is x[v * greatestInLanes + k]. `element(v, e)` is element e of the
+// matrix that belongs to it. Adjacent elements have their long sums parted.
+template <int groups, bool isParted, class S, class Element>
+[[gnu::always_inline]] inline void luSweeps(const Element& element, S* x, std::ptrdiff_t n, std::ptrdiff_t place) {
+    const auto at = [x](int v, std::ptrdiff_t k) __attribute__((always_inline))->S& {
+        return x[v * greatestInLanes + k];
+    };
+    const auto subtractSums = [&](std::ptrdiff_t k, std::ptrdiff_t first, std::ptrdiff_t end)
+        __attribute__((always_inline)) {
+        S sum[groups] = {};
+        sumTogether<Sign::plus>(
+            sum, first, isParted ? blocksFrom<ElementOf<S>>(place, first, end) : end,
+            end, [&](int v, std::ptrdiff_t j) __attribute__((always_inline)) {
+                return element(v, k * n + j) * at(v, j);
+            });
+#pragma GCC unroll 4
+        for (int v = 0; v < groups; ++v) at(v, k) = at(v, k) - sum[v];
+    };
+    for (std::ptrdiff_t k = 1; k < n; ++k) subtractSums(k, 0, k);
+    for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
+        if (k < n - 1) subtractSums(k, k + 1, n);
+#pragma GCC unroll 4
+        for (int v = 0; v < groups; ++v) at(v, k) = at(v, k) / element(v, k * n + k);
     }
-    for (; j < end; ++j) sum = sum + term(j);
-    return sum;
 }
 
-// Both sweeps of the objects from t on, as many as fill `vectors`, where dst's are alike in where their blocks begin.
-// The order may be a constant.
-template <class T, class A, class B, class D, class Order>
-[[gnu::noinline]] void luSolveGroup(A matrix, B src, D dst, const std::byte* pivots, std::ptrdiff_t t, int vectors,
-                                    Order n) {
+// Over locals, which all layouts share: with one matrix for all vectors, and with one for each.
+template <int groups, bool isParted, class S>
+[[gnu::noinline]] void luSweepsWithShared(const ElementOf<S>* shared, S* x, std::ptrdiff_t n, std::ptrdiff_t place) {
+    luSweeps<groups, isParted>(
+        [&](int, std::ptrdiff_t e) __attribute__((always_inline)) { return all<S>(shared[e]); }, x, n, place);
+}
+
+template <int groups, bool isParted, class S>
+[[gnu::noinline]] void luSweepsWithOwn(S* a, S* x, std::ptrdiff_t n, std::ptrdiff_t place) {
+    luSweeps<groups, isParted>(
+        [&](int v, std::ptrdiff_t e) __attribute__((always_inline)) { return a[v * n * n + e]; }, x, n, place);
+}
+
+// The objects of some numbers, alike in where the blocks of their sums begin.
+template <class T, class A, class B, class D, int most>
+[[gnu::noinline]] void luSolveAlike(const A& matrix, const B& src, const D& dst, const T* shared,
+                                    const std::byte* pivots, const ObjectNumbers<most>& numbers, std::ptrdiff_t n,
+                                    std::ptrdiff_t place) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
-    constexpr bool oneMatrix = isShared<A>;
-    S work[mostInLanes<T> / lanes][greatestInLanes];
-    const auto blocksOf = [&](std::ptrdiff_t first, std::ptrdiff_t end) {
-        if constexpr (isAdjacent<A>) return blocksFrom<T>(dst.at(t), first, end);
-        else return end;
-    };
-    const auto matricesOf = [&](int v) __attribute__((always_inline)) {
-        if constexpr (oneMatrix) return matrix.at(0);
-        else return groupAt<lanes>(matrix, t + v * lanes);
-    };
-    const auto readRowNumbers = [&](int v, std::ptrdiff_t k, RowNumbers<S>& row) __attribute__((always_inline)) {
-#pragma GCC unroll 4
-        for (int l = 0; l < lanes; ++l)
-            row[l] = load<std::int32_t>(pivots + 4 * (oneMatrix ? k : (t + v * lanes + l) * n + k));
-    };
-    for (std::ptrdiff_t k = 0; k < n; ++k) {
-        const std::ptrdiff_t blocks = blocksOf(0, k);
-        for (int v = 0; v < vectors; ++v) {
-            RowNumbers<S> row;
-            readRowNumbers(v, k, row);
-            const auto matrices = matricesOf(v);
-            const auto term = [&](std::ptrdiff_t j) { return elements<S>(matrices, row, j) * work[v][j]; };
-            const S y =
-                readElement<S>(groupAt<lanes>(src, t + v * lanes).at(sameRow(0), [&](int l) { return row[l]; }));
-            work[v][k] = k == 0 ? y : y - sumInLanes<S>(term, 0, blocks, k);
+    constexpr bool isParted = isAdjacent<A>;
+    const int groups = (numbers.size + lanes - 1) / lanes;
+    S x[luGroupsInFlight<A> * greatestInLanes];
+    [[maybe_unused]] S a[isShared<A> ? 1 : greatestInLanes * greatestInLanes];
+    for (int v = 0; v < groups; ++v) {
+        const std::ptrdiff_t* const own = numbers.at + v * lanes;
+        const auto vectors = groupOf<lanes>(src, own);
+        const auto matrices = groupOf<lanes>(matrix, own);
+        for (std::ptrdiff_t k = 0; k < n; ++k) {
+            const auto row = [&](int l) { return load<std::int32_t>(pivots + 4 * (isShared<A> ? k : own[l] * n + k)); };
+            x[v * greatestInLanes + k] = readElement<S>(vectors.at(sameRow(0), row));
+            if constexpr (!isShared<A>) readRowStarts(matrices, row, n, a + (v * n + k) * n, false);
         }
     }
-    for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
-        const std::ptrdiff_t blocks = blocksOf(k + 1, n);
-        for (int v = 0; v < vectors; ++v) {
-            RowNumbers<S> row;
-            readRowNumbers(v, k, row);
-            const auto matrices = matricesOf(v);
-            const auto term = [&](std::ptrdiff_t j) { return elements<S>(matrices, row, j) * work[v][j]; };
-            S y = work[v][k];
-            if (k < n - 1) y = y - sumInLanes<S>(term, k + 1, blocks, n);
-            work[v][k] = y / elements<S>(matrices, row, k);
+    if constexpr (isShared<A>) {
+        switch (groups) {
+            case 1: luSweepsWithShared<1, isParted>(shared, x, n, place); break;
+            case 2: luSweepsWithShared<2, isParted>(shared, x, n, place); break;
+            case 3: luSweepsWithShared<3, isParted>(shared, x, n, place); break;
+            default: luSweepsWithShared<4, isParted>(shared, x, n, place);
         }
+    } else {
+        if (groups == 1) luSweepsWithOwn<1, isParted>(a, x, n, place);
+        else luSweepsWithOwn<2, isParted>(a, x, n, place);
     }
-    for (int v = 0; v < vectors; ++v) {
-        const auto results = groupAt<lanes>(dst, t + v * lanes);
-        std::ptrdiff_t k = 0;
-        if constexpr (isAdjacent<A>)
-            for (; k + lanes <= n; k += lanes) writeRun<lanes>(results.at(0, k), work[v] + k);
-        for (; k < n; ++k) writeElement(results.at(0, k), 0, work[v][k]);
+    for (int v = 0; v < groups; ++v) {
+        const std::ptrdiff_t* const own = numbers.at + v * lanes;
+        writeRowStarts(groupOf<lanes>(dst, own), 0, n, x + v * greatestInLanes,
+                       (v + 1) * lanes <= numbers.size && lanesTouch(dst));
     }
 }
 
-// Sums of fewer terms than a block are the same wherever the vectors lie.
-template <class A, class D>
-[[gnu::always_inline]] inline bool haveSameSums(const A&, const D& dst, std::ptrdiff_t t, std::ptrdiff_t objects,
-                                                std::ptrdiff_t n) {
-    if (!isAdjacent<A> || n <= block) return true;
-    std::intptr_t differences = 0;
-    const auto place = [&](std::ptrdiff_t k) { return reinterpret_cast<std::intptr_t>(dst.at(k).address(0, 0)); };
-    for (std::ptrdiff_t k = t + 1; k < t + objects; ++k) differences |= place(k) ^ place(t);
-    return differences % blockAlignment == 0;
-}
-
-template <class T, class A, class B, class D, class Order>
-[[gnu::noinline]] void luSolveManyGeneral(const A& matrix, const B& src, const D& dst, const std::byte* pivots, Order n,
-                                          std::ptrdiff_t count) {
-    constexpr int lanes = laneCount<T>;
+template <class T, class A, class B, class D>
+[[gnu::noinline]] void luSolveManyGeneral(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
+                                          std::ptrdiff_t n, std::ptrdiff_t count) {
     const std::ptrdiff_t pivotsApart = isShared<A> ? 0 : 4 * n;
-    for (std::ptrdiff_t t = 0; t < count;) {
-        const std::ptrdiff_t left = count - t;
-        const int vectors = static_cast<int>(std::min<std::ptrdiff_t>(left, mostInLanes<T>)) / lanes;
-        if (vectors > 0 && n <= greatestInLanes && haveSameSums(matrix, dst, t, vectors * lanes, n)) {
-            luSolveGroup<T>(matrix, src, dst, pivots, t, vectors, n);
-            t += vectors * lanes;
-        } else {
-            luSolveGeneral<T>(matrix.at(t), src.at(t), dst.at(t), pivots + pivotsApart * t, n);
-            ++t;
-        }
+    if (n > greatestInLanes || count == 1) {
+        for (std::ptrdiff_t k = 0; k < count; ++k)
+            luSolveGeneral<T>(matrix.at(k), src.at(k), dst.at(k), pivots + pivotsApart * k, n);
+        return;
     }
+    T shared[isShared<A> ? greatestInLanes * greatestInLanes : 1];
+    if constexpr (isShared<A>)
+        for (std::ptrdiff_t k = 0; k < n; ++k)
+            for (std::ptrdiff_t j = 0; j < n; ++j)
+                shared[k * n + j] = load<T>(matrix.at(0).address(load<std::int32_t>(pivots + 4 * k), j));
+    constexpr int lanes = laneCount<T>, most = luGroupsInFlight<A> * lanes;
+    const bool fits = isShared<A> || luGroupsInFlight<A> * n * n <= greatestInLanes * greatestInLanes;
+    forAlikeObjects<T, most>(dst, count, fits ? most : lanes, isAdjacent<A> && n > block,
+                             [&](const ObjectNumbers<most>& numbers, std::ptrdiff_t place) {
+                                 luSolveAlike<T>(matrix, src, dst, shared, pivots, numbers, n, place);
+                             });
 }
 
 }  // namespace korm::inline KORM_VARIANT::linalg

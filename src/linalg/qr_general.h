@@ -21,7 +21,10 @@ template <class T>
 
 // `buffer` holds the reflector of the current column.
 template <class T, class A, class D>
-std::int32_t qrGeneral(A src, D dst, T* buffer, std::ptrdiff_t width, std::ptrdiff_t height) {
+std::int32_t qrGeneral(const A& source, const D& result, T* buffer, std::ptrdiff_t width, std::ptrdiff_t height) {
+    // Behind a reference a store might change them.
+    const A src = source;
+    const D dst = result;
     constexpr bool inEights = isAdjacent<D>;
     const auto place = [buffer](std::ptrdiff_t i) { return scratchAt(buffer, i); };
     const auto v = [&](std::ptrdiff_t i) { return load<T>(place(i)); };
@@ -54,25 +57,30 @@ std::int32_t qrGeneral(A src, D dst, T* buffer, std::ptrdiff_t width, std::ptrdi
 
 // `buffer` holds the right-hand side and takes the reflections, then the solution from its end upwards.
 template <class T, class A, class B, class D>
-void qrSolveGeneral(A matrix, B src, D dst, T* buffer, std::ptrdiff_t width, std::ptrdiff_t height) {
+void qrSolveGeneral(const A& factors, const B& side, const D& solution, T* buffer, std::ptrdiff_t width,
+                    std::ptrdiff_t height) {
+    // Behind a reference a store might change them.
+    const A matrix = factors;
+    const B src = side;
+    const D dst = solution;
     constexpr bool inEights = isAdjacent<A>;
     const auto place = [buffer](std::ptrdiff_t i) { return scratchAt(buffer, i); };
-    const auto side = [&](std::ptrdiff_t i) { return load<T>(place(i)); };
+    const auto work = [&](std::ptrdiff_t i) { return load<T>(place(i)); };
     for (std::ptrdiff_t i = 0; i < height; ++i) store(place(i), load<T>(src.address(0, i)));
     for (std::ptrdiff_t j = 0; j < reflectionsOf(width, height); ++j) {
         const auto v = [&](std::ptrdiff_t i) { return load<T>(matrix.address(i, j)); };
-        const T t = reflection<inEights>(side, v, reflectorScale<inEights, T>(v, j, height), j, height);
-        store(place(j), side(j) + t);
-        for (std::ptrdiff_t i = j + 1; i < height; ++i) store(place(i), side(i) + v(i) * t);
+        const T t = reflection<inEights>(work, v, reflectorScale<inEights, T>(v, j, height), j, height);
+        store(place(j), work(j) + t);
+        for (std::ptrdiff_t i = j + 1; i < height; ++i) store(place(i), work(i) + v(i) * t);
     }
     for (std::ptrdiff_t k = width - 1; k >= 0; --k) {
-        T x = side(k);
+        T x = work(k);
         if (k < width - 1)
             x = x - sumOnto<inEights>(T(), k + 1, width,
-                                      [&](std::ptrdiff_t j) { return load<T>(matrix.address(k, j)) * side(j); });
+                                      [&](std::ptrdiff_t j) { return load<T>(matrix.address(k, j)) * work(j); });
         store(place(k), x / load<T>(matrix.address(k, k)));
     }
-    for (std::ptrdiff_t k = 0; k < width; ++k) store(dst.address(0, k), side(k));
+    for (std::ptrdiff_t k = 0; k < width; ++k) store(dst.address(0, k), work(k));
 }
 
 }  // namespace korm::inline KORM_VARIANT::linalg

@@ -107,14 +107,9 @@ template <bool inEights, int groups, class S, class Element, class Scale>
     // sum[g] and the terms of row or column `i` to end - 1; `of` gives the factor that all groups share.
     const auto sumsOnto = [&](S(&sum)[groups], std::ptrdiff_t i, std::ptrdiff_t end, const auto& of)
         __attribute__((always_inline)) {
-        if (inEights && end - i >= block)
-            return each([&](auto g) __attribute__((always_inline)) {
-                sum[g] = sumOnto<inEights>(sum[g], i, end, [&](std::ptrdiff_t l) { return of(l) * at(l, g); });
-            });
-        for (; i < end; ++i) {
-            const S factor = of(i);
-            each([&](auto g) __attribute__((always_inline)) { sum[g] = sum[g] + factor * at(i, g); });
-        }
+        sumTogether<Sign::plus>(
+            sum, i, blocksOfReflection<inEights>(i, end),
+            end, [&](int g, std::ptrdiff_t l) __attribute__((always_inline)) { return of(l) * at(l, g); });
     };
     for (std::ptrdiff_t j = 0; j < reflectionsOf(width, height); ++j) {
         S t[groups];

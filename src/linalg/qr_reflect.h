@@ -19,19 +19,14 @@ namespace korm::inline KORM_VARIANT::linalg {
 
 // `start` and the terms from `i` to end - 1. Of adjacent elements long sums run in eight partial sums from their first term
 // on, whatever the alignment: scratch lies elsewhere on each thread, and a result should not.
+template <bool inEights>
+[[gnu::always_inline]] inline std::ptrdiff_t blocksOfReflection(std::ptrdiff_t i, std::ptrdiff_t end) {
+    return inEights && end - i >= block ? i : end;
+}
+
 template <bool inEights, class S, class Term>
 [[gnu::always_inline]] inline S sumOnto(S start, std::ptrdiff_t i, std::ptrdiff_t end, const Term& term) {
-    S sum = start;
-    if constexpr (inEights)
-        if (end - i >= block) {
-            S part[block] = {start};
-            for (; end - i >= block; i += block)
-#pragma GCC unroll 8
-                for (int p = 0; p < block; ++p) part[p] = part[p] + term(i + p);
-            sum = folded(part);
-        }
-    for (; i < end; ++i) sum = sum + term(i);
-    return sum;
+    return summed<Sign::plus>(start, i, blocksOfReflection<inEights>(i, end), end, term);
 }
 
 // Makes v of rows j + 1 to end - 1 of a column; false if the column of an object is too short to be divided by.

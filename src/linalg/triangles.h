@@ -8,6 +8,7 @@
 #include "kernel/scalar.h"
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
+#include "linalg/grids.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
 
@@ -29,12 +30,24 @@ template <int n, class T, class Object>
 
 template <int n, class S, class Object>
 [[gnu::always_inline]] inline void readTriangles(const Group<Object, lanesOf<S>>& from, Triangle<S, n>& a) {
-    unrolled<n>([&](auto i) __attribute__((always_inline)) { readRun<i + 1>(from.at(i, 0), a + triangleSize(i)); });
+    unrolled<n>([&](auto i) __attribute__((always_inline)) {
+        if constexpr (isAdjacent<Object>) readRun<i + 1>(from.at(i, 0), a + triangleSize(i));
+        else
+            unrolled<i + 1>([&](auto j) __attribute__((always_inline)) {
+                a[triangleSize(i) + j] = readElement<S>(from.at(i, j));
+            });
+    });
 }
 
 template <int n, class S, class Object>
 [[gnu::always_inline]] inline void writeTriangles(const Group<Object, lanesOf<S>>& to, const Triangle<S, n>& a) {
-    unrolled<n>([&](auto i) __attribute__((always_inline)) { writeRun<i + 1>(to.at(i, 0), a + triangleSize(i)); });
+    unrolled<n>([&](auto i) __attribute__((always_inline)) {
+        if constexpr (isAdjacent<Object>) writeRun<i + 1>(to.at(i, 0), a + triangleSize(i));
+        else
+            unrolled<i + 1>([&](auto j) __attribute__((always_inline)) {
+                writeElement(to.at(i, j), 0, a[triangleSize(i) + j]);
+            });
+    });
 }
 
 template <int n, class T, class Object>
@@ -61,55 +74,10 @@ template <class T, class Object>
         for (std::ptrdiff_t j = 0; j < (i < finished ? i + 1 : i); ++j) store(to.address(i, j), a[j]);
 }
 
-// Objects by their numbers, which need not follow each other.
-template <int lanes, class View>
-[[gnu::always_inline]] inline auto groupOf(const View& view, const std::ptrdiff_t* numbers) {
-    return withLanes<lanes>([&](auto... l) __attribute__((always_inline)) {
-        return Group<decltype(view.at(0)), lanes>{{view.at(numbers[l])...}};
-    });
-}
-
-// Element (i, j) of all objects is one vector in memory: in tables whose objects are one element apart.
-template <class View>
-[[gnu::always_inline]] inline bool lanesTouch(const View& view) {
-    if constexpr (isScattered<View>) return view.objectStride == sizeof(typename View::Element);
-    else return false;
-}
-
-// The first elements of row i. `touch` is lanesTouch of the view that the group is of.
-template <class S, class Object>
-[[gnu::always_inline]] inline void readRowStarts(const Group<Object, lanesOf<S>>& from, std::ptrdiff_t i,
-                                                 std::ptrdiff_t length, S* to, [[maybe_unused]] bool touch) {
-    std::ptrdiff_t j = 0;
-    if constexpr (isAdjacent<Object>) {
-        for (; j + 4 <= length; j += 4) readRun<4>(from.at(i, j), to + j);
-        if (j + 2 <= length) {
-            readRun<2>(from.at(i, j), to + j);
-            j += 2;
-        }
-    }
-    if constexpr (isScattered<Object>)
-        if (touch)
-            for (; j < length; ++j) to[j] = load<S>(from.object[0].address(i, j));
-    for (; j < length; ++j) to[j] = readElement<S>(from.at(i, j));
-}
-
-template <class S, class Object>
-[[gnu::always_inline]] inline void writeRowStarts(const Group<Object, lanesOf<S>>& to, std::ptrdiff_t i,
-                                                  std::ptrdiff_t length, const S* from, [[maybe_unused]] bool touch) {
-    std::ptrdiff_t j = 0;
-    if constexpr (isAdjacent<Object>)
-        for (; j + 2 <= length; j += 2) writeRun<2>(to.at(i, j), from + j);
-    if constexpr (isScattered<Object>)
-        if (touch)
-            for (; j < length; ++j) store(to.object[0].address(i, j), from[j]);
-    for (; j < length; ++j) writeElement(to.at(i, j), 0, from[j]);
-}
-
 template <class S, class Object>
 [[gnu::always_inline]] inline void readTriangles(const Group<Object, lanesOf<S>>& from, std::ptrdiff_t n, S* a,
                                                  bool touch) {
-    for (std::ptrdiff_t i = 0; i < n; a += ++i) readRowStarts(from, i, i + 1, a, touch);
+    for (std::ptrdiff_t i = 0; i < n; a += ++i) readRowStarts(from, sameRow(i), i + 1, a, touch);
 }
 
 template <class S, class Object>
