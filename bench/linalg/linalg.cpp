@@ -1,5 +1,6 @@
 // The program's rows: LU and Cholesky decomposition, solve, inverse, determinant.
 #include "rows.h"
+#include "sweeps.h"
 #ifdef BENCH_CGLM
 #include <cglm/version.h>
 #endif

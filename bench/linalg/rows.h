@@ -120,6 +120,5 @@ void measureInverses();
 void measureDeterminants();
 void measureCholeskyDecompositions();
 void measureCholeskySolutions();
-void measureSweeps();
 
 }  // namespace bench

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "rows.h"
+#include "sweeps.h"
 
 namespace bench {
 namespace {
@@ -23,7 +24,7 @@ struct Systems {
     const Operand<T> side = place<T>(rightSides, layout, 1, height, vectorCount);
     const Operand<T> solution = place<T>(solutions, layout, 1, width, vectorCount);
     T* const buffer = memoryOf<T>(scratch, 64);
-    std::int32_t* const pivots = memoryOf<std::int32_t>(results, static_cast<std::size_t>(height * count));
+    std::int32_t* const pivots = memoryOf<std::int32_t>(results, static_cast<std::size_t>(height* count));
 
     Systems(std::int32_t rows, std::int32_t columns)
         : height(rows), width(columns), count(isArray ? countOf(objectSpan<T>(layout, rows, columns)) : 1) {
@@ -43,9 +44,7 @@ struct Systems {
     static auto matrixArguments(const Operand<T>& operand) {
         return descriptor<Kind::matrix, manyMatrices, entry>(operand);
     }
-    static auto vectorArguments(const Operand<T>& operand) {
-        return descriptor<Kind::vector, isArray, entry>(operand);
-    }
+    static auto vectorArguments(const Operand<T>& operand) { return descriptor<Kind::vector, isArray, entry>(operand); }
     auto countArgument() const {
         if constexpr (isArray) return std::tuple(count);
         else return std::tuple();
@@ -68,15 +67,15 @@ private:
 };
 
 // The function for an entry, of a single object's where there is no list.
-#define SWEEP_FORM(NAME, LIST)                                         \
-    struct NAME {                                                      \
-        static constexpr std::string_view name = #NAME;                \
-        template <class T, Entry entry>                                \
-        static constexpr auto function() {                             \
-            if constexpr (entry == Entry::pointer) BENCH_PICK(NAME, _P) \
+#define SWEEP_FORM(NAME, LIST)                                              \
+    struct NAME {                                                           \
+        static constexpr std::string_view name = #NAME;                     \
+        template <class T, Entry entry>                                     \
+        static constexpr auto function() {                                  \
+            if constexpr (entry == Entry::pointer) BENCH_PICK(NAME, _P)     \
             else if constexpr (entry == Entry::list) BENCH_PICK(NAME, LIST) \
-            else BENCH_PICK(NAME, )                                    \
-        }                                                              \
+            else BENCH_PICK(NAME, )                                         \
+        }                                                                   \
     };
 SWEEP_FORM(CholeskyDecomp_m, )
 SWEEP_FORM(CholeskyDecomp_ma, _L)

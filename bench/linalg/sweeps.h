@@ -1,0 +1,8 @@
+// All small sizes beside plain loops.
+#pragma once
+
+namespace bench {
+
+void measureSweeps();
+
+}  // namespace bench
