@@ -285,5 +285,153 @@ TEST(ProductExamples, InnerLengthOfOne) {
     }
 }
 
+// --- Arrays of small shapes -----------------------------------------------------------------------
+
+template <class T>
+constexpr std::int32_t sizeOf = static_cast<std::int32_t>(sizeof(T));
+
+template <class T, class F32, class F64>
+auto pick(F32 f32Form, F64 f64Form) {
+    if constexpr (sizeof(T) == 4) return f32Form;
+    else return f64Form;
+}
+
+template <class T>
+struct SmallShape {
+    std::int32_t m, k, n, count;
+    std::vector<T> a = numbers<T>(static_cast<std::size_t>(m * k * count), 7);
+    std::vector<T> b = numbers<T>(static_cast<std::size_t>(k * n * count), 8);
+    std::vector<T> c = std::vector<T>(static_cast<std::size_t>(m * n * count));
+
+    // One after the other, each by the kernel for one product.
+    std::vector<T> oneByOne() const {
+        const auto product = pick<T>(kormMul_mm_32f, kormMul_mm_64f);
+        std::vector<T> result(c.size());
+        for (std::int32_t at = 0; at < count; ++at)
+            EXPECT_EQ(product(&a[static_cast<std::size_t>(at * m * k)], k * sizeOf<T>, sizeOf<T>, k, m,
+                              &b[static_cast<std::size_t>(at * k * n)], n * sizeOf<T>, sizeOf<T>, n, k,
+                              &result[static_cast<std::size_t>(at * m * n)], n * sizeOf<T>, sizeOf<T>),
+                      korStatusOk);
+        return result;
+    }
+    // In order of k, as tables and other strides have it. No product is a zero, so that it is all one where sums start.
+    std::vector<T> inTurn() const {
+        std::vector<T> result(c.size());
+        for (std::int32_t at = 0; at < count; ++at)
+            for (std::int32_t i = 0; i < m; ++i)
+                for (std::int32_t j = 0; j < n; ++j) {
+                    const auto product = [&](std::int32_t l) {
+                        return a[static_cast<std::size_t>((at * m + i) * k + l)] *
+                               b[static_cast<std::size_t>((at * k + l) * n + j)];
+                    };
+                    T sum = product(0);
+                    for (std::int32_t l = 1; l < k; ++l) sum += product(l);
+                    result[static_cast<std::size_t>((at * m + i) * n + j)] = sum;
+                }
+        return result;
+    }
+};
+
+template <class T>
+void expectBits(const std::vector<T>& found, const std::vector<T>& expected, const SmallShape<T>& shape,
+                const char* what) {
+    EXPECT_EQ(std::memcmp(found.data(), expected.data(), found.size() * sizeof(T)), 0)
+        << what << ": " << shape.count << " of " << shape.m << " by " << shape.k << " by " << shape.n;
+}
+
+// Calls f with the shapes up to 9 cubed, in arrays that end within a group of objects and that are several groups.
+template <class T, class F>
+void forSmallShapes(const F& f) {
+    for (std::int32_t m = 1; m <= 9; ++m)
+        for (std::int32_t k = 1; k <= 9; ++k)
+            for (std::int32_t n = 1; n <= 9; ++n)
+                for (const std::int32_t count : {1, 3, 6, 67}) f(SmallShape<T>{m, k, n, count});
+}
+
+template <class T>
+void expectArraysLikeSingles() {
+    forSmallShapes<T>([](SmallShape<T> shape) {
+        const auto& [m, k, n, count, a, b, c] = shape;
+        ASSERT_EQ(
+            (pick<T>(kormMul_mama_32f, kormMul_mama_64f)(
+                a.data(), m * k * sizeOf<T>, k * sizeOf<T>, sizeOf<T>, k, m, b.data(), k * n * sizeOf<T>, n * sizeOf<T>,
+                sizeOf<T>, n, k, shape.c.data(), m * n * sizeOf<T>, n * sizeOf<T>, sizeOf<T>, count)),
+            korStatusOk);
+        expectBits(shape.c, shape.oneByOne(), shape, "packed");
+    });
+}
+
+TEST(ProductArrays, OfSmallShapesHaveTheBitsOfSingleProducts) {
+    expectArraysLikeSingles<float>();
+    expectArraysLikeSingles<double>();
+}
+
+// Objects by columns: each operand is packed as its transpose.
+template <class T>
+std::vector<T> byColumns(const std::vector<T>& rows, std::int32_t height, std::int32_t width) {
+    std::vector<T> result(rows.size());
+    const auto size = static_cast<std::size_t>(height * width);
+    for (std::size_t at = 0; at < rows.size(); ++at) {
+        const std::size_t object = at / size, i = at % size / static_cast<std::size_t>(width),
+                          j = at % static_cast<std::size_t>(width);
+        result[object * size + j * static_cast<std::size_t>(height) + i] = rows[at];
+    }
+    return result;
+}
+
+template <class T>
+void expectColumnsLikeRows() {
+    forSmallShapes<T>([](SmallShape<T> shape) {
+        const auto& [m, k, n, count, a, b, c] = shape;
+        const auto left = byColumns(a, m, k), right = byColumns(b, k, n);
+        ASSERT_EQ(
+            (pick<T>(kormMul_mama_32f, kormMul_mama_64f)(
+                left.data(), m * k * sizeOf<T>, sizeOf<T>, m * sizeOf<T>, k, m, right.data(), k * n * sizeOf<T>,
+                sizeOf<T>, k * sizeOf<T>, n, k, shape.c.data(), m * n * sizeOf<T>, sizeOf<T>, m * sizeOf<T>, count)),
+            korStatusOk);
+        expectBits(shape.c, byColumns(shape.inTurn(), m, n), shape, "by columns");
+    });
+}
+
+TEST(ProductArrays, OfObjectsByColumnsAddInTurn) {
+    expectColumnsLikeRows<float>();
+    expectColumnsLikeRows<double>();
+}
+
+// Tables that lead to packed objects, and the same but for one entry that leads elsewhere.
+template <class T>
+void expectTablesInTurn(bool packed) {
+    forSmallShapes<T>([packed](SmallShape<T> shape) {
+        const auto& [m, k, n, count, a, b, c] = shape;
+        auto moved = numbers<T>(static_cast<std::size_t>(m * k * count), 9);
+        const auto entries = [](auto* origin, std::int32_t number) {
+            std::vector<decltype(origin)> table;
+            for (std::int32_t at = 0; at < number; ++at) table.push_back(origin + at);
+            return table;
+        };
+        auto left = entries(a.data(), m * k);
+        const auto right = entries(b.data(), k * n);
+        const auto result = entries(shape.c.data(), m * n);
+        if (!packed) {
+            const std::int32_t last = m * k - 1;
+            for (std::int32_t at = 0; at < count; ++at)
+                moved[static_cast<std::size_t>(at * m * k)] = a[static_cast<std::size_t>(at * m * k + last)];
+            left.back() = moved.data();
+        }
+        ASSERT_EQ((pick<T>(kormMul_mama_32f_P, kormMul_mama_64f_P)(left.data(), 0, m * k * sizeOf<T>, k, m,
+                                                                   right.data(), 0, k * n * sizeOf<T>, n, k,
+                                                                   result.data(), 0, m * n * sizeOf<T>, count)),
+                  korStatusOk);
+        expectBits(shape.c, shape.inTurn(), shape, packed ? "table of packed objects" : "table");
+    });
+}
+
+TEST(ProductArrays, OfTablesAddInTurn) {
+    for (const bool packed : {true, false}) {
+        expectTablesInTurn<float>(packed);
+        expectTablesInTurn<double>(packed);
+    }
+}
+
 }  // namespace
 }  // namespace kormtest

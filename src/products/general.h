@@ -9,6 +9,7 @@
 #include "kernel/vec.h"
 #include "products/columns.h"
 #include "products/dots.h"
+#include "products/lanes.h"
 #include "products/operands.h"
 #include "products/packed.h"
 #include "products/sums.h"

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
+#include <utility>
 
 #include "entry/views.h"
 #include "kernel/predicates.h"
@@ -122,6 +123,43 @@ template <class T, Objects objects, Spacing spacing>
 template <class T, Objects objects, bool transposed>
 [[gnu::always_inline]] inline TableObjects objectsOf(const ScatterView<T, objects, transposed>& view) {
     return {operand(view.at(0)), objects == Objects::single ? 0 : view.objectStride};
+}
+
+// A vector is read as the only column of a matrix.
+[[gnu::always_inline]] inline TableOperand asColumn(TableOperand vector) {
+    std::swap(vector.rowPitch, vector.columnPitch);
+    return vector;
+}
+[[gnu::always_inline]] inline TableObjects asColumns(const TableObjects& vectors) {
+    return {asColumn(vectors.first), vectors.step};
+}
+[[gnu::always_inline]] inline GridObjects asColumns(GridObjects vectors) {
+    std::swap(vectors.first.rowStep, vectors.first.columnStep);
+    return vectors;
+}
+
+[[gnu::always_inline]] inline GridObjects transposesOf(GridObjects objects) { return asColumns(objects); }
+
+// Does a table lead to elements at fixed distances, as those of a packed object do? Then `grid` is where.
+template <class T>
+[[gnu::noinline]] inline bool isGrid(const TableObjects& objects, std::ptrdiff_t height, std::ptrdiff_t width,
+                                     GridObjects& grid) {
+    const auto place = [&](std::ptrdiff_t i, std::ptrdiff_t j) {
+        return reinterpret_cast<std::uintptr_t>(objects.first.address(i, j));
+    };
+    const std::uintptr_t origin = place(0, 0);
+    const std::uintptr_t rowStep = height > 1 ? place(1, 0) - origin : sizeof(T);
+    const std::uintptr_t columnStep = width > 1 ? place(0, 1) - origin : sizeof(T);
+    for (std::ptrdiff_t i = 0; i < height; ++i)
+        for (std::ptrdiff_t j = 0; j < width; ++j)
+            if (place(i, j) !=
+                origin + static_cast<std::uintptr_t>(i) * rowStep + static_cast<std::uintptr_t>(j) * columnStep)
+                return false;
+    grid = {
+        {objects.first.address(0, 0), static_cast<std::ptrdiff_t>(rowStep), static_cast<std::ptrdiff_t>(columnStep)},
+        nullptr,
+        objects.step};
+    return true;
 }
 
 // Where a result goes. The same types, but writable: views of results have been const-stripped by operand().

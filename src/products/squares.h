@@ -248,6 +248,16 @@ template <class S, class Objects>
     }
 }
 
+// Objects with any strides, some of which are plain all the same.
+template <class T, int n>
+[[gnu::always_inline]] inline void squaresOfAnyStride(const GridObjects& a, const GridObjects& b,
+                                                      const GridObjects& dst, std::int32_t count) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    if (a.first.columnStep == size && b.first.columnStep == size && dst.first.columnStep == size)
+        plainSquares<T, n, false, false>(a, b, dst, count);
+    else squaresInLanes<Lanes<T>>(a, b, dst, n, count);
+}
+
 // --- Any of these ----------------------------------------------------------------------------------
 
 template <class T, int n, class A, class B, class D>
@@ -258,7 +268,7 @@ template <class T, int n, class A, class B, class D>
     else squareObject<T, n>(operand(a.at(0)), operand(b.at(0)), operand(dst.at(0)));
 }
 
-// Arrays, whose views are A, B and D.
+// Plain arrays, whose views are A, B and D.
 template <class T, int n, class A, class B, class D, class Objects>
 [[gnu::always_inline]] inline void squareProducts(const Objects& a, const Objects& b, const Objects& dst,
                                                   std::int32_t count) {
@@ -266,8 +276,7 @@ template <class T, int n, class A, class B, class D, class Objects>
     constexpr bool tilesInPlace = inTiles<T, n> && (!turnB || turnA);
     // Of order 4, a right operand's columns are brought together in registers.
     constexpr bool heldLeft = !inTiles<T, n> || (n == 4 && turnB);
-    if constexpr (!isAdjacent<D>) squaresInLanes<Lanes<T>>(a, b, dst, n, count);
-    else if constexpr (heldLeft && isShared<A>) oneTimesPlainSquares<T, n, turnA, turnB>(a.first, b, dst, count);
+    if constexpr (heldLeft && isShared<A>) oneTimesPlainSquares<T, n, turnA, turnB>(a.first, b, dst, count);
     else if constexpr (!tilesInPlace && isShared<B>) plainSquaresTimesOne<T, n, turnA, turnB>(a, b.first, dst, count);
     else plainSquares<T, n, turnA, turnB>(a, b, dst, count);
 }

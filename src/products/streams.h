@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 
 #include "kernel/predicates.h"
 #include "kernel/scalar.h"
@@ -20,12 +19,6 @@
 #include "products/sums.h"
 
 namespace korm::inline KORM_VARIANT::products {
-
-// A vector is read as the only column of a matrix.
-[[gnu::always_inline]] inline TableOperand asColumn(TableOperand vector) {
-    std::swap(vector.rowPitch, vector.columnPitch);
-    return vector;
-}
 
 // Calls f(where a vector of objects lies behind every entry).
 template <class S, class F>

@@ -14,11 +14,15 @@ struct ProductShape {
     std::int32_t rows;      // M, of the result
     std::int32_t products;  // K, of each element's sum
     std::int32_t columns;   // N, of the result
+
+    [[gnu::always_inline]] bool isSquare() const { return rows == columns && rows == products; }
 };
 
 struct VectorProductShape {
     std::int32_t rows;
     std::int32_t products;
+
+    [[gnu::always_inline]] bool isSquare() const { return rows == products; }
 };
 
 // Square orders with a path of their own, where every sum is p(0) + p(1) + ... from left to right.

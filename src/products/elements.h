@@ -1,0 +1,266 @@
+// Products of small matrices with all sizes and distances known at run time, one strip of neighbouring elements after the other,
+// and each strip for a group of objects: what is decided for a strip serves all of them.
+//
+// One instance serves all shapes of sums: which rows of the result have which comes as an argument.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "kernel/known.h"
+#include "kernel/scalar.h"
+#include "kernel/unroll.h"
+#include "kernel/vec.h"
+#include "products/operands.h"
+#include "products/sums.h"
+
+namespace korm::inline KORM_VARIANT::products {
+
+// Rows of the result with sums of one shape, from the top.
+struct RowGroups {
+    struct Group {
+        std::int32_t rows;
+        Sum sum;
+    } of[3];
+};
+
+inline RowGroups rowGroups(const RowSums& rows, std::int32_t height) {
+    const std::int32_t left = height % 4;
+    RowGroups groups{{{height - left, rows.blocks}, {0, zeroStart}, {0, zeroStart}}};
+    if (left == 1) groups.of[1] = {1, rows.lastOfOne};
+    else if (left == 2) groups.of[1] = {1, rows.firstOfTwo}, groups.of[2] = {1, rows.secondOfTwo};
+    else if (left == 3) groups.of[1] = {3, rows.lastThree};
+    return groups;
+}
+
+inline RowGroups rowGroups(const ElementSums& elements, std::int32_t height) {
+    const std::int32_t left = height % 8 <= 2 ? height % 8 : 0;
+    RowGroups groups{{{height - left, elements.general}, {0, zeroStart}, {0, zeroStart}}};
+    if (left == 1) groups.of[1] = {1, elements.lastOfOne};
+    else if (left == 2) groups.of[1] = {1, elements.firstOfTwo}, groups.of[2] = {1, elements.secondOfTwo};
+    return groups;
+}
+
+// Where elements of an operand lie in every object: behind its origin.
+struct Distances {
+    std::ptrdiff_t first;
+    std::ptrdiff_t row;
+    std::ptrdiff_t column;
+
+    [[gnu::always_inline]] Distances turned() const { return {first, column, row}; }
+};
+
+struct Factors {
+    Distances a, b, to;
+    std::ptrdiff_t rows, columns, products;
+
+    // The transpose of the result is the product of the transposes.
+    [[gnu::always_inline]] Factors turned() const {
+        return {b.turned(), a.turned(), to.turned(), columns, rows, products};
+    }
+};
+
+// As many elements at a time as there are registers for their partial sums.
+constexpr int stripElements(int partials) { return partials == 8 ? 1 : partials == 4 ? 2 : 4; }
+
+// Elements in a row of the result, each a Right: an element, a vector of neighbours, or one of objects in lanes. A Left
+// that is a single element beside vectors is spread. The last vector of neighbours ends with the row.
+template <class Left, class Right, int elements, class Objects>
+[[gnu::noinline]] void addStrip(const Factors& at, Sum shape, const Objects& objects) {
+    using T = ElementOf<Right>;
+    constexpr bool spreads = lanesOf<Left> < lanesOf<Right>;
+    const std::ptrdiff_t aFirst = at.a.first, aStep = at.a.column, bFirst = at.b.first, bStep = at.b.row,
+                         bNext = at.b.column, toFirst = at.to.first, toNext = at.to.column;
+    const std::ptrdiff_t products = at.products, inBlocks = products / shape.block * shape.block;
+    const std::ptrdiff_t last = (at.columns - lanesOf<Right>)*static_cast<std::ptrdiff_t>(sizeof(Left));
+    const auto offset = [&](int e, std::ptrdiff_t step) __attribute__((always_inline)) {
+        if (!spreads) return e * step;
+        return e == elements - 1 ? last : e * static_cast<std::ptrdiff_t>(sizeof(Right));
+    };
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    const auto sums = [&](auto partials) __attribute__((always_inline)) {
+        const bool along = lanesOf<Right> == 1 && partials % lanes16<T> == 0 && aStep == size && bStep == size;
+        for (std::ptrdiff_t v = 0, count = objects.count; v < count; ++v) {
+            const std::byte *a = objects.a(v) + aFirst, *b = objects.b(v) + bFirst;
+            const auto addTo = [&](Right(&sum)[elements]) __attribute__((always_inline)) {
+                Right left;
+                if constexpr (spreads) left = spread<Right>(a);
+                else left = load<Right>(a);
+                unrolled<elements>([&](auto e) __attribute__((always_inline)) {
+                    sum[e] += left * load<Right>(b + offset(e, bNext));
+                    asm("" : "+x"(sum[e]));  // else gcc makes vectors of elements that lie apart
+                });
+                a += aStep;
+                b += bStep;
+            };
+            Right sum[elements] = {};
+            std::ptrdiff_t k = 0;
+            if constexpr (partials > 1) {
+                const auto join = [&](const auto& partial) __attribute__((always_inline)) {
+                    unrolled<elements>([&](auto e) __attribute__((always_inline)) {
+                        Right all[partials.value];
+                        unrolled<partials>([&](auto c) __attribute__((always_inline)) { all[c] = partial(c, e); });
+                        sum[e] = joined<T>(all);
+                    });
+                };
+                if (along && inBlocks > 0) {
+                    // Partial sums side by side in vectors.
+                    if constexpr (lanesOf<Right> == 1 && partials % lanes16<T> == 0) {
+                        constexpr int vectors = partials / lanes16<T>;
+                        Vec16<T> side[vectors][elements] = {};
+                        for (; k < inBlocks; k += partials)
+                            unrolled<vectors>([&](auto c) __attribute__((always_inline)) {
+                                const auto left = load<Vec16<T>>(a);
+                                unrolled<elements>([&](auto e) __attribute__((always_inline)) {
+                                    side[c][e] += left * load<Vec16<T>>(b + e * bNext);
+                                });
+                                a += 16;
+                                b += 16;
+                            });
+                        join([&](int c, int e)
+                                 __attribute__((always_inline)) { return side[c / lanes16<T>][e][c % lanes16<T>]; });
+                    }
+                } else {
+                    Right partial[partials.value][elements] = {};
+                    for (; k < inBlocks; k += partials)
+                        unrolled<partials>([&](auto c) __attribute__((always_inline)) { addTo(partial[c]); });
+                    join([&](int c, int e) __attribute__((always_inline)) { return partial[c][e]; });
+                }
+            }
+            for (; k < products; ++k) addTo(sum);
+            std::byte* const to = objects.to(v) + toFirst;
+            unrolled<elements>([&](auto e) __attribute__((always_inline)) { store(to + offset(e, toNext), sum[e]); });
+        }
+    };
+    if (shape.partials == 1) return sums(Int<1>{});
+    if (shape.partials == 2) return sums(Int<2>{});
+    if constexpr (elements <= stripElements(4))
+        if (shape.partials == 4) return sums(Int<4>{});
+    if constexpr (elements <= stripElements(8)) sums(Int<8>{});
+}
+
+// Rows with one shape of sum.
+template <class Left, class Right, class Objects>
+[[gnu::noinline]] void addRows(Factors row, Sum shape, const Objects& objects) {
+    constexpr int width = lanesOf<Right> / lanesOf<Left>;
+    if (row.products < shape.block) shape = zeroStart;
+    const int most = stripElements(shape.partials);
+    for (std::ptrdiff_t i = row.rows; i > 0; --i) {
+        Factors at = row;
+        for (std::ptrdiff_t left = row.columns; left > 0;) {
+            std::ptrdiff_t elements = std::min<std::ptrdiff_t>((left + width - 1) / width, most);
+            if (elements == 3) elements = 2;
+            if (left < width) {
+                at.b.first -= (width - left) * at.b.column;
+                at.to.first -= (width - left) * at.to.column;
+                left = width;
+            }
+            at.columns = std::min(elements * width, left);
+            if (elements == 4) addStrip<Left, Right, 4>(at, shape, objects);
+            else if (elements == 2) addStrip<Left, Right, 2>(at, shape, objects);
+            else addStrip<Left, Right, 1>(at, shape, objects);
+            left -= at.columns;
+            at.b.first += at.columns * at.b.column;
+            at.to.first += at.columns * at.to.column;
+        }
+        row.a.first += row.a.row;
+        row.to.first += row.to.row;
+    }
+}
+
+template <class T>
+[[gnu::always_inline]] inline bool runsAlongRows(const Factors& at) {
+    return at.b.column == sizeof(T) && at.to.column == sizeof(T) && at.columns >= lanes16<T>;
+}
+
+// Each object where it lies (S is the element), or in lanes.
+template <class S, class Objects>
+[[gnu::always_inline]] inline void multiplyElements(Factors at, const RowGroups& groups, const Objects& objects) {
+    for (const auto& [height, sum] : groups.of) {
+        if (height == 0) continue;
+        at.rows = height;
+        const Factors turned = at.turned();
+        if constexpr (lanesOf<S> == 1) {
+            if (runsAlongRows<S>(at)) addRows<S, Vec16<S>>(at, sum, objects);
+            else if (runsAlongRows<S>(turned)) addRows<S, Vec16<S>>(turned, sum, objects.turned());
+            else if (at.columns < height) addRows<S, S>(turned, sum, objects.turned());
+            else addRows<S, S>(at, sum, objects);
+        } else {
+            if (at.columns < height) addRows<S, S>(turned, sum, objects.turned());
+            else addRows<S, S>(at, sum, objects);
+        }
+        at.a.first += height * at.a.row;
+        at.to.first += height * at.to.row;
+    }
+}
+
+// --- Objects where they lie ------------------------------------------------------------------------
+
+inline constexpr int pointersAtOnce = 64;
+
+struct ObjectsInPlace {
+    const std::byte* const* left;
+    const std::byte* const* right;
+    std::byte* const* result;
+    std::ptrdiff_t count;
+
+    [[gnu::always_inline]] ObjectsInPlace turned() const { return {right, left, result, count}; }
+
+    [[gnu::always_inline]] const std::byte* a(std::ptrdiff_t v) const { return left[v]; }
+    [[gnu::always_inline]] const std::byte* b(std::ptrdiff_t v) const { return right[v]; }
+    [[gnu::always_inline]] std::byte* to(std::ptrdiff_t v) const { return result[v]; }
+};
+
+[[gnu::always_inline]] inline Distances distances(const GridOperand& grid) {
+    return {0, grid.rowStep, grid.columnStep};
+}
+
+// Where objects are, from object k on. The empty statement keeps the compiler from making vectors of addresses.
+template <class Byte>
+[[gnu::noinline]] void findObjects(const GridObjects& objects, std::ptrdiff_t k, std::ptrdiff_t count, Byte** to) {
+    if (objects.list == nullptr) {
+        std::byte* origin = const_cast<std::byte*>(objects.first.origin) + k * objects.step;
+        for (std::ptrdiff_t v = 0; v < count; ++v, origin += objects.step) to[v] = origin;
+    } else {
+        for (std::ptrdiff_t v = 0; v < count; ++v) to[v] = target(objects.at(k + v), 0, 0);
+    }
+}
+
+// Objects a step apart.
+struct SteppedObjects {
+    const std::byte *left, *right;
+    std::byte* result;
+    std::ptrdiff_t leftStep, rightStep, resultStep;
+    std::ptrdiff_t count;
+
+    [[gnu::always_inline]] SteppedObjects turned() const {
+        return {right, left, result, rightStep, leftStep, resultStep, count};
+    }
+    [[gnu::always_inline]] const std::byte* a(std::ptrdiff_t v) const { return left + v * leftStep; }
+    [[gnu::always_inline]] const std::byte* b(std::ptrdiff_t v) const { return right + v * rightStep; }
+    [[gnu::always_inline]] std::byte* to(std::ptrdiff_t v) const { return result + v * resultStep; }
+};
+
+template <class T>
+[[gnu::noinline]] void productsInPlace(const GridObjects& as, const GridObjects& bs, const GridObjects& dsts,
+                                       ProductShape shape, const RowGroups& groups, std::int32_t count) {
+    const Factors at{distances(as.first), distances(bs.first), distances(dsts.first),
+                     shape.rows,          shape.columns,       shape.products};
+    if (as.list == nullptr && bs.list == nullptr && dsts.list == nullptr)
+        return multiplyElements<T>(at, groups,
+                                   SteppedObjects{as.first.origin, bs.first.origin, target(dsts.first, 0, 0), as.step,
+                                                  bs.step, dsts.step, count});
+    const std::byte *left[pointersAtOnce], *right[pointersAtOnce];
+    std::byte* result[pointersAtOnce];
+    for (std::int32_t k = 0; k < count; k += pointersAtOnce) {
+        const std::ptrdiff_t here = std::min(pointersAtOnce, count - k);
+        findObjects(as, k, here, left);
+        findObjects(bs, k, here, right);
+        findObjects(dsts, k, here, result);
+        multiplyElements<T>(at, groups, ObjectsInPlace{left, right, result, here});
+    }
+}
+
+}  // namespace korm::inline KORM_VARIANT::products
