@@ -426,6 +426,45 @@ void expectTablesInTurn(bool packed) {
     });
 }
 
+// Elements in streams: the same element of the next object follows. One array holds all streams, or gaps of any width lie
+// between them.
+template <class T>
+void expectStreamsInTurn(bool apart) {
+    forSmallShapes<T>([apart](SmallShape<T> shape) {
+        const auto& [m, k, n, count, a, b, c] = shape;
+        const auto streams = [&, objects = count](const std::vector<T>& packed, std::int32_t elements) {
+            std::vector<T> result(static_cast<std::size_t>(objects * elements + elements * elements));
+            for (std::int32_t e = 0; e < elements; ++e)
+                for (std::int32_t at = 0; at < objects; ++at)
+                    result[static_cast<std::size_t>(e * objects + (apart ? e * (e - 1) / 2 : 0) + at)] =
+                        packed[static_cast<std::size_t>(at * elements + e)];
+            return result;
+        };
+        const auto entries = [&, objects = count](auto* origin, std::int32_t elements) {
+            std::vector<decltype(origin)> table;
+            for (std::int32_t e = 0; e < elements; ++e)
+                table.push_back(origin + e * objects + (apart ? e * (e - 1) / 2 : 0));
+            return table;
+        };
+        const std::vector<T> left = streams(a, m * k), right = streams(b, k * n);
+        std::vector<T> result = streams(shape.c, m * n);
+        ASSERT_EQ((pick<T>(kormMul_mama_32f_P, kormMul_mama_64f_P)(
+                      entries(left.data(), m * k).data(), 0, sizeOf<T>, k, m, entries(right.data(), k * n).data(), 0,
+                      sizeOf<T>, n, k, entries(result.data(), m * n).data(), 0, sizeOf<T>, count)),
+                  korStatusOk);
+        shape.c = shape.inTurn();
+        EXPECT_EQ(std::memcmp(result.data(), streams(shape.c, m * n).data(), result.size() * sizeof(T)), 0)
+            << "streams: " << count << " of " << m << " by " << k << " by " << n;
+    });
+}
+
+TEST(ProductArrays, OfStreamsAddInTurn) {
+    for (const bool apart : {true, false}) {
+        expectStreamsInTurn<float>(apart);
+        expectStreamsInTurn<double>(apart);
+    }
+}
+
 TEST(ProductArrays, OfTablesAddInTurn) {
     for (const bool packed : {true, false}) {
         expectTablesInTurn<float>(packed);

@@ -123,25 +123,6 @@ template <class S>
     return {0, lines.length * element, element};
 }
 
-// A group in lanes, a vector of objects after the other. An operand that serves all objects has one.
-template <class S>
-struct ObjectsInLanes {
-    S *left, *right, *result;
-    bool leftIsShared, rightIsShared;
-    std::ptrdiff_t count;
-
-    [[gnu::always_inline]] ObjectsInLanes turned() const {
-        return {right, left, result, rightIsShared, leftIsShared, count};
-    }
-    [[gnu::always_inline]] const std::byte* a(std::ptrdiff_t v) const {
-        return reinterpret_cast<const std::byte*>(left + (leftIsShared ? 0 : v));
-    }
-    [[gnu::always_inline]] const std::byte* b(std::ptrdiff_t v) const {
-        return reinterpret_cast<const std::byte*>(right + (rightIsShared ? 0 : v));
-    }
-    [[gnu::always_inline]] std::byte* to(std::ptrdiff_t v) const { return reinterpret_cast<std::byte*>(result + v); }
-};
-
 // The vectors from object k on. The last one of an array ends with the last object.
 template <class S, class Byte, bool isListed>
 [[gnu::always_inline]] inline ObjectVectors<Byte, isListed> vectorsFrom(const GridObjects& objects, std::ptrdiff_t k,
@@ -205,7 +186,12 @@ template <class S>
                          shape.rows,
                          shape.columns,
                          shape.products};
-        multiplyElements<S>(at, groups, ObjectsInLanes<S>{a, b, to, as.isShared(), bs.isShared(), vectors});
+        const auto step = [](const GridObjects& objects) -> std::ptrdiff_t {
+            return objects.isShared() ? 0 : sizeof(S);
+        };
+        multiplyElements<S>(at, groups,
+                            SteppedObjects{reinterpret_cast<const std::byte*>(a), reinterpret_cast<const std::byte*>(b),
+                                           reinterpret_cast<std::byte*>(to), step(as), step(bs), sizeof(S), vectors});
         writeResult(dsts, dstLines, done * lanes, vectors, count, to);
         done += vectors;
     }

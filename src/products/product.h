@@ -95,6 +95,10 @@ template <class SquareOrders, RowSums rows, class A, class B, class D, class Cou
                     return packedSquare<T, rows.blocks, 8>(a.origin, b.origin, dst.origin);
             }
         }
+        if constexpr (isAdjacent<D> && isTransposed<B> && !isTransposed<A>)
+            if (areFewDots<T>(shape))
+                return plainDots<T, rows>(a.origin, a.rowStride, b.origin, storedStride(b), dst.origin, dst.rowStride,
+                                          shape);
         if constexpr (!isScattered<D>)
             if (isPlain<T, rows>(shape, isAdjacent<B> && isAdjacent<D>)) {
                 const GridOperand x = operand(a.at(0)), y = operand(b.at(0)), z = operand(dst.at(0));
@@ -150,6 +154,10 @@ template <class Order, ElementSums elements, class A, class X, class D, class Co
         }
         if constexpr (!isOneObject<Count>)
             if (multiplySmall<T>(objectsOf(a), objectsOf(x), objectsOf(dst), shape, elements, count)) return;
+        if constexpr (isOneObject<Count> && isAdjacent<D> && !isTransposed<A>)
+            if (shape.rows <= 3)
+                return plainDots<T, elements>(a.origin, a.rowStride, x.origin, 0, dst.origin, sizeof(T),
+                                              {shape.rows, shape.products, 1});
         for (std::int32_t k = 0; k < count; ++k)
             generalVectorProduct<T, elements>(operand(a.at(k)), operand(x.at(k)), operand(dst.at(k)), shape);
     }

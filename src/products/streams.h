@@ -13,6 +13,7 @@
 #include "kernel/scalar.h"
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
+#include "products/elements.h"
 #include "products/general.h"
 #include "products/objects.h"
 #include "products/operands.h"
@@ -95,6 +96,55 @@ template <class S, int n, int columns, bool sharedA, bool sharedB, Start start>
                 }
             }
         });
+}
+
+// --- Any shape, streams at fixed distances --------------------------------------------------------
+
+inline constexpr int heldElements = 256;  // of an operand that serves all objects
+inline constexpr int streamVectors = 64;  // of objects, so that what strips read twice stays in the first-level cache
+
+// Strips are faster than tiles where these are few.
+[[gnu::always_inline]] inline bool areFewStrips(ProductShape shape) {
+    return std::max({shape.rows, shape.products, shape.columns}) <= 16 &&
+           (shape.columns <= 4 || shape.rows * shape.columns <= 20);
+}
+
+// Streams one behind another, as rows of an array are, need no table: strips of elements as of objects in lanes.
+template <class S>
+[[gnu::noinline]] bool multiplyStreams(const TableObjects& as, const TableObjects& bs, const TableObjects& dsts,
+                                       ProductShape shape, std::int32_t count) {
+    using T = ElementOf<S>;
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(S));
+    GridObjects a{}, b{}, dst{};
+    if (!areFewStrips(shape) || !isGrid<T>(as, shape.rows, shape.products, a) ||
+        !isGrid<T>(bs, shape.products, shape.columns, b) || !isGrid<T>(dsts, shape.rows, shape.columns, dst))
+        return false;
+    S held[heldElements];
+    const auto hold = [&](GridObjects& operand, std::int32_t height, std::int32_t width) {
+        if (!operand.isShared()) return;
+        for (std::int32_t i = 0; i < height; ++i)
+            for (std::int32_t j = 0; j < width; ++j) held[i * width + j] = spread<S>(operand.first.address(i, j));
+        operand.first = {reinterpret_cast<const std::byte*>(held), width * size, size};
+    };
+    hold(a, shape.rows, shape.products);
+    hold(b, shape.products, shape.columns);
+    const std::ptrdiff_t aStep = a.isShared() ? 0 : size, bStep = b.isShared() ? 0 : size;
+    const Factors at{distances(a.first), distances(b.first), distances(dst.first),
+                     shape.rows,         shape.columns,      shape.products};
+    const RowGroups groups{{{shape.rows, zeroStart}, {0, zeroStart}, {0, zeroStart}}};
+    const auto multiply = [&](std::ptrdiff_t first, std::ptrdiff_t vectors) {
+        const std::ptrdiff_t distance = first * static_cast<std::ptrdiff_t>(sizeof(T));
+        multiplyElements<S>(
+            at, groups,
+            SteppedObjects{a.first.origin + (aStep != 0 ? distance : 0), b.first.origin + (bStep != 0 ? distance : 0),
+                           target(dst.first, 0, 0) + distance, aStep, bStep, size, vectors});
+    };
+    constexpr std::ptrdiff_t lanes = lanesOf<S>;
+    const std::ptrdiff_t whole = count / lanes;
+    for (std::ptrdiff_t v = 0; v < whole; v += streamVectors)
+        multiply(v * lanes, std::min<std::ptrdiff_t>(streamVectors, whole - v));
+    if (whole * lanes < count) multiply(count - lanes, 1);
+    return true;
 }
 
 // --- Any shape -----------------------------------------------------------------------------------
@@ -181,8 +231,11 @@ template <class SquareOrders, bool ofVectors, class A, class B, class D>
         squareStreams<S, n, ofVectors ? 1 : n, isShared<A>, isShared<B>, start>(left, right, result, count);
     };
     const bool isSquare = shape.rows == shape.products && (ofVectors || shape.rows == shape.columns);
-    forOrder(isSquare ? shape.rows : 0, square,
-             [&] { anyStreams<S, isShared<B>>(left, right, result, shape, count, isShared<A>); });
+    forOrder(isSquare ? shape.rows : 0, square, [&] {
+        if (!multiplyStreams<S>({left, objectsOf(a).step}, {right, objectsOf(b).step}, {result, objectsOf(dst).step},
+                                shape, count))
+            anyStreams<S, isShared<B>>(left, right, result, shape, count, isShared<A>);
+    });
 }
 
 }  // namespace korm::inline KORM_VARIANT::products
