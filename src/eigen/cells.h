@@ -9,6 +9,7 @@
 #include <type_traits>
 
 #include "eigen/twins.h"
+#include "kernel/predicates.h"
 #include "kernel/scalar.h"
 #include "kernel/vec.h"
 
@@ -49,7 +50,29 @@ struct CellVector {
 
     [[gnu::always_inline]] S get(std::ptrdiff_t i) const { return readCell<S, T>(origin + i * size); }
     [[gnu::always_inline]] void set(std::ptrdiff_t i, S value) const { writeCell<S, T>(origin + i * size, value); }
+    // Of one object: the neighbours from i on, as many as X has lanes.
+    template <class X>
+    [[gnu::always_inline]] X getRun(std::ptrdiff_t i) const {
+        return readCell<X, T>(origin + i * size);
+    }
+    template <class X>
+    [[gnu::always_inline]] void setRun(std::ptrdiff_t i, X values) const {
+        writeCell<X, T>(origin + i * size, values);
+    }
 };
+
+// Hands the elements from `first` to `end` - 1 of one object to `each` in runs: each.operator()<X>(i).
+template <class S, class Each>
+[[gnu::always_inline]] inline void inRuns(std::ptrdiff_t first, std::ptrdiff_t end, const Each& each) {
+    using V = Vec<S, 16 / sizeof(S)>;
+    std::ptrdiff_t i = first;
+    for (; i + 2 * lanesOf<V> <= end; i += 2 * lanesOf<V>) each.template operator()<Twin<V>>(i);
+    if (i + lanesOf<V> <= end) {
+        each.template operator()<V>(i);
+        i += lanesOf<V>;
+    }
+    for (; i < end; ++i) each.template operator()<S>(i);
+}
 
 // Rows follow each other without gaps.
 template <class S, class T>
@@ -57,6 +80,9 @@ struct CellMatrix {
     CellVector<S, T> cells;
     std::ptrdiff_t order;
 
+    [[gnu::always_inline]] CellVector<S, T> row(std::ptrdiff_t i) const {
+        return {cells.origin + i * order * cells.size};
+    }
     [[gnu::always_inline]] S get(std::ptrdiff_t i, std::ptrdiff_t j) const { return cells.get(i * order + j); }
     [[gnu::always_inline]] void set(std::ptrdiff_t i, std::ptrdiff_t j, S value) const {
         cells.set(i * order + j, value);
@@ -69,6 +95,10 @@ struct ObjectMatrix {
     using T = typename Object::Element;
     Object object;
 
+    [[gnu::always_inline]] CellVector<S, T> row(std::ptrdiff_t i) const requires isAdjacent<Object> {
+        return {object.address(i, 0)};
+    }
+
     [[gnu::always_inline]] S get(std::ptrdiff_t i, std::ptrdiff_t j) const {
         return readCell<S, T>(object.address(i, j));
     }
@@ -77,11 +107,38 @@ struct ObjectMatrix {
     }
 };
 
+// The transpose of a matrix whose rows lie in one piece: there its columns do.
+template <class Stored>
+struct TransposedMatrix {
+    Stored stored;
+
+    [[gnu::always_inline]] auto get(std::ptrdiff_t i, std::ptrdiff_t j) const { return stored.get(j, i); }
+    template <class S>
+    [[gnu::always_inline]] void set(std::ptrdiff_t i, std::ptrdiff_t j, S value) const {
+        stored.set(j, i, value);
+    }
+};
+template <class Matrix>
+inline constexpr bool hasColumnsInOnePiece = false;
+template <class Stored>
+inline constexpr bool hasColumnsInOnePiece<TransposedMatrix<Stored>> = true;
+
+template <class Matrix>
+inline constexpr bool hasRowsInOnePiece = requires(Matrix a) {
+    a.row(0);
+};
+
 // --- Masks --------------------------------------------------------------------------------------
 
 template <class S>
 [[gnu::always_inline]] inline MaskOf<S> everyLane() {
     return all<S>(0) == all<S>(0);
+}
+
+template <class M>
+[[gnu::always_inline]] inline bool areAll(M mask) {
+    if constexpr (std::is_same_v<M, bool>) return mask;
+    else return !any(~mask);
 }
 
 }  // namespace korm::inline KORM_VARIANT::eigen

@@ -90,19 +90,21 @@ struct GroupCells {
 
     template <class View>
     [[gnu::always_inline]] void read(const View& view, std::ptrdiff_t k, std::ptrdiff_t n) {
-        eachRun(view, k, n, [](const auto& from, std::byte* cells, auto together) __attribute__((always_inline)) {
-            Part run[together];
-            readRun<together>(from, run);
-            for (std::ptrdiff_t i = 0; i < together; ++i) store(cells + i * size, run[i]);
-        });
+        eachRun(
+            view, k, n, [](const auto& from, std::byte* cells, auto together) __attribute__((always_inline)) {
+                Part run[together];
+                readRun<together>(from, run);
+                for (std::ptrdiff_t i = 0; i < together; ++i) store(cells + i * size, run[i]);
+            });
     }
     template <class View>
     [[gnu::always_inline]] void write(const View& view, std::ptrdiff_t k, std::ptrdiff_t n) {
-        eachRun(view, k, n, [](const auto& to, const std::byte* cells, auto together) __attribute__((always_inline)) {
-            Part run[together];
-            for (std::ptrdiff_t i = 0; i < together; ++i) run[i] = load<Part>(cells + i * size);
-            writeRun<together>(to, run);
-        });
+        eachRun(
+            view, k, n, [](const auto& to, const std::byte* cells, auto together) __attribute__((always_inline)) {
+                Part run[together];
+                for (std::ptrdiff_t i = 0; i < together; ++i) run[i] = load<Part>(cells + i * size);
+                writeRun<together>(to, run);
+            });
     }
     // Vectors that follow each other without gaps.
     void writeVectors(std::byte* to, std::ptrdiff_t n) {
@@ -149,6 +151,17 @@ template <class T, class Object>
         for (std::ptrdiff_t j = 0; j < n; ++j, buffer += sizeof(T)) store(buffer, load<T>(object.address(i, j)));
 }
 
+// Of one object with adjacent elements.
+template <class T, class Object>
+[[gnu::noinline]] void transposeInPlace(const Object& object, std::ptrdiff_t n) {
+    for (std::ptrdiff_t i = 0; i < n; ++i)
+        for (std::ptrdiff_t j = 0; j < i; ++j) {
+            const T below = load<T>(object.address(i, j));
+            store(object.address(i, j), load<T>(object.address(j, i)));
+            store(object.address(j, i), below);
+        }
+}
+
 // Hands the objects one by one to `each` until one fails.
 template <class Count, class Each>
 [[gnu::always_inline]] inline std::int32_t oneByOne(Count count, const Each& each) {
@@ -172,13 +185,7 @@ template <class A, class T, class Count>
         });
     if (order == 2)
         return oneByOne(count, [&](std::ptrdiff_t k) {
-            T m[2][2];
-            readMatrix(src.at(k), m);
-            if (isSingular2(m[0][0], m[0][1], m[1][1])) return korStatusSingular;
-            const Values2<T> values = values2(m[0][0], m[0][1], m[1][1]);
-            store(valuesAt(k), values.first);
-            store(valuesAt(k) + sizeof(T), values.second);
-            return korStatusOk;
+            return solve2<T>(src.at(k), valuesAt(k), [](T, T, T, const Values2<T>&) {});
         });
     const auto each = [&](std::ptrdiff_t k) {
         readInto<T>(scratch, src.at(k), order);
@@ -238,22 +245,25 @@ template <class Member, class A, class V, class T, class Count>
         });
     if (order == 2)
         return oneByOne(count, [&](std::ptrdiff_t k) {
-            T m[2][2];
-            readMatrix(src.at(k), m);
-            if (isSingular2(m[0][0], m[0][1], m[1][1])) return korStatusSingular;
-            const Values2<T> values = values2(m[0][0], m[0][1], m[1][1]);
-            const Rotation2<T> rotation = vectors2(m[0][0], m[0][1], m[1][1], values);
-            store(valuesAt(k), values.first);
-            store(valuesAt(k) + sizeof(T), values.second);
-            const T v[2][2] = {{rotation.cosine, 0 - rotation.sine}, {rotation.sine, rotation.cosine}};
-            writeMatrix(dst.at(k), v);
-            return korStatusOk;
+            return solve2<T>(src.at(k), valuesAt(k), [&](T a, T b, T d, const Values2<T>& values) {
+                const Rotation2<T> rotation = vectors2(a, b, d, values);
+                const T v[2][2] = {{rotation.cosine, 0 - rotation.sine}, {rotation.sine, rotation.cosine}};
+                writeMatrix(dst.at(k), v);
+            });
         });
     const auto each = [&](std::ptrdiff_t k) {
         readInto<T>(scratch, src.at(k), order);
         const auto object = dst.at(k);
-        return vectorsOf<Scalar, T>({{scratch}, order}, {valuesAt(k)}, ObjectMatrix<Scalar, decltype(object)>{object},
-                                    test);
+        using Matrix = ObjectMatrix<Scalar, decltype(object)>;
+        const CellMatrix<Scalar, T> a{{scratch}, order};
+        const CellVector<Scalar, T> values{valuesAt(k)};
+        if constexpr (isAdjacent<decltype(object)>) {
+            const std::int32_t status = vectorsOf(a, values, TransposedMatrix<Matrix>{{object}}, test);
+            transposeInPlace<T>(object, order);
+            return status;
+        } else {
+            return vectorsOf(a, values, Matrix{object}, test);
+        }
     };
     if constexpr (!isOneObject<Count>) {
         using S = Twin<Lanes<Scalar>>;

@@ -2,9 +2,12 @@
 #pragma once
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 
 #include "eigen/tridiagonal.h"
 #include "kernel/scalar.h"
+#include "korm.h"
 
 namespace korm::inline KORM_VARIANT::eigen {
 
@@ -59,6 +62,18 @@ Rotation2<T> vectors2(T a, T b, T d, const Values2<T>& values) {
         result = {static_cast<T>(cosine), static_cast<T>(ratio * cosine)};
     }
     return values.negative == falls ? Rotation2<T>{0 - result.sine, result.cosine} : result;
+}
+
+// Of the element below the diagonal nothing is read. `solved` gets the matrix and its values if it isn't singular.
+template <class T, class Object, class Solved>
+[[gnu::always_inline]] inline std::int32_t solve2(const Object& object, std::byte* to, const Solved& solved) {
+    const T a = load<T>(object.address(0, 0)), b = load<T>(object.address(0, 1)), d = load<T>(object.address(1, 1));
+    if (isSingular2(a, b, d)) return korStatusSingular;
+    const Values2<T> values = values2(a, b, d);
+    store(to, values.first);
+    store(to + sizeof(T), values.second);
+    solved(a, b, d, values);
+    return korStatusOk;
 }
 
 }  // namespace korm::inline KORM_VARIANT::eigen

@@ -36,6 +36,13 @@ template <class S, class Term>
     return even + odd;
 }
 
+// The scalar of one object in all lanes; that of a group as it is.
+template <class X, class S>
+[[gnu::always_inline]] inline X spread(S value) {
+    if constexpr (std::is_same_v<X, S>) return value;
+    else return all<X>(value);
+}
+
 // --- Reduction ----------------------------------------------------------------------------------
 
 // The reflector of one step, I - beta u u', u in the places from `first` on.
@@ -47,23 +54,52 @@ struct Reflector {
     S beta;
     MaskOf<S> lanes;  // in which it is applied
 
-    // To cells that `get` and `set` reach by one index.
-    template <class Get, class Set>
+    // To cells that `get` and `set` reach by one index, X is one of them or several neighbours.
+    template <class X, class Get, class Set>
     [[gnu::always_inline]] void apply(const Get& get, const Set& set) const {
-        const S x = beta * pairedSum<S>(first, end, [&](std::ptrdiff_t i) { return get(i) * u.get(i); });
-        for (std::ptrdiff_t i = first; i < end; ++i) {
-            const S old = get(i), changed = old - u.get(i) * x;
-            if constexpr (lanesOf<S> == 1) set(i, changed);
-            else set(i, chosen(lanes, changed, old));
-        }
+        const X x =
+            spread<X>(beta) * pairedSum<X>(first, end, [&](std::ptrdiff_t i) { return get(i) * spread<X>(u.get(i)); });
+        const auto change = [&](const auto& kept) __attribute__((always_inline)) {
+            for (std::ptrdiff_t i = first; i < end; ++i) {
+                const X old = get(i);
+                set(i, kept(old - spread<X>(u.get(i)) * x, old));
+            }
+        };
+        if constexpr (lanesOf<S> == 1) change([](X changed, X) { return changed; });
+        else if (areAll(lanes)) change([](X changed, X) { return changed; });
+        else change([this](X changed, X old) { return chosen(lanes, changed, old); });
     }
+    // To columns `from` to the last.
     template <class Matrix>
-    [[gnu::always_inline]] void applyToColumn(const Matrix& a, std::ptrdiff_t j) const {
-        apply([&](std::ptrdiff_t i) { return a.get(i, j); }, [&](std::ptrdiff_t i, S value) { a.set(i, j, value); });
+    [[gnu::always_inline]] void applyToColumns(const Matrix& a, std::ptrdiff_t from) const {
+        if constexpr (lanesOf<S> == 1)
+            inRuns<S>(
+                from, end, [&]<class X>(std::ptrdiff_t j) __attribute__((always_inline)) {
+                    apply<X>([&](std::ptrdiff_t i) { return a.row(i).template getRun<X>(j); },
+                             [&](std::ptrdiff_t i, X values) { a.row(i).setRun(j, values); });
+                });
+        else
+            for (std::ptrdiff_t j = from; j < end; ++j)
+                apply<S>([&](std::ptrdiff_t i) { return a.get(i, j); },
+                         [&](std::ptrdiff_t i, S value) { a.set(i, j, value); });
     }
     template <class Matrix>
     [[gnu::always_inline]] void applyToRow(const Matrix& a, std::ptrdiff_t r) const {
-        apply([&](std::ptrdiff_t j) { return a.get(r, j); }, [&](std::ptrdiff_t j, S value) { a.set(r, j, value); });
+        if constexpr (std::is_same_v<S, double> && hasRowsInOnePiece<Matrix>) {
+            const CellVector<S, T> row = a.row(r);
+            Double2 sums = all<Double2>(0);  // of the even and of the odd steps
+            std::ptrdiff_t j = first;
+            for (; j + 1 < end; j += 2) sums += row.template getRun<Double2>(j) * u.template getRun<Double2>(j);
+            double even = sums[0];
+            if (j < end) even += row.get(j) * u.get(j);
+            const double x = beta * (even + sums[1]);
+            for (j = first; j + 1 < end; j += 2)
+                row.setRun(j, row.template getRun<Double2>(j) - u.template getRun<Double2>(j) * all<Double2>(x));
+            if (j < end) row.set(j, row.get(j) - u.get(j) * x);
+        } else {
+            apply<S>([&](std::ptrdiff_t j) { return a.get(r, j); },
+                     [&](std::ptrdiff_t j, S value) { a.set(r, j, value); });
+        }
     }
 };
 
@@ -109,10 +145,11 @@ template <class S, class T, class Vectors>
         lanes = butNot(lanes, eps >= whole);
         if (!any(lanes)) continue;
         const Reflector<S, T> reflector{u, k + 1, n, all<S>(2) / chosen(lanes, whole, all<S>(1)), lanes};
-        for (std::ptrdiff_t j = k; j < n; ++j) reflector.applyToColumn(a, j);
+        reflector.applyToColumns(a, k);
         for (std::ptrdiff_t r = k; r < n; ++r) reflector.applyToRow(a, r);
         if constexpr (hasVectors<Vectors>) {
             if (k == 0) writeReflector(reflector, v);
+            else if constexpr (hasColumnsInOnePiece<Vectors>) reflector.applyToColumns(v.stored, 1);
             else
                 for (std::ptrdiff_t r = 1; r < n; ++r) reflector.applyToRow(v, r);
         }
@@ -177,15 +214,26 @@ template <class S, class T>
 template <class S, class Vectors>
 [[gnu::always_inline]] inline void rotate(const Vectors& v, std::ptrdiff_t n, std::ptrdiff_t i, S c, S s,
                                           MaskOf<S> lanes) {
-    const auto rows = [&](const auto& kept) __attribute__((always_inline)) {
-        for (std::ptrdiff_t r = 0; r < n; ++r) {
-            const S left = v.get(r, i), right = v.get(r, i + 1);
-            v.set(r, i, kept(c * left + right * s, left));
-            v.set(r, i + 1, kept(right * c - left * s, right));
-        }
-    };
-    if (lanesOf<S> == 1 || !any(butNot(everyLane<S>(), lanes))) rows([](S turned, S) { return turned; });
-    else rows([lanes](S turned, S old) { return chosen(lanes, turned, old); });
+    if constexpr (hasColumnsInOnePiece<Vectors>) {
+        const auto lefts = v.stored.row(i), rights = v.stored.row(i + 1);
+        inRuns<S>(
+            0, n, [&]<class X>(std::ptrdiff_t r) __attribute__((always_inline)) {
+                const X left = lefts.template getRun<X>(r), right = rights.template getRun<X>(r);
+                const X cosine = spread<X>(c), sine = spread<X>(s);
+                lefts.setRun(r, cosine * left + right * sine);
+                rights.setRun(r, right * cosine - left * sine);
+            });
+    } else {
+        const auto rows = [&](const auto& kept) __attribute__((always_inline)) {
+            for (std::ptrdiff_t r = 0; r < n; ++r) {
+                const S left = v.get(r, i), right = v.get(r, i + 1);
+                v.set(r, i, kept(c * left + right * s, left));
+                v.set(r, i + 1, kept(right * c - left * s, right));
+            }
+        };
+        if (lanesOf<S> == 1 || areAll(lanes)) rows([](S turned, S) { return turned; });
+        else rows([lanes](S turned, S old) { return chosen(lanes, turned, old); });
+    }
 }
 
 // What becomes of eigenvalues that are found while the iteration runs: `found(i, value, lanes)`.

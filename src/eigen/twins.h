@@ -43,6 +43,7 @@ template <class V> [[gnu::always_inline]] inline Twin<V> operator*(Twin<V> a, Tw
 template <class V> [[gnu::always_inline]] inline Twin<V> operator/(Twin<V> a, Twin<V> b) { return {a.first / b.first, a.second / b.second}; }
 template <class V> [[gnu::always_inline]] inline Twin<V> operator&(Twin<V> a, Twin<V> b) { return {a.first & b.first, a.second & b.second}; }
 template <class V> [[gnu::always_inline]] inline Twin<V> operator|(Twin<V> a, Twin<V> b) { return {a.first | b.first, a.second | b.second}; }
+template <class V> [[gnu::always_inline]] inline Twin<V> operator~(Twin<V> a) { return {~a.first, ~a.second}; }
 template <class V> [[gnu::always_inline]] inline auto operator==(Twin<V> a, Twin<V> b) { return Twin<MaskOf<V>>{a.first == b.first, a.second == b.second}; }
 template <class V> [[gnu::always_inline]] inline auto operator>=(Twin<V> a, Twin<V> b) { return Twin<MaskOf<V>>{a.first >= b.first, a.second >= b.second}; }
 template <class V> [[gnu::always_inline]] inline auto operator>(Twin<V> a, Twin<V> b) { return Twin<MaskOf<V>>{a.first > b.first, a.second > b.second}; }
