@@ -147,11 +147,28 @@ struct Size {
     bool isStrided;
 };
 
-// What a form's operands are. Those of products have sizes of their own, between their strides and the next operand.
-enum class Operands { matrices, vectors, product, vectorProduct };
+// What a form's operands are. Those of products have sizes of their own, between their strides and the next operand; those of
+// factorisations share an order, or a width and a height, and the first of them is a matrix that can be factored.
+enum class Operands { matrices, vectors, product, vectorProduct, squares, squareAndVectors, talls, tallAndVectors };
 
 constexpr bool isProduct(Operands operands) {
     return operands == Operands::product || operands == Operands::vectorProduct;
+}
+
+constexpr bool hasVectorsBehind(Operands operands) {
+    return operands == Operands::vectorProduct || operands == Operands::squareAndVectors ||
+           operands == Operands::tallAndVectors;
+}
+
+constexpr int sizeArgumentsOf(Operands operands) {
+    switch (operands) {
+        case Operands::product:
+        case Operands::vectorProduct: return 0;
+        case Operands::vectors:
+        case Operands::squares:
+        case Operands::squareAndVectors: return 1;
+        default: return 2;
+    }
 }
 
 // Fills in the arguments from the prototype: a pointer opens an operand, and the integers behind it are its
@@ -165,13 +182,11 @@ std::tuple<Parameters...> argumentsFor(std::int32_t (*)(Parameters...), bool isP
                               (std::is_same_v<Parameters, const double* const*> || ...);
     const std::int32_t elementSize = isDouble ? 8 : 4;
     const std::int32_t elementStride = size.isStrided ? 2 * elementSize : elementSize;
-    const int sizeArguments = isProduct(operands) ? 0 : operands == Operands::vectors ? 1 : 2;
+    const int sizeArguments = sizeArgumentsOf(operands);
     int position = 0;
     int operand = -1;
     int integersBehind = 0;
-    const auto isMatrix = [&] {
-        return operands != Operands::vectors && !(operands == Operands::vectorProduct && operand > 0);
-    };
+    const auto isMatrix = [&] { return operands != Operands::vectors && !(hasVectorsBehind(operands) && operand > 0); };
     const auto give = [&]<class P>(P& argument) {
         if constexpr (std::is_pointer_v<P>) {
             ++operand;
@@ -207,6 +222,15 @@ void fillTables(std::byte* memory, std::int32_t positions, std::size_t elementSi
     }
 }
 
+// Ones on the diagonal of the first operand, zeros elsewhere: a matrix of `order` rows that can be factored.
+template <class T>
+void fillIdentity(std::byte* memory, bool isPointerLayout, Size size) {
+    const std::int32_t order = size.width, elements = size.isStrided ? 2 : 1;
+    T* const first = reinterpret_cast<T*>(memory + (isPointerLayout ? operandBytes / 2 : 0));
+    for (std::int32_t i = 0; i < order * order * elements; ++i) first[i] = T(0);
+    for (std::int32_t i = 0; i < order; ++i) first[i * (order + 1) * elements] = T(1);
+}
+
 // --- Forms -------------------------------------------------------------------------------------
 
 struct Cost {
@@ -223,9 +247,14 @@ template <class... Parameters>
 void measure(const char* name, std::int32_t (*function)(Parameters...), Operands operands) {
     const bool isPointerLayout = std::strstr(name, "_P") != nullptr;
     const std::size_t elementSize = std::strstr(name, "_64f") ? 8 : 4;
+    const auto prepare = [&](Size size) {
+        if (isPointerLayout) fillTables(open, size.width * size.height, elementSize);
+        if (elementSize == 4) fillIdentity<float>(open, isPointerLayout, size);
+        else fillIdentity<double>(open, isPointerLayout, size);
+    };
     if (calledForm) {
         if (std::strcmp(calledForm, name) != 0) return;
-        if (isPointerLayout) fillTables(open, 9, elementSize);
+        prepare({3, 3, false});
         const auto near = argumentsFor(function, isPointerLayout, operands, open, Size{3, 3, false});
         std::exit(std::apply(function, near) == korStatusOk ? 0 : 1);
     }
@@ -242,7 +271,7 @@ void measure(const char* name, std::int32_t (*function)(Parameters...), Operands
             most = std::max(most, toLoad);
             if (order != 3) continue;
             if (tracedForm && !isStrided && !std::strcmp(tracedForm, name)) printPlaces(toLoad);
-            if (isPointerLayout) fillTables(open, order * order, elementSize);
+            prepare(size);
             const auto near = argumentsFor(function, isPointerLayout, operands, open, size);
             cost.toReturn = countInstructions(function, near, false);
         }
@@ -373,6 +402,11 @@ void measureAllForms() {
     COST(kormMul_tt, product)
     COST(kormMul_mv, vectorProduct)
     COST(kormMul_tv, vectorProduct)
+    COST(kormLUDecomp_m, squares)
+    COST(kormCholeskyDecomp_m, squares)
+    COST(kormCholeskyBackSubst_mv, squareAndVectors)
+    COST(kormQRDecomp_m, talls)
+    COST(kormQRBackSubst_mv, tallAndVectors)
 }
 
 enum class Check { none, smallSizes, allSizes };

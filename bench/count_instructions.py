@@ -12,7 +12,7 @@ import tempfile
 from pathlib import Path
 
 FORMS = ("kormAdd_mm_32f", "kormSub_tt_64f", "kormAdd_mm_64f_P", "kormMul_mc_32f", "kormAdd_vv_32f",
-         "kormSub_cv_64f", "kormMul_vc_32f_P", "kormNormalize_v3_32f", "kormInvert_m4_32f")
+         "kormSub_cv_64f", "kormMul_vc_32f_P", "kormCholeskyDecomp_m_64f", "kormNormalize_v3_32f", "kormInvert_m4_32f")
 
 
 def counted_by_callgrind(program, form, folder):

@@ -3,73 +3,21 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 #include <map>
 #include <numeric>
 #include <optional>
 #include <regex>
 #include <set>
-#include <sstream>
 #include <stdexcept>
 #include <tuple>
 
 #include "support/each_form.h"
+#include "support/numerics_page.h"
 #include "support/scene.h"
 #include "support/thread_number.h"
 
 namespace kormtest {
 namespace {
-
-// --- The page ---
-
-std::string trimmed(const std::string& text) {
-    const auto first = text.find_first_not_of(' '), last = text.find_last_not_of(' ');
-    return first == std::string::npos ? "" : text.substr(first, last - first + 1);
-}
-
-std::vector<std::string> split(const std::string& text, char separator) {
-    std::vector<std::string> parts;
-    std::istringstream stream(text);
-    for (std::string part; std::getline(stream, part, separator);) parts.push_back(trimmed(part));
-    return parts;
-}
-
-// A number for each row, so that it can be told which were of use.
-struct Row {
-    std::vector<std::string> cells;
-    int line;
-};
-
-struct Table {
-    std::vector<std::string> header;
-    std::vector<Row> rows;
-};
-
-std::vector<Table> readTables() {
-    std::ifstream file(KORM_NUMERICS_PAGE);
-    if (!file) throw std::runtime_error("can't read " KORM_NUMERICS_PAGE);
-    std::vector<Table> tables;
-    bool inTable = false;
-    int number = 0;
-    for (std::string line; std::getline(file, line);) {
-        ++number;
-        const bool isRow = line.starts_with("|");
-        if (isRow && !line.starts_with("|---")) {
-            const auto cells = split(line.substr(1), '|');
-            if (inTable) tables.back().rows.push_back({cells, number});
-            else tables.push_back({cells, {}});
-        }
-        inTable = isRow;
-    }
-    return tables;
-}
-
-const Table& table(const std::string& firstHeading, const std::string& secondHeading) {
-    static const std::vector<Table> tables = readTables();
-    for (const Table& one : tables)
-        if (one.header.size() > 1 && one.header[0] == firstHeading && one.header[1] == secondHeading) return one;
-    throw std::runtime_error("the page has no table of " + firstHeading + " and " + secondHeading);
-}
 
 // --- Which kernels a row is about ---
 
@@ -184,7 +132,7 @@ private:
 // How w partial sums are joined.
 std::string joining(const Form& form, std::size_t w) {
     const std::string type = form.type == Type::f32 ? "`32f`" : "`64f`";
-    for (const Row& row : table("w", "how the partial sums are joined").rows)
+    for (const Row& row : pageTable("w", "how the partial sums are joined").rows)
         if (row.cells[0] == std::to_string(w) || row.cells[0] == std::to_string(w) + ", " + type) return row.cells[1];
     throw std::runtime_error("the page doesn't tell how " + std::to_string(w) + " partial sums are joined");
 }
@@ -246,13 +194,13 @@ const Row* find(const Table& rows, const Kernel& kernel) {
 std::optional<std::string> shapeInSquare(const Kernel& kernel, std::int32_t order, std::int32_t i) {
     const std::string leftToRight = "left to right";
     if (!byVector(*kernel.form)) {
-        const Row* const exception = find(table("kernels", "orders"), kernel);
+        const Row* const exception = find(pageTable("kernels", "orders"), kernel);
         if (exception == nullptr || exception->cells[1].find(std::to_string(order)) != std::string::npos)
             return leftToRight;
         return std::nullopt;
     }
     if (order == 3 || !kernel.plain) return leftToRight;
-    const Table& squares = table("plain kernels", "order 4");
+    const Table& squares = pageTable("plain kernels", "order 4");
     const auto cell = static_cast<std::size_t>(order - 3);
     for (std::size_t index = 0; index < squares.rows.size(); ++index) {
         // The rows of an element stand behind the kernels, and those that are left have a row of their own.
@@ -278,13 +226,13 @@ std::string shapeOf(const Kernel& kernel, const Sizes& sizes, std::int32_t i) {
     const std::int32_t left = vector ? M % 8 : M % 4;
     const bool end = i >= M - left;
     if (vector) {
-        const auto& cells = find(table("kernels", "in general"), kernel)->cells;
+        const auto& cells = find(pageTable("kernels", "in general"), kernel)->cells;
         if (left == 1 && end) return cells[2];
         if (left == 2 && end) return cells[i == M - 2 ? 3 : 4];
         return cells[1];
     }
-    const Row* const plain = kernel.plain ? find(table("plain kernels", "blocks of four"), kernel) : nullptr;
-    if (plain == nullptr) return find(table("other kernels", "all rows"), kernel)->cells[1];
+    const Row* const plain = kernel.plain ? find(pageTable("plain kernels", "blocks of four"), kernel) : nullptr;
+    if (plain == nullptr) return find(pageTable("other kernels", "all rows"), kernel)->cells[1];
     if (!end) return plain->cells[1];
     if (left == 2) return plain->cells[i == M - 2 ? 3 : 4];
     return plain->cells[left == 1 ? 2 : 5];
@@ -305,8 +253,8 @@ std::string shapeOfReduction(const Kernel& kernel, std::int32_t length) {
         return &*row;
     };
     if (form.operationWord == "L2Norm" && form.type == Type::f32)
-        if (const Row* const row = rowOf(table("length of `kormL2Norm` in `32f`", "sum"))) return row->cells[1];
-    const Row* const row = rowOf(table("length", "plain `32f`"));
+        if (const Row* const row = rowOf(pageTable("length of `kormL2Norm` in `32f`", "sum"))) return row->cells[1];
+    const Row* const row = rowOf(pageTable("length", "plain `32f`"));
     if (row == nullptr) throw std::runtime_error("the page doesn't tell of length " + std::to_string(length));
     const std::size_t ofType = form.type == Type::f32 ? 1 : 2;
     const std::size_t column = form.layout == Layout::pointer ? 4 : kernel.plain ? ofType : 3;
@@ -450,9 +398,9 @@ TEST(NumericsPageRows, EachTellsOfSomeKernel) {
         }
     }
     for (const Table* one :
-         {&table("kernels", "orders"), &table("plain kernels", "order 4"), &table("kernels", "in general"),
-          &table("plain kernels", "blocks of four"), &table("other kernels", "all rows"),
-          &table("length", "plain `32f`"), &table("length of `kormL2Norm` in `32f`", "sum")})
+         {&pageTable("kernels", "orders"), &pageTable("plain kernels", "order 4"), &pageTable("kernels", "in general"),
+          &pageTable("plain kernels", "blocks of four"), &pageTable("other kernels", "all rows"),
+          &pageTable("length", "plain `32f`"), &pageTable("length of `kormL2Norm` in `32f`", "sum")})
         for (const Row& row : one->rows) EXPECT_TRUE(used.contains(row.line)) << "line " << row.line << " of the page";
 }
 

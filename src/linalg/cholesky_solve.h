@@ -191,9 +191,8 @@ template <class T, class A, class B, class D>
         return;
     }
     T shared[isShared<A> ? triangleSize(greatestSolvedInLanes) : 1];
-    if constexpr (isShared<A>)
-        for (std::ptrdiff_t i = 0, e = 0; i < n; ++i)
-            for (std::ptrdiff_t j = 0; j <= i; ++j, ++e) shared[e] = load<T>(factor.at(0).address(i, j));
+    if constexpr (isShared<A>) readTriangle(factor.at(0), n, shared);
+    else shared[0] = T();
     constexpr int most = groupsInFlight<A> * laneCount<T>;
     forAlikeObjects<T, most>(dst, count, most, isAdjacent<A> && n > block,
                              [&](const ObjectNumbers<most>& numbers, std::ptrdiff_t place) {

@@ -145,10 +145,13 @@ template <class T, class A, class B, class D>
         return;
     }
     T shared[isShared<A> ? greatestInLanes * greatestInLanes : 1];
-    if constexpr (isShared<A>)
+    if constexpr (isShared<A>) {
         for (std::ptrdiff_t k = 0; k < n; ++k)
             for (std::ptrdiff_t j = 0; j < n; ++j)
                 shared[k * n + j] = load<T>(matrix.at(0).address(load<std::int32_t>(pivots + 4 * k), j));
+    } else {
+        shared[0] = T();
+    }
     constexpr int lanes = laneCount<T>, most = luGroupsInFlight<A> * lanes;
     const bool fits = isShared<A> || luGroupsInFlight<A> * n * n <= greatestInLanes * greatestInLanes;
     forAlikeObjects<T, most>(dst, count, fits ? most : lanes, isAdjacent<A> && n > block,
