@@ -270,6 +270,8 @@ public:
                                                           : random.pick({1, 2, 3, 3, 3, 3, 4, 4, 4, 5, 5, 6});
         const bool tame = random.chance(50);
         for (std::int32_t k = 0; k < together; ++k) fill(matrices_ + k * n * n, n, tame && !random.chance(1), random);
+        asArray_ = tame || batch % 4 == 0;
+        asSingles_ = batch % 4 == 1 || batch % generalEvery == 0;
         for (std::size_t f = 0; f < std::size(functions); ++f) {
             if (!functions[f].isSymmetric && batch % generalEvery != 0) continue;
             if (const char* const wrong = judge(functions[f], n, statuses_[f])) {
@@ -341,7 +343,7 @@ private:
                                                 {"EigenValuesVectors", false, 2, bothSides<T>}};
     std::uint64_t seed_;
     const char* type_;
-    bool asArray_ = false, asSingles_ = false;
+    bool asArray_ = false, asSingles_ = false;  // is this batch called in these ways, too?
     T matrices_[together * largestOrder * largestOrder];
     Outputs<T> single_, alone_[together], array_;
     Statuses statuses_[std::size(functions)];
