@@ -5,10 +5,10 @@
 #include <limits>
 #include <type_traits>
 
-#include "entry/views.h"
+#include "eigen/cells.h"
+#include "eigen/general_lanes.h"
 #include "kernel/scalar.h"
 #include "kernel/unroll.h"
-#include "kernel/vec.h"
 
 namespace korm::inline KORM_VARIANT::eigen {
 
@@ -42,11 +42,27 @@ struct RoughRoots : ElementScalars<float> {
     static constexpr bool roughRoots = true;
 };
 
+// What is left of a policy for steps that don't depend on all of it, so that they have fewer instances.
+template <class P>
+using WithoutNorms = std::conditional_t<std::is_same_v<typename P::Scalar, typename P::Element>,
+                                        ElementScalars<typename P::Element>, DoubleScalars<typename P::Element>>;
+template <class P>
+using WithoutShifts = std::conditional_t<std::is_same_v<typename P::Norm, typename P::Scalar>, WithoutNorms<P>, P>;
+
+// The same for a group, one object in each lane.
+template <class P>
+struct Grouped : P {
+    static_assert(std::is_same_v<typename P::Norm, typename P::Scalar>);
+    using One = P;
+    using Scalar = Twin<Lanes<typename P::Scalar>>;
+    using Norm = Scalar;
+};
+
 // A divisor of the shift is taken for zero up to this, whatever the element, where shifts are rounded to float.
 inline constexpr double smallestDivisor = 0x1p-125;
 
 template <class P>
-inline constexpr bool roundsShifts = !std::is_same_v<typename P::Shift, typename P::Scalar>;
+inline constexpr bool roundsShifts = !std::is_same_v<typename P::Shift, ElementOf<typename P::Scalar>>;
 
 template <class T>
 struct Limits {
@@ -57,54 +73,84 @@ struct Limits {
     static constexpr T big = 1 / (4 * std::numeric_limits<T>::min());  // quotients up to this don't overflow
 };
 
+template <class P, class Number>
+[[gnu::always_inline]] inline typename P::Scalar constant(Number x) {
+    using S = typename P::Scalar;
+    return all<S>(static_cast<ElementOf<S>>(x));
+}
+
 // What an element is compared with whose neighbours are all tiny, and what a divisor is replaced with.
 template <class P>
 [[gnu::always_inline]] inline typename P::Scalar smallestNumber(std::ptrdiff_t n) {
-    using S = typename P::Scalar;
+    using E = ElementOf<typename P::Scalar>;
     using L = Limits<typename P::Element>;
-    return S(L::negligible) * (static_cast<S>(n) / S(L::epsilon));
+    return constant<P>(E(L::negligible) * (static_cast<E>(n) / E(L::epsilon)));
 }
 
 // --- Scratch ------------------------------------------------------------------------------------------
 
 // A vector in scratch, and a matrix whose column j lies behind column j - 1: elements are read as scalars, and a store
-// rounds to the element. Scratch has no alignment.
-template <class P>
+// rounds to the element. Scratch has no alignment. Of a group each element is a cell with one of each object; one object of
+// it is reached with a step of as many elements.
+template <class P, int step = lanesOf<typename P::Scalar>>
 struct Strip {
     using T = typename P::Element;
     using S = typename P::Scalar;
     std::byte* origin;
 
     [[gnu::always_inline]] std::byte* address(std::ptrdiff_t i) const {
-        return origin + i * static_cast<std::ptrdiff_t>(sizeof(T));
+        return origin + i * static_cast<std::ptrdiff_t>(step * sizeof(T));
     }
-    [[gnu::always_inline]] S operator[](std::ptrdiff_t i) const { return static_cast<S>(load<T>(address(i))); }
-    [[gnu::always_inline]] void set(std::ptrdiff_t i, S value) const { store(address(i), static_cast<T>(value)); }
+    [[gnu::always_inline]] S operator[](std::ptrdiff_t i) const { return readCell<S, T>(address(i)); }
+    [[gnu::always_inline]] void set(std::ptrdiff_t i, S value) const { writeCell<S, T>(address(i), value); }
 };
 
-template <class P>
+template <class P, int step = lanesOf<typename P::Scalar>>
 struct Columns {
     using S = typename P::Scalar;
-    Strip<P> elements;
+    Strip<P, step> elements;
     std::ptrdiff_t n;
 
-    [[gnu::always_inline]] Strip<P> column(std::ptrdiff_t j) const { return {elements.address(j * n)}; }
+    [[gnu::always_inline]] Strip<P, step> column(std::ptrdiff_t j) const { return {elements.address(j * n)}; }
     [[gnu::always_inline]] S operator()(std::ptrdiff_t i, std::ptrdiff_t j) const { return elements[j * n + i]; }
     [[gnu::always_inline]] void set(std::ptrdiff_t i, std::ptrdiff_t j, S value) const {
         elements.set(j * n + i, value);
     }
+    [[gnu::always_inline]] void set(std::ptrdiff_t i, std::ptrdiff_t j, S value, MaskOf<S> lanes) const {
+        if constexpr (lanesOf < S >> 1) value = chosen(lanes, value, (*this)(i, j));
+        else if (!lanes) return;
+        set(i, j, value);
+    }
 };
+
+// The same under another policy.
+template <class Q, class P>
+[[gnu::always_inline]] inline Strip<Q> as(Strip<P> strip) {
+    return {strip.origin};
+}
+template <class Q, class P>
+[[gnu::always_inline]] inline Columns<Q> as(Columns<P> matrix) {
+    return {as<Q>(matrix.elements), matrix.n};
+}
+
+// One object of a group.
+template <class P>
+using LaneColumns = Columns<typename P::One, lanesOf<typename P::Scalar>>;
+template <class P>
+[[gnu::always_inline]] inline LaneColumns<P> laneOf(Columns<P> a, std::ptrdiff_t l) {
+    return {{a.elements.origin + l * static_cast<std::ptrdiff_t>(sizeof(typename P::Element))}, a.n};
+}
 
 // --- Arithmetic ---------------------------------------------------------------------------------------
 
 // The greater and the lesser of two; of numbers that don't compare, the first and the second.
 template <class S>
 [[gnu::always_inline]] inline S greaterOf(S a, S b) {
-    return b > a ? b : a;
+    return greater(b, a);
 }
 template <class S>
 [[gnu::always_inline]] inline S lesserOf(S a, S b) {
-    return b > a ? a : b;
+    return chosen(asBits(b > a), a, b);
 }
 
 template <class S>
@@ -133,9 +179,12 @@ template <class P>
 [[gnu::always_inline]] inline typename P::Scalar hypotenuse(typename P::Scalar x, typename P::Scalar y) {
     using S = typename P::Scalar;
     const S high = greaterOf(x, y), low = lesserOf(x, y);
-    if (low < Limits<typename P::Element>::negligible) return high;
+    const MaskOf<S> alone = asBits(low < constant<P>(Limits<typename P::Element>::negligible));
+    if constexpr (lanesOf<S> == 1)
+        if (alone) return high;
     const S ratio = low * low / (high * high);
-    return high * static_cast<S>(wideRoot(1.0 + static_cast<double>(ratio)));
+    const S root = inDoubles([](auto q) { return squareRoot(all<decltype(q)>(1) + q); }, ratio);
+    return chosen(alone, high, high * root);
 }
 
 template <class P>

@@ -68,24 +68,44 @@ struct Outcome {
     bool delivered;
 };
 
-// One object, from its transpose in the buffer to vectors: the matrix, the vectors, for both sides the others, then reflections'
-// factors or right-hand sides.
+// The buffer of one object: the matrix, the vectors, for both sides the others, then vectors to work with.
 template <class P>
-[[gnu::noinline]] Outcome findVectors(typename P::Element* buffer, typename P::Element* re, typename P::Element* im,
-                                      std::ptrdiff_t n, Sides sides, Rotation<typename P::Scalar>& rotation) {
-    const Columns<P> h{{reinterpret_cast<std::byte*>(buffer)}, n}, w{h.column(n), n}, x{w.column(n), n};
-    const Strip<P> tau = sides == Sides::both ? x.column(n) : x.elements;
-    const Strip<P> norms{tau.address(n)}, realPart{norms.address(n)}, imaginaryPart{realPart.address(n)};
-    reduceToHessenberg(h, tau, norms);
-    collectReflections(h, tau, w);
-    clearBelowSubdiagonal(h);
-    const std::int32_t status = iterate<P, true>(h, w, re, im, &rotation);
-    if (status != korStatusOk) return {status, false};
+struct Buffer {
+    Columns<P> h, w, x;
+    Strip<P> tau, norms, realPart, imaginaryPart;
 
+    Buffer(typename P::Element* buffer, std::ptrdiff_t n, bool hasBothSides)
+        : h{{reinterpret_cast<std::byte*>(buffer)}, n},
+          w{h.column(n), n},
+          x{w.column(n), n},
+          tau{hasBothSides ? x.column(n) : x.elements},
+          norms{tau.address(n)},
+          realPart{norms.address(n)},
+          imaginaryPart{realPart.address(n)} {}
+};
+
+// The first half: the transpose becomes quasi-triangular, w its Schur vectors.
+template <class P>
+[[gnu::noinline]] std::int32_t makeTriangular(const Buffer<P>& buffer, typename P::Element* re, typename P::Element* im,
+                                              Rotation<typename P::Scalar>& rotation) {
+    using Q = WithoutShifts<P>;
+    using R = WithoutNorms<P>;
+    reduceToHessenberg(as<Q>(buffer.h), as<Q>(buffer.tau), as<Q>(buffer.norms));
+    collectReflections(as<R>(buffer.h), as<R>(buffer.tau), as<R>(buffer.w));
+    clearBelowSubdiagonal(buffer.h);
+    return iterate<P, true>(buffer.h, buffer.w, re, im, &rotation);
+}
+
+// The second half: from Schur vectors to eigenvectors.
+template <class P>
+[[gnu::noinline]] Outcome findVectors(const Buffer<P>& buffer, typename P::Element* im, Sides sides) {
+    using Q = WithoutNorms<P>;
+    const auto& [h, w, x, tau, norms, realPart, imaginaryPart] = buffer;
+    const std::ptrdiff_t n = h.n;
     if (sides == Sides::both)
         for (std::ptrdiff_t i = 0; i < n * n; ++i) x.elements.set(i, w.elements[i]);
-    const Columns<P> lefts = sides == Sides::both ? x : w;
-    Substitution<P> substitution{h, w, norms, realPart, imaginaryPart};
+    const Columns<Q> lefts = as<Q>(sides == Sides::both ? x : w);
+    Substitution<Q> substitution{as<Q>(h), as<Q>(w), as<Q>(norms), as<Q>(realPart), as<Q>(imaginaryPart)};
     substitution.addUpColumns();
     Ending ending = Ending::done;
     if (sides != Sides::left) ending = substitution.allRight();
@@ -105,6 +125,49 @@ template <class P>
     return {korStatusOk, true};
 }
 
+// The first half of a group. What it leaves are the matrices, which hold the real parts of eigenvalues, and the imaginary
+// parts, those of one object after those of another.
+template <class P>
+struct Schur : Together<P, 2> {
+    using E = ElementOf<typename P::Scalar>;
+    E imaginaryParts[largestTogether * lanesOf<typename P::Scalar>];
+
+    // False if nothing is of use.
+    [[gnu::noinline]] bool make(std::ptrdiff_t n, Rotation<E>& rotation) {
+        constexpr int lanes = lanesOf<typename P::Scalar>;
+        constexpr E unknown = std::numeric_limits<E>::quiet_NaN();
+        const Columns<P> h = this->matrix(n, 0), w = this->matrix(n, 1);
+        const Strip<P> tau = this->vector(n, 0), work = this->vector(n, 1);
+        using Q = Grouped<WithoutShifts<typename P::One>>;
+        reduceToHessenberg(as<Q>(h), as<Q>(tau), as<Q>(work));
+        collectReflections(as<Q>(h), as<Q>(tau), as<Q>(w));
+        clearBelowSubdiagonal(h);
+        Rotation<E> rotations[lanes];
+        for (Rotation<E>& one : rotations) one = {unknown, unknown};
+        if (!iterateTogether<P, true>(h, w, imaginaryParts, rotations)) return false;
+        for (const Rotation<E>& one : rotations)
+            if (one.c == one.c) rotation = one;
+        return true;
+    }
+
+    // Puts object l into the buffer of one object, and its eigenvalues where they belong.
+    void take(int l, const Buffer<typename P::One>& buffer, typename P::Element* re, typename P::Element* im) {
+        using T = typename P::Element;
+        const std::ptrdiff_t n = buffer.h.n;
+        const auto copy = [&](LaneColumns<P> from, Columns<typename P::One> to) {
+            for (std::ptrdiff_t i = 0; i < n * n; ++i) store(to.elements.address(i), load<T>(from.elements.address(i)));
+        };
+        copy(laneOf(this->matrix(n, 0), l), buffer.h);
+        copy(laneOf(this->matrix(n, 1), l), buffer.w);
+        const Strip<typename P::One> reals{reinterpret_cast<std::byte*>(re)},
+            imaginaries{reinterpret_cast<std::byte*>(im)};
+        for (std::ptrdiff_t i = 0; i < n; ++i) {
+            reals.set(i, buffer.h(i, i));
+            imaginaries.set(i, imaginaryParts[l * n + i]);
+        }
+    }
+};
+
 template <class P, class D>
 [[gnu::always_inline]] inline void writeVectors(Columns<P> w, const D& dst) {
     using T = typename P::Element;
@@ -113,31 +176,62 @@ template <class P, class D>
 }
 
 // A rotation lives as long as a call: a block that doesn't set it turns by that of the block before. An object whose vectors
-// aren't delivered ends a call, also where its status is Ok.
-template <class P, Sides sides, class A, class D, class Count>
-[[gnu::always_inline]] inline std::int32_t eigenvectors(const A& src, const D& first, const D& second,
-                                                        typename A::Element* re, typename A::Element* im,
-                                                        typename A::Element* buffer, std::int32_t order, Count count) {
+// aren't delivered ends a call, also where its status is Ok. For one side, both destinations are the same.
+template <class P, class A, class D, class Count>
+[[gnu::noinline]] std::int32_t eigenvectors(const A src, const D first, const D second, typename P::Element* re,
+                                            typename P::Element* im, typename P::Element* scratch, std::int32_t order,
+                                            Count count, Sides sides) {
     using T = typename P::Element;
     const std::ptrdiff_t n = order;
-    const Columns<P> h{{reinterpret_cast<std::byte*>(buffer)}, n}, w{h.column(n), n}, x{w.column(n), n};
-    Rotation<typename P::Scalar> rotation{};
-    for (std::int32_t k = 0; k < count; ++k) {
-        T* const realParts = shiftedElements(re, k, n);
-        T* const imaginaryParts = shiftedElements(im, k, n);
-        if (n == 1) {
-            const auto values = plain(realParts, noRows).at(0), zeros = plain(imaginaryParts, noRows).at(0);
-            store(values.address(0, 0), load<T>(src.at(k).address(0, 0)));
-            store(zeros.address(0, 0), T{});
+    const auto valuesAt = [n](T* values, std::ptrdiff_t k) {
+        return shiftedElements(values, static_cast<std::int32_t>(k), n);
+    };
+    if (n == 1) {
+        for (std::ptrdiff_t k = 0; k < count; ++k) {
+            const auto value = plain(valuesAt(re, k), noRows).at(0), zero = plain(valuesAt(im, k), noRows).at(0);
+            store(value.address(0, 0), load<T>(src.at(k).address(0, 0)));
+            store(zero.address(0, 0), T{});
             store(first.at(k).address(0, 0), T{1});
-            if (sides == Sides::both) store(second.at(k).address(0, 0), T{1});
-            continue;
+            store(second.at(k).address(0, 0), T{1});
         }
-        readTransposed(src.at(k), h);
-        const Outcome outcome = findVectors<P>(buffer, realParts, imaginaryParts, n, sides, rotation);
-        if (!outcome.delivered) return outcome.status;
-        writeVectors(w, first.at(k));
-        if (sides == Sides::both) writeVectors(x, second.at(k));
+        return korStatusOk;
+    }
+    const Buffer<P> buffer(scratch, n, sides == Sides::both);
+    Rotation<typename P::Scalar> rotation{};
+    const auto deliver = [&](std::ptrdiff_t k) {
+        const Outcome outcome = findVectors<P>(buffer, valuesAt(im, k), sides);
+        if (!outcome.delivered) return outcome;
+        writeVectors(buffer.w, first.at(k));
+        if (sides == Sides::both) writeVectors(buffer.x, second.at(k));
+        return outcome;
+    };
+    std::ptrdiff_t k = 0;
+    while (k < count) {
+        std::ptrdiff_t singles = count - k;
+        if constexpr (!isOneObject<Count>) {
+            using G = Grouped<P>;
+            constexpr int lanes = lanesOf<typename G::Scalar>;
+            if (n > 2 && n <= largestTogether && singles >= lanes) {
+                Schur<G> group;
+                readTogether(src, k, group.matrix(n, 0));
+                singles = lanes;
+                if (group.make(n, rotation)) {
+                    for (int l = 0; l < lanes; ++l, ++k) {
+                        group.take(l, buffer, valuesAt(re, k), valuesAt(im, k));
+                        const Outcome outcome = deliver(k);
+                        if (!outcome.delivered) return outcome.status;
+                    }
+                    continue;
+                }
+            }
+        }
+        for (; singles > 0; --singles, ++k) {
+            readTransposed(src.at(k), buffer.h);
+            const std::int32_t status = makeTriangular<P>(buffer, valuesAt(re, k), valuesAt(im, k), rotation);
+            if (status != korStatusOk) return status;
+            const Outcome outcome = deliver(k);
+            if (!outcome.delivered) return outcome.status;
+        }
     }
     return korStatusOk;
 }
@@ -148,14 +242,16 @@ template <class P, class A, class D, class Count>
                                                             typename A::Element* re, typename A::Element* im,
                                                             typename A::Element* buffer, std::int32_t order,
                                                             Count count) {
-    return eigenvectors<P, Sides::both>(src, rights, lefts, re, im, buffer, order, count);
+    return eigenvectors<P>(withAnyObjects(src), withAnyObjects(rights), withAnyObjects(lefts), re, im, buffer, order,
+                           count, Sides::both);
 }
 
 template <Sides sides, class P, class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t eigenvectorsOf(const A& src, const D& dst, typename A::Element* re,
                                                           typename A::Element* im, typename A::Element* buffer,
                                                           std::int32_t order, Count count) {
-    return eigenvectors<P, sides>(src, dst, dst, re, im, buffer, order, count);
+    const auto vectors = withAnyObjects(dst);
+    return eigenvectors<P>(withAnyObjects(src), vectors, vectors, re, im, buffer, order, count, sides);
 }
 
 }  // namespace korm::inline KORM_VARIANT::eigen
