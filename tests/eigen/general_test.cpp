@@ -232,6 +232,134 @@ TEST_P(GeneralEigen, FailureLeavesTheLastValues) {
     });
 }
 
+// All bytes that object k has in outputs.
+template <class T>
+std::vector<std::byte> resultsOf(const DenseCall& call, std::int32_t k) {
+    std::vector<std::byte> bytes;
+    for (const Operand& operand : call.form().operands) {
+        if (!operand.output()) continue;
+        for (std::int32_t i = 0; i < call.sizes().of(operand.rows); ++i)
+            for (std::int32_t j = 0; j < call.sizes().order; ++j) {
+                const std::byte* const at = call.address(operand.name.c_str(), k, i, j);
+                bytes.insert(bytes.end(), at, at + sizeof(T));
+            }
+    }
+    return bytes;
+}
+
+template <class T>
+DenseCall callOf(const Form& form, const std::vector<Square<T>>& sources) {
+    DenseCall call(form, squareSizes(sources[0].order(), static_cast<std::int32_t>(sources.size())));
+    for (std::size_t k = 0; k < sources.size(); ++k) setMatrix(call, "src", static_cast<std::int32_t>(k), sources[k]);
+    return call;
+}
+
+// What a call for these objects alone gives the last of them.
+template <class T>
+std::vector<std::byte> lastResultsOf(const Form& form, const std::vector<Square<T>>& sources) {
+    DenseCall call = callOf(form, sources);
+    EXPECT_EQ(call.call(), status::ok);
+    return resultsOf<T>(call, call.sizes().count - 1);
+}
+
+// Matrices whose sweeps are few or many, that split early or not at all, with zeros of both signs.
+template <class T>
+Square<T> ofKind(std::int32_t kind, std::int32_t n, Random& random) {
+    Square<T> a = ordinary<T>(n, random);
+    const auto keep = [&](const auto& isKept, T other) {
+        for (std::int32_t i = 0; i < n; ++i)
+            for (std::int32_t j = 0; j < n; ++j)
+                if (!isKept(i, j)) a(i, j) = other;
+    };
+    switch (kind) {
+        case 0: keep([](std::int32_t i, std::int32_t j) { return i >= j; }, T(0)); break;
+        case 1: keep([](std::int32_t i, std::int32_t j) { return i <= j; }, -T(0)); break;
+        case 2: keep([](std::int32_t i, std::int32_t j) { return i == j; }, T(0)); break;
+        case 3: keep([n](std::int32_t i, std::int32_t j) { return (i + 1) % n == j; }, T(0)); break;
+        case 4: keep([](std::int32_t i, std::int32_t j) { return i / 3 == j / 3; }, -T(0)); break;
+        case 5: keep([&](std::int32_t i, std::int32_t j) { return i == j || random.chance(40); }, -T(0)); break;
+        default: break;
+    }
+    return a;
+}
+
+// Objects that are solved together end as each of them would by itself.
+TEST_P(GeneralEigen, ObjectsOfArraysAreThoseOfCallsForOne) {
+    if (!form().array) GTEST_SKIP();
+    byType(form(), [&](auto zero) {
+        using T = decltype(zero);
+        Random random(mixSeed(11, GetParam()));
+        for (const std::int32_t n : {3, 4, 5, 6, 7, 9, 12, 17, 24, 25}) {
+            for (const bool mixed : {false, true}) {
+                std::vector<Square<T>> sources;
+                for (std::int32_t k = 0; k < 19; ++k)
+                    sources.push_back(ofKind<T>(mixed ? random.between(0, 9) : 9, n, random));
+                DenseCall call = callOf(form(), sources);
+                ASSERT_EQ(call.call(), status::ok) << "order " << n;
+                for (std::int32_t k = 0; k < 19; ++k)
+                    EXPECT_TRUE(resultsOf<T>(call, k) ==
+                                lastResultsOf(form(), std::vector{sources[static_cast<std::size_t>(k)]}))
+                        << "order " << n << ", object " << k << ", mixed " << mixed;
+            }
+        }
+    });
+}
+
+// Of an array, objects before the one that fails are complete and those behind it untouched, wherever it stands.
+TEST_P(GeneralEigen, FailureAnywhereStopsThere) {
+    if (!form().array) GTEST_SKIP();
+    byType(form(), [&](auto zero) {
+        using T = decltype(zero);
+        Random random(12);
+        std::vector<Square<T>> sources;
+        for (std::int32_t k = 0; k < 19; ++k) sources.push_back(ordinary<T>(5, random));
+        const std::vector<std::byte> untouched = resultsOf<T>(callOf(form(), sources), 0);
+        for (const std::int32_t failing : {0, 2, 3, 7, 8, 9, 17, 18}) {
+            std::vector<Square<T>> changed = sources;
+            changed[static_cast<std::size_t>(failing)](3, 1) = std::numeric_limits<T>::quiet_NaN();
+            DenseCall call = callOf(form(), changed);
+            EXPECT_EQ(call.call(), status::noConvergence);
+            for (std::int32_t k = 0; k < 19; ++k) {
+                if (k == failing) continue;
+                EXPECT_EQ(
+                    resultsOf<T>(call, k),
+                    k > failing ? untouched : lastResultsOf(form(), std::vector{sources[static_cast<std::size_t>(k)]}))
+                    << "object " << k << ", failing " << failing;
+            }
+        }
+    });
+}
+
+// A block with equal diagonal elements and elements of one sign is turned by the rotation of the block before it, also where
+// that was of another object.
+TEST_P(GeneralEigen, RotationsAreLeftToTheNextObject) {
+    if (!form().array || !hasVectors()) GTEST_SKIP();
+    byType(form(), [&](auto zero) {
+        using T = decltype(zero);
+        Square<T> rotated(4), symmetric(4);
+        for (std::int32_t i = 0; i < 4; ++i)
+            for (std::int32_t j = 0; j < 4; ++j) {
+                const bool inside = i / 2 == j / 2;
+                symmetric(i, j) = static_cast<T>(!inside ? 0 : i == j ? 1 + i / 2 : 2);
+                rotated(i, j) = static_cast<T>(!inside ? 0 : i == j ? 3 * i : i < j ? 5 + i : -7);
+            }
+        Random random(13);
+        std::vector<Square<T>> sources;
+        for (std::int32_t k = 0; k < 19; ++k) sources.push_back(ordinary<T>(4, random));
+        const std::vector<Square<T>> usual = sources;
+        for (const std::size_t place : {1U, 4U, 6U, 7U, 8U, 18U}) {
+            sources = usual;
+            sources[place - 1] = rotated;
+            sources[place] = symmetric;
+            DenseCall call = callOf(form(), sources);
+            ASSERT_EQ(call.call(), status::ok);
+            EXPECT_TRUE(resultsOf<T>(call, static_cast<std::int32_t>(place)) ==
+                        lastResultsOf(form(), std::vector{rotated, symmetric}))
+                << "object " << place;
+        }
+    });
+}
+
 // Order 1 doesn't iterate: a NaN runs through.
 TEST_P(GeneralEigen, NanOfOrderOne) {
     byType(form(), [&](auto zero) {
