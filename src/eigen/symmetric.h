@@ -20,7 +20,8 @@ namespace korm::inline KORM_VARIANT::eigen {
 // One object or a group: a group has failed as soon as one of its objects has. The values that the downward sweeps find are
 // multiplied as they are found, those of blocks above the current one once in each sweep.
 template <class S, class T>
-[[gnu::noinline]] std::int32_t valuesOf(const CellMatrix<S, T> a, const CellVector<S, T> values) {
+[[gnu::noinline]] std::int32_t valuesOf(const CellMatrix<S, T> a, const CellVector<S, T> values,
+                                        LaneUse<S>* use = nullptr) {
     const std::ptrdiff_t n = a.order;
     reduce(a, values, NoVectors{}, n);
     const Tridiagonal<S, T> t = gathered(a, n);
@@ -32,7 +33,7 @@ template <class S, class T>
         if constexpr (lanesOf<S> == 1)
             if (downward) values.set(i, value);
     };
-    if (!iterate(t, NoVectors{}, found)) return korStatusNoConvergence;
+    if (!iterate(t, NoVectors{}, found, use)) return korStatusNoConvergence;
     if (any(upward)) reverse(t.diagonal, n, upward);
     product = product * t.diagonal.get(0);
     S inOrder = all<S>(1);
@@ -53,14 +54,14 @@ struct ProductTest {
 
 template <class S, class T, class Vectors>
 [[gnu::noinline]] std::int32_t vectorsOf(const CellMatrix<S, T> a, const CellVector<S, T> values, const Vectors v,
-                                         const ProductTest test) {
+                                         const ProductTest test, LaneUse<S>* use = nullptr) {
     const std::ptrdiff_t n = a.order;
     for (std::ptrdiff_t i = 0; i < n; ++i)
         for (std::ptrdiff_t j = 0; j < n; ++j) v.set(i, j, all<S>(static_cast<ElementOf<S>>(i == j)));
     reduce(a, values, v, n);
     const Tridiagonal<S, T> t = gathered(a, n);
     reverseColumns<S, T>(v, n, t.upward);
-    const bool converged = iterate(t, v, NothingFound<S>{});
+    const bool converged = iterate(t, v, NothingFound<S>{}, use);
     reverseColumns<S, T>(v, n, t.upward);
     if (!converged) return korStatusNoConvergence;
     if (any(t.upward)) reverse(t.diagonal, n, t.upward);
@@ -143,6 +144,29 @@ private:
     }
 };
 
+// A group is as slow as its slowest object. Where objects of an array differ so much that lanes mostly wait, the next ones go
+// one by one, until a group is tried again. Small matrices gain more by groups and bear more of it.
+class Pace {
+public:
+    explicit Pace(std::ptrdiff_t order) : least_(order <= 4 ? 0.25F : 0.5F) {}
+
+    bool isGroupNext() {
+        if (alone_ == 0) return true;
+        --alone_;
+        return false;
+    }
+    // After a group: the share of its lanes' steps that were needed.
+    void note(float share) {
+        mean_ += (share - mean_) / 4;
+        if (mean_ < least_) alone_ = 16;
+    }
+
+private:
+    float least_;
+    float mean_ = 1;
+    int alone_ = 0;  // groups
+};
+
 // --- Forms ----------------------------------------------------------------------------------------
 
 template <class T, class Object>
@@ -193,11 +217,16 @@ template <class A, class T, class Count>
     };
     if constexpr (!isOneObject<Count>) {
         using S = Twin<Lanes<T>>;
+        Pace pace(order);
         const auto together = [&](std::ptrdiff_t k) {
+            if (!pace.isGroupNext()) return false;
             GroupCells<S, T, largestGrouped * largestGrouped> a;
             GroupCells<S, T, largestGrouped> values;
+            LaneUse<S> use;
             a.read(src, k, order);
-            if (valuesOf(a.matrix(order), values.vector()) != korStatusOk) return false;
+            const std::int32_t status = valuesOf(a.matrix(order), values.vector(), &use);
+            pace.note(use.share());
+            if (status != korStatusOk) return false;
             values.writeVectors(valuesAt(k), order);
             return true;
         };
@@ -267,11 +296,16 @@ template <class Member, class A, class V, class T, class Count>
     };
     if constexpr (!isOneObject<Count>) {
         using S = Twin<Lanes<Scalar>>;
+        Pace pace(order);
         const auto together = [&](std::ptrdiff_t k) {
+            if (!pace.isGroupNext()) return false;
             GroupCells<S, T, largestGrouped * largestGrouped> a, v;
             GroupCells<S, T, largestGrouped> values;
+            LaneUse<S> use;
             a.read(src, k, order);
-            if (vectorsOf(a.matrix(order), values.vector(), v.matrix(order), test) != korStatusOk) return false;
+            const std::int32_t status = vectorsOf(a.matrix(order), values.vector(), v.matrix(order), test, &use);
+            pace.note(use.share());
+            if (status != korStatusOk) return false;
             values.writeVectors(valuesAt(k), order);
             v.write(dst, k, order);
             return true;

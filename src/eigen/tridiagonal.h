@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <limits>
 
 #include "eigen/cells.h"
@@ -242,9 +243,29 @@ struct NothingFound {
     [[gnu::always_inline]] void operator()(std::ptrdiff_t, S, MaskOf<S>) const {}
 };
 
+// How many of a group's steps each lane needed, and how many the group took.
+template <class S>
+struct LaneUse {
+    S needed = all<S>(0);
+    std::ptrdiff_t taken = 0;
+
+    [[gnu::always_inline]] void add(MaskOf<S> lanes, std::ptrdiff_t steps) {
+        needed += chosen(lanes, all<S>(static_cast<ElementOf<S>>(steps)), all<S>(0));
+        taken += steps;
+    }
+    // 1 where no lane ever waited for another.
+    float share() const {
+        ElementOf<S> each[lanesOf<S>], sum = 0;
+        std::memcpy(each, &needed, sizeof each);
+        for (const ElementOf<S> steps : each) sum += steps;
+        return taken == 0 ? 1 : static_cast<float>(sum) / static_cast<float>(lanesOf<S> * taken);
+    }
+};
+
 // Diagonalises. False: an eigenvalue took too many sweeps.
 template <class S, class T, class Vectors, class Found>
-[[gnu::always_inline]] inline bool iterate(const Tridiagonal<S, T>& t, const Vectors& v, const Found& found) {
+[[gnu::always_inline]] inline bool iterate(const Tridiagonal<S, T>& t, const Vectors& v, const Found& found,
+                                           LaneUse<S>* use) {
     using Mask = MaskOf<S>;
     const S eps = all<S>(epsilon<T>), zero = all<S>(0), one = all<S>(1);
     const std::ptrdiff_t n = t.order;
@@ -269,6 +290,7 @@ template <class S, class T, class Vectors, class Found>
             }
             if (!any(pending)) break;
             if (sweeps == sweepLimit) return false;
+            if constexpr (lanesOf < S >> 1) use->add(pending, l - first);
 
             const S dl = d.get(l), el = chosen(pending, e.get(l - 1), one);
             const S q = (d.get(l - 1) - dl) / (all<S>(2) * el);

@@ -173,6 +173,34 @@ TEST_P(Symmetric, ASerialCallStopsAtTheFirstFailure) {
     });
 }
 
+// Where most objects need no sweep and few need many, groups give way to single objects, and come back.
+TEST_P(Symmetric, AnArrayOfUnlikeMatricesHasTheBitsOfEachAlone) {
+    if (!form().array) return;
+    byType(form(), [&](auto zero) {
+        using T = decltype(zero);
+        Random random(8);
+        constexpr std::int32_t n = 5, count = 400;
+        const bool hasVectors = form().operationWord == "EigenValuesVectorsSym";
+        DenseCall call(form(), squareSizes(n, count));
+        std::vector<Square<T>> sources;
+        for (std::int32_t k = 0; k < count; ++k) {
+            sources.push_back(k < count / 2 && k % 8 != 3 ? identity<T>(n, T(k + 1)) : regular<T>(n, true, random));
+            setMatrix(call, "src", k, sources.back());
+        }
+        ASSERT_EQ(call.call(), status::ok);
+        for (std::int32_t k = 0; k < count; ++k) {
+            DenseCall one(form(), squareSizes(n));
+            setMatrix(one, "src", 0, sources[static_cast<std::size_t>(k)]);
+            ASSERT_EQ(one.call(), status::ok);
+            ASSERT_EQ(valuesOf<T>(one), valuesOf<T>(call, k)) << "object " << k;
+            for (std::int32_t e = 0; hasVectors && e < n * n; ++e)
+                ASSERT_TRUE(
+                    sameBits(one.get<T>("dstVectors", 0, e / n, e % n), call.get<T>("dstVectors", k, e / n, e % n)))
+                    << "object " << k << ", element " << e;
+        }
+    });
+}
+
 // Whatever bits a matrix is made of, the call ends with a status.
 TEST_P(Symmetric, AnyBitsEndWithAStatus) {
     byType(form(), [&](auto zero) {
