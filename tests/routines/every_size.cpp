@@ -89,19 +89,33 @@ Verdict checkLargeSizes(const Form& form, const Library& library, const Options&
 
 Verdict checkLongSums(const Form& form, const Library& library, const Options& options) {
     int number = 2000000;
+    const auto check = [&](std::int32_t height, std::int32_t width, std::int32_t inner) {
+        for (const bool plain : {true, false}) {
+            if (!plain && !form.hasRole(Role::elementStride)) break;
+            Sizes sizes;
+            sizes.height = height;
+            sizes.inner = inner;
+            sizes.width = width;
+            Verdict verdict = checkSizes(form, library, options, sizes, plain, number++);
+            if (!verdict.ok) return verdict;
+        }
+        return Verdict::pass();
+    };
     for (const std::int32_t height : {5, 6, 7}) {
         for (const std::int32_t width : {1, 5}) {
             if (!form.has(Extent::width) && width > 1) break;
-            for (const bool plain : {true, false}) {
-                if (!plain && !form.hasRole(Role::elementStride)) break;
-                Sizes sizes;
-                sizes.height = height;
-                sizes.inner = options.random(form, number, 12).between(800, 1000);
-                sizes.width = width;
-                Verdict verdict = checkSizes(form, library, options, sizes, plain, number++);
-                if (!verdict.ok) return verdict;
-            }
+            Verdict verdict = check(height, width, options.random(form, number, 12).between(800, 1000));
+            if (!verdict.ok) return verdict;
         }
+    }
+    // Results so wide and high that both operands are packed, too: all numbers of rows modulo four, columns that end within a
+    // panel, and sums that end within a block.
+    if (!form.has(Extent::width) || form.layout == Layout::pointer) return Verdict::pass();
+    for (const std::int32_t height : {16, 18, 21, 31}) {
+        Random random = options.random(form, number, 13);
+        const std::int32_t width = random.between(12, 29);
+        Verdict verdict = check(height, width, height % 2 == 0 ? random.between(260, 600) : random.between(769, 1000));
+        if (!verdict.ok) return verdict;
     }
     return Verdict::pass();
 }
