@@ -39,6 +39,10 @@ needBuild() {
 # What tests need beyond building: GoogleTest's sources, and tools that some tests call.
 needTests() {
     need /usr/src/googletest=googletest pkg-config=pkg-config clang=clang
+    local modules=/usr/lib/python3/dist-packages
+    need $modules/numpy=python3-numpy $modules/scipy=python3-scipy $modules/hypothesis=python3-hypothesis \
+        $modules/pytest=python3-pytest $modules/jsonschema=python3-jsonschema $modules/pip=python3-pip mypy=mypy \
+        $modules/dask=python3-dask $modules/distributed=python3-distributed /usr/include/python3.11/Python.h=python3-dev
 }
 
 # libassimp's CMake package names zlib, which its own package only recommends.

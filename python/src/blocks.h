@@ -1,0 +1,154 @@
+// Scratch for a block of objects as streams: the same element of all objects in a row. It stays in the cache between the calls of
+// a decomposition, and loops over objects become vector instructions.
+#pragma once
+
+#include "operation.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace korm::python {
+
+// How many objects of so many elements make a block.
+inline Index blockOf(const Operation& it, Index elements) {
+    const Index fitting = 262144 / (std::max<Index>(elements, 1) * it.itemSize);
+    return std::max<Index>(1, std::min(it.count, std::max<Index>(64, fitting)));
+}
+
+template <class T>
+class Streams {
+public:
+    Streams(Index capacity, int axes, Index rows, Index columns = 1)
+        // An odd number of cache lines lies between streams, so that they don't meet in the same sets.
+        : pitch(capacity < 16 ? capacity : ((capacity * size + 63) / 64 | 1) * 64 / size),
+          data(static_cast<std::size_t>(pitch * rows * columns)) {
+        view.data = reinterpret_cast<std::byte*>(data.data());
+        view.axes = axes;
+        view.shape[0] = rows;
+        view.shape[1] = columns;
+        view.stride[0] = columns * pitch * static_cast<Index>(sizeof(T));
+        view.stride[1] = pitch * static_cast<Index>(sizeof(T));
+        view.loops.axes = 1;
+        view.loops.shape[0] = capacity;
+        view.loopStride[0] = sizeof(T);
+    }
+
+    // Element (i, j) of all objects.
+    T* row(Index i, Index j = 0) { return data.data() + (i * view.shape[1] + j) * pitch; }
+    Index rows() const { return view.shape[0]; }
+    Index columns() const { return view.shape[1]; }
+    void fill(T value) { std::fill(data.begin(), data.end(), value); }
+
+    // All elements of objects 0 to count - 1 times a factor of the object's own.
+    void scale(const std::vector<T>& factors, Index count) {
+        for (Index e = 0; e < rows() * columns(); ++e) {
+            T* elements = data.data() + e * pitch;
+            for (Index k = 0; k < count; ++k) elements[k] *= factors[static_cast<std::size_t>(k)];
+        }
+    }
+
+    Place place(Index first, Index count, Addresses& addresses) const {
+        Place place;
+        describe(place, view, pointerLayout, first, count, sizeof(T), addresses);
+        if (view.axes == 1) place.shape[1] = 1;
+        return place;
+    }
+
+    View view;
+
+private:
+    static constexpr Index size = sizeof(T);
+    Index pitch;
+    std::vector<T> data;
+};
+
+// A way between an array and streams: the array's own layout, whatever the others have.
+template <class T>
+class Bridge {
+public:
+    Bridge(const View& array, Element element) : array(array), element(element) {
+        const unsigned can = array.layouts(sizeof(T));
+        layout = can >> standardLayout & 1U ? standardLayout : can >> pointerLayout & 1U ? pointerLayout : listLayout;
+    }
+
+    static bool canCross(const View& array) { return array.layouts(sizeof(T)) != 0; }
+
+    void read(Streams<T>& to, Index first, Index count) const {
+        Addresses addresses;
+        Call call{};
+        describe(call.in[0], array, layout, first, count, sizeof(T), addresses);
+        call.out[0] = to.place(0, count, addresses);
+        call.count = static_cast<std::int32_t>(count);
+        const Family& family = array.axes == 2 ? families::Copy_ma_toPointer : families::Copy_va_toPointer;
+        family.forms[element][layout].call(call);
+    }
+
+    void write(const Streams<T>& from, Index first, Index count) const {
+        Addresses addresses;
+        Call call{};
+        call.in[0] = from.place(0, count, addresses);
+        describe(call.out[0], array, layout, first, count, sizeof(T), addresses);
+        call.count = static_cast<std::int32_t>(count);
+        const Family& family = array.axes == 2 ? families::Copy_ma_fromPointer : families::Copy_va_fromPointer;
+        family.forms[element][layout].call(call);
+    }
+
+private:
+    View array;
+    Element element;
+    Layout layout;
+};
+
+// Powers of two that bring each object's greatest element to between 2^(exponent - 1) and 2^exponent.
+template <class T>
+void factorsTo(int exponent, Streams<T>& matrices, Index count, std::vector<T>& factors) {
+    factors.assign(static_cast<std::size_t>(count), 0);
+    for (Index i = 0; i < matrices.rows(); ++i)
+        for (Index j = 0; j < matrices.columns(); ++j) {
+            const T* elements = matrices.row(i, j);
+            for (Index k = 0; k < count; ++k) {
+                T& greatest = factors[static_cast<std::size_t>(k)];
+                const T magnitude = std::fabs(elements[k]);
+                greatest = magnitude > greatest ? magnitude : greatest;
+            }
+        }
+    constexpr int range = std::numeric_limits<T>::max_exponent - 2;
+    for (T& factor : factors) {
+        const bool usable = factor > 0 && factor <= std::numeric_limits<T>::max();
+        const int wanted = usable ? exponent - 1 - std::ilogb(factor) : 0;
+        factor = std::ldexp(T{1}, std::min(std::max(wanted, -range), range));
+    }
+}
+
+// Does all objects of a block in one call; where that fails, each alone. `prepare` is made before either, `call` takes the
+// first object and a count and returns a status, `failed` gets the objects that fail by themselves.
+template <class Prepare, class DoCall, class Failed>
+void allOrEach(Index count, Prepare prepare, DoCall call, Failed failed) {
+    prepare();
+    if (call(Index{0}, count) == 0) return;
+    prepare();
+    for (Index k = 0; k < count; ++k)
+        if (call(k, Index{1}) != 0) failed(k);
+}
+
+// Makes sure that an input can be read by a bridge, objects that serve all included.
+inline void makeReadable(Operation& it, int i) {
+    View& view = it.in[static_cast<std::size_t>(i)];
+    view.single = view.single && it.count == 1;
+    if (view.layouts(it.itemSize) == 0) it.copy(i);
+    if (plan) addOnce(plan->blocks, std::string(it.argument(i).name));
+}
+
+// A list of numbers for Python.
+inline Reference listOf(const std::vector<Index>& numbers) {
+    Reference list = owned(PyList_New(static_cast<Py_ssize_t>(numbers.size())));
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        PyList_SET_ITEM(list.get(), static_cast<Py_ssize_t>(i), owned(PyLong_FromSsize_t(numbers[i])).release());
+    return list;
+}
+
+void requireSquare(const Operation& operation);
+
+}

@@ -1,0 +1,323 @@
+// Eigenproblems, a block of objects at a time. Matrices are scaled before, by powers of two, to where korm's absolute tests do no
+// harm, and what comes back is held against the matrix: objects that korm refuses, and those whose results miss, are named.
+#include "blocks.h"
+#include "operations.h"
+
+namespace korm::python {
+
+namespace {
+
+using namespace families;
+
+constexpr int norm = 20;  // matrices are scaled to a greatest element of about 2^20
+
+// What a residual may be: a multiple of what rounding leaves.
+template <class T>
+T tolerance(Index order) {
+    return static_cast<T>(64 * order) * std::numeric_limits<T>::epsilon() * std::ldexp(T{1}, norm);
+}
+
+// Eigenvalues and vectors of symmetric matrices, of which one triangle counts.
+template <class T>
+class Symmetric {
+public:
+    Symmetric(Operation& it, bool upper, bool vectors)
+        : it(it),
+          order(it.in[0].shape[0]),
+          upper(upper),
+          vectors(vectors || order > 3),
+          // Without vectors there is nothing to hold the values against, and above order 3 they may miss.
+          block(blockOf(it, order * order)),
+          matrices(block, 2, order, order),
+          found(block, 2, order, order),
+          values(static_cast<std::size_t>(block * order)),
+          buffer(static_cast<std::size_t>(order * order)),
+          source(it.in[0], it.element) {}
+
+    void run(bool wantsVectors, std::vector<Index>& refused) {
+        const Unlocked unlocked(it.count * order * order);
+        for (Index first = 0; first < it.count; first += block) {
+            const Index objects = std::min(block, it.count - first);
+            bad.assign(static_cast<std::size_t>(objects), 0);
+            // Singular matrices are refused. Shifted by more than their norm they aren't singular, and the vectors are the same.
+            shift = 0;
+            prepare(first, objects);
+            if (call(0, objects) != 0) {
+                shift = std::ldexp(static_cast<T>(2 * order), norm);
+                allOrEach(
+                    objects, [&] { prepare(first, objects); }, [&](Index k, Index n) { return call(k, n); },
+                    [&](Index k) { bad[static_cast<std::size_t>(k)] = 1; });
+            }
+            if (vectors) judge(objects);
+            deliver(first, objects, wantsVectors);
+            for (Index k = 0; k < objects; ++k)
+                if (bad[static_cast<std::size_t>(k)]) refused.push_back(first + k);
+        }
+    }
+
+private:
+    void prepare(Index first, Index count) {
+        source.read(matrices, first, count);
+        for (Index i = 0; i < order; ++i)
+            for (Index j = 0; j < i; ++j) {
+                if (upper) std::copy_n(matrices.row(j, i), count, matrices.row(i, j));
+                else std::copy_n(matrices.row(i, j), count, matrices.row(j, i));
+            }
+        factorsTo(norm, matrices, count, factors);
+        matrices.scale(factors, count);
+        for (Index i = 0; shift != 0 && i < order; ++i) {
+            T* diagonal = matrices.row(i, i);
+            for (Index k = 0; k < count; ++k) diagonal[k] += shift;
+        }
+    }
+
+    std::int32_t call(Index first, Index count) {
+        Addresses addresses;
+        Call call{};
+        call.in[0] = matrices.place(first, count, addresses);
+        if (vectors) call.out[0] = found.place(first, count, addresses);
+        call.buffer = buffer.data();
+        call.values = values.data() + first * order;
+        call.count = static_cast<std::int32_t>(count);
+        return formOf(vectors ? EigenValuesVectorsSym_ma : EigenValuesSym_ma, it.element, pointerLayout).call(call);
+    }
+
+    // A v - v w of each vector.
+    void judge(Index count) {
+        std::vector<T> rest(static_cast<std::size_t>(count));
+        const T most = tolerance<T>(order);
+        for (Index c = 0; c < order; ++c)
+            for (Index i = 0; i < order; ++i) {
+                const T* element = found.row(i, c);
+                for (Index k = 0; k < count; ++k)
+                    rest[static_cast<std::size_t>(k)] = -values[static_cast<std::size_t>(k * order + c)] * element[k];
+                for (Index j = 0; j < order; ++j) {
+                    const T *a = matrices.row(i, j), *v = found.row(j, c);
+                    for (Index k = 0; k < count; ++k) rest[static_cast<std::size_t>(k)] += a[k] * v[k];
+                }
+                for (Index k = 0; k < count; ++k)
+                    bad[static_cast<std::size_t>(k)] |= !(std::fabs(rest[static_cast<std::size_t>(k)]) <= most);
+            }
+    }
+
+    // In ascending order, as NumPy has them.
+    void deliver(Index first, Index count, bool wantsVectors) {
+        auto* w = reinterpret_cast<T*>(it.out[0].data) + first * order;
+        auto* v = wantsVectors ? reinterpret_cast<T*>(it.out[1].data) + first * order * order : nullptr;
+        std::vector<Index> ranks(static_cast<std::size_t>(order));
+        for (Index k = 0; k < count; ++k, w += order) {
+            T* own = values.data() + k * order;
+            for (Index i = 0; i < order; ++i) {
+                Index at = i;
+                for (; at > 0 && own[ranks[static_cast<std::size_t>(at - 1)]] > own[i]; --at)
+                    ranks[static_cast<std::size_t>(at)] = ranks[static_cast<std::size_t>(at - 1)];
+                ranks[static_cast<std::size_t>(at)] = i;
+            }
+            for (Index j = 0; j < order; ++j) {
+                const Index c = ranks[static_cast<std::size_t>(j)];
+                w[j] = (own[c] - shift) / factors[static_cast<std::size_t>(k)];
+                if (wantsVectors)
+                    for (Index i = 0; i < order; ++i) v[i * order + j] = found.row(i, c)[k];
+            }
+            if (wantsVectors) v += order * order;
+        }
+    }
+
+    Operation& it;
+    Index order;
+    bool upper, vectors;
+    Index block;
+    Streams<T> matrices, found;
+    std::vector<T> values, buffer, factors;
+    Bridge<T> source;
+    T shift = 0;
+    std::vector<char> bad;
+};
+
+template <class T>
+class General {
+public:
+    General(Operation& it, bool vectors)
+        : it(it),
+          order(it.in[0].shape[0]),
+          vectors(vectors),
+          block(blockOf(it, order * order)),
+          matrices(block, 2, order, order),
+          found(block, 2, order, order),
+          re(static_cast<std::size_t>(block * order)),
+          im(re),
+          buffer(static_cast<std::size_t>(order * (3 * order + 5))),
+          source(it.in[0], it.element) {}
+
+    // Writes complex values and vectors. Are any not real?
+    bool run(T* w, T* v, std::vector<Index>& refused) {
+        const Unlocked unlocked(it.count * order * order);
+        bool complex = false;
+        for (Index first = 0; first < it.count; first += block) {
+            const Index objects = std::min(block, it.count - first);
+            bad.assign(static_cast<std::size_t>(objects), 0);
+            source.read(matrices, first, objects);
+            factorsTo(norm, matrices, objects, factors);
+            matrices.scale(factors, objects);
+            // An object may end without vectors and with status Ok; then these stay, and it is found out.
+            found.fill(std::numeric_limits<T>::quiet_NaN());
+            std::fill(re.begin(), re.end(), std::numeric_limits<T>::quiet_NaN());
+            allOrEach(
+                objects, [] {}, [&](Index k, Index n) { return call(k, n); },
+                [&](Index k) { bad[static_cast<std::size_t>(k)] = 1; });
+            for (Index k = 0; k < objects; ++k) {
+                if (!(vectors ? solves(k) : agrees(k))) bad[static_cast<std::size_t>(k)] = 1;
+                if (bad[static_cast<std::size_t>(k)]) refused.push_back(first + k);
+                else complex = deliver(k, w + 2 * (first + k) * order, v + 2 * (first + k) * order * order) || complex;
+            }
+        }
+        return complex;
+    }
+
+private:
+    std::int32_t call(Index first, Index count) {
+        Addresses addresses;
+        Call call{};
+        call.in[0] = matrices.place(first, count, addresses);
+        if (vectors) call.out[0] = found.place(first, count, addresses);
+        call.buffer = buffer.data();
+        call.values = re.data() + first * order;
+        call.imaginary = im.data() + first * order;
+        call.count = static_cast<std::int32_t>(count);
+        return formOf(vectors ? EigenValuesVectorsLeft_ma : EigenValues_ma, it.element, pointerLayout).call(call);
+    }
+
+    // A y = w y, for a value or for both of a conjugate pair?
+    bool solves(Index k) {
+        const T most = tolerance<T>(order);
+        const T *a = re.data() + k * order, *b = im.data() + k * order;
+        for (Index c = 0; c < order; ++c) {
+            const bool pair = b[c] != 0;
+            if (pair && (c + 1 == order || b[c + 1] != -b[c])) return false;
+            T length = 0;
+            for (Index i = 0; i < order; ++i) {
+                const T x = found.row(i, c)[k], y = pair ? found.row(i, c + 1)[k] : T{0};
+                T real = b[c] * y - a[c] * x, imaginary = -(a[c] * y + b[c] * x);
+                for (Index j = 0; j < order; ++j) {
+                    const T element = matrices.row(i, j)[k];
+                    real += element * found.row(j, c)[k];
+                    if (pair) imaginary += element * found.row(j, c + 1)[k];
+                }
+                if (!(std::fabs(real) <= most) || (pair && !(std::fabs(imaginary) <= most))) return false;
+                length += x * x + y * y;
+            }
+            if (!(std::fabs(length - 1) <= static_cast<T>(1e-3))) return false;
+            c += pair;
+        }
+        return true;
+    }
+
+    // Without vectors: are the sums of the values and of their squares those of the matrix and of its square?
+    bool agrees(Index k) {
+        const T scale = std::ldexp(T{1}, -norm);
+        T first = 0, second = 0;
+        for (Index i = 0; i < order; ++i) {
+            first += matrices.row(i, i)[k] * scale;
+            for (Index j = 0; j < order; ++j) second += matrices.row(i, j)[k] * scale * (matrices.row(j, i)[k] * scale);
+        }
+        for (Index i = 0; i < order; ++i) {
+            const T a = re[static_cast<std::size_t>(k * order + i)] * scale,
+                    b = im[static_cast<std::size_t>(k * order + i)] * scale;
+            first -= a;
+            second -= (a - b) * (a + b);
+        }
+        const T most = static_cast<T>(64 * order * order) * std::numeric_limits<T>::epsilon();
+        return std::fabs(first) <= most && std::fabs(second) <= most;
+    }
+
+    bool deliver(Index k, T* w, T* v) {
+        const T back = 1 / factors[static_cast<std::size_t>(k)];
+        bool complex = false;
+        for (Index c = 0; c < order; ++c) {
+            const T b = im[static_cast<std::size_t>(k * order + c)];
+            w[2 * c] = re[static_cast<std::size_t>(k * order + c)] * back;
+            w[2 * c + 1] = b * back;
+            complex = complex || b != 0;
+            if (!vectors) continue;
+            const Index left =
+                b < 0 ? c - 1 : c;  // of a pair, the first column is the real part, the second the imaginary
+            for (Index i = 0; i < order; ++i) {
+                v[2 * (i * order + c)] = found.row(i, left)[k];
+                v[2 * (i * order + c) + 1] = b == 0  ? 0
+                                             : b < 0 ? -found.row(i, left + 1)[k]
+                                                     : found.row(i, left + 1)[k];
+            }
+        }
+        return complex;
+    }
+
+    Operation& it;
+    Index order;
+    bool vectors;
+    Index block;
+    Streams<T> matrices, found;
+    std::vector<T> re, im, buffer, factors;
+    Bridge<T> source;
+    std::vector<char> bad;
+};
+
+bool truth(PyObject* object) {
+    const int is = PyObject_IsTrue(object);
+    if (is < 0) throw Raised{};
+    return is != 0;
+}
+
+void read(Operation& it, PyObject* given) {
+    it.input("a", given);
+    it.chooseElement();
+    it.view(0, 2);
+    requireSquare(it);
+    it.broadcast();
+}
+
+}
+
+// Values, vectors or None, and the objects that were refused.
+PyObject* symmetricEigen(Arguments given) {
+    Operation it;
+    read(it, given[0]);
+    const bool upper = truth(given[1]), vectors = truth(given[2]);
+    const Index order = it.in[0].shape[0];
+    it.output("w", nullptr, 1, order);
+    if (vectors) it.output("v", nullptr, 2, order, order);
+    std::vector<Index> refused;
+    if (!it.isEmpty()) {
+        makeReadable(it, 0);
+        if (plan)
+            formOf(vectors || order > 3 ? EigenValuesVectorsSym_ma : EigenValuesSym_ma, it.element, pointerLayout);
+        else if (it.element == float32) Symmetric<float>(it, upper, vectors).run(vectors, refused);
+        else Symmetric<double>(it, upper, vectors).run(vectors, refused);
+    }
+    Reference v = vectors ? Reference(it.result(1)) : Reference::shared(Py_None);
+    return Py_BuildValue("NNN", it.result(0), v.release(), listOf(refused).release());
+}
+
+// Complex values, complex vectors or None, whether any value isn't real, and the objects that were refused.
+PyObject* generalEigen(Arguments given) {
+    Operation it;
+    read(it, given[0]);
+    const bool vectors = truth(given[1]);
+    const Index order = it.in[0].shape[0];
+    const int type = it.element == float32 ? NPY_COMPLEX64 : NPY_COMPLEX128;
+    Reference w = newArray(it.loops, 1, order, 1, type);
+    Reference v = vectors ? newArray(it.loops, 2, order, order, type) : Reference::shared(Py_None);
+    std::vector<Index> refused;
+    bool complex = false;
+    if (it.count > 0 && order > 0) {
+        makeReadable(it, 0);
+        void* const toW = PyArray_DATA(w.array());
+        void* const toV = vectors ? PyArray_DATA(v.array()) : nullptr;
+        if (plan) formOf(vectors ? EigenValuesVectorsLeft_ma : EigenValues_ma, it.element, pointerLayout);
+        else if (it.element == float32)
+            complex = General<float>(it, vectors).run(static_cast<float*>(toW), static_cast<float*>(toV), refused);
+        else complex = General<double>(it, vectors).run(static_cast<double*>(toW), static_cast<double*>(toV), refused);
+    }
+    return Py_BuildValue("NNNN", w.release(), v.release(), PyBool_FromLong(complex), listOf(refused).release());
+}
+
+}
