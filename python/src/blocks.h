@@ -133,6 +133,16 @@ void allOrEach(Index count, Prepare prepare, DoCall call, Failed failed) {
         if (call(k, Index{1}) != 0) failed(k);
 }
 
+// Does objects in one call; where that fails, in halves, and so on. Ranges of few objects that fail, and all that fail when many calls
+// have, go to `leaf`. A call that fails ends early, so that this takes little longer than calls that don't.
+template <class DoCall, class Leaf>
+void inHalves(Index first, Index count, int& failures, DoCall call, Leaf leaf) {
+    if (call(first, count) == 0) return;
+    if (count <= 16 || ++failures > 64) return leaf(first, count);
+    inHalves(first, count / 2, failures, call, leaf);
+    inHalves(first + count / 2, count - count / 2, failures, call, leaf);
+}
+
 // Makes sure that an input can be read by a bridge, objects that serve all included.
 inline void makeReadable(Operation& it, int i) {
     View& view = it.in[static_cast<std::size_t>(i)];

@@ -39,15 +39,12 @@ public:
         for (Index first = 0; first < it.count; first += block) {
             const Index objects = std::min(block, it.count - first);
             bad.assign(static_cast<std::size_t>(objects), 0);
-            // Singular matrices are refused. Shifted by more than their norm they aren't singular, and the vectors are the same.
-            shift = 0;
             prepare(first, objects);
-            if (call(0, objects) != 0) {
-                shift = std::ldexp(static_cast<T>(2 * order), norm);
-                allOrEach(
-                    objects, [&] { prepare(first, objects); }, [&](Index k, Index n) { return call(k, n); },
-                    [&](Index k) { bad[static_cast<std::size_t>(k)] = 1; });
-            }
+            shifts.assign(static_cast<std::size_t>(objects), 0);
+            int failures = 0;
+            inHalves(
+                0, objects, failures, [&](Index k, Index n) { return call(k, n); },
+                [&](Index k, Index n) { callShifted(k, n); });
             if (vectors) judge(objects);
             deliver(first, objects, wantsVectors);
             for (Index k = 0; k < objects; ++k)
@@ -65,10 +62,18 @@ private:
             }
         factorsTo(norm, matrices, count, factors);
         matrices.scale(factors, count);
-        for (Index i = 0; shift != 0 && i < order; ++i) {
-            T* diagonal = matrices.row(i, i);
-            for (Index k = 0; k < count; ++k) diagonal[k] += shift;
+    }
+
+    // Singular matrices are refused. Shifted by more than their norm they aren't singular, and the vectors are the same.
+    void callShifted(Index first, Index count) {
+        const T shift = std::ldexp(static_cast<T>(2 * order), norm);
+        for (Index k = first; k < first + count; ++k) {
+            shifts[static_cast<std::size_t>(k)] = shift;
+            for (Index i = 0; i < order; ++i) matrices.row(i, i)[k] += shift;
         }
+        if (call(first, count) == 0) return;
+        for (Index k = first; k < first + count; ++k)
+            if (call(k, 1) != 0) bad[static_cast<std::size_t>(k)] = 1;
     }
 
     std::int32_t call(Index first, Index count) {
@@ -115,7 +120,7 @@ private:
             }
             for (Index j = 0; j < order; ++j) {
                 const Index c = ranks[static_cast<std::size_t>(j)];
-                w[j] = (own[c] - shift) / factors[static_cast<std::size_t>(k)];
+                w[j] = (own[c] - shifts[static_cast<std::size_t>(k)]) / factors[static_cast<std::size_t>(k)];
                 if (wantsVectors)
                     for (Index i = 0; i < order; ++i) v[i * order + j] = found.row(i, c)[k];
             }
@@ -128,9 +133,8 @@ private:
     bool upper, vectors;
     Index block;
     Streams<T> matrices, found;
-    std::vector<T> values, buffer, factors;
+    std::vector<T> values, buffer, factors, shifts;
     Bridge<T> source;
-    T shift = 0;
     std::vector<char> bad;
 };
 
@@ -162,9 +166,13 @@ public:
             // An object may end without vectors and with status Ok; then these stay, and it is found out.
             found.fill(std::numeric_limits<T>::quiet_NaN());
             std::fill(re.begin(), re.end(), std::numeric_limits<T>::quiet_NaN());
-            allOrEach(
-                objects, [] {}, [&](Index k, Index n) { return call(k, n); },
-                [&](Index k) { bad[static_cast<std::size_t>(k)] = 1; });
+            int failures = 0;
+            inHalves(
+                0, objects, failures, [&](Index k, Index n) { return call(k, n); },
+                [&](Index from, Index n) {
+                    for (Index k = from; k < from + n; ++k)
+                        if (call(k, 1) != 0) bad[static_cast<std::size_t>(k)] = 1;
+                });
             for (Index k = 0; k < objects; ++k) {
                 if (!(vectors ? solves(k) : agrees(k))) bad[static_cast<std::size_t>(k)] = 1;
                 if (bad[static_cast<std::size_t>(k)]) refused.push_back(first + k);
