@@ -73,7 +73,7 @@ template <class Left, class Right, int elements, class Objects>
     constexpr bool spreads = lanesOf<Left> < lanesOf<Right>;
     const std::ptrdiff_t aFirst = at.a.first, aStep = at.a.column, bFirst = at.b.first, bStep = at.b.row,
                          bNext = at.b.column, toFirst = at.to.first, toNext = at.to.column;
-    const std::ptrdiff_t products = at.products, inBlocks = products / shape.block * shape.block;
+    const std::ptrdiff_t products = at.products, inBlocks = products & -static_cast<std::ptrdiff_t>(shape.block);
     const std::ptrdiff_t last = (at.columns - lanesOf<Right>)*static_cast<std::ptrdiff_t>(sizeof(Left));
     const auto offset = [&](int e, std::ptrdiff_t step) __attribute__((always_inline)) {
         if (!spreads) return e * step;
@@ -81,7 +81,7 @@ template <class Left, class Right, int elements, class Objects>
     };
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
     const auto sums = [&](auto partials) __attribute__((always_inline)) {
-        const bool along = lanesOf<Right> == 1 && partials % lanes16<T> == 0 && aStep == size && bStep == size;
+        const bool along = lanesOf<Right> == 1 && aStep == size && bStep == size;
         for (std::ptrdiff_t v = 0, count = objects.count; v < count; ++v) {
             const std::byte *a = objects.a(v) + aFirst, *b = objects.b(v) + bFirst;
             const auto addTo = [&](Right(&sum)[elements]) __attribute__((always_inline)) {
@@ -105,7 +105,7 @@ template <class Left, class Right, int elements, class Objects>
                         sum[e] = joined<T>(all);
                     });
                 };
-                if (along && inBlocks > 0) {
+                if (along && partials % lanes16<T> == 0 && inBlocks > 0) {
                     // Partial sums side by side in vectors.
                     if constexpr (lanesOf<Right> == 1 && partials % lanes16<T> == 0) {
                         constexpr int vectors = partials / lanes16<T>;
@@ -129,6 +129,17 @@ template <class Left, class Right, int elements, class Objects>
                     join([&](int c, int e) __attribute__((always_inline)) { return partial[c][e]; });
                 }
             }
+            if constexpr (lanesOf<Right> == 1 && lanes16<T> == 2)
+                if (along)
+                    for (; k < products - 1; k += 2) {
+                        const auto left = load<Vec16<T>>(a);
+                        unrolled<elements>([&](auto e) __attribute__((always_inline)) {
+                            const auto product = left * load<Vec16<T>>(b + e * bNext);
+                            sum[e] = sum[e] + product[0] + product[1];
+                        });
+                        a += 16;
+                        b += 16;
+                    }
             for (; k < products; ++k) addTo(sum);
             std::byte* const to = objects.to(v) + toFirst;
             unrolled<elements>([&](auto e) __attribute__((always_inline)) { store(to + offset(e, toNext), sum[e]); });
@@ -145,7 +156,6 @@ template <class Left, class Right, int elements, class Objects>
 template <class Left, class Right, class Objects>
 [[gnu::noinline]] void addRows(Factors row, Sum shape, const Objects& objects) {
     constexpr int width = lanesOf<Right> / lanesOf<Left>;
-    if (row.products < shape.block) shape = zeroStart;
     const int most = stripElements(shape.partials);
     for (std::ptrdiff_t i = row.rows; i > 0; --i) {
         Factors at = row;
@@ -175,57 +185,62 @@ template <class T>
     return at.b.column == sizeof(T) && at.to.column == sizeof(T) && at.columns >= lanes16<T>;
 }
 
-// Each object where it lies (S is the element), or in lanes.
+// A group of rows. Each object where it lies (S is the element), or in lanes.
+template <class S, class Objects>
+[[gnu::always_inline]] inline void multiplyGroup(const Factors& at, Sum sum, const Objects& objects) {
+    const Factors turned = at.turned();
+    if constexpr (lanesOf<S> == 1) {
+        if (runsAlongRows<S>(at)) return addRows<S, Vec16<S>>(at, sum, objects);
+        if (runsAlongRows<S>(turned)) return addRows<S, Vec16<S>>(turned, sum, objects.turned());
+    }
+    if (at.columns < at.rows) addRows<S, S>(turned, sum, objects.turned());
+    else addRows<S, S>(at, sum, objects);
+}
+
+// With few products many shapes of sums are the same: fewer than a block has are added one by one, and so are two sums of one
+// or two products each.
+inline Sum sumOf(Sum shape, std::ptrdiff_t products) {
+    return products < shape.block || (shape == Sum{2, 2} && products < 4) ? zeroStart : shape;
+}
+
 template <class S, class Objects>
 [[gnu::always_inline]] inline void multiplyElements(Factors at, const RowGroups& groups, const Objects& objects) {
-    for (const auto& [height, sum] : groups.of) {
-        if (height == 0) continue;
-        at.rows = height;
-        const Factors turned = at.turned();
-        if constexpr (lanesOf<S> == 1) {
-            if (runsAlongRows<S>(at)) addRows<S, Vec16<S>>(at, sum, objects);
-            else if (runsAlongRows<S>(turned)) addRows<S, Vec16<S>>(turned, sum, objects.turned());
-            else if (at.columns < height) addRows<S, S>(turned, sum, objects.turned());
-            else addRows<S, S>(at, sum, objects);
-        } else {
-            if (at.columns < height) addRows<S, S>(turned, sum, objects.turned());
-            else addRows<S, S>(at, sum, objects);
-        }
-        at.a.first += height * at.a.row;
-        at.to.first += height * at.to.row;
+    std::ptrdiff_t left = at.rows;
+    at.rows = 0;
+    for (int g = 0; left > 0; ++g) {
+        at.rows += groups.of[g].rows;
+        left -= groups.of[g].rows;
+        const Sum sum = sumOf(groups.of[g].sum, at.products);
+        if (at.rows == 0 || (left > 0 && sumOf(groups.of[g + 1].sum, at.products) == sum)) continue;
+        multiplyGroup<S>(at, sum, objects);
+        at.a.first += at.rows * at.a.row;
+        at.to.first += at.rows * at.to.row;
+        at.rows = 0;
     }
 }
 
 // --- Objects where they lie ------------------------------------------------------------------------
 
-inline constexpr int pointersAtOnce = 64;
+inline constexpr int entriesAtOnce = 64;
 
-struct ObjectsInPlace {
-    const std::byte* const* left;
-    const std::byte* const* right;
-    std::byte* const* result;
+// Objects behind the entries of lists.
+struct ListedObjects {
+    const std::byte *const *left, *const *right, *const *result;
+    std::ptrdiff_t leftOffset, rightOffset, resultOffset;
     std::ptrdiff_t count;
 
-    [[gnu::always_inline]] ObjectsInPlace turned() const { return {right, left, result, count}; }
-
-    [[gnu::always_inline]] const std::byte* a(std::ptrdiff_t v) const { return left[v]; }
-    [[gnu::always_inline]] const std::byte* b(std::ptrdiff_t v) const { return right[v]; }
-    [[gnu::always_inline]] std::byte* to(std::ptrdiff_t v) const { return result[v]; }
+    [[gnu::always_inline]] ListedObjects turned() const {
+        return {right, left, result, rightOffset, leftOffset, resultOffset, count};
+    }
+    [[gnu::always_inline]] const std::byte* a(std::ptrdiff_t v) const { return left[v] + leftOffset; }
+    [[gnu::always_inline]] const std::byte* b(std::ptrdiff_t v) const { return right[v] + rightOffset; }
+    [[gnu::always_inline]] std::byte* to(std::ptrdiff_t v) const {
+        return const_cast<std::byte*>(result[v]) + resultOffset;
+    }
 };
 
 [[gnu::always_inline]] inline Distances distances(const GridOperand& grid) {
     return {0, grid.rowStep, grid.columnStep};
-}
-
-// Where objects are, from object k on. The empty statement keeps the compiler from making vectors of addresses.
-template <class Byte>
-[[gnu::noinline]] void findObjects(const GridObjects& objects, std::ptrdiff_t k, std::ptrdiff_t count, Byte** to) {
-    if (objects.list == nullptr) {
-        std::byte* origin = const_cast<std::byte*>(objects.first.origin) + k * objects.step;
-        for (std::ptrdiff_t v = 0; v < count; ++v, origin += objects.step) to[v] = origin;
-    } else {
-        for (std::ptrdiff_t v = 0; v < count; ++v) to[v] = target(objects.at(k + v), 0, 0);
-    }
 }
 
 // Objects a step apart.
@@ -252,14 +267,17 @@ template <class T>
         return multiplyElements<T>(at, groups,
                                    SteppedObjects{as.first.origin, bs.first.origin, target(dsts.first, 0, 0), as.step,
                                                   bs.step, dsts.step, count});
-    const std::byte *left[pointersAtOnce], *right[pointersAtOnce];
-    std::byte* result[pointersAtOnce];
-    for (std::int32_t k = 0; k < count; k += pointersAtOnce) {
-        const std::ptrdiff_t here = std::min(pointersAtOnce, count - k);
-        findObjects(as, k, here, left);
-        findObjects(bs, k, here, right);
-        findObjects(dsts, k, here, result);
-        multiplyElements<T>(at, groups, ObjectsInPlace{left, right, result, here});
+    // An operand that serves all objects has a list that says so, as long as the part of the others that is used at a time.
+    const std::byte* entries[entriesAtOnce];
+    std::fill_n(entries, entriesAtOnce, (as.isShared() ? as : bs).first.origin);
+    for (std::int32_t k = 0; k < count; k += entriesAtOnce) {
+        const auto listOf = [&](const GridObjects& objects) {
+            return objects.list == nullptr ? entries : reinterpret_cast<const std::byte* const*>(objects.list) + k;
+        };
+        const auto offset = [](const GridObjects& objects) { return objects.list == nullptr ? 0 : objects.step; };
+        multiplyElements<T>(at, groups,
+                            ListedObjects{listOf(as), listOf(bs), listOf(dsts), offset(as), offset(bs), offset(dsts),
+                                          std::min(entriesAtOnce, count - k)});
     }
 }
 

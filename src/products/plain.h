@@ -151,7 +151,10 @@ template <class T, auto rows>
                 else sum = sumOfBlocks<T, 4>(a, column, inBlocks);
                 at = inBlocks;
             }
-            for (; at < end; at += size) sum += load<T>(a + at) * load<T>(column + at);
+            for (; at < end; at += size) {
+                sum += load<T>(a + at) * load<T>(column + at);
+                asm("" : "+x"(sum));  // else gcc multiplies two at a time, which takes longer for so few
+            }
             store(element, sum);
         }
     }
