@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Makes a page of docs/benchmarks/ from the results of bench_FAMILY --out.
 
-    bench/report.py FAMILY RESULTS.json... [--page] [--costs CALL_COST.json] [--before RESULTS.json...]
+    bench/report.py FAMILY RESULTS.json... [--page] [--costs CALL_COST.json] [--before RESULTS.json...] [--sweeps]
 
 --page writes docs/benchmarks/FAMILY.md and its drawings, and prints the goals. --before compares the library's own times with
-those of runs of the library as it was.
+those of runs of the library as it was. --sweeps fails where a small size takes far longer than the plain loop.
 """
 
 import argparse
@@ -78,6 +78,16 @@ def sweep_table(rows):
         lines.append([title, str(len(ratios)), number(mean(ratios.values())), str(sum(r < EVEN for r in ratios.values())),
                       f"{number(ratios[worst])} ({'x'.join(map(str, worst))})"])
     yield from table(["form, layout", "sizes", "loop / korm, geometric mean", "below 0.97", "worst"], lines)
+
+
+def slow_sizes(rows):
+    """Rows of sweeps that take twice as long as the plain loop. A single call may take five times as long as one loop of few
+    elements: that is what the call and its checks cost."""
+    for row in rows:
+        if row.section.startswith("sweep"):
+            is_array = "a" in row.form.split("_")[1]
+            if row.ratio < (0.5 if is_array else 0.2):
+                yield row
 
 
 def goals_table(goals):
@@ -160,12 +170,19 @@ def main():
     parser.add_argument("--page", action="store_true")
     parser.add_argument("--costs")
     parser.add_argument("--before", nargs="+")
+    parser.add_argument("--sweeps", action="store_true")
     options = parser.parse_args()
     page = pages.PAGES[options.family]
     context, all_rows = read(options.results)
     rows = [row for row in all_rows if not row.error]
     if options.before:
         return compare(rows, read(options.before)[1])
+    if options.sweeps:
+        slow = list(slow_sizes(rows))
+        for row in slow:
+            print(f"SLOW   {row.label}: the plain loop takes {number(row.ratio)} of the time")
+        print(f"{len(rows)} small sizes, {len(slow)} of them slow")
+        return 1 if slow or len(rows) < len(all_rows) or not rows else 0
     costs = json.loads(Path(options.costs).read_text(encoding="utf-8")) if options.costs else []
     goals = page.goals(context, rows)
     if options.page:

@@ -95,6 +95,14 @@ class Report(unittest.TestCase):
                 self.assertIn(f"## {title}\n", text)
             self.assertIn("| Form_32f, packed | 2 | 0.50 | 2 | 0.50 (1x2x3) |", text)
 
+    def test_slow_sizes_are_those_of_arrays_below_half_and_of_calls_below_a_fifth(self):
+        some = [made(f"{section}/{form}/2x2x2/packed", {"korm": 10, "loop": loop})
+                for section in ("sweep", "arrays") for form in ("Mul_mama_32f", "Mul_tat_64f_L", "Mul_tm_32f")
+                for loop in (1, 3, 6)]
+        self.assertEqual([(row.form, row.ratio) for row in report.slow_sizes(some)],
+                         [("Mul_mama_32f", 0.1), ("Mul_mama_32f", 0.3), ("Mul_tat_64f_L", 0.1), ("Mul_tat_64f_L", 0.3),
+                          ("Mul_tm_32f", 0.1)])
+
     def test_maps_have_a_square_for_each_size(self):
         drawing = svg.sweep_map([("form", {(m, k, n): 2.0 for m in (1, 2) for k in (1, 2, 3) for n in (1, 2)})])
         self.assertEqual(drawing.count("h9"), 12)

@@ -258,7 +258,7 @@ template <class T>
     constexpr std::ptrdiff_t size = sizeof(T);
     if (std::max(shape.rows, shape.products) > 64) return false;
     const std::int32_t products = shape.rows * shape.products;
-    if (!isFloat<T> && sum.partials == 8 && shape.products >= 8) return false;
+    if (!isFloat<T> && sum.partials == 8 && shape.products >= 8 && shape.rows > 2) return false;
     if (dst.columnStep != size && isFloat<T> && a.list != nullptr) return products <= 64;
     if (dst.columnStep != size || a.first.columnStep != size) return products <= (isFloat<T> ? 240 : 144);
     if constexpr (isFloat<T>) {

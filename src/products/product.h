@@ -95,8 +95,9 @@ template <class SquareOrders, RowSums rows, class A, class B, class D, class Cou
                     return packedSquare<T, rows.blocks, 8>(a.origin, b.origin, dst.origin);
             }
         }
-        if constexpr (isAdjacent<D> && isTransposed<B> && !isTransposed<A>)
-            if (areFewDots<T>(shape))
+        // One column whose elements touch is as good as a row.
+        if constexpr (isAdjacent<D> && !isTransposed<A> && (isTransposed<B> || !isFloat<T>))
+            if (areFewDots<T>(shape) && (isTransposed<B> || (shape.columns == 1 && b.rowStride == sizeof(T))))
                 return plainDots<T, rows>(a.origin, a.rowStride, b.origin, storedStride(b), dst.origin, dst.rowStride,
                                           shape);
         if constexpr (!isScattered<D>)
