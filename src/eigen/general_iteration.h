@@ -315,15 +315,21 @@ template <class P, int step>
     return imaginary;
 }
 
-// Finds the eigenvalues of a Hessenberg matrix from the last to the first. The budget of sweeps is one for the whole matrix.
-// `rotation` is null where no vectors are wanted; it outlives a matrix.
+// How far an iteration is: the active block, the sweeps that it has taken, and how many it may take. The budget of sweeps
+// is one for the whole matrix.
+struct Progress {
+    std::ptrdiff_t first, last, used, budget;
+};
+[[gnu::always_inline]] inline Progress atStart(std::ptrdiff_t n) { return {0, n - 1, 0, 30 * n}; }
+
+// Finds the eigenvalues of a Hessenberg matrix from the last to the first. `rotation` is null where no vectors are wanted; it
+// outlives a matrix.
 template <class P, bool withVectors>
 [[gnu::noinline]] std::int32_t iterate(Columns<P> h, Columns<P> w, typename P::Element* re, typename P::Element* im,
-                                       Rotation<typename P::Scalar>* rotation) {
+                                       Rotation<typename P::Scalar>* rotation, Progress progress) {
     const Strip<P> realParts{reinterpret_cast<std::byte*>(re)}, imaginaryParts{reinterpret_cast<std::byte*>(im)};
-    std::ptrdiff_t budget = 30 * h.n, last = h.n - 1;
+    auto [first, last, used, budget] = progress;
     while (last >= 0) {
-        std::ptrdiff_t first = 0, used = 0;
         for (; used < budget; ++used) {
             std::ptrdiff_t k = last;
             while (k > first && !isNegligible<P, withVectors>(h, k, first, last)) --k;
@@ -347,17 +353,59 @@ template <class P, bool withVectors>
         }
         budget -= used;
         last = first - 1;
+        first = used = 0;
     }
     return korStatusOk;
 }
 
 // --- Groups -------------------------------------------------------------------------------------------
 
-// The same for a group, each lane at its own eigenvalue, without the eigenvalues. False if it doesn't go the way that one object goes
-// by itself to the end: where the budget runs out, or a rotation is needed that a matrix before it would have left.
+// Copies a matrix of one object, which may be in a group.
+template <class P, int from, int to>
+[[gnu::always_inline]] inline void copyElements(Columns<P, from> source, Columns<P, to> result) {
+    for (std::ptrdiff_t i = 0; i < source.n * source.n; ++i)
+        store(result.elements.address(i), load<typename P::Element>(source.elements.address(i)));
+}
+
+// Memory for one object: the matrix, its vectors, the two parts of its eigenvalues.
+template <class P>
+struct Single {
+    Columns<P> h, w;
+    Strip<P> re, im;
+};
+
+// Object l of a group goes on by itself. With vectors, the imaginary parts of its eigenvalues are told.
 template <class P, bool withVectors>
-[[gnu::noinline]] bool iterateTogether(Columns<P> h, Columns<P> w, ElementOf<typename P::Scalar>* imaginaryParts,
+[[gnu::noinline]] bool iterateAlone(Columns<P> h, Columns<P> w, int l, const Single<typename P::One>& single,
+                                    ElementOf<typename P::Scalar>* imaginaryParts,
+                                    Rotation<ElementOf<typename P::Scalar>>* rotation, Progress progress) {
+    using One = typename P::One;
+    using T = typename P::Element;
+    copyElements(laneOf(h, l), single.h);
+    if constexpr (withVectors) copyElements(laneOf(w, l), single.w);
+    if (iterate<One, withVectors>(single.h, single.w, reinterpret_cast<T*>(single.re.origin),
+                                  reinterpret_cast<T*>(single.im.origin), withVectors ? rotation : nullptr,
+                                  progress) != korStatusOk)
+        return false;
+    copyElements(single.h, laneOf(h, l));
+    if constexpr (withVectors) {
+        copyElements(single.w, laneOf(w, l));
+        for (std::ptrdiff_t i = 0; i <= progress.last; ++i) imaginaryParts[i] = single.im[i];
+        // A rotation that isn't known has left no number.
+        for (std::ptrdiff_t i = 0; i < h.n * h.n; ++i)
+            if (single.w.elements[i] != single.w.elements[i]) return false;
+    }
+    return true;
+}
+
+// The same for a group, each lane at its own eigenvalue, without real parts, which are left on the diagonal. When few lanes are
+// left, each goes on alone. False if it doesn't go the way that one object goes by itself to the end: where the budget
+// runs out, or a rotation is needed that a matrix before it would have left.
+template <class P, bool withVectors>
+[[gnu::noinline]] bool iterateTogether(Columns<P> h, Columns<P> w, const Single<typename P::One>& single,
+                                       ElementOf<typename P::Scalar>* imaginaryParts,
                                        Rotation<ElementOf<typename P::Scalar>>* rotations) {
+    constexpr int few = lanesOf<typename P::Scalar> / 4;
     using S = typename P::Scalar;
     using One = typename P::One;
     const S n = everywhere<S>(h.n), one = constant<P>(1);
@@ -392,8 +440,18 @@ template <class P, bool withVectors>
             last = chosen(splits, first - one, last);
             first = chosen(splits, S{}, first);
             highestLast = highest<S>(last);
-            if (highestLast < 0) return true;
-            continue;
+            int left = 0;
+            eachLane<S>(last >= S{}, [&](int) { ++left; });
+            if (left > few) continue;
+            bool succeeds = true;
+            eachLane<S>(last >= S{}, [&](int l) {
+                const Progress progress{placeIn<S>(first, l), placeIn<S>(last, l), placeIn<S>(used, l),
+                                        placeIn<S>(budget, l)};
+                const int own = withVectors ? l : 0;
+                succeeds = succeeds && iterateAlone<P, withVectors>(h, w, l, single, imaginaryParts + own * h.n,
+                                                                    rotations + own, progress);
+            });
+            return succeeds;
         }
         const auto done = asBits(last < S{});
         const Blocks<S> blocks{first, last, lowest<S>(chosen(done, n, first)), lowest<S>(chosen(done, n, last)),

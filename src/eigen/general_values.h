@@ -60,12 +60,12 @@ template <class P, int step>
 
 // Of a group, or of no object of it.
 template <class P>
-[[gnu::noinline]] bool eigenvaluesTogether(Together<P, 1>& area, typename P::Element* re, typename P::Element* im,
-                                           std::ptrdiff_t n) {
+[[gnu::noinline]] bool eigenvaluesTogether(Together<P, 1>& area, const Single<typename P::One>& single,
+                                           typename P::Element* re, typename P::Element* im, std::ptrdiff_t n) {
     const Columns<P> h = area.matrix(n, 0);
     reduceToHessenberg(h, area.vector(n, 0), area.vector(n, 1));
     clearBelowSubdiagonal(h);
-    if (!iterateTogether<P, false>(h, h, nullptr, nullptr)) return false;
+    if (!iterateTogether<P, false>(h, h, single, nullptr, nullptr)) return false;
     for (int l = 0; l < lanesOf<typename P::Scalar>; ++l)
         readEigenvalues(laneOf(h, l), {reinterpret_cast<std::byte*>(shiftedElements(re, l, n))},
                         {reinterpret_cast<std::byte*>(shiftedElements(im, l, n))});
@@ -86,14 +86,14 @@ template <class P, class A, class Count>
         readTransposed(src.at(k), h);
         reduceToHessenberg(h, tau, work);
         clearBelowSubdiagonal(h);
-        return iterate<P, false>(h, Columns<P>{}, valuesAt(re, k), valuesAt(im, k), nullptr);
+        return iterate<P, false>(h, h, valuesAt(re, k), valuesAt(im, k), nullptr, atStart(n));
     };
     if constexpr (!isOneObject<Count>) {
         using G = Grouped<P>;
         const auto together = [&](std::ptrdiff_t k) {
             Together<G, 1> area;
             readTogether(src, k, area.matrix(n, 0));
-            return eigenvaluesTogether(area, valuesAt(re, k), valuesAt(im, k), n);
+            return eigenvaluesTogether(area, {h, h, tau, work}, valuesAt(re, k), valuesAt(im, k), n);
         };
         if (n > 2 && n <= largestTogether) return inGroups<lanesOf<typename G::Scalar>>(count, together, each);
     }

@@ -93,7 +93,7 @@ template <class P>
     reduceToHessenberg(as<Q>(buffer.h), as<Q>(buffer.tau), as<Q>(buffer.norms));
     collectReflections(as<R>(buffer.h), as<R>(buffer.tau), as<R>(buffer.w));
     clearBelowSubdiagonal(buffer.h);
-    return iterate<P, true>(buffer.h, buffer.w, re, im, &rotation);
+    return iterate<P, true>(buffer.h, buffer.w, re, im, &rotation, atStart(buffer.h.n));
 }
 
 // The second half: from Schur vectors to eigenvectors.
@@ -133,7 +133,8 @@ struct Schur : Together<P, 2> {
     E imaginaryParts[largestTogether * lanesOf<typename P::Scalar>];
 
     // False if nothing is of use.
-    [[gnu::noinline]] bool make(std::ptrdiff_t n, Rotation<E>& rotation) {
+    [[gnu::noinline]] bool make(const Buffer<typename P::One>& buffer, Rotation<E>& rotation) {
+        const std::ptrdiff_t n = buffer.h.n;
         constexpr int lanes = lanesOf<typename P::Scalar>;
         constexpr E unknown = std::numeric_limits<E>::quiet_NaN();
         const Columns<P> h = this->matrix(n, 0), w = this->matrix(n, 1);
@@ -144,7 +145,8 @@ struct Schur : Together<P, 2> {
         clearBelowSubdiagonal(h);
         Rotation<E> rotations[lanes];
         for (Rotation<E>& one : rotations) one = {unknown, unknown};
-        if (!iterateTogether<P, true>(h, w, imaginaryParts, rotations)) return false;
+        const Single<typename P::One> single{buffer.h, buffer.w, buffer.norms, buffer.realPart};
+        if (!iterateTogether<P, true>(h, w, single, imaginaryParts, rotations)) return false;
         for (const Rotation<E>& one : rotations)
             if (one.c == one.c) rotation = one;
         return true;
@@ -152,13 +154,9 @@ struct Schur : Together<P, 2> {
 
     // Puts object l into the buffer of one object, and its eigenvalues where they belong.
     void take(int l, const Buffer<typename P::One>& buffer, typename P::Element* re, typename P::Element* im) {
-        using T = typename P::Element;
         const std::ptrdiff_t n = buffer.h.n;
-        const auto copy = [&](LaneColumns<P> from, Columns<typename P::One> to) {
-            for (std::ptrdiff_t i = 0; i < n * n; ++i) store(to.elements.address(i), load<T>(from.elements.address(i)));
-        };
-        copy(laneOf(this->matrix(n, 0), l), buffer.h);
-        copy(laneOf(this->matrix(n, 1), l), buffer.w);
+        copyElements(laneOf(this->matrix(n, 0), l), buffer.h);
+        copyElements(laneOf(this->matrix(n, 1), l), buffer.w);
         const Strip<typename P::One> reals{reinterpret_cast<std::byte*>(re)},
             imaginaries{reinterpret_cast<std::byte*>(im)};
         for (std::ptrdiff_t i = 0; i < n; ++i) {
@@ -215,7 +213,7 @@ template <class P, class A, class D, class Count>
                 Schur<G> group;
                 readTogether(src, k, group.matrix(n, 0));
                 singles = lanes;
-                if (group.make(n, rotation)) {
+                if (group.make(buffer, rotation)) {
                     for (int l = 0; l < lanes; ++l, ++k) {
                         group.take(l, buffer, valuesAt(re, k), valuesAt(im, k));
                         const Outcome outcome = deliver(k);
