@@ -221,6 +221,7 @@ MOVE = Page(
 # --- LU, solve, inverse, determinant -----------------------------------------------------------------
 
 CHOLESKY = ("cholesky", "cholesky-solve", "cholesky-solve-one")
+LU_SOLVES = ("solve", "solve-one")
 MEDIUM = tuple(str(order) for order in range(7, 17))
 
 
@@ -246,15 +247,19 @@ def linalg_goals(context, rows):
     goals += every_row("QR and its solves, every row: best peer / korm", chosen(rows, "qr") + least_squares, 1)
     goals += every_row("LU and solves, every row: best peer / korm",
                        of("lu", SMALL) + of("solve", SMALL) + of("solve-one", SMALL), 1)
-    for element, wanted, larger in (("32f", (3.5, 2, 3), 1.5), ("64f", (2, 2, 3), 1.25)):
+    for element, wanted in (("32f", (3.5, 2, 3)), ("64f", (2, 2, 3))):
         for section, words, least in zip(CHOLESKY, ("Cholesky", "its solve, a matrix for each vector",
                                                     "its solve, one matrix for all vectors"), wanted):
             goals += at_least(f"{words}, {element}, geometric mean: best peer / korm",
                               mean(row.ratio for row in of(section, SMALL, element)), least)
-            goals += at_least("the same, orders 7 to 16",
-                              mean(row.ratio for row in of(section, MEDIUM, element)), larger)
-    goals += every_row("Cholesky and its solves, orders 1 to 16: best peer / korm",
-                       [row for section in CHOLESKY for row in of(section, ("1", "2") + SMALL + MEDIUM)], 1)
+    for element, wanted in (("32f", 1.5), ("64f", 1.25)):
+        for section, words in zip(CHOLESKY + LU_SOLVES, ("Cholesky", "Cholesky's solve, a matrix for each vector",
+                                                         "Cholesky's solve, one matrix for all vectors",
+                                                         "solve with LU, a matrix for each vector",
+                                                         "solve with LU, one matrix for all vectors")):
+            goals += every_row(f"{words}, orders 7 to 16, {element}: best peer / korm", of(section, MEDIUM, element), wanted)
+    goals += every_row("Cholesky and all solves, orders 1 to 16: best peer / korm",
+                       [row for section in CHOLESKY + LU_SOLVES for row in of(section, ("1", "2") + SMALL + MEDIUM)], 1)
     goals += every_row("inverse, orders 3 and 4: best peer / korm", of("inverse", ("3", "4")), 1)
     goals += at_least("the same, 32f, geometric mean", mean(row.ratio for row in of("inverse", ("3", "4"), "32f")), 1.3)
     for element, wanted in (("32f", 4), ("64f", 2)):
@@ -282,11 +287,13 @@ def extended_table(rows):
 
 
 LINALG = Page(
-    title="LU, Cholesky, solve, inverse and determinant",
+    title="LU, Cholesky, QR, solve, inverse and determinant",
     about="Packed arrays on one thread. `cache` is 24 KiB of matrices; `shuffled` up to a hundred thousand objects "
           "with their rows in random order, so that no branch on a pivot can be learnt. Eigen, GLM and cglm know "
           "the order when they are compiled. LAPACK is OpenBLAS's, held to its kernels for Core2. Results are "
-          "compared to the rounding errors that another order of operations may leave.",
+          "compared to the rounding errors that another order of operations may leave. Maps hold orders up to 24, and QR of "
+          "all sizes up to 16, against plain loops of the same steps: of single objects at small orders those are ahead by "
+          "the checks of a call.",
     sections={"lu": ("LU decomposition", ""), "solve": ("Solve, a matrix for each vector", ""),
               "solve-one": ("Solve, one matrix for all vectors", ""),
               "cholesky": ("Cholesky decomposition", ""),

@@ -11,6 +11,7 @@
 #include "kernel/vec.h"
 #include "linalg/cholesky_sweeps.h"
 #include "linalg/cores.h"
+#include "linalg/order1.h"
 #include "linalg/triangles.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
@@ -31,6 +32,11 @@ template <int n, class S>
         for (int j = k + 1; j < n; ++j) x[k] = x[k] - a[triangleSize(j) + k] * x[j];
         x[k] = x[k] * a[triangleSize(k) + k];
     }
+}
+
+template <class S>
+[[gnu::always_inline]] inline S solveOrder1(S reciprocal, S side) {
+    return side * reciprocal * reciprocal;
 }
 
 // One function for the layouts in which elements are gathered one by one.
@@ -58,6 +64,7 @@ template <int n, class T, class A, class B, class D>
     constexpr int bytes = n * n * static_cast<int>(sizeof(T));
     const std::ptrdiff_t fetchEnd = endOfFetching(count, bytes);
     std::ptrdiff_t k = 0;
+    if constexpr (n == 1) k = computeElements<T>(count, solveOrder1<S>, dst, factor, src);
     for (; k + lanes <= count; k += lanes) {
         if (k < fetchEnd) fetchAhead<lanes, bytes>(factor, k);
         Triangle<S, n> a;
@@ -80,6 +87,7 @@ template <int n, class T, class A, class B, class D>
     readTriangle<n>(factor.at(0), a);
     for (std::ptrdiff_t e = 0; e < triangleSize(n); ++e) everywhere[e] = broadcast(a[e]);
     std::ptrdiff_t k = 0;
+    if constexpr (n == 1) k = computeElements<T>(count, solveOrder1<S>, dst, factor, src);
     for (; k + lanes <= count; k += lanes) {
         S x[n];
         readRows(groupAt<lanes>(src, k), sameRow(0), x);

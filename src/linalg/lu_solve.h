@@ -11,6 +11,7 @@
 #include "kernel/vec.h"
 #include "korm.h"
 #include "linalg/lu_solve_general.h"
+#include "linalg/order1.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
 
@@ -202,7 +203,17 @@ template <int n, class T, class A, class B, class D>
         luSolveGeneral<T>(matrix.at(t), src.at(t), dst.at(t), pivots + apart * t, Known<n>());
         return std::int32_t{korStatusOk};
     };
-    inGroups<lanes>(count, together, each);
+    std::ptrdiff_t done = 0;
+    if constexpr (n == 1) {
+        std::int32_t rows = 0;
+        for (std::ptrdiff_t t = 0; t < (isShared<A> ? 1 : count); ++t) rows |= load<std::int32_t>(pivots + apart * t);
+        if (rows == 0)
+            done = computeElements<T>(
+                count, [](S a, S b) { return b / a; }, dst, matrix, src);
+    }
+    inGroups<lanes>(
+        count - done, [&](std::ptrdiff_t t) __attribute__((always_inline)) { return together(done + t); },
+        [&](std::ptrdiff_t t) __attribute__((always_inline)) { return each(done + t); });
 }
 
 // --- Choice ---------------------------------------------------------------------------------------

@@ -1,5 +1,8 @@
 // Solving with a factored matrix: the sweeps, divisions against reciprocals, long sums, overlap.
 #include "../reference/linalg/solve.h"
+
+#include <korm.h>
+
 #include "linalg_test.h"
 
 namespace kormtest {
@@ -166,7 +169,88 @@ TEST_P(LUBackSubst, LongSumsFollowTheAlignmentOfTheSolution) {
     });
 }
 
+// Objects that go together have matrices, pivots and places of their own, in arrays that fill groups and in what is left over.
+// Pivots need not be a permutation.
+TEST_P(LUBackSubst, EachObjectGetsWhatItGetsAlone) {
+    Random random(5);
+    byType(form(), [&](auto zero) {
+        using T = decltype(zero);
+        for (const std::int32_t n : {1, 2, 3, 6, 7, 8, 9, 11, 12, 13, 17, 33, 46, 64, 65}) {
+            for (const std::int32_t spread : spreadsOf(form())) {
+                const std::int32_t objects = count(random.pick({2, 5, 9, 18, 35}));
+                DenseCall call(form(), squareSizes(n, objects), spread,
+                               static_cast<std::size_t>(random.pick({0, 4, 8, 12, 2})));
+                std::vector<Square<T>> matrices;
+                std::vector<std::vector<std::int32_t>> pivots;
+                for (std::int32_t k = 0; k < (mava() ? objects : 1); ++k) {
+                    matrices.push_back(ordinary<T>(n, random));
+                    for (std::size_t at = 0; at < matrices.back().size(); ++at) matrices.back().data()[at] += T(3);
+                    pivots.emplace_back();
+                    for (std::int32_t j = 0; j < n; ++j) pivots.back().push_back(random.between(0, n - 1));
+                    setMatrix(call, "src1", k, matrices.back());
+                    setVector(call, "pivots", k, pivots.back());
+                }
+                std::vector<std::vector<T>> b(static_cast<std::size_t>(objects));
+                for (std::int32_t v = 0; v < objects; ++v) {
+                    for (std::int32_t j = 0; j < n; ++j)
+                        b[static_cast<std::size_t>(v)].push_back(static_cast<T>(random.between(-999, 999)) / 7);
+                    setVector(call, "src2", v, b[static_cast<std::size_t>(v)]);
+                }
+                ASSERT_EQ(call.call(), status::ok);
+                for (std::int32_t v = 0; v < objects; ++v) {
+                    SolveRules rules;
+                    rules.oneMatrix = form().tokens == "mva";
+                    rules.longSums = form().layout != Layout::pointer && spread == 1;
+                    rules.work = reinterpret_cast<std::uintptr_t>(call.address("dst", v, 0, 0));
+                    const auto own = static_cast<std::size_t>(mava() ? v : 0);
+                    const std::vector<T> expected =
+                        referenceSolve(matrices[own], pivots[own], b[static_cast<std::size_t>(v)], rules);
+                    for (std::int32_t j = 0; j < n; ++j) {
+                        const T found = call.get<T>("dst", v, 0, j), wanted = expected[static_cast<std::size_t>(j)];
+                        ASSERT_TRUE(sameBits(found, wanted) || (found != found && wanted != wanted))
+                            << "order " << n << ", spread " << spread << ", object " << v << " of " << objects
+                            << ", element " << j;
+                    }
+                }
+            }
+        }
+    });
+}
+
 INSTANTIATE_TEST_SUITE_P(Forms, LUBackSubst, testing::ValuesIn(formsOf("LUBackSubst")), formName);
+
+// Rows that a matrix has beyond its order, which pivots of small orders may name as well as those of others.
+TEST(LUBackSubstOfOrders1And2, FollowsPivotsBeyondTheOrder) {
+    scriptThreadNumbers({1});
+    constexpr std::int32_t objects = 9;
+    for (const std::int32_t n : {1, 2}) {
+        // Three rows of which `n` are the matrix's, and as many elements of a right-hand side.
+        std::vector<float> matrices, sides, solutions(objects * 2, -1);
+        std::vector<std::int32_t> pivots;
+        for (std::int32_t k = 0; k < objects; ++k) {
+            for (std::int32_t e = 0; e < 6; ++e) matrices.push_back(static_cast<float>(k + e + 1));
+            for (std::int32_t e = 0; e < 3; ++e) sides.push_back(static_cast<float>(100 * k + e + 1));
+            for (std::int32_t j = 0; j < n; ++j) pivots.push_back(k == 5 && j == 0 ? 2 : j);
+        }
+        ASSERT_EQ(kormLUBackSubst_mava_32f(matrices.data(), 24, 8, 4, pivots.data(), sides.data(), 12, 4,
+                                           solutions.data(), 8, 4, n, objects),
+                  status::ok);
+        for (std::int32_t k = 0; k < objects; ++k) {
+            const auto a = [&](std::int32_t i, std::int32_t j) {
+                return matrices[static_cast<std::size_t>(6 * k + 2 * pivots[static_cast<std::size_t>(n * k + i)] + j)];
+            };
+            const auto b = [&](std::int32_t i) {
+                return sides[static_cast<std::size_t>(3 * k + pivots[static_cast<std::size_t>(n * k + i)])];
+            };
+            const float last = n == 1 ? b(0) / a(0, 0) : (b(1) - a(1, 0) * b(0)) / a(1, 1);
+            EXPECT_EQ(solutions[static_cast<std::size_t>(2 * k + n - 1)], last) << "order " << n << ", object " << k;
+            if (n == 2) {
+                EXPECT_EQ(solutions[static_cast<std::size_t>(2 * k)], (b(0) - a(0, 1) * last) / a(0, 0))
+                    << "object " << k;
+            }
+        }
+    }
+}
 
 }  // namespace
 }  // namespace kormtest

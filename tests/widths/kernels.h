@@ -29,6 +29,7 @@ struct Kernel {
     int order;
     int element;                                 // distance of neighbours in a row, in elements
     std::int32_t (*run)(const Operands<T>& on);  // returns the status
+    bool needsDefinite = false;                  // is for positive definite matrices
 };
 
 // The same kernels in the same order for each variant, whose namespace has ofFloats() and ofDoubles().

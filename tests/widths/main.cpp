@@ -132,6 +132,11 @@ public:
             for (T& x : operand->elementsOf)
                 x = how.oddOnesIn != 0 && random() % how.oddOnesIn == 0 ? oddValue<T>(random)
                                                                         : ordinaryValue<T>(random);
+        const std::ptrdiff_t row = kernel.order * kernel.element + how.gap;
+        if (kernel.needsDefinite)
+            for (std::ptrdiff_t k = 0; k < count; ++k)
+                for (std::ptrdiff_t i = 0; i < kernel.order; ++i)
+                    left.begin()[(k * kernel.order + i) * row + i * kernel.element] += static_cast<T>(kernel.order);
         std::fill(results.elementsOf.begin(), results.elementsOf.end(), T{7});
         for (std::size_t at = 0; at < pivots.size(); at += static_cast<std::size_t>(kernel.order)) {
             const std::span<std::int32_t> own(&pivots[at], static_cast<std::size_t>(kernel.order));
@@ -174,12 +179,14 @@ template <class T>
 constexpr const char* typeName = std::is_same_v<T, float> ? "float" : "double";
 
 // The kernel of 16 bytes has no lanes to fill with one object. Aligned packed matrices of four floats a row are
-// inverted in pairs that fail together.
+// inverted in pairs that fail together, Cholesky decompositions of floats of orders 3 to 6 fail in fours.
 template <class T>
 std::ptrdiff_t objectsInScalars(const Kernel<T>& kernel, const Arrangement& how) {
     const bool inPairs = std::is_same_v<T, float> && std::strcmp(kernel.name, "inverse") == 0 && kernel.order == 4 &&
                          kernel.element == 1 && how.gap == 0 && how.pastBoundary % 4 == 0;
-    return inPairs ? 2 : 1;
+    const bool inFours = std::is_same_v<T, float> && kernel.needsDefinite && kernel.element == 1 && kernel.order >= 3 &&
+                         kernel.order <= 6 && how.oddOnesIn != 0;
+    return inPairs ? 2 : inFours ? 4 : 1;
 }
 
 template <class T>
