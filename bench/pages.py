@@ -343,6 +343,9 @@ def eigen_goals(context, rows):
                        lambda row: row.against("Eigen"))
     goals += every_row("symmetric with vectors, order 16: Eigen / korm", chosen(rows, "symmetric-vectors", ("16",)), 1.2,
                        lambda row: row.against("Eigen"))
+    goals += every_row("symmetric, every order up to 16: Eigen / korm",
+                       chosen(rows, "symmetric-vectors-sweep") + chosen(rows, "symmetric-values-sweep"), 1,
+                       lambda row: row.against(EIGEN_AT_RUN_TIME))
     values = chosen(rows, "general-values")
     goals += at_least("general, values, orders 4, 6 and 16, geometric mean: Eigen / korm",
                       mean(row.against("Eigen", EIGEN_AT_RUN_TIME) for row in values if row.size in ("4", "6", "16")), 1.5)
@@ -363,6 +366,8 @@ EIGEN = Page(
           "scaled to length 1; its right ones, beside left ones, are rows of an inverse. LAPACK's `geev` balances the "
           "matrix first.",
     sections={"symmetric-vectors": ("Symmetric, values and vectors", ""), "symmetric-values": ("Symmetric, values", ""),
+              "symmetric-vectors-sweep": ("Symmetric, values and vectors, every order up to 16", ""),
+              "symmetric-values-sweep": ("Symmetric, values, every order up to 16", ""),
               "general-values": ("General, values", ""),
               "general-left": ("General, values and left vectors", "Left vectors y satisfy A y = w y."),
               "general-right": ("General, values and right vectors", "Right vectors y satisfy y^T A = w y^T."),

@@ -67,73 +67,113 @@ void lapackSymmetric(char what, int n, T* a, T* values, T* work) {
 }
 #endif
 
+// Matrices of one order, and where their values and vectors go.
+template <class T>
+struct Problems {
+    std::size_t n, count;
+    const T* source;
+    T *values, *vectors, *work;
+
+    std::size_t size() const { return n * n; }
+};
+
+template <class T>
+void kormSymmetric(const Problems<T>& p, bool withVectors) {
+    const auto n = static_cast<std::int32_t>(p.n), count = static_cast<std::int32_t>(p.count);
+    const std::int32_t object = bytes<T>(p.size()), row = bytes<T>(p.n), element = bytes<T>(1);
+    if (withVectors)
+        pick<T>(kormEigenValuesVectorsSym_ma_32f, kormEigenValuesVectorsSym_ma_64f)(
+            p.source, object, row, element, p.work, p.vectors, object, row, element, p.values, n, count);
+    else
+        pick<T>(kormEigenValuesSym_ma_32f, kormEigenValuesSym_ma_64f)(p.source, object, row, element, p.work, p.values,
+                                                                      n, count);
+}
+
+// `order` may be Eigen::Dynamic.
+template <class T, int order, class Solve>
+void eigenSymmetric(const Problems<T>& p, bool withVectors, const Solve& solve) {
+    const auto n = static_cast<Eigen::Index>(p.n);
+    Eigen::SelfAdjointEigenSolver<Matrix<T, order>> solver(n);
+    for (std::size_t k = 0; k < p.count; ++k) {
+        solve(solver, Eigen::Map<const Matrix<T, order>, Eigen::Unaligned>(p.source + k * p.size(), n, n));
+        Eigen::Map<Vector<T, order>, Eigen::Unaligned>(p.values + k * p.n, n) = solver.eigenvalues();
+        if (withVectors)
+            Eigen::Map<Matrix<T, order>, Eigen::Unaligned>(p.vectors + k * p.size(), n, n) = solver.eigenvectors();
+    }
+}
+
 // Values are compared; the sign of a vector is everybody's own.
-template <class T, int n, bool withVectors>
-void symmetricRow(const Objects& objects) {
-    const std::string name = withVectors ? rowName<T>("symmetric-vectors", "EigenValuesVectorsSym_ma", n, objects)
-                                         : rowName<T>("symmetric-values", "EigenValuesSym_ma", n, objects);
+template <class T, int known>
+void symmetricRow(const std::string& name, std::size_t n, const Objects& objects, bool withVectors) {
     if (!isWanted(name)) return;
-    constexpr std::size_t size = n * n;
-    const std::size_t count = objectsIn<T>(objects, n);
-    const T* const source = symmetricMatrices<T>(n, count);
-    T* const values = memoryOf<T>(solutions, n * count);
-    T* const vectors = memoryOf<T>(results, size * count);
-    T* const work = memoryOf<T>(scratch, 64 * n + size);
+    const std::size_t size = n * n, count = objectsIn<T>(objects, n);
+    const Problems<T> p{n,
+                        count,
+                        symmetricMatrices<T>(n, count),
+                        memoryOf<T>(solutions, n * count),
+                        memoryOf<T>(results, size * count),
+                        memoryOf<T>(scratch, 64 * n + size)};
     Row row(name, static_cast<double>(count));
-    row.results(values, n * count, 1e3 * Eigen::NumTraits<T>::epsilon());
-    const auto sorted = [=](std::size_t i) { return static_cast<double>(values[i]); };
-    const auto ascending = [=](std::size_t i) { return static_cast<double>(values[i / n * n + n - 1 - i % n]); };
-    row.korm(
-        [=] {
-            const auto objectsToDo = static_cast<std::int32_t>(count);
-            if constexpr (withVectors)
-                pick<T>(kormEigenValuesVectorsSym_ma_32f, kormEigenValuesVectorsSym_ma_64f)(
-                    source, bytes<T>(size), bytes<T>(n), bytes<T>(1), work, vectors, bytes<T>(size), bytes<T>(n),
-                    bytes<T>(1), values, n, objectsToDo);
-            else
-                pick<T>(kormEigenValuesSym_ma_32f, kormEigenValuesSym_ma_64f)(
-                    source, bytes<T>(size), bytes<T>(n), bytes<T>(1), work, values, n, objectsToDo);
-        },
-        // Order 2 isn't sorted.
-        [=](std::size_t i) {
-            if (n != 2) return sorted(i);
-            const auto [low, high] = std::minmax(values[i / 2 * 2], values[i / 2 * 2 + 1]);
-            return static_cast<double>(i % 2 == 0 ? high : low);
-        });
-    const auto eigen = [=](const auto& solve) {
-        for (std::size_t k = 0; k < count; ++k) {
-            Eigen::SelfAdjointEigenSolver<Matrix<T, n>> solver;
-            solve(solver, mapOf<const Matrix<T, n>>(source + k * size));
-            mapOf<Vector<T, n>>(values + k * n) = solver.eigenvalues();
-            if constexpr (withVectors) mapOf<Matrix<T, n>>(vectors + k * size) = solver.eigenvectors();
-        }
-    };
-    constexpr int what = withVectors ? Eigen::ComputeEigenvectors : Eigen::EigenvaluesOnly;
+    row.results(p.values, n * count, 1e3 * Eigen::NumTraits<T>::epsilon());
+    const auto ascending = [=](std::size_t i) { return static_cast<double>(p.values[i / n * n + n - 1 - i % n]); };
+    row.korm([=] { kormSymmetric(p, withVectors); },
+             // Order 2 isn't sorted.
+             [=](std::size_t i) {
+                 if (n != 2) return static_cast<double>(p.values[i]);
+                 const auto [low, high] = std::minmax(p.values[i / 2 * 2], p.values[i / 2 * 2 + 1]);
+                 return static_cast<double>(i % 2 == 0 ? high : low);
+             });
+    const int what = withVectors ? Eigen::ComputeEigenvectors : Eigen::EigenvaluesOnly;
     row.peer(
-        "Eigen", [=] { eigen([](auto& solver, const auto& a) { solver.compute(a, what); }); }, ascending);
-    if constexpr (n == 2 || n == 3)
+        known == Eigen::Dynamic ? "Eigen, order at run time" : "Eigen",
+        [=] {
+            eigenSymmetric<T, known>(p, withVectors, [=](auto& solver, const auto& a) { solver.compute(a, what); });
+        },
+        ascending);
+    if constexpr (known == 2 || known == 3)
         row.peer(
-            "Eigen, closed form", [=] { eigen([](auto& solver, const auto& a) { solver.computeDirect(a, what); }); },
+            "Eigen, closed form",
+            [=] {
+                eigenSymmetric<T, known>(p, withVectors,
+                                         [=](auto& solver, const auto& a) { solver.computeDirect(a, what); });
+            },
             ascending);
 #ifdef BENCH_LAPACK
     row.peer(
         "LAPACK",
         [=] {
-            std::copy_n(source, size * count, vectors);
+            std::copy_n(p.source, size * count, p.vectors);
             for (std::size_t k = 0; k < count; ++k)
-                lapackSymmetric(withVectors ? 'V' : 'N', n, vectors + k * size, values + k * n, work);
+                lapackSymmetric(withVectors ? 'V' : 'N', static_cast<int>(n), p.vectors + k * size, p.values + k * n,
+                                p.work);
         },
         ascending);
 #endif
     row.measure();
 }
 
+template <class T>
+void sweep(const std::string& section, const std::string& form, bool withVectors) {
+    for (int n = 1; n <= 16; ++n)
+        symmetricRow<T, Eigen::Dynamic>(section + "/" + form + suffix<T> + "/" + std::to_string(n),
+                                        static_cast<std::size_t>(n), places[0], withVectors);
+}
+
 }  // namespace
 
 void measureSymmetric() {
     using Orders = std::integer_sequence<int, 2, 3, 4, 5, 6, 8, 16>;
-    forOrders(Orders{}, []<class T, int n>(const Objects& objects) { symmetricRow<T, n, true>(objects); });
-    forOrders(Orders{}, []<class T, int n>(const Objects& objects) { symmetricRow<T, n, false>(objects); });
+    const std::string values = "EigenValuesSym_ma", vectors = "EigenValuesVectorsSym_ma";
+    forOrders(Orders{}, [&]<class T, int n>(const Objects& objects) {
+        symmetricRow<T, n>(rowName<T>("symmetric-vectors", vectors, n, objects), n, objects, true);
+    });
+    forOrders(Orders{}, [&]<class T, int n>(const Objects& objects) {
+        symmetricRow<T, n>(rowName<T>("symmetric-values", values, n, objects), n, objects, false);
+    });
+    sweep<float>("symmetric-vectors-sweep", vectors, true);
+    sweep<double>("symmetric-vectors-sweep", vectors, true);
+    sweep<float>("symmetric-values-sweep", values, false);
+    sweep<double>("symmetric-values-sweep", values, false);
 }
 
 }  // namespace bench
