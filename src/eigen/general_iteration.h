@@ -398,14 +398,13 @@ template <class P, bool withVectors>
     return true;
 }
 
-// The same for a group, each lane at its own eigenvalue, without real parts, which are left on the diagonal. When few lanes are
-// left, each goes on alone. False if it doesn't go the way that one object goes by itself to the end: where the budget
+// The same for a group, each lane at its own eigenvalue, without real parts, which are left on the diagonal. The last lane goes
+// on alone. False if it doesn't go the way that one object goes by itself to the end: where the budget
 // runs out, or a rotation is needed that a matrix before it would have left.
 template <class P, bool withVectors>
 [[gnu::noinline]] bool iterateTogether(Columns<P> h, Columns<P> w, const Single<typename P::One>& single,
                                        ElementOf<typename P::Scalar>* imaginaryParts,
                                        Rotation<ElementOf<typename P::Scalar>>* rotations) {
-    constexpr int few = lanesOf<typename P::Scalar> / 4;
     using S = typename P::Scalar;
     using One = typename P::One;
     const S n = everywhere<S>(h.n), one = constant<P>(1);
@@ -442,7 +441,7 @@ template <class P, bool withVectors>
             highestLast = highest<S>(last);
             int left = 0;
             eachLane<S>(last >= S{}, [&](int) { ++left; });
-            if (left > few) continue;
+            if (left > 1) continue;
             bool succeeds = true;
             eachLane<S>(last >= S{}, [&](int l) {
                 const Progress progress{placeIn<S>(first, l), placeIn<S>(last, l), placeIn<S>(used, l),
