@@ -8296,6 +8296,11 @@ int32_t kormInvert_ma_64f_P(
  * element is about 1, and the values back; a singular one may be shifted: add a multiple of the identity, and subtract it from
  * the values.
  *
+ * Values may be wrong with ::korStatusOk: from order 4 on a sweep that meets a rotation of length within eps ends early, and
+ * an element that isn't small may be dropped with it. It happens to matrices with values close together or far apart, and of
+ * large order, in `32f` from about 10 on; scaling doesn't prevent it. The sum of the squares of all elements, which is that of
+ * the values, shows it.
+ *
  * Singular: order 2 leaves dstValues untouched; from order 3 on it holds the values, unsorted. Order 1 never fails.
  * No convergence: an eigenvalue took more than 30 sweeps; dstValues holds nothing of use. A NaN or an infinity ends that way
  * mostly. An array call on one thread stops at the first object that fails and leaves later ones untouched; spread over threads,
@@ -8410,7 +8415,8 @@ int32_t kormEigenValuesSym_ma_64f_P(
  * @defgroup symmetric_vectors Symmetric eigenvalues and eigenvectors
  * src(k) V = V diag(dstValues(k)): column j of V = dstVectors(k) is the eigenvector of value j. Columns have length 1 and are
  * orthogonal; their signs are as they come. Values, `buffer`, tests and statuses are those of `kormEigenValuesSym`, and what is
- * said there of scaling and shifting holds here: a shift doesn't change the vectors.
+ * said there of scaling, shifting and wrong values holds here. A shift doesn't change the vectors. Where values are wrong,
+ * vectors are still orthogonal, but src V isn't V diag(dstValues).
  *
  * Forms differ in the test for a singular matrix, made from order 3 on: single `32f` matrices with adjacent elements, all single
  * `64f` ones and those in the pointer layout leave values and vectors complete and sorted when they return ::korStatusSingular;
@@ -8676,11 +8682,12 @@ int32_t kormEigenValues_ma_64f_P(
  * the second the imaginary part. The other's vector is the conjugate and isn't stored. Vectors have the Euclidean norm 1, and
  * the greatest element of a complex one has an imaginary part at or near 0.
  *
- * A subdiagonal element counts as zero where its neighbours on the diagonal are larger by 2^23 (`32f`) or 2^52 (`64f`), so that
- * small matrices need no scaling. Eigenvalues may differ in the last digits, and stand in another order, from those of
- * `kormEigenValues`. A 2 by 2 block with equal diagonal elements and elements of like sign beside them counts as complex, as there; its
- * vectors satisfy no equation, and a right set ends with ::korStatusNoConvergence when such a block is the first of a call. Arrays, and `Left` and `Right` of doubles, hold their shifts in single precision: a matrix whose
- * elements lie beyond its range doesn't converge.
+ * A subdiagonal element counts as zero where its neighbours on the diagonal are larger by 2^23 (`32f`) or 2^52 (`64f`), so
+ * that small matrices need no scaling. Eigenvalues may differ in the last digits, and stand in another order, from those of
+ * `kormEigenValues`. A 2 by 2 block with equal diagonal elements and elements of like sign beside them counts as complex, as
+ * there; its vectors satisfy no equation, and a right set ends with ::korStatusNoConvergence when such a block is the first of
+ * a call. Arrays, and `Left` and `Right` of doubles, hold their shifts in single precision: a matrix whose elements lie beyond
+ * its range doesn't converge.
  *
  * `buffer` is scratch of as many bytes as `kormEigenValuesVectorsGetBufSize_32f` or `_64f` tells, order*(3*order + 5) elements,
  * whatever its content. A call that is spread over threads doesn't touch it. `Left` and `Right` never are.
@@ -8689,11 +8696,11 @@ int32_t kormEigenValues_ma_64f_P(
  *
  * Status: ::korStatusOk, ::korStatusNoConvergence, ::korStatusNearSingularBlock, ::korStatusNullPointer, ::korStatusBadSize,
  * ::korStatusBadStride; array forms ::korStatusBadCount; list and pointer forms ::korStatusBadOffset. After a failed check
- * nothing is written. ::korStatusNoConvergence comes when the sweeps, 30 times the order, don't suffice: then the eigenvalues found so
- * far are written, the last ones; or when a vector of the right set vanishes. A system of two unknowns that is singular to
- * working precision ends a call as well, with ::korStatusNearSingularBlock for a complex eigenvalue and, on purpose, with
- * ::korStatusOk for a real one. In the last three cases all eigenvalues of the object are written. No such object has vectors, and of an
- * array later objects are untouched, on one thread all of them, otherwise those of its run.
+ * nothing is written. ::korStatusNoConvergence comes when the sweeps, 30 times the order, don't suffice: then the eigenvalues
+ * found so far are written, the last ones; or when a vector of the right set vanishes. A system of two unknowns that is
+ * singular to working precision ends a call as well, with ::korStatusNearSingularBlock for a complex eigenvalue and, on
+ * purpose, with ::korStatusOk for a real one. In the last three cases all eigenvalues of the object are written. No such
+ * object has vectors, and of an array later objects are untouched, on one thread all of them, otherwise those of its run.
  * @{
  */
 
