@@ -204,6 +204,7 @@ template <class T, class A, class B, class D>
     constexpr int most = groupsInFlight<A> * laneCount<T>;
     forAlikeObjects<T, most>(dst, count, most, isAdjacent<A> && n > block,
                              [&](const ObjectNumbers<most>& numbers, std::ptrdiff_t place) {
+                                 fetchSquares(factor, numbers.at, numbers.size, most, n, count);
                                  choleskySolveAlike<T>(factor, src, dst, shared, numbers, n, place);
                              });
 }

@@ -102,6 +102,24 @@ template <int lanes, class View>
     });
 }
 
+// Tells the processor of square matrices whose turn comes `ahead` objects after these: it comes late to look for many objects at
+// once where they lie beyond its first cache. A hint, for those of adjacent elements.
+template <class View>
+[[gnu::always_inline]] inline void fetchSquares(const View& view, const std::ptrdiff_t* numbers, int size,
+                                                std::ptrdiff_t ahead, std::ptrdiff_t n, std::ptrdiff_t count) {
+    constexpr auto bytes = static_cast<std::ptrdiff_t>(sizeof(typename View::Element));
+    constexpr std::ptrdiff_t line = 64;
+    if constexpr (isAdjacent<View> && !isShared<View>) {
+        if (count * n * n * bytes <= firstCache) return;
+        for (int l = 0; l < size; ++l) {
+            const std::ptrdiff_t k = numbers[l] + ahead;
+            for (std::ptrdiff_t i = 0; k < count && i < n; ++i)
+                for (std::ptrdiff_t at = 0; at < n * bytes; at += line)
+                    __builtin_prefetch(view.at(k).address(i, 0) + at);
+        }
+    }
+}
+
 // Element (i, j) of all objects is one vector in memory: in tables whose objects are one element apart.
 template <class View>
 [[gnu::always_inline]] inline bool lanesTouch(const View& view) {

@@ -156,6 +156,7 @@ template <class T, class A, class B, class D>
     const bool fits = isShared<A> || luGroupsInFlight<A> * n * n <= greatestInLanes * greatestInLanes;
     forAlikeObjects<T, most>(dst, count, fits ? most : lanes, isAdjacent<A> && n > block,
                              [&](const ObjectNumbers<most>& numbers, std::ptrdiff_t place) {
+                                 fetchSquares(matrix, numbers.at, numbers.size, most, n, count);
                                  luSolveAlike<T>(matrix, src, dst, shared, pivots, numbers, n, place);
                              });
 }
