@@ -24,7 +24,7 @@ inline constexpr std::ptrdiff_t sumBytes = 64 << 10;
 inline constexpr int packedRows = 4;
 
 template <class T>
-inline constexpr std::ptrdiff_t panelColumns = panelVectors * lanes16<T>;
+inline constexpr std::ptrdiff_t panelColumns = panelVectors* lanes16<T>;
 
 // Sums so long that a panel of the right operand isn't copied as a whole, and sums of doubles half as long whose left operand
 // is read down its columns: there each product is on a line of cache of its own.
@@ -44,7 +44,8 @@ class Strip {
     static constexpr int together = sumsAtOnce(shape), passes = shape.partials / together;
 
     // So many tiles whose sums find room, whole groups of packed rows.
-    static constexpr int most = static_cast<int>(sumBytes / (blockPanels * shape.partials * sizeof(Sums))) / packedRows * packedRows;
+    static constexpr int most =
+        static_cast<int>(sumBytes / (blockPanels * shape.partials * sizeof(Sums))) / packedRows * packedRows;
     static_assert(most > 0);
 
     Sums sums_[most][blockPanels][shape.partials];
@@ -56,8 +57,8 @@ class Strip {
     // Panels of whole vectors, of which panel p begins with column column(p). Contiguous rows are read once for all panels:
     // far apart, they would push each other out of the first-level cache before the next panel needs them.
     template <int vectors, class Column>
-    static void packPanels(const GridOperand& from, std::ptrdiff_t panels, const Column& column, std::ptrdiff_t products,
-                           std::byte* to) {
+    static void packPanels(const GridOperand& from, std::ptrdiff_t panels, const Column& column,
+                           std::ptrdiff_t products, std::byte* to) {
         constexpr std::ptrdiff_t step = vectors * 16;
         if (from.columnStep == size)
             for (std::ptrdiff_t k = 0; k < products; ++k)
@@ -77,8 +78,9 @@ class Strip {
                                 int panels, const Column& column, std::ptrdiff_t k, std::ptrdiff_t n) {
         packPanels<panelVectors>({b.address(k, 0), b.rowStep, b.columnStep}, panels, column, n, right_);
         if (height % packedRows == 0) {
-            packPanels<packedRows / lanes16<T>>({a.address(0, k), a.columnStep, a.rowStep}, height / packedRows,
-                                                [=](std::ptrdiff_t p) { return i + p * packedRows; }, n, left_);
+            packPanels<packedRows / lanes16<T>>(
+                {a.address(0, k), a.columnStep, a.rowStep}, height / packedRows,
+                [=](std::ptrdiff_t p) { return i + p * packedRows; }, n, left_);
             leftRows_ = {left_, size, packedRows * size};
             groupStep_ = packedRows * blockProducts * size;
         } else {
@@ -123,7 +125,8 @@ class Strip {
                 unrolled<tall * panelVectors>([&](auto e) __attribute__((always_inline)) {
                     constexpr int r = e / panelVectors, v = e % panelVectors;
                     V all[shape.partials];
-                    unrolled<shape.partials>([&](auto c) __attribute__((always_inline)) { all[c] = sums_[t][p][c].of[r][v]; });
+                    unrolled<shape.partials>([&](auto c)
+                                                 __attribute__((always_inline)) { all[c] = sums_[t][p][c].of[r][v]; });
                     result[0].of[r][v] = joined<T>(all);
                 });
                 if constexpr (shape.block > 1) accumulate(result, left(t), right(p), 1, products);
@@ -135,14 +138,15 @@ class Strip {
                         });
                     else
                         for (std::ptrdiff_t c = 0; c < panelColumns<T>; ++c)
-                            store(row + c * dst.columnStep, load<T>(reinterpret_cast<const std::byte*>(result[0].of[r]) + c * size));
+                            store(row + c * dst.columnStep,
+                                  load<T>(reinterpret_cast<const std::byte*>(result[0].of[r]) + c * size));
                 }
             }
     }
 
 public:
-    [[gnu::noinline]] static void multiply(const GridOperand& a, std::ptrdiff_t i, std::ptrdiff_t tiles, const GridOperand& b,
-                                           const GridOperand& dst, ProductShape shapeOfAll) {
+    [[gnu::noinline]] static void multiply(const GridOperand& a, std::ptrdiff_t i, std::ptrdiff_t tiles,
+                                           const GridOperand& b, const GridOperand& dst, ProductShape shapeOfAll) {
         Strip strip;
         const std::ptrdiff_t products = shapeOfAll.products, inBlocks = products - products % shape.block;
         // The last panel ends with the last column; it may repeat some of those before.
@@ -168,7 +172,8 @@ public:
 };
 
 template <class T, RowSums rows>
-[[gnu::noinline]] void largeProduct(const GridOperand& a, const GridOperand& b, const GridOperand& dst, ProductShape shape) {
+[[gnu::noinline]] void largeProduct(const GridOperand& a, const GridOperand& b, const GridOperand& dst,
+                                    ProductShape shape) {
     forRowGroups<rows>(shape.rows, shape.products, [&](std::ptrdiff_t first, std::ptrdiff_t height, auto sum) {
         constexpr int tall = rowsAtOnce(sum.value);
         const std::ptrdiff_t whole = height - height % packedRows;
