@@ -46,9 +46,10 @@ const std::string& tells(const Table& table, const std::string& words, std::size
     throw std::runtime_error("the page says nothing of " + words);
 }
 
-// start + sign * term(first) + ... + sign * term(end - 1); `alone` terms lie before the boundary.
+// start + sign * term(first) + ... + sign * term(end - 1); `prologue` terms lie before the boundary.
 template <class T, class Term>
-T sumAsTold(Order order, T start, T sign, std::int32_t first, std::int32_t end, std::int32_t alone, const Term& term) {
+T sumAsTold(Order order, T start, T sign, std::int32_t first, std::int32_t end, std::int32_t prologue,
+            const Term& term) {
     T sum = start;
     std::int32_t i = first;
     const auto add = [&](T& part) {
@@ -64,9 +65,9 @@ T sumAsTold(Order order, T start, T sign, std::int32_t first, std::int32_t end, 
         sum = sum + odd;
     }
     if (order == Order::blocksFromBoundary) {
-        if (end - first - alone < 8) order = Order::oneByOne;
+        if (end - first - prologue < 8) order = Order::oneByOne;
         else
-            while (i < first + alone) add(sum);
+            while (i < first + prologue) add(sum);
     }
     if ((order == Order::blocks || order == Order::blocksFromBoundary) && end - i >= 8) {
         T p[8] = {sum};
