@@ -161,4 +161,7 @@ inline Reference listOf(const std::vector<Index>& numbers) {
 
 void requireSquare(const Operation& operation);
 
+// Reads argument `a`, square matrices.
+void readSquares(Operation& operation, PyObject* given);
+
 }

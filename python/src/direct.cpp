@@ -240,10 +240,7 @@ void finishFactors(const View& out, const Place& place, Layout layout, Index fir
 PyObject* cholesky(Arguments given) {
     using namespace families;
     Operation it;
-    it.input("a", given[0]);
-    it.chooseElement();
-    it.view(0, 2);
-    requireSquare(it);
+    readSquares(it, given[0]);
     it.broadcast();
     it.output("out", given[1], 2, it.in[0].shape[0], it.in[0].shape[0]);
     it.separate(MayBeResult::any);

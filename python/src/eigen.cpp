@@ -275,20 +275,13 @@ bool truth(PyObject* object) {
     return is != 0;
 }
 
-void read(Operation& it, PyObject* given) {
-    it.input("a", given);
-    it.chooseElement();
-    it.view(0, 2);
-    requireSquare(it);
-    it.broadcast();
-}
-
 }
 
 // Values, vectors or None, and the objects that were refused.
 PyObject* symmetricEigen(Arguments given) {
     Operation it;
-    read(it, given[0]);
+    readSquares(it, given[0]);
+    it.broadcast();
     const bool upper = truth(given[1]), vectors = truth(given[2]);
     const Index order = it.in[0].shape[0];
     it.output("w", nullptr, 1, order);
@@ -308,7 +301,8 @@ PyObject* symmetricEigen(Arguments given) {
 // Complex values, complex vectors or None, whether any value isn't real, and the objects that were refused.
 PyObject* generalEigen(Arguments given) {
     Operation it;
-    read(it, given[0]);
+    readSquares(it, given[0]);
+    it.broadcast();
     const bool vectors = truth(given[1]);
     const Index order = it.in[0].shape[0];
     const int type = it.element == float32 ? NPY_COMPLEX64 : NPY_COMPLEX128;

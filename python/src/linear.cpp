@@ -191,6 +191,13 @@ Index invertBlocks(Operation& it, bool closedForm) {
 
 }
 
+void readSquares(Operation& operation, PyObject* given) {
+    operation.input("a", given);
+    operation.chooseElement();
+    operation.view(0, 2);
+    requireSquare(operation);
+}
+
 void requireSquare(const Operation& operation) {
     if (operation.in[0].shape[0] == operation.in[0].shape[1]) return;
     Reference module = owned(PyImport_ImportModule("numpy.linalg"));
@@ -200,10 +207,7 @@ void requireSquare(const Operation& operation) {
 
 PyObject* inverse(Arguments given) {
     Operation it;
-    it.input("a", given[0]);
-    it.chooseElement();
-    it.view(0, 2);
-    requireSquare(it);
+    readSquares(it, given[0]);
     it.broadcast();
     const Index order = it.in[0].shape[0];
     it.output("out", given[1], 2, order, order);
@@ -229,8 +233,10 @@ PyObject* inverse(Arguments given) {
     return it.result();
 }
 
-PyObject* solve(Arguments given) {
-    Operation it;
+namespace {
+
+// Matrices and right-hand sides. Are those vectors?
+bool readSystem(Operation& it, Arguments given) {
     it.input("a", given[0]);
     it.input("b", given[1]);
     for (int i = 0; i < 2; ++i)
@@ -239,6 +245,14 @@ PyObject* solve(Arguments given) {
     const bool vectors = it.argument(1).axes() == std::max(it.argument(0).axes() - 1, 1);
     it.view(0, 2);
     it.view(1, vectors ? 1 : 2);
+    return vectors;
+}
+
+}  // namespace
+
+PyObject* solve(Arguments given) {
+    Operation it;
+    const bool vectors = readSystem(it, given);
     requireSquare(it);
     const Index order = it.in[0].shape[0];
     if (it.in[1].shape[0] != order)
@@ -312,10 +326,7 @@ Index luBlocks(Operation& it, std::int32_t* rows) {
 // Lower and upper triangles, and the rows of a that they belong to.
 PyObject* lu(Arguments given) {
     Operation it;
-    it.input("a", given[0]);
-    it.chooseElement();
-    it.view(0, 2);
-    requireSquare(it);
+    readSquares(it, given[0]);
     it.broadcast();
     const Index order = it.in[0].shape[0];
     it.output("l", nullptr, 2, order, order);
@@ -497,14 +508,7 @@ PyObject* qr(Arguments given) {
 // The solutions, and the objects that were refused.
 PyObject* leastSquares(Arguments given) {
     Operation it;
-    it.input("a", given[0]);
-    it.input("b", given[1]);
-    for (int i = 0; i < 2; ++i)
-        if (it.argument(i).number) raise(PyExc_ValueError, "%s must be an array", it.argument(i).name);
-    it.chooseElement();
-    const bool vectors = it.argument(1).axes() == std::max(it.argument(0).axes() - 1, 1);
-    it.view(0, 2);
-    it.view(1, vectors ? 1 : 2);
+    const bool vectors = readSystem(it, given);
     requireTall(it);
     if (it.in[1].shape[0] != it.in[0].shape[0])
         raise(PyExc_ValueError, "b has %zd rows for matrices of %zd", it.in[1].shape[0], it.in[0].shape[0]);
