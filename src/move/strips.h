@@ -2,6 +2,7 @@
 #pragma once
 
 #include "move/cores.h"
+#include "move/rows.h"
 #include "move/turn.h"
 
 namespace korm::inline KORM_VARIANT::move {
@@ -31,21 +32,6 @@ struct Tile {
 // Do rows so far apart lie in the same few sets of lines of the first-level cache, which has 4096 bytes for each of its ways?
 inline bool sharesSets(std::ptrdiff_t fromStride, std::ptrdiff_t toStride) {
     return fromStride % 2048 == 0 || toStride % 2048 == 0;
-}
-
-// Word by word: row by row of the source, or column by column.
-template <class Word>
-[[gnu::always_inline]] inline void turnRows(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to,
-                                            std::ptrdiff_t toStride, std::ptrdiff_t width, std::ptrdiff_t height) {
-    for (; height > 0; --height, from += fromStride, to += sizeOf<Word>)
-        for (std::ptrdiff_t j = 0; j < width; ++j) store(to + j * toStride, load<Word>(from + j * sizeOf<Word>));
-}
-
-template <class Word>
-[[gnu::always_inline]] inline void turnColumns(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to,
-                                               std::ptrdiff_t toStride, std::ptrdiff_t width, std::ptrdiff_t height) {
-    for (; width > 0; --width, from += sizeOf<Word>, to += toStride)
-        for (std::ptrdiff_t i = 0; i < height; ++i) store(to + i * sizeOf<Word>, load<Word>(from + i * fromStride));
 }
 
 // Squares of so many words, of which there is one at least. What is left of a direction is done by a last square that repeats
@@ -78,9 +64,10 @@ void turnBlocks(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to,
                 });
         }
     }
-    turnColumns<Word>(from + columns * sizeOf<Word>, fromStride, to + columns * toStride, toStride, width - columns,
-                      height);
-    turnRows<Word>(from + rows * fromStride, fromStride, to + rows * sizeOf<Word>, toStride, columns, height - rows);
+    for (std::ptrdiff_t j = columns; j < width; ++j)
+        moveElements<Word>(to + j * toStride, sizeOf<Word>, from + j * sizeOf<Word>, fromStride, height);
+    for (std::ptrdiff_t i = rows; i < height; ++i)
+        moveElements<Word>(to + i * sizeOf<Word>, toStride, from + i * fromStride, sizeOf<Word>, columns);
 }
 
 // A strip is no wider than a panel. Its tiles go through a buffer only where rows share sets: otherwise squares whose rows are
@@ -89,24 +76,23 @@ template <class Word>
 void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
                std::ptrdiff_t width, std::ptrdiff_t height) {
     if (width == 0 || height == 0) return;
-    const auto rest = [&](std::ptrdiff_t i, std::ptrdiff_t j) {
+    const auto part = [&](std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t columns, std::ptrdiff_t rows) {
         turnStrip<Word>(from + i * fromStride + j * sizeOf<Word>, fromStride, to + j * toStride + i * sizeOf<Word>,
-                        toStride, width - j, height - i);
+                        toStride, columns, rows);
     };
-    if (height == Tile<Word>::rows && sharesSets(fromStride, toStride) && width >= Tile<Word>::columns) {
+    if (height == Tile<Word>::rows && width >= Tile<Word>::columns && sharesSets(fromStride, toStride)) {
         std::ptrdiff_t j = 0;
         for (; j + Tile<Word>::columns <= width; j += Tile<Word>::columns)
             Tile<Word>::turn(from + j * sizeOf<Word>, fromStride, to + j * toStride, toStride);
-        return rest(0, j);
+        return part(0, j, width - j, height);
     }
     const std::ptrdiff_t shorter = std::min(width, height);
     constexpr int edge = 8;
     if (shorter >= 2 * edge) {
         const std::ptrdiff_t i = height - height % edge, j = width - width % edge;
         turnBlocks<Word, edge>(from, fromStride, to, toStride, j, i);
-        rest(0, j);
-        width = j;
-        return rest(i, 0);
+        part(0, j, width - j, height);
+        return part(i, 0, j, height - i);
     }
     if (shorter >= 4) return turnBlocks<Word, 4>(from, fromStride, to, toStride, width, height);
     if (shorter >= blockEdge<Word>)
@@ -115,7 +101,8 @@ void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, 
     if (width * height > 32)
         return turnTile<Word>(SteppedRows{const_cast<std::byte*>(from), fromStride}, height, SteppedRows{to, toStride},
                               width);
-    turnColumns<Word>(from, fromStride, to, toStride, width, height);
+    for (std::ptrdiff_t j = 0; j < width; ++j)
+        moveElements<Word>(to + j * toStride, sizeOf<Word>, from + j * sizeOf<Word>, fromStride, height);
 }
 
 // Columns of a source that are done from top to bottom before the next: their rows in the result are each in a page of its
