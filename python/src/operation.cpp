@@ -6,6 +6,13 @@ namespace korm::python {
 
 namespace {
 
+// An array of vectors may go to one of matrices with a single row or column each.
+void copyInto(PyArrayObject* to, PyArrayObject* from) {
+    PyArray_Dims shape{PyArray_DIMS(to), PyArray_NDIM(to)};
+    Reference shaped = owned(PyArray_Newshape(from, &shape, NPY_CORDER));
+    if (PyArray_CopyInto(to, shaped.array()) < 0) throw Raised{};
+}
+
 // Of one dtype that is native, shape and strides?
 bool alike(PyArrayObject* a, PyArrayObject* b) {
     if (PyArray_NDIM(a) != PyArray_NDIM(b) || PyArray_TYPE(a) != PyArray_TYPE(b)) return false;
@@ -358,12 +365,12 @@ void Operation::deliver() {
         Result& it = results[static_cast<std::size_t>(i)];
         if (!it.given || it.given.get() == it.array.get() || !it.array) continue;
         if (it.items.empty()) {
-            if (PyArray_CopyInto(it.given.array(), it.array.array()) < 0) throw Raised{};
+            copyInto(it.given.array(), it.array.array());
             continue;
         }
         for (std::size_t k = 0; k < it.items.size(); ++k) {
             Reference row = owned(PySequence_GetItem(it.array.get(), static_cast<Py_ssize_t>(k)));
-            if (PyArray_CopyInto(it.items[k].array(), row.array()) < 0) throw Raised{};
+            copyInto(it.items[k].array(), row.array());
         }
     }
 }

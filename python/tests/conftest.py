@@ -5,7 +5,9 @@ import os
 from hypothesis import HealthCheck, settings, strategies as st
 import numpy as np
 
-settings.register_profile("korm", deadline=None, max_examples=int(os.environ.get("KORM_TEST_EXAMPLES", 15)),
+# The same examples in every run, unless so many others are asked for.
+OTHERS = os.environ.get("KORM_TEST_EXAMPLES")
+settings.register_profile("korm", deadline=None, max_examples=int(OTHERS or 15), derandomize=OTHERS is None,
                           suppress_health_check=list(HealthCheck))
 settings.load_profile("korm")
 
