@@ -101,7 +101,8 @@ def test_lstsq(seed, dtype, shape, width, more, how, how_b, vectors):
     b = normal(seed + 1, (*shape, width + more) if vectors else (*shape, width + more, 3), dtype)
     da, db = double(a, b)
     expected = np.linalg.pinv(da) @ (db[..., None] if vectors else db) if a.size else np.zeros((*shape, width, 1 if vectors else 3))
-    close(korm.lstsq(laid(how, a), laid(how_b, b)), expected[..., 0] if vectors else expected, dtype, 1000)
+    condition = np.linalg.cond(da).max() if a.size else 1  # of so many random matrices one may be close to singular
+    close(korm.lstsq(laid(how, a), laid(how_b, b)), expected[..., 0] if vectors else expected, dtype, 1000 + condition)
 
 
 @given(seeds, dtypes, leading, orders, ways, st.sampled_from(["L", "U"]), st.sampled_from([1e-15, 1.0, 1e15]))
