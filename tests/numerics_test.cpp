@@ -132,7 +132,7 @@ private:
 // How w partial sums are joined.
 std::string joining(const Form& form, std::size_t w) {
     const std::string type = form.type == Type::f32 ? "`32f`" : "`64f`";
-    for (const Row& row : pageTable("w", "how the partial sums are joined").rows)
+    for (const PageRow& row : pageTable("w", "how the partial sums are joined").rows)
         if (row.cells[0] == std::to_string(w) || row.cells[0] == std::to_string(w) + ", " + type) return row.cells[1];
     throw std::runtime_error("the page doesn't tell how " + std::to_string(w) + " partial sums are joined");
 }
@@ -179,8 +179,8 @@ bool byVector(const Form& form) { return form.operands[1].shape == Shape::vector
 // Lines of the page that have told something.
 std::set<int> used;
 
-const Row* find(const Table& rows, const Kernel& kernel) {
-    for (const Row& row : rows.rows) {
+const PageRow* find(const PageTable& rows, const Kernel& kernel) {
+    for (const PageRow& row : rows.rows) {
         const auto items = split(row.cells[0], ';');
         if (std::any_of(items.begin(), items.end(), [&](const auto& item) { return isAbout(item, kernel); })) {
             used.insert(row.line);
@@ -194,17 +194,17 @@ const Row* find(const Table& rows, const Kernel& kernel) {
 std::optional<std::string> shapeInSquare(const Kernel& kernel, std::int32_t order, std::int32_t i) {
     const std::string leftToRight = "left to right";
     if (!byVector(*kernel.form)) {
-        const Row* const exception = find(pageTable("kernels", "orders"), kernel);
+        const PageRow* const exception = find(pageTable("kernels", "orders"), kernel);
         if (exception == nullptr || exception->cells[1].find(std::to_string(order)) != std::string::npos)
             return leftToRight;
         return std::nullopt;
     }
     if (order == 3 || !kernel.plain) return leftToRight;
-    const Table& squares = pageTable("plain kernels", "order 4");
+    const PageTable& squares = pageTable("plain kernels", "order 4");
     const auto cell = static_cast<std::size_t>(order - 3);
     for (std::size_t index = 0; index < squares.rows.size(); ++index) {
         // The rows of an element stand behind the kernels, and those that are left have a row of their own.
-        const Row& row = squares.rows[index];
+        const PageRow& row = squares.rows[index];
         auto items = split(row.cells[0], ';');
         const std::string firstRows = ", rows 0 to 3";
         const bool others = items[0] == "the same, other rows";
@@ -231,7 +231,7 @@ std::string shapeOf(const Kernel& kernel, const Sizes& sizes, std::int32_t i) {
         if (left == 2 && end) return cells[i == M - 2 ? 3 : 4];
         return cells[1];
     }
-    const Row* const plain = kernel.plain ? find(pageTable("plain kernels", "blocks of four"), kernel) : nullptr;
+    const PageRow* const plain = kernel.plain ? find(pageTable("plain kernels", "blocks of four"), kernel) : nullptr;
     if (plain == nullptr) return find(pageTable("other kernels", "all rows"), kernel)->cells[1];
     if (!end) return plain->cells[1];
     if (left == 2) return plain->cells[i == M - 2 ? 3 : 4];
@@ -241,20 +241,20 @@ std::string shapeOf(const Kernel& kernel, const Sizes& sizes, std::int32_t i) {
 // The sum of a dot product or a norm.
 std::string shapeOfReduction(const Kernel& kernel, std::int32_t length) {
     const Form& form = *kernel.form;
-    const auto isOf = [&](const Row& row) {
+    const auto isOf = [&](const PageRow& row) {
         const auto lengths = split(row.cells[0], ',');
         return std::find(lengths.begin(), lengths.end(), std::to_string(length)) != lengths.end() ||
                (row.cells[0] == "8 and more" && length >= 8);
     };
-    const auto rowOf = [&](const Table& rows) {
+    const auto rowOf = [&](const PageTable& rows) {
         const auto row = std::find_if(rows.rows.begin(), rows.rows.end(), isOf);
-        if (row == rows.rows.end()) return static_cast<const Row*>(nullptr);
+        if (row == rows.rows.end()) return static_cast<const PageRow*>(nullptr);
         used.insert(row->line);
         return &*row;
     };
     if (form.operationWord == "L2Norm" && form.type == Type::f32)
-        if (const Row* const row = rowOf(pageTable("length of `kormL2Norm` in `32f`", "sum"))) return row->cells[1];
-    const Row* const row = rowOf(pageTable("length", "plain `32f`"));
+        if (const PageRow* const row = rowOf(pageTable("length of `kormL2Norm` in `32f`", "sum"))) return row->cells[1];
+    const PageRow* const row = rowOf(pageTable("length", "plain `32f`"));
     if (row == nullptr) throw std::runtime_error("the page doesn't tell of length " + std::to_string(length));
     const std::size_t ofType = form.type == Type::f32 ? 1 : 2;
     const std::size_t column = form.layout == Layout::pointer ? 4 : kernel.plain ? ofType : 3;
@@ -397,11 +397,12 @@ TEST(NumericsPageRows, EachTellsOfSomeKernel) {
             }
         }
     }
-    for (const Table* one :
+    for (const PageTable* one :
          {&pageTable("kernels", "orders"), &pageTable("plain kernels", "order 4"), &pageTable("kernels", "in general"),
           &pageTable("plain kernels", "blocks of four"), &pageTable("other kernels", "all rows"),
           &pageTable("length", "plain `32f`"), &pageTable("length of `kormL2Norm` in `32f`", "sum")})
-        for (const Row& row : one->rows) EXPECT_TRUE(used.contains(row.line)) << "line " << row.line << " of the page";
+        for (const PageRow& row : one->rows)
+            EXPECT_TRUE(used.contains(row.line)) << "line " << row.line << " of the page";
 }
 
 }  // namespace

@@ -131,10 +131,11 @@ template <int n, class S>
                                                    MaskOf<S> (&isLow)[n]) {
     if constexpr (sizeof(S) > 16) {
         MaskOf<HalfOf<S>> low[n], high[n];
-        const bool isValid = readSmallPivots<n, HalfOf<S>>(pivots, apart, low) &
-                             readSmallPivots<n, HalfOf<S>>(pivots + lanesOf<S> / 2 * apart, apart, high);
+        if (!readSmallPivots<n, HalfOf<S>>(pivots, apart, low) ||
+            !readSmallPivots<n, HalfOf<S>>(pivots + lanesOf<S> / 2 * apart, apart, high))
+            return false;
         for (int k = 0; k < n; ++k) isLow[k] = joinedHalves(low[k], high[k]);
-        return isValid;
+        return true;
     } else {
         using Int4 = MaskOf<Float4>;
         Int4 row[n], all = {};

@@ -40,8 +40,8 @@ Order orderOf(const std::string& words) {
 }
 
 // What the row that begins with these words tells in a column.
-const std::string& tells(const Table& table, const std::string& words, std::size_t column = 1) {
-    for (const Row& row : table.rows)
+const std::string& tells(const PageTable& table, const std::string& words, std::size_t column = 1) {
+    for (const PageRow& row : table.rows)
         if (row.cells[0] == words) return row.cells.at(column);
     throw std::runtime_error("the page says nothing of " + words);
 }
@@ -82,7 +82,7 @@ T sumAsTold(Order order, T start, T sign, std::int32_t first, std::int32_t end, 
 
 // --- Cholesky ---
 
-const Table& choleskySums() { return pageTable("sums", "order"); }
+const PageTable& choleskySums() { return pageTable("sums", "order"); }
 
 class NumericsOfCholesky : public LinalgForm {};
 
@@ -180,7 +180,7 @@ TEST_P(NumericsOfCholesky, SolveIsAsTold) {
 // The identity times the limit fails, times the next number above it passes.
 TEST_P(NumericsOfCholesky, LimitIsAsTold) {
     if (form().operationWord != "CholeskyDecomp") return;
-    const Table& limits = pageTable("where", "limit");
+    const PageTable& limits = pageTable("where", "limit");
     byType(form(), [&](auto zero) {
         using T = decltype(zero);
         for (const std::int32_t n : {1, 2, 3, 4, 5, 6, 7, 12}) {
@@ -219,7 +219,7 @@ protected:
     // A sum onto a start, for one kind of strides.
     template <class T, class Term>
     T sum(std::int32_t spread, T start, std::int32_t first, std::int32_t end, const Term& term) const {
-        const Table& table = pageTable("sums", "adjacent elements, list layout too");
+        const PageTable& table = pageTable("sums", "adjacent elements, list layout too");
         const std::size_t column = spread == 1 && form().layout != Layout::pointer ? 1 : 2;
         const std::string& words = tells(table, end - first < 8 ? "fewer than 8 terms" : "8 terms and more", column);
         return sumAsTold(orderOf(words), start, T(1), first, end, 0, term);

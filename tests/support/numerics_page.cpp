@@ -12,10 +12,10 @@ std::string trimmed(const std::string& text) {
     return first == std::string::npos ? "" : text.substr(first, last - first + 1);
 }
 
-std::vector<Table> readTables() {
+std::vector<PageTable> readTables() {
     std::ifstream file(KORM_NUMERICS_PAGE);
     if (!file) throw std::runtime_error("can't read " KORM_NUMERICS_PAGE);
-    std::vector<Table> tables;
+    std::vector<PageTable> tables;
     bool inTable = false;
     int number = 0;
     for (std::string line; std::getline(file, line);) {
@@ -40,9 +40,9 @@ std::vector<std::string> split(const std::string& text, char separator) {
     return parts;
 }
 
-const Table& pageTable(const std::string& firstHeading, const std::string& secondHeading) {
-    static const std::vector<Table> tables = readTables();
-    for (const Table& one : tables)
+const PageTable& pageTable(const std::string& firstHeading, const std::string& secondHeading) {
+    static const std::vector<PageTable> tables = readTables();
+    for (const PageTable& one : tables)
         if (one.header.size() > 1 && one.header[0] == firstHeading && one.header[1] == secondHeading) return one;
     throw std::runtime_error("the page has no table of " + firstHeading + " and " + secondHeading);
 }

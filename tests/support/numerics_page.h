@@ -9,17 +9,17 @@ namespace kormtest {
 std::vector<std::string> split(const std::string& text, char separator);
 
 // The line of the page tells which rows were of use.
-struct Row {
+struct PageRow {
     std::vector<std::string> cells;
     int line;
 };
 
-struct Table {
+struct PageTable {
     std::vector<std::string> header;
-    std::vector<Row> rows;
+    std::vector<PageRow> rows;
 };
 
 // The one with these headings; throws if the page has none.
-const Table& pageTable(const std::string& firstHeading, const std::string& secondHeading);
+const PageTable& pageTable(const std::string& firstHeading, const std::string& secondHeading);
 
 }  // namespace kormtest
