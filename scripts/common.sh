@@ -43,6 +43,9 @@ needTests() {
     need $modules/numpy=python3-numpy $modules/scipy=python3-scipy $modules/hypothesis=python3-hypothesis \
         $modules/pytest=python3-pytest $modules/jsonschema=python3-jsonschema $modules/pip=python3-pip mypy=mypy \
         $modules/dask=python3-dask $modules/distributed=python3-distributed /usr/include/python3.11/Python.h=python3-dev
+    needDocs
+    # A browser looks at the site; where there is none, that one test is skipped.
+    (need chromium-headless-shell=chromium-headless-shell) || true
 }
 
 # libassimp's CMake package names zlib, which its own package only recommends.
@@ -50,6 +53,10 @@ needExamples() {
     need /usr/include/assimp/Importer.hpp=libassimp-dev /usr/include/zlib.h=zlib1g-dev \
         /usr/include/png.h=libpng-dev /usr/include/eigen3/Eigen/Core=libeigen3-dev \
         /usr/share/assimp/models=assimp-testmodels
+}
+
+needDocs() {
+    need doxygen=doxygen /usr/share/doxygen-awesome-css=doxygen-awesome-css
 }
 
 needIa32() {

@@ -1,0 +1,49 @@
+"""The site of the documentation.
+
+usage: docs site FOLDER    makes it with Doxygen, in FOLDER/html; fails where Doxygen warns
+"""
+
+from pathlib import Path
+import re
+import shutil
+import subprocess
+import sys
+import time
+
+ROOT = Path(__file__).resolve().parents[2]
+THEME = Path("/usr/share/doxygen-awesome-css")
+STYLES = [THEME / "doxygen-awesome.css", THEME / "doxygen-awesome-sidebar-only.css", ROOT / "docs/site/korm.css"]
+
+
+def site(folder):
+    start = time.monotonic()
+    version = re.search(r"project\(korm VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text())[1]
+    folder = Path(folder).resolve()
+    shutil.rmtree(folder / "html", ignore_errors=True)
+    folder.mkdir(parents=True, exist_ok=True)
+    settings = f"""@INCLUDE = docs/Doxyfile
+PROJECT_NUMBER = {version}
+OUTPUT_DIRECTORY = "{folder}"
+HTML_EXTRA_STYLESHEET = {" ".join(f'"{style}"' for style in STYLES)}
+"""
+    run = subprocess.run(["doxygen", "-"], cwd=ROOT, input=settings, capture_output=True, text=True, check=False)
+    if run.returncode or run.stderr:
+        lines = run.stderr.splitlines()
+        print("\n".join(lines[:20]), file=sys.stderr)
+        print(f"docs: doxygen warns, {len(lines)} lines", file=sys.stderr)
+        return 1
+    files = [file for file in (folder / "html").rglob("*") if file.is_file()]
+    size = sum(file.stat().st_size for file in files)
+    print(f"docs: {folder / 'html/index.html'}, {len(files)} files, {size / 1e6:.1f} MB, in {time.monotonic() - start:.0f} s")
+    return 0
+
+
+def main(verb="", folder=""):
+    if verb == "site" and folder:
+        return site(folder)
+    print(__doc__, end="", file=sys.stderr)
+    return 2
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:3]))

@@ -1,0 +1,79 @@
+#!/usr/bin/env python3
+"""Doxygen's input filter: filter.py FILE prints a page or the header as Doxygen wants it.
+
+Pages are written for whoever reads them as plain text or on a web host. For Doxygen headings get anchors, links between
+pages become references, and the name of a function leads to its description.
+"""
+
+import re
+import sys
+from functools import cache
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+HOME = ROOT / "docs/guide.md"
+CONTENTS = (HOME, ROOT / "docs/benchmarks.md")  # pages that list others: those stand below them in the site's tree
+FENCES = re.compile(r"(^```.*?^```\n?)", re.MULTILINE | re.DOTALL)
+
+
+def slug(title):
+    """The anchor of a heading, as web hosts make it."""
+    return re.sub(r"[^\w\- ]", "", title.lower()).replace(" ", "-")
+
+
+@cache
+def pages():
+    """The pages of the site; all others in the tree are for those who look at the sources."""
+    return {page.resolve() for page in (*ROOT.glob("docs/**/*.md"), ROOT / "CHANGELOG.md")}
+
+
+@cache
+def functions():
+    return set(re.findall(r"^(?:\w+ )+\*?(korm\w+)\(", (ROOT / "include/korm.h").read_text(), flags=re.MULTILINE))
+
+
+def page_id(page):
+    return "mainpage" if page == HOME else "_".join(page.relative_to(ROOT).with_suffix("").parts).lower()
+
+
+def anchor_id(page, anchor):
+    return f"{page_id(page)}_{anchor.replace('-', '_')}"
+
+
+def link(page, match):
+    words, target = match.groups()
+    if re.match(r"[a-z]+:", target):
+        return match[0]
+    file, _, anchor = target.partition("#")
+    to = (page.parent / file).resolve() if file else page
+    if to == ROOT / "README.md":
+        to = HOME
+    if to not in pages():
+        return words if words.startswith("`") else f"{words} (`{to.relative_to(ROOT)}`)"
+    if anchor:
+        return f"[{words}](@ref {anchor_id(to, anchor)})"
+    return f'@subpage {page_id(to)} "{words}"' if page in CONTENTS else f"[{words}](@ref {page_id(to)})"
+
+
+def prose(page, text):
+    """Text between blocks of code."""
+    def heading(match):
+        level, title = match.groups()
+        anchor = page_id(page) if level == "#" else anchor_id(page, slug(title))
+        return f"{level} {title} {{#{anchor}}}"
+
+    text = re.sub(r"^(#+) (.+)$", heading, text, flags=re.MULTILINE)
+    text = re.sub(r"(?<!!)\[([^\]\n]+)\]\(([^)\s]+)\)", lambda match: link(page, match), text)
+    return re.sub(r"`(korm\w+)`", lambda match: f'@ref {match[1]} "{match[1]}"' if match[1] in functions() else match[0], text)
+
+
+def filtered(path):
+    text = path.read_text()
+    if path.suffix != ".md":
+        return text.replace("@mainpage korm", "@page conventions Conventions of all functions")
+    parts = FENCES.split(text)
+    return "".join(part if part.startswith("```") else prose(path, part) for part in parts)
+
+
+if __name__ == "__main__":
+    sys.stdout.write(filtered(Path(sys.argv[1]).resolve()))
