@@ -15,6 +15,7 @@ install(FILES ${PROJECT_SOURCE_DIR}/include/korm.h ${PROJECT_SOURCE_DIR}/core/ko
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES ${kormGeneratedFolder}/korm.json ${PROJECT_SOURCE_DIR}/tools/formgen/korm.schema.json
         DESTINATION ${CMAKE_INSTALL_DATADIR}/korm)
+install(DIRECTORY ${kormGeneratedFolder}/man/ DESTINATION ${CMAKE_INSTALL_MANDIR})
 install(EXPORT kormTargets NAMESPACE korm:: DESTINATION ${packageFolder})
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/kormConfig.cmake.in

@@ -38,7 +38,7 @@ needBuild() {
 
 # What tests need beyond building: GoogleTest's sources, and tools that some tests call.
 needTests() {
-    need /usr/src/googletest=googletest pkg-config=pkg-config clang=clang
+    need /usr/src/googletest=googletest pkg-config=pkg-config clang=clang man=man-db mandoc=mandoc
     local modules=/usr/lib/python3/dist-packages
     need $modules/numpy=python3-numpy $modules/scipy=python3-scipy $modules/hypothesis=python3-hypothesis \
         $modules/pytest=python3-pytest $modules/jsonschema=python3-jsonschema $modules/pip=python3-pip mypy=mypy \

@@ -8,6 +8,8 @@ rm -rf "$PREFIX"
 major=${VERSION%%.*}
 {
     printf '%s\n' include/korm.h include/korcore.h share/korm/korm{,.schema}.json "$LIBDIR"/pkgconfig/korm.pc
+    printf '%s\n' share/man/man7/korm.7
+    sed -n 's,^ *\(korm[A-Z]\w*\);$,share/man/man3/\1.3,p' "$SOURCE/src/entry/exports.map"
     printf "$LIBDIR/lib%s\n" {korm,korcore}.so{,."$major",."$VERSION"}
     printf "$LIBDIR/cmake/korm/%s.cmake\n" kormConfig kormConfigVersion kormTargets
 } | sort >"$WORK/expected.txt"

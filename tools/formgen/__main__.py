@@ -1,12 +1,14 @@
 """formgen: from the tables of forms (src/*/forms.py) to header, export list, stubs and entry functions.
 
 usage: formgen sources          names of the generated source files
-       formgen generate FOLDER  write them there
+       formgen generate FOLDER  write them there, and the manual pages below FOLDER/man
        formgen committed        rewrite include/korm.h and src/entry/exports.map, and the version in the changelog
        formgen check            fail where any of these differ from the tables
        formgen names            the exported names
 """
 
+from datetime import date
+import json
 from pathlib import Path
 import re
 import sys
@@ -15,6 +17,7 @@ import description
 import emit
 from grammar import ROOT
 import header
+import manual
 from tables import Tables
 
 
@@ -31,6 +34,13 @@ def generated(tables):
 
 def version():
     return re.search(r"project\(korm VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text())[1]
+
+
+def manual_pages(description_text):
+    """They bear the day of the version, which the changelog tells."""
+    day = date.fromisoformat(re.search(r"^## [\d.]+ \(([\d-]+)\)", (ROOT / "CHANGELOG.md").read_text(), re.M)[1])
+    pages = manual.pages(json.loads(description_text), f"{day:%B} {day.day}, {day.year}")
+    return {f"man/{path}": text for path, text in pages.items()}
 
 
 def committed(tables):
@@ -55,7 +65,8 @@ def main(verb="", argument=""):
     if verb == "sources":
         print("\n".join(sorted(generated(tables))))
     elif verb == "generate" and argument:
-        for name, text in generated(tables).items():
+        texts = generated(tables)
+        for name, text in (texts | manual_pages(texts["korm.json"])).items():
             write(Path(argument) / name, text)
     elif verb == "committed":
         for path, text in committed(tables).items():
