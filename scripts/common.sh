@@ -48,6 +48,11 @@ needTests() {
     (need chromium-headless-shell=chromium-headless-shell) || true
 }
 
+# Compares interfaces of libraries; without it one test is left out.
+needAbidiff() {
+    need abidiff=abigail-tools || say "the test of the interface against the last release is left out: it needs abigail-tools"
+}
+
 # libassimp's CMake package names zlib, which its own package only recommends.
 needExamples() {
     need /usr/include/assimp/Importer.hpp=libassimp-dev /usr/include/zlib.h=zlib1g-dev \

@@ -36,6 +36,24 @@ protected:
         return at == file.symbols().end() ? none : at->second;
     }
     const ElfSection& sectionOf(const ElfSymbol& one) const { return file.sections().at(one.section); }
+    // Of the library as it is loaded; all zeros if there is none of this type.
+    ElfW(Phdr) programHeader(std::uint32_t type) const {
+        struct Search {
+            std::uintptr_t base;
+            std::uint32_t type;
+            ElfW(Phdr) found;
+        } search{loaded.base, type, {}};
+        dl_iterate_phdr(
+            [](dl_phdr_info* info, std::size_t, void* data) {
+                auto& wanted = *static_cast<Search*>(data);
+                if (info->dlpi_addr != wanted.base) return 0;
+                for (int i = 0; i < info->dlpi_phnum; ++i)
+                    if (info->dlpi_phdr[i].p_type == wanted.type) wanted.found = info->dlpi_phdr[i];
+                return 1;
+            },
+            &search);
+        return search.found;
+    }
     const unsigned char* inMemory(std::uintptr_t address) const {
         return reinterpret_cast<const unsigned char*>(loaded.base + address);
     }
@@ -200,24 +218,30 @@ TEST_F(Binary, NeedsOneOpenMPRuntimeAndTheCoreLibrary) {
 
 // An executable stack would be a gift to attackers; hand-written assembly asks for one by default.
 TEST_F(Binary, AsksForNoExecutableStack) {
-    struct Found {
-        std::uintptr_t base;
-        bool seen, executable;
-    } found{loaded.base, false, false};
-    dl_iterate_phdr(
-        [](dl_phdr_info* info, std::size_t, void* data) {
-            auto& result = *static_cast<Found*>(data);
-            if (info->dlpi_addr != result.base) return 0;
-            for (int i = 0; i < info->dlpi_phnum; ++i) {
-                if (info->dlpi_phdr[i].p_type != PT_GNU_STACK) continue;
-                result.seen = true;
-                result.executable = (info->dlpi_phdr[i].p_flags & PF_X) != 0;
-            }
-            return 1;
-        },
-        &found);
-    EXPECT_TRUE(found.seen);
-    EXPECT_FALSE(found.executable);
+    const ElfW(Phdr) stack = programHeader(PT_GNU_STACK);
+    ASSERT_EQ(stack.p_type, static_cast<ElfW(Word)>(PT_GNU_STACK));
+    EXPECT_EQ(stack.p_flags & PF_X, 0u);
+}
+
+// All addresses are found at load, and then what holds them can't be written any more. The entry table stays writable, as
+// it is meant to be: a build with several variants fills in its records when it is asked.
+TEST_F(Binary, KeepsOnlyTheEntryTableWritable) {
+    const auto isSet = [&](auto tag, std::uint64_t flag) {
+        const auto& entries = file.dynamic();
+        return std::any_of(entries.begin(), entries.end(), [&](const auto& entry) {
+            return entry.d_tag == tag && (entry.d_un.d_val & flag) != 0;
+        });
+    };
+    EXPECT_TRUE(isSet(DT_FLAGS, DF_BIND_NOW) || isSet(DT_FLAGS_1, DF_1_NOW));
+    const ElfW(Phdr) sealed = programHeader(PT_GNU_RELRO);
+    ASSERT_EQ(sealed.p_type, static_cast<ElfW(Word)>(PT_GNU_RELRO));
+    std::set<std::string> writable;
+    for (const ElfSection& section : file.sections()) {
+        if ((section.flags & (SHF_WRITE | SHF_ALLOC)) != (SHF_WRITE | SHF_ALLOC)) continue;
+        if (section.address < sealed.p_vaddr || section.address + section.size > sealed.p_vaddr + sealed.p_memsz)
+            writable.insert(section.name);
+    }
+    EXPECT_EQ(writable, (std::set<std::string>{".data", ".bss"}));
 }
 
 }  // namespace
