@@ -1,19 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
-#include "support/fault.h"
-
-extern "C" int omp_get_max_threads();
+#include "support/process.h"
 
 int main(int argc, char** argv) {
-    // Teams larger than the machine must not spin while they wait for one another.
-    setenv("KMP_BLOCKTIME", "0", 0);
-    setenv("OMP_WAIT_POLICY", "passive", 0);
     testing::InitGoogleTest(&argc, argv);
-    // The OpenMP runtime's first thread must outlive all others: with a tool such as Archer loaded, the end of a critical
-    // section looks that thread up, whoever is in the section.
-    omp_get_max_threads();
-    kormtest::installFaultHandlers();
+    kormtest::prepareProcess();
     return RUN_ALL_TESTS();
 }

@@ -194,7 +194,7 @@ Random caseRandom(const Options& options, int number, std::uint64_t routine) {
 // One call with two answers about the threads; they need not agree.
 Verdict runTeam(const Library& library, HomogeneousOptions one, std::int32_t decision, std::int32_t team,
                 unsigned stackShift, Random& random) {
-    Random values(random.next());
+    Random values = random.branch();
     const HomogeneousScene scene(threadArena(), one, random, values);
     scriptThreadNumbers({decision, team});
     const bool driver = homogeneousReachesDriver(one.count);
@@ -212,16 +212,20 @@ Verdict runTeam(const Library& library, HomogeneousOptions one, std::int32_t dec
 
 }  // namespace
 
+Verdict homogeneousCase(const Library& library, Random& random) {
+    HomogeneousOptions one;
+    one.count = random.chance(90) ? random.between(1, 24) : random.between(25, 130);
+    one.plain = random.chance(60);
+    one.inPlace = random.chance(20);
+    one.degeneratePercent = random.pick({0, 3, 20, 100});
+    const unsigned shift = 4u * static_cast<unsigned>(random.between(0, 3));
+    return runTeam(library, one, 1, 1, shift, random);
+}
+
 Verdict checkHomogeneousResults(const Library& library, const Options& options) {
     for (int i = 0; i < options.share(4000); ++i) {
         Random random = caseRandom(options, i, 1);
-        HomogeneousOptions one;
-        one.count = random.chance(90) ? random.between(1, 24) : random.between(25, 130);
-        one.plain = random.chance(60);
-        one.inPlace = random.chance(20);
-        one.degeneratePercent = random.pick({0, 3, 20, 100});
-        const unsigned shift = 4u * static_cast<unsigned>(random.between(0, 3));
-        if (Verdict verdict = runTeam(library, one, 1, 1, shift, random); !verdict.ok) {
+        if (Verdict verdict = homogeneousCase(library, random); !verdict.ok) {
             verdict.message += ", case " + std::to_string(i);
             return verdict;
         }
@@ -276,6 +280,13 @@ Verdict callBadly(const Library& library, const std::vector<BadValue>& bad, Rand
 
 }  // namespace
 
+Verdict homogeneousBadArgumentsCase(const Library& library, Random& random) {
+    std::vector<BadValue> some;
+    for (std::size_t argument = 0; argument < homogeneousArguments.size(); ++argument)
+        if (random.chance(40)) some.push_back({argument, homogeneousArguments[argument].check == 'T' ? 6 : 0});
+    return some.empty() ? Verdict::pass() : callBadly(library, some, random);
+}
+
 Verdict checkHomogeneousBadArguments(const Library& library, const Options& options) {
     std::vector<BadValue> all;
     for (std::size_t i = 0; i < homogeneousArguments.size(); ++i) {
@@ -294,13 +305,8 @@ Verdict checkHomogeneousBadArguments(const Library& library, const Options& opti
             if (Verdict verdict = callBadly(library, {a, b}, random); !verdict.ok) return verdict;
         }
     }
-    for (int i = 0; i < 500; ++i) {
-        std::vector<BadValue> some;
-        for (std::size_t argument = 0; argument < homogeneousArguments.size(); ++argument)
-            if (random.chance(40)) some.push_back({argument, homogeneousArguments[argument].check == 'T' ? 6 : 0});
-        if (some.empty()) continue;
-        if (Verdict verdict = callBadly(library, some, random); !verdict.ok) return verdict;
-    }
+    for (int i = 0; i < 500; ++i)
+        if (Verdict verdict = homogeneousBadArgumentsCase(library, random); !verdict.ok) return verdict;
     return Verdict::pass();
 }
 

@@ -68,4 +68,8 @@ Verdict checkHomogeneousThreshold(const Library& library, const Options& options
 Verdict checkHomogeneousTeams(const Library& library, const Options& options);
 Verdict checkHomogeneousCallFrame(const Library& library, const Options& options);
 
+// Single cases; all choices are the generator's.
+Verdict homogeneousCase(const Library& library, Random& random);
+Verdict homogeneousBadArgumentsCase(const Library& library, Random& random);
+
 }  // namespace kormtest

@@ -17,7 +17,7 @@ Random caseRandom(const Options& options, const GeometryFunction& function, int 
 
 Verdict runScene(const GeometryFunction& function, void* code, const GeometryOptions& options, Random& random,
                  unsigned stackShift) {
-    Random values(random.next());
+    Random values = random.branch();
     const GeometryScene scene(threadArena(), function, options, random, values);
     scriptThreadNumbers({1});
     Verdict verdict = scene.run(code, stackShift);
@@ -36,18 +36,21 @@ int randomAlias(const GeometryFunction& function, Random& random) {
 
 }  // namespace
 
+Verdict geometryCase(const GeometryFunction& function, const Library& library, Random& random) {
+    GeometryOptions one;
+    one.special = random.chance(67);
+    one.nullOptional = random.chance(30);
+    if (function.batch()) one.count = random.between(1, random.chance(20) ? 40 : 9);
+    if (random.chance(25)) one.alias = randomAlias(function, random);
+    const unsigned shift = 4u * static_cast<unsigned>(random.between(0, 3));
+    return runScene(function, library.find(function.name), one, random, shift);
+}
+
 Verdict checkGeometryResults(const GeometryFunction& function, const Library& library, const Options& options) {
-    void* const code = library.find(function.name);
     const int cases = options.share(600);
     for (int number = 0; number < cases; ++number) {
         Random random = caseRandom(options, function, number, 1);
-        GeometryOptions one;
-        one.special = number % 3 != 0;
-        one.nullOptional = random.chance(30);
-        if (function.batch()) one.count = random.between(1, random.chance(20) ? 40 : 9);
-        if (random.chance(25)) one.alias = randomAlias(function, random);
-        const unsigned shift = 4u * static_cast<unsigned>(random.between(0, 3));
-        if (Verdict verdict = runScene(function, code, one, random, shift); !verdict.ok) {
+        if (Verdict verdict = geometryCase(function, library, random); !verdict.ok) {
             verdict.message += ", case " + std::to_string(number) + " of seed " + std::to_string(options.seed);
             return verdict;
         }

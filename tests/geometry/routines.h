@@ -10,6 +10,9 @@ namespace kormtest {
 // Results to the bit and not one byte beside them, at random places.
 Verdict checkGeometryResults(const GeometryFunction& function, const Library& library, const Options& options);
 
+// A single case of that; all choices are the generator's.
+Verdict geometryCase(const GeometryFunction& function, const Library& library, Random& random);
+
 // Batches: every pair of strides, counts from below 1 to 40, every alignment that could select a path of its own.
 Verdict checkGeometryBatches(const GeometryFunction& function, const Library& library, const Options& options);
 

@@ -74,8 +74,8 @@ std::vector<BadValue> allBadValues(const Form& form) {
 
 class Checker {
 public:
-    Checker(const Form& form, const Library& library, const Options& options)
-        : form_(form), function_(library.function(form)), random_(options.random(form, 0, 1)) {}
+    Checker(const Form& form, const Library& library, Random& random)
+        : form_(form), function_(library.function(form)), random_(random) {}
 
     // Good values for everything; the pointers lead nowhere.
     void reset() {
@@ -132,7 +132,8 @@ public:
         scriptThreadNumbers({1});
         setFaultContext(form_.name.c_str());
         CallResult result;
-        const Fault fault = guarded([&] { result = callFunction(function_, values_, 4 * (counter_++ % 4)); });
+        const unsigned stackShift = 4u * static_cast<unsigned>(random_.between(0, 3));
+        const Fault fault = guarded([&] { result = callFunction(function_, values_, stackShift); });
         if (fault.happened) return Verdict::fail(fault.text() + " in " + where);
         if (result.status() != expected) {
             return Verdict::fail(where + ": status " + std::to_string(result.status()) + ", expected " +
@@ -143,22 +144,33 @@ public:
         return Verdict::pass();
     }
 
-    Random& random() { return random_; }
-
 private:
     const Form& form_;
     void* function_;
-    Random random_;
+    Random& random_;
     std::vector<CallValue> values_;
     std::string text_;
-    unsigned counter_ = 0;
 };
 
 }  // namespace
 
+Verdict badArgumentsCase(const Form& form, const Library& library, Random& random) {
+    Checker checker(form, library, random);
+    checker.reset();
+    const std::int32_t percent = random.between(10, 90);
+    for (std::size_t i = 0; i < form.arguments.size(); ++i) {
+        const Argument& argument = form.arguments[i];
+        if (!isChecked(form, argument) || !random.chance(percent)) continue;
+        const bool listed = argument.role == Role::pointer || random.chance(60);
+        checker.spoil({i, listed ? random.pick(badValuesOf(form, argument)) : random.between(INT_MIN, INT_MAX)});
+    }
+    return checker.expectFirst();
+}
+
 Verdict checkBadArguments(const Form& form, const Library& library, const Options& options) {
     const std::vector<BadValue> bad = allBadValues(form);
-    Checker checker(form, library, options);
+    Random random = options.random(form, 0, 1);
+    Checker checker(form, library, random);
     for (const BadValue& one : bad) {
         checker.reset();
         checker.spoil(one);
@@ -174,23 +186,8 @@ Verdict checkBadArguments(const Form& form, const Library& library, const Option
         }
     }
     const int subsets = options.share(300);
-    for (int i = 0; i < subsets; ++i) {
-        checker.reset();
-        const std::int32_t percent = checker.random().between(10, 90);
-        bool any = false;
-        for (std::size_t a = 0; a < bad.size(); ++a) {
-            // One value for an argument: take the last of each run of equal arguments that is drawn.
-            const bool last = a + 1 == bad.size() || bad[a + 1].argument != bad[a].argument;
-            if (!last || !checker.random().chance(percent)) continue;
-            std::size_t first = a;
-            while (first > 0 && bad[first - 1].argument == bad[a].argument) --first;
-            checker.spoil(bad[static_cast<std::size_t>(
-                checker.random().between(static_cast<std::int32_t>(first), static_cast<std::int32_t>(a)))]);
-            any = true;
-        }
-        if (!any) continue;
-        if (Verdict verdict = checker.expectFirst(); !verdict.ok) return verdict;
-    }
+    for (int i = 0; i < subsets; ++i)
+        if (Verdict verdict = badArgumentsCase(form, library, random); !verdict.ok) return verdict;
     return Verdict::pass();
 }
 

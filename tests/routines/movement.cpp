@@ -119,43 +119,52 @@ private:
 
 bool hasLargeMoves(const Form& form) { return form.operationWord == "Transpose" || form.family->movesForward; }
 
+Verdict largeMoveCase(const Form& form, const Library& library, Random& random) {
+    SceneOptions scene;
+    scene.sizes = largeSizes(form, random);
+    scene.plain = random.chance(70);
+    scene.special = random.chance(20);
+    Random values = random.branch();
+    const Scene made(threadArena(), form, scene, random, values);
+    scriptThreadNumbers({4});
+    Verdict verdict = made.run(library, 0, false);
+    if (verdict.ok && threadNumberQuestions() != 0) verdict = Verdict::fail("asked for the thread number");
+    return verdict;
+}
+
 Verdict checkLargeMoves(const Form& form, const Library& library, const Options& options) {
     for (int number = 0; number < options.share(80); ++number) {
         Random random = options.random(form, number, 8);
-        SceneOptions scene;
-        scene.sizes = largeSizes(form, random);
-        scene.plain = random.chance(70);
-        scene.special = random.chance(20);
-        Random values(random.next());
-        const Scene made(threadArena(), form, scene, random, values);
-        scriptThreadNumbers({4});
-        Verdict verdict = made.run(library, 0, false);
-        if (verdict.ok && threadNumberQuestions() != 0) verdict = Verdict::fail("asked for the thread number");
-        if (!verdict.ok) return numbered(verdict, "large moves", number);
+        if (Verdict verdict = largeMoveCase(form, library, random); !verdict.ok)
+            return numbered(verdict, "large moves", number);
     }
     return Verdict::pass();
 }
 
 bool hasForwardRule(const Form& form) { return form.family->movesForward; }
 
+Verdict forwardMoveCase(const Form& form, const Library& library, Random& random) {
+    SceneOptions scene;
+    scene.special = false;
+    scene.sizes.width = random.between(1, 9);
+    scene.sizes.height = random.between(1, random.chance(50) ? 3 : 9);
+    scene.sizes.length = random.chance(80) ? random.between(1, 12) : random.between(1, 100);
+    if (random.chance(10)) scene.sizes.width = random.between(10, 60);
+    const std::int32_t elements =
+        form.has(Extent::length) ? scene.sizes.length : scene.sizes.width * scene.sizes.height;
+    // Elements up to three elements apart, with gaps behind rows and objects, fit the room.
+    if (form.array) scene.sizes.count = random.between(1, std::clamp(360 / elements, 1, 90));
+    const Crowded crowded(threadArena(), form, scene.sizes, random);
+    Random values = random.branch();
+    const Scene made(threadArena(), form, scene, crowded.placed(), random, values);
+    scriptThreadNumbers({1});
+    return made.run(library, 0, false);
+}
+
 Verdict checkForwardMoves(const Form& form, const Library& library, const Options& options) {
     for (int number = 0; number < options.share(400); ++number) {
         Random random = options.random(form, number, 9);
-        SceneOptions scene;
-        scene.special = false;
-        scene.sizes.width = random.between(1, 9);
-        scene.sizes.height = random.between(1, random.chance(50) ? 3 : 9);
-        scene.sizes.length = random.chance(80) ? random.between(1, 12) : random.between(1, 100);
-        if (random.chance(10)) scene.sizes.width = random.between(10, 60);
-        const std::int32_t elements =
-            form.has(Extent::length) ? scene.sizes.length : scene.sizes.width * scene.sizes.height;
-        // Elements up to three elements apart, with gaps behind rows and objects, fit the room.
-        if (form.array) scene.sizes.count = random.between(1, std::clamp(360 / elements, 1, 90));
-        const Crowded crowded(threadArena(), form, scene.sizes, random);
-        Random values(random.next());
-        const Scene made(threadArena(), form, scene, crowded.placed(), random, values);
-        scriptThreadNumbers({1});
-        if (Verdict verdict = made.run(library, 0, false); !verdict.ok)
+        if (Verdict verdict = forwardMoveCase(form, library, random); !verdict.ok)
             return numbered(verdict, "overlapping moves", number);
     }
     return Verdict::pass();

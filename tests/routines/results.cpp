@@ -7,10 +7,8 @@
 #include "sizes.h"
 
 namespace kormtest {
-namespace {
 
-Verdict checkOne(const Form& form, const Library& library, const Options& options, int number) {
-    Random random = options.random(form, number, 2);
+Verdict resultsCase(const Form& form, const Library& library, Random& random) {
     SceneOptions scene;
     scene.sizes = randomSizes(form, random);
     scene.plain = random.chance(55);
@@ -19,7 +17,7 @@ Verdict checkOne(const Form& form, const Library& library, const Options& option
         const int operand = random.between(0, static_cast<std::int32_t>(form.result()) - 1);
         if (Scene::mayAlias(form, static_cast<std::size_t>(operand), scene.sizes)) scene.alias = operand;
     }
-    Random values(random.next());
+    Random values = random.branch();
     const Scene made(threadArena(), form, scene, random, values);
     scriptThreadNumbers({1});
     Verdict verdict = made.run(library, 4u * static_cast<unsigned>(random.between(0, 3)), false);
@@ -28,16 +26,18 @@ Verdict checkOne(const Form& form, const Library& library, const Options& option
         verdict = Verdict::fail("asked for the thread number " + std::to_string(threadNumberQuestions()) +
                                 " times, not " + std::to_string(questions) + ", " + made.describe());
     }
-    if (!verdict.ok) verdict.message += ", case " + std::to_string(number) + " of seed " + std::to_string(options.seed);
     return verdict;
 }
 
-}  // namespace
-
 Verdict checkResults(const Form& form, const Library& library, const Options& options) {
     const int cases = options.share(800);
-    for (int number = 0; number < cases; ++number)
-        if (Verdict verdict = checkOne(form, library, options, number); !verdict.ok) return verdict;
+    for (int number = 0; number < cases; ++number) {
+        Random random = options.random(form, number, 2);
+        if (Verdict verdict = resultsCase(form, library, random); !verdict.ok) {
+            verdict.message += ", case " + std::to_string(number) + " of seed " + std::to_string(options.seed);
+            return verdict;
+        }
+    }
     return Verdict::pass();
 }
 

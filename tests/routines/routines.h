@@ -67,4 +67,13 @@ Verdict checkTeams(const Form& form, const Library& library, const Options& opti
 // The call frame at every stack alignment, serial and forked.
 Verdict checkCallFrame(const Form& form, const Library& library, const Options& options);
 
+// --- Single cases of the above; all choices are the generator's ---
+
+Verdict resultsCase(const Form& form, const Library& library, Random& random);
+Verdict badArgumentsCase(const Form& form, const Library& library, Random& random);
+Verdict overlapCase(const Form& form, const Library& library, Random& random);
+Verdict largeMoveCase(const Form& form, const Library& library, Random& random);
+Verdict forwardMoveCase(const Form& form, const Library& library, Random& random);
+Verdict teamCase(const Form& form, const Library& library, Random& random);
+
 }  // namespace kormtest

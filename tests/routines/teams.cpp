@@ -16,7 +16,7 @@ Verdict runTeam(const Form& form, const Library& library, const Sizes& sizes, st
     options.plain = random.chance(50);
     options.mayCollide = true;
     if (random.chance(20) && Scene::mayAlias(form, 0, sizes)) options.alias = 0;
-    Random values(random.next());
+    Random values = random.branch();
     const Scene scene(threadArena(), form, options, random, values);
     scriptThreadNumbers({decision, team});
     const bool forks = scene.reachesDriver() && decision > 1 && sizes.count >= decision;
@@ -36,6 +36,14 @@ Verdict runTeam(const Form& form, const Library& library, const Sizes& sizes, st
 }
 
 }  // namespace
+
+Verdict teamCase(const Form& form, const Library& library, Random& random) {
+    const std::int32_t decision = random.between(1, 4);
+    const std::int32_t team = random.chance(70) ? decision : random.between(-1, 5);
+    const std::int32_t count = std::max(random.between(decision - 1, 3 * decision + 1), 1);
+    const Sizes sizes = form.driver ? sizesBeyondLimit(form, count, random) : randomSizes(form, random);
+    return runTeam(form, library, sizes, decision, team, 4u * static_cast<unsigned>(random.between(0, 3)), random);
+}
 
 Verdict checkTeams(const Form& form, const Library& library, const Options& options) {
     if (!form.array) return Verdict::pass();

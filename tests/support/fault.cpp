@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 
 namespace kormtest {
 namespace detail {
@@ -32,7 +33,7 @@ void handle(int signal, siginfo_t* info, void*) {
     const int size = std::snprintf(line, sizeof line, "fatal: signal %d at %p outside of a guarded call: %s\n", signal,
                                    info->si_addr, context.load());
     if (write(STDERR_FILENO, line, static_cast<std::size_t>(size)) < 0) _exit(4);
-    _exit(3);
+    abort();
 }
 
 }  // namespace
