@@ -189,7 +189,7 @@ void measureSize() {
     solutionRow<double, height, width, true>();
 }
 
-// Peers of fixed size take minutes to compile, so larger sizes have a file of their own.
+// Peers of fixed size take a minute each to compile, so there are few, in two files. The sweeps have all sizes.
 void measureLargeLeastSquares();
 
 }  // namespace bench

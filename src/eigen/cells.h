@@ -77,6 +77,7 @@ template <class S, class Each>
 // Rows follow each other without gaps.
 template <class S, class T>
 struct CellMatrix {
+    using Element = T;
     CellVector<S, T> cells;
     std::ptrdiff_t order;
 
@@ -133,6 +134,14 @@ inline constexpr bool hasRowsInOnePiece = requires(Matrix a) {
 template <class S>
 [[gnu::always_inline]] inline MaskOf<S> everyLane() {
     return all<S>(0) == all<S>(0);
+}
+
+// x in the lanes of the mask, +0 in others. What +0 is subtracted from keeps every bit.
+template <class S>
+[[gnu::always_inline]] inline S onlyIn(MaskOf<S> lanes, S x) {
+    if constexpr (lanesOf<S> == 1) return lanes ? x : S{};
+    else if constexpr (isTwin<S>) return {onlyIn(lanes.first, x.first), onlyIn(lanes.second, x.second)};
+    else return reinterpret_cast<S>(lanes & reinterpret_cast<MaskOf<S>>(x));
 }
 
 template <class M>

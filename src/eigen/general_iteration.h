@@ -11,6 +11,7 @@
 
 #include "eigen/general_blocks.h"
 #include "eigen/general_hessenberg.h"
+#include "eigen/pace.h"
 #include "korm.h"
 
 namespace korm::inline KORM_VARIANT::eigen {
@@ -404,7 +405,8 @@ template <class P, bool withVectors>
 template <class P, bool withVectors>
 [[gnu::noinline]] bool iterateTogether(Columns<P> h, Columns<P> w, const Single<typename P::One>& single,
                                        ElementOf<typename P::Scalar>* imaginaryParts,
-                                       Rotation<ElementOf<typename P::Scalar>>* rotations) {
+                                       Rotation<ElementOf<typename P::Scalar>>* rotations,
+                                       LaneUse<typename P::Scalar>& use) {
     using S = typename P::Scalar;
     using One = typename P::One;
     const S n = everywhere<S>(h.n), one = constant<P>(1);
@@ -442,6 +444,7 @@ template <class P, bool withVectors>
             int left = 0;
             eachLane<S>(last >= S{}, [&](int) { ++left; });
             if (left > 1) continue;
+            use.add(last >= S{}, highestLast + 1);  // as if an eigenvalue took a step
             bool succeeds = true;
             eachLane<S>(last >= S{}, [&](int l) {
                 const Progress progress{placeIn<S>(first, l), placeIn<S>(last, l), placeIn<S>(used, l),
@@ -458,7 +461,14 @@ template <class P, bool withVectors>
         const auto start = chooseStart(h, chooseShifts(h, blocks, used), blocks);
         sweep<P, withVectors>(h, w, start, blocks);
         used = used + one;
+        use.add(last >= S{}, 1);
     }
+}
+
+// The least use of groups' steps: below it objects go one by one. Small ones never lose by groups. S is one object's scalar.
+template <class S>
+float leastUse(std::ptrdiff_t order) {
+    return order <= 8 ? 0 : 1.0F / laneCount<S>;
 }
 
 }  // namespace korm::inline KORM_VARIANT::eigen

@@ -14,14 +14,6 @@ namespace korm::inline KORM_VARIANT::eigen {
 
 // --- Masks --------------------------------------------------------------------------------------------
 
-// x in the lanes of the mask, +0 in others. What +0 is subtracted from keeps every bit.
-template <class S>
-[[gnu::always_inline]] inline S onlyIn(MaskOf<S> lanes, S x) {
-    if constexpr (lanesOf<S> == 1) return lanes ? x : S{};
-    else if constexpr (isTwin<S>) return {onlyIn(lanes.first, x.first), onlyIn(lanes.second, x.second)};
-    else return reinterpret_cast<S>(lanes & reinterpret_cast<MaskOf<S>>(x));
-}
-
 template <class M>
 [[gnu::always_inline]] inline Twin<M> asBits(Twin<M> mask) {
     return {korm::asBits(mask.first), korm::asBits(mask.second)};

@@ -61,11 +61,12 @@ template <class P, int step>
 // Of a group, or of no object of it.
 template <class P>
 [[gnu::noinline]] bool eigenvaluesTogether(Together<P, 1>& area, const Single<typename P::One>& single,
-                                           typename P::Element* re, typename P::Element* im, std::ptrdiff_t n) {
+                                           typename P::Element* re, typename P::Element* im, std::ptrdiff_t n,
+                                           LaneUse<typename P::Scalar>& use) {
     const Columns<P> h = area.matrix(n, 0);
     reduceToHessenberg(h, area.vector(n, 0), area.vector(n, 1));
     clearBelowSubdiagonal(h);
-    if (!iterateTogether<P, false>(h, h, single, nullptr, nullptr)) return false;
+    if (!iterateTogether<P, false>(h, h, single, nullptr, nullptr, use)) return false;
     for (int l = 0; l < lanesOf<typename P::Scalar>; ++l)
         readEigenvalues(laneOf(h, l), {reinterpret_cast<std::byte*>(shiftedElements(re, l, n))},
                         {reinterpret_cast<std::byte*>(shiftedElements(im, l, n))});
@@ -90,12 +91,18 @@ template <class P, class A, class Count>
     };
     if constexpr (!isOneObject<Count>) {
         using G = Grouped<P>;
+        using S = typename G::Scalar;
+        Pace pace(leastUse<typename P::Scalar>(n));
         const auto together = [&](std::ptrdiff_t k) {
+            if (!pace.isGroupNext()) return false;
             Together<G, 1> area;
+            LaneUse<S> use;
             readTogether(src, k, area.matrix(n, 0));
-            return eigenvaluesTogether(area, {h, h, tau, work}, valuesAt(re, k), valuesAt(im, k), n);
+            const bool isDone = eigenvaluesTogether(area, {h, h, tau, work}, valuesAt(re, k), valuesAt(im, k), n, use);
+            pace.note(use);
+            return isDone;
         };
-        if (n > 2 && n <= largestTogether) return inGroups<lanesOf<typename G::Scalar>>(count, together, each);
+        if (n > 2 && n <= largestTogether) return inGroups<lanesOf<S>>(count, together, each);
     }
     for (std::ptrdiff_t k = 0; k < count; ++k)
         if (const std::int32_t status = each(k); status != korStatusOk) return status;

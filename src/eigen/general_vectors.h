@@ -133,7 +133,8 @@ struct Schur : Together<P, 2> {
     E imaginaryParts[largestTogether * lanesOf<typename P::Scalar>];
 
     // False if nothing is of use.
-    [[gnu::noinline]] bool make(const Buffer<typename P::One>& buffer, Rotation<E>& rotation) {
+    [[gnu::noinline]] bool make(const Buffer<typename P::One>& buffer, Rotation<E>& rotation,
+                                LaneUse<typename P::Scalar>& use) {
         const std::ptrdiff_t n = buffer.h.n;
         constexpr int lanes = lanesOf<typename P::Scalar>;
         constexpr E unknown = std::numeric_limits<E>::quiet_NaN();
@@ -146,7 +147,7 @@ struct Schur : Together<P, 2> {
         Rotation<E> rotations[lanes];
         for (Rotation<E>& one : rotations) one = {unknown, unknown};
         const Single<typename P::One> single{buffer.h, buffer.w, buffer.norms, buffer.realPart};
-        if (!iterateTogether<P, true>(h, w, single, imaginaryParts, rotations)) return false;
+        if (!iterateTogether<P, true>(h, w, single, imaginaryParts, rotations, use)) return false;
         for (const Rotation<E>& one : rotations)
             if (one.c == one.c) rotation = one;
         return true;
@@ -203,6 +204,7 @@ template <class P, class A, class D, class Count>
         if (sides == Sides::both) writeVectors(buffer.x, second.at(k));
         return outcome;
     };
+    Pace pace(leastUse<typename P::Scalar>(n));
     std::ptrdiff_t k = 0;
     while (k < count) {
         std::ptrdiff_t singles = count - k;
@@ -210,16 +212,21 @@ template <class P, class A, class D, class Count>
             using G = Grouped<P>;
             constexpr int lanes = lanesOf<typename G::Scalar>;
             if (n > 2 && n <= largestTogether && singles >= lanes) {
-                Schur<G> group;
-                readTogether(src, k, group.matrix(n, 0));
                 singles = lanes;
-                if (group.make(buffer, rotation)) {
-                    for (int l = 0; l < lanes; ++l, ++k) {
-                        group.take(l, buffer, valuesAt(re, k), valuesAt(im, k));
-                        const Outcome outcome = deliver(k);
-                        if (!outcome.delivered) return outcome.status;
+                if (pace.isGroupNext()) {
+                    Schur<G> group;
+                    LaneUse<typename G::Scalar> use;
+                    readTogether(src, k, group.matrix(n, 0));
+                    const bool isMade = group.make(buffer, rotation, use);
+                    pace.note(use);
+                    if (isMade) {
+                        for (int l = 0; l < lanes; ++l, ++k) {
+                            group.take(l, buffer, valuesAt(re, k), valuesAt(im, k));
+                            const Outcome outcome = deliver(k);
+                            if (!outcome.delivered) return outcome.status;
+                        }
+                        continue;
                     }
-                    continue;
                 }
             }
         }

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "eigen/cells.h"
+#include "eigen/pace.h"
 #include "eigen/symmetric2.h"
 #include "eigen/tridiagonal.h"
 #include "entry/views.h"
@@ -77,9 +78,6 @@ template <class S, class T, class Vectors>
 
 // --- Groups -------------------------------------------------------------------------------------
 
-// Up to this order a group's matrices lie on the stack.
-inline constexpr std::int32_t largestGrouped = 24;
-
 // Cells of a group of matrices or vectors on the stack.
 template <class S, class T, int length>
 struct GroupCells {
@@ -144,28 +142,8 @@ private:
     }
 };
 
-// A group is as slow as its slowest object. Where objects of an array differ so much that lanes mostly wait, the next ones go
-// one by one, until a group is tried again. Small matrices gain more by groups and bear more of it.
-class Pace {
-public:
-    explicit Pace(std::ptrdiff_t order) : least_(order <= 4 ? 0.25F : 0.5F) {}
-
-    bool isGroupNext() {
-        if (alone_ == 0) return true;
-        --alone_;
-        return false;
-    }
-    // After a group: the share of its lanes' steps that were needed.
-    void note(float share) {
-        mean_ += (share - mean_) / 4;
-        if (mean_ < least_) alone_ = 16;
-    }
-
-private:
-    float least_;
-    float mean_ = 1;
-    int alone_ = 0;  // groups
-};
+// Of a group's steps. Small matrices gain more by groups and bear more waiting.
+inline float leastUse(std::ptrdiff_t order) { return order <= 4 ? 0.25F : 0.5F; }
 
 // --- Forms ----------------------------------------------------------------------------------------
 
@@ -217,7 +195,7 @@ template <class A, class T, class Count>
     };
     if constexpr (!isOneObject<Count>) {
         using S = Twin<Lanes<T>>;
-        Pace pace(order);
+        Pace pace(leastUse(order));
         const auto together = [&](std::ptrdiff_t k) {
             if (!pace.isGroupNext()) return false;
             GroupCells<S, T, largestGrouped * largestGrouped> a;
@@ -225,7 +203,7 @@ template <class A, class T, class Count>
             LaneUse<S> use;
             a.read(src, k, order);
             const std::int32_t status = valuesOf(a.matrix(order), values.vector(), &use);
-            pace.note(use.share());
+            pace.note(use);
             if (status != korStatusOk) return false;
             values.writeVectors(valuesAt(k), order);
             return true;
@@ -296,7 +274,7 @@ template <class Member, class A, class V, class T, class Count>
     };
     if constexpr (!isOneObject<Count>) {
         using S = Twin<Lanes<Scalar>>;
-        Pace pace(order);
+        Pace pace(leastUse(order));
         const auto together = [&](std::ptrdiff_t k) {
             if (!pace.isGroupNext()) return false;
             GroupCells<S, T, largestGrouped * largestGrouped> a, v;
@@ -304,7 +282,7 @@ template <class Member, class A, class V, class T, class Count>
             LaneUse<S> use;
             a.read(src, k, order);
             const std::int32_t status = vectorsOf(a.matrix(order), values.vector(), v.matrix(order), test, &use);
-            pace.note(use.share());
+            pace.note(use);
             if (status != korStatusOk) return false;
             values.writeVectors(valuesAt(k), order);
             v.write(dst, k, order);

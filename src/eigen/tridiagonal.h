@@ -10,6 +10,7 @@
 #include <limits>
 
 #include "eigen/cells.h"
+#include "eigen/pace.h"
 #include "kernel/scalar.h"
 
 namespace korm::inline KORM_VARIANT::eigen {
@@ -18,6 +19,9 @@ namespace korm::inline KORM_VARIANT::eigen {
 template <class T>
 inline constexpr T epsilon = std::numeric_limits<T>::epsilon();
 inline constexpr int sweepLimit = 30;
+
+// Up to this order a group's matrices lie on the stack.
+inline constexpr std::int32_t largestGrouped = 24;
 
 // In the place of a matrix of eigenvectors.
 struct NoVectors {};
@@ -46,10 +50,28 @@ template <class X, class S>
 
 // --- Reduction ----------------------------------------------------------------------------------
 
-// The reflector of one step, I - beta u u', u in the places from `first` on.
+// A group's reflector is read again and again: where scalars are wider than cells, it is widened once.
 template <class S, class T>
+struct Widened {
+    static constexpr bool isNeeded = lanesOf<S> > 1 && !std::is_same_v<ElementOf<S>, T>;
+    using Wide = ElementOf<S>;
+    S cells[isNeeded ? largestGrouped : 1];
+
+    [[gnu::always_inline]] auto of(const CellVector<S, T>& u, std::ptrdiff_t first, std::ptrdiff_t end) {
+        if constexpr (isNeeded) {
+            const CellVector<S, Wide> wide{reinterpret_cast<std::byte*>(cells)};
+            for (std::ptrdiff_t i = first; i < end; ++i) wide.set(i, u.get(i));
+            return wide;
+        } else {
+            return u;
+        }
+    }
+};
+
+// The reflector of one step, I - beta u u', u in the places from `first` on.
+template <class S, class Cells>
 struct Reflector {
-    CellVector<S, T> u;
+    Cells u;
     std::ptrdiff_t first;
     std::ptrdiff_t end;
     S beta;
@@ -87,7 +109,7 @@ struct Reflector {
     template <class Matrix>
     [[gnu::always_inline]] void applyToRow(const Matrix& a, std::ptrdiff_t r) const {
         if constexpr (std::is_same_v<S, double> && hasRowsInOnePiece<Matrix>) {
-            const CellVector<S, T> row = a.row(r);
+            const auto row = a.row(r);
             Double2 sums = all<Double2>(0);  // of the even and of the odd steps
             std::ptrdiff_t j = first;
             for (; j + 1 < end; j += 2) sums += row.template getRun<Double2>(j) * u.template getRun<Double2>(j);
@@ -105,8 +127,8 @@ struct Reflector {
 };
 
 // The first reflector, as a matrix in the place of the identity.
-template <class S, class T, class Vectors>
-[[gnu::always_inline]] inline void writeReflector(const Reflector<S, T>& reflector, const Vectors& v) {
+template <class S, class Cells, class Vectors>
+[[gnu::always_inline]] inline void writeReflector(const Reflector<S, Cells>& reflector, const Vectors& v) {
     const auto put = [&](std::ptrdiff_t i, std::ptrdiff_t j, S value) {
         v.set(i, j, lanesOf<S> == 1 ? value : chosen(reflector.lanes, value, v.get(i, j)));
     };
@@ -145,7 +167,10 @@ template <class S, class T, class Vectors>
         const S whole = half + half;
         lanes = butNot(lanes, eps >= whole);
         if (!any(lanes)) continue;
-        const Reflector<S, T> reflector{u, k + 1, n, all<S>(2) / chosen(lanes, whole, all<S>(1)), lanes};
+        Widened<S, T> widened;
+        const auto wide = widened.of(u, k + 1, n);
+        const Reflector<S, decltype(wide)> reflector{wide, k + 1, n, all<S>(2) / chosen(lanes, whole, all<S>(1)),
+                                                     lanes};
         reflector.applyToColumns(a, k);
         for (std::ptrdiff_t r = k; r < n; ++r) reflector.applyToRow(a, r);
         if constexpr (hasVectors<Vectors>) {
@@ -211,11 +236,32 @@ template <class S, class T>
     return t;
 }
 
+// Two columns of a group's eigenvectors, in those of its lanes that V has. Where a lane takes no part, a product becomes +0;
+// to subtract that leaves each bit.
+template <class V, class T>
+[[gnu::always_inline]] inline void rotateLanes(std::byte* left, std::ptrdiff_t width, std::ptrdiff_t n, V c, V s,
+                                               MaskOf<V> lanes) {
+    if (!any(lanes)) return;
+    const V cosine = chosen(lanes, c, all<V>(1)), opposite = -s;
+    for (std::ptrdiff_t r = 0; r < n; ++r, left += n * width) {
+        std::byte* const right = left + width;
+        const V a = readCell<V, T>(left), b = readCell<V, T>(right);
+        writeCell<V, T>(left, cosine * a - onlyIn<V>(lanes, b * opposite));
+        writeCell<V, T>(right, b * cosine - onlyIn<V>(lanes, a * s));
+    }
+}
+
 // Columns i and i + 1 of the eigenvectors so far.
 template <class S, class Vectors>
 [[gnu::always_inline]] inline void rotate(const Vectors& v, std::ptrdiff_t n, std::ptrdiff_t i, S c, S s,
                                           MaskOf<S> lanes) {
-    if constexpr (hasColumnsInOnePiece<Vectors>) {
+    if constexpr (isTwin<S>) {
+        using T = typename Vectors::Element;
+        constexpr std::ptrdiff_t width = v.cells.size;
+        std::byte* const left = v.cells.origin + i * width;
+        rotateLanes<TwinOf<S>, T>(left, width, n, c.first, s.first, lanes.first);
+        rotateLanes<TwinOf<S>, T>(left + width / 2, width, n, c.second, s.second, lanes.second);
+    } else if constexpr (hasColumnsInOnePiece<Vectors>) {
         const auto lefts = v.stored.row(i), rights = v.stored.row(i + 1);
         inRuns<S>(
             0, n, [&]<class X>(std::ptrdiff_t r) __attribute__((always_inline)) {
@@ -225,15 +271,11 @@ template <class S, class Vectors>
                 rights.setRun(r, right * cosine - left * sine);
             });
     } else {
-        const auto rows = [&](const auto& kept) __attribute__((always_inline)) {
-            for (std::ptrdiff_t r = 0; r < n; ++r) {
-                const S left = v.get(r, i), right = v.get(r, i + 1);
-                v.set(r, i, kept(c * left + right * s, left));
-                v.set(r, i + 1, kept(right * c - left * s, right));
-            }
-        };
-        if (lanesOf<S> == 1 || areAll(lanes)) rows([](S turned, S) { return turned; });
-        else rows([lanes](S turned, S old) { return chosen(lanes, turned, old); });
+        for (std::ptrdiff_t r = 0; r < n; ++r) {
+            const S left = v.get(r, i), right = v.get(r, i + 1);
+            v.set(r, i, c * left + right * s);
+            v.set(r, i + 1, right * c - left * s);
+        }
     }
 }
 
@@ -241,25 +283,6 @@ template <class S, class Vectors>
 template <class S>
 struct NothingFound {
     [[gnu::always_inline]] void operator()(std::ptrdiff_t, S, MaskOf<S>) const {}
-};
-
-// How many of a group's steps each lane needed, and how many the group took.
-template <class S>
-struct LaneUse {
-    S needed = all<S>(0);
-    std::ptrdiff_t taken = 0;
-
-    [[gnu::always_inline]] void add(MaskOf<S> lanes, std::ptrdiff_t steps) {
-        needed += chosen(lanes, all<S>(static_cast<ElementOf<S>>(steps)), all<S>(0));
-        taken += steps;
-    }
-    // 1 where no lane ever waited for another.
-    float share() const {
-        ElementOf<S> each[lanesOf<S>], sum = 0;
-        std::memcpy(each, &needed, sizeof each);
-        for (const ElementOf<S> steps : each) sum += steps;
-        return taken == 0 ? 1 : static_cast<float>(sum) / static_cast<float>(lanesOf<S> * taken);
-    }
 };
 
 // Diagonalises. False: an eigenvalue took too many sweeps.

@@ -305,6 +305,26 @@ TEST_P(GeneralEigen, ObjectsOfArraysAreThoseOfCallsForOne) {
     });
 }
 
+// Where most objects are diagonal, groups give way to single objects, and come back.
+TEST_P(GeneralEigen, AnArrayOfUnlikeMatricesHasTheBitsOfEachAlone) {
+    if (!form().array) GTEST_SKIP();
+    byType(form(), [&](auto zero) {
+        using T = decltype(zero);
+        Random random(mixSeed(12, GetParam()));
+        constexpr std::int32_t n = 9, count = 300;
+        constexpr int diagonalKind = 2, denseKind = 9;
+        std::vector<Square<T>> sources;
+        for (std::int32_t k = 0; k < count; ++k)
+            sources.push_back(ofKind<T>(k < count / 2 && k % 8 != 3 ? diagonalKind : denseKind, n, random));
+        DenseCall call = callOf(form(), sources);
+        ASSERT_EQ(call.call(), status::ok);
+        for (std::int32_t k = 0; k < count; ++k)
+            ASSERT_TRUE(resultsOf<T>(call, k) ==
+                        lastResultsOf(form(), std::vector{sources[static_cast<std::size_t>(k)]}))
+                << "object " << k;
+    });
+}
+
 // Of an array, objects before the one that fails are complete and those behind it untouched, wherever it stands.
 TEST_P(GeneralEigen, FailureAnywhereStopsThere) {
     if (!form().array) GTEST_SKIP();
