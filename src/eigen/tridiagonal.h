@@ -257,7 +257,7 @@ template <class S, class Vectors>
                                           MaskOf<S> lanes) {
     if constexpr (isTwin<S>) {
         using T = typename Vectors::Element;
-        constexpr std::ptrdiff_t width = v.cells.size;
+        constexpr std::ptrdiff_t width = CellVector<S, T>::size;
         std::byte* const left = v.cells.origin + i * width;
         rotateLanes<TwinOf<S>, T>(left, width, n, c.first, s.first, lanes.first);
         rotateLanes<TwinOf<S>, T>(left + width / 2, width, n, c.second, s.second, lanes.second);
