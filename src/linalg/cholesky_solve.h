@@ -8,10 +8,12 @@
 #include "entry/views.h"
 #include "kernel/groups.h"
 #include "kernel/predicates.h"
+#include "kernel/unroll.h"
 #include "kernel/vec.h"
 #include "linalg/cholesky_sweeps.h"
 #include "linalg/cores.h"
 #include "linalg/order1.h"
+#include "linalg/partial_sums.h"
 #include "linalg/triangles.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
@@ -131,25 +133,19 @@ inline void choleskySolveStrided(const float* matrix, std::ptrdiff_t src1RowStri
 
 // --- Any order --------------------------------------------------------------------------------------
 
-// How many vectors of objects are solved at a time, and up to which order: their factors lie on the stack, where one
-// matrix serves all it is only one of single elements.
-template <class A>
-inline constexpr int groupsInFlight = isShared<A> ? 4 : 2;
-inline constexpr std::ptrdiff_t greatestSolvedInLanes = 64;
-
 // Sweeps over locals, which all layouts share: with one factor for all vectors, and with one for each.
 template <int groups, bool isParted, class S>
 [[gnu::noinline]] void sweepWithShared(const ElementOf<S>* shared, S* x, std::ptrdiff_t n, std::ptrdiff_t place) {
     const auto element = [&](int, std::ptrdiff_t e) __attribute__((always_inline)) { return all<S>(shared[e]); };
-    sweepInLanes<groups, greatestSolvedInLanes, isParted>(element, x, n, place);
+    sweepInLanes<groups, greatestInLanes, isParted>(element, x, n, place);
 }
 
 template <int groups, bool isParted, class S>
 [[gnu::noinline]] void sweepWithOwn(S* a, S* x, std::ptrdiff_t n, std::ptrdiff_t place) {
     const auto element = [&](int v, std::ptrdiff_t e) __attribute__((always_inline)) {
-        return a[v * triangleSize(greatestSolvedInLanes) + e];
+        return a[v * triangleSize(greatestInLanes) + e];
     };
-    sweepInLanes<groups, greatestSolvedInLanes, isParted>(element, x, n, place);
+    sweepInLanes<groups, greatestInLanes, isParted>(element, x, n, place);
 }
 
 // Objects whose solutions are alike in where the blocks of their sums begin. Objects of tables follow each other.
@@ -165,20 +161,17 @@ template <class T, class A, class B, class D, int most>
         sweepGeneral<T>(factor.at(k), src.at(k), dst.at(k), n);
         return;
     }
-    S x[groupsInFlight<A> * greatestSolvedInLanes];
+    S x[groupsInFlight<A> * greatestInLanes];
     const auto isWhole = [&](int v) { return (v + 1) * lanes <= size; };
     for (int v = 0; v < groups; ++v)
-        readRowStarts(groupOf<lanes>(src, numbers.at + v * lanes), sameRow(0), n, x + v * greatestSolvedInLanes,
+        readRowStarts(groupOf<lanes>(src, numbers.at + v * lanes), sameRow(0), n, x + v * greatestInLanes,
                       isWhole(v) && lanesTouch(src));
     if constexpr (isShared<A>) {
-        switch (groups) {
-            case 1: sweepWithShared<1, isParted>(shared, x, n, place); break;
-            case 2: sweepWithShared<2, isParted>(shared, x, n, place); break;
-            case 3: sweepWithShared<3, isParted>(shared, x, n, place); break;
-            default: sweepWithShared<4, isParted>(shared, x, n, place);
-        }
+        unrolled<groupsInFlight<A>>([&](auto v) __attribute__((always_inline)) {
+            if (groups == v + 1) sweepWithShared<v + 1, isParted>(shared, x, n, place);
+        });
     } else {
-        constexpr std::ptrdiff_t pitch = triangleSize(greatestSolvedInLanes);
+        constexpr std::ptrdiff_t pitch = triangleSize(greatestInLanes);
         S a[groupsInFlight<A> * pitch];
         for (int v = 0; v < groups; ++v)
             readTriangles(groupOf<lanes>(factor, numbers.at + v * lanes), n, a + v * pitch,
@@ -187,18 +180,18 @@ template <class T, class A, class B, class D, int most>
         else sweepWithOwn<2, isParted>(a, x, n, place);
     }
     for (int v = 0; v < groups; ++v)
-        writeRowStarts(groupOf<lanes>(dst, numbers.at + v * lanes), 0, n, x + v * greatestSolvedInLanes,
+        writeRowStarts(groupOf<lanes>(dst, numbers.at + v * lanes), 0, n, x + v * greatestInLanes,
                        isWhole(v) && lanesTouch(dst));
 }
 
 template <class T, class A, class B, class D>
 [[gnu::noinline]] void choleskySolveGroups(const A& factor, const B& src, const D& dst, std::ptrdiff_t n,
                                            std::ptrdiff_t count) {
-    if (n > greatestSolvedInLanes || count == 1) {
+    if (n > greatestInLanes || count == 1) {
         for (std::ptrdiff_t k = 0; k < count; ++k) sweepGeneral<T>(factor.at(k), src.at(k), dst.at(k), n);
         return;
     }
-    T shared[isShared<A> ? triangleSize(greatestSolvedInLanes) : 1];
+    T shared[isShared<A> ? triangleSize(greatestInLanes) : 1];
     if constexpr (isShared<A>) readTriangle(factor.at(0), n, shared);
     else shared[0] = T();
     constexpr int most = groupsInFlight<A> * laneCount<T>;

@@ -87,42 +87,42 @@ template <int groups, std::ptrdiff_t pitch, bool isParted, class S, class Factor
     std::ptrdiff_t row = 0;
     for (std::ptrdiff_t k = 0; k < n; row += ++k) {
         S z[groups];
-#pragma GCC unroll 4
+#pragma GCC unroll 8
         for (int v = 0; v < groups; ++v) z[v] = x[v * pitch + k];
         sumTogether<Sign::minus>(
             z, 0, isParted ? blocksFrom<ElementOf<S>>(place, 0, k) : k,
             k, [&](int v, std::ptrdiff_t j) __attribute__((always_inline)) {
                 return factor(v, row + j) * x[v * pitch + j];
             });
-#pragma GCC unroll 4
+#pragma GCC unroll 8
         for (int v = 0; v < groups; ++v) x[v * pitch + k] = z[v] * factor(v, row + k);
     }
     for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
         S z[groups], odd[groups];
-#pragma GCC unroll 4
+#pragma GCC unroll 8
         for (int v = 0; v < groups; ++v) z[v] = x[v * pitch + k];
         const std::ptrdiff_t diagonal = triangleSize(k) + k;
         std::ptrdiff_t j = k + 1, e = diagonal + j;
         if (isParted && n - j >= 2) {
-#pragma GCC unroll 4
+#pragma GCC unroll 8
             for (int v = 0; v < groups; ++v) odd[v] = S();
             for (; n - j >= 2; j += 2) {
                 const std::ptrdiff_t next = e + j + 1;
-#pragma GCC unroll 4
+#pragma GCC unroll 8
                 for (int v = 0; v < groups; ++v) {
                     z[v] = z[v] - factor(v, e) * x[v * pitch + j];
                     odd[v] = odd[v] - factor(v, next) * x[v * pitch + j + 1];
                 }
                 e = next + j + 2;
             }
-#pragma GCC unroll 4
+#pragma GCC unroll 8
             for (int v = 0; v < groups; ++v) z[v] = z[v] + odd[v];
         }
         for (; j < n; e += ++j) {
-#pragma GCC unroll 4
+#pragma GCC unroll 8
             for (int v = 0; v < groups; ++v) z[v] = z[v] - factor(v, e) * x[v * pitch + j];
         }
-#pragma GCC unroll 4
+#pragma GCC unroll 8
         for (int v = 0; v < groups; ++v) x[v * pitch + k] = z[v] * factor(v, diagonal);
     }
 }

@@ -9,6 +9,7 @@
 #include "kernel/groups.h"
 #include "kernel/predicates.h"
 #include "kernel/scalar.h"
+#include "kernel/unroll.h"
 #include "kernel/vec.h"
 #include "linalg/grids.h"
 #include "linalg/partial_sums.h"
@@ -50,12 +51,7 @@ template <class T, class A, class B, class D, class Order>
 
 // --- Objects in lanes -----------------------------------------------------------------------------
 
-// Each sum is a chain of additions and each row ends in a division, so several groups are in flight. Rows of matrices lie on the
-// stack in the order of the pivots, which bounds the order: of groups where each object has a matrix of its own.
-inline constexpr std::ptrdiff_t greatestInLanes = 64;
-
-template <class A>
-inline constexpr int luGroupsInFlight = isShared<A> ? 4 : 2;
+// Rows of matrices lie on the stack in the order of the pivots.
 
 // Both sweeps over `groups` vectors: element k of vector v is x[v * greatestInLanes + k]. `element(v, e)` is element e of the
 // matrix that belongs to it. Adjacent elements have their long sums parted.
@@ -72,13 +68,13 @@ template <int groups, bool isParted, class S, class Element>
             end, [&](int v, std::ptrdiff_t j) __attribute__((always_inline)) {
                 return element(v, k * n + j) * at(v, j);
             });
-#pragma GCC unroll 4
+#pragma GCC unroll 8
         for (int v = 0; v < groups; ++v) at(v, k) = at(v, k) - sum[v];
     };
     for (std::ptrdiff_t k = 1; k < n; ++k) subtractSums(k, 0, k);
     for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
         if (k < n - 1) subtractSums(k, k + 1, n);
-#pragma GCC unroll 4
+#pragma GCC unroll 8
         for (int v = 0; v < groups; ++v) at(v, k) = at(v, k) / element(v, k * n + k);
     }
 }
@@ -105,7 +101,7 @@ template <class T, class A, class B, class D, int most>
     constexpr int lanes = laneCount<T>;
     constexpr bool isParted = isAdjacent<A>;
     const int groups = (numbers.size + lanes - 1) / lanes;
-    S x[luGroupsInFlight<A> * greatestInLanes];
+    S x[groupsInFlight<A> * greatestInLanes];
     [[maybe_unused]] S a[isShared<A> ? 1 : greatestInLanes * greatestInLanes];
     for (int v = 0; v < groups; ++v) {
         const std::ptrdiff_t* const own = numbers.at + v * lanes;
@@ -118,12 +114,9 @@ template <class T, class A, class B, class D, int most>
         }
     }
     if constexpr (isShared<A>) {
-        switch (groups) {
-            case 1: luSweepsWithShared<1, isParted>(shared, x, n, place); break;
-            case 2: luSweepsWithShared<2, isParted>(shared, x, n, place); break;
-            case 3: luSweepsWithShared<3, isParted>(shared, x, n, place); break;
-            default: luSweepsWithShared<4, isParted>(shared, x, n, place);
-        }
+        unrolled<groupsInFlight<A>>([&](auto v) __attribute__((always_inline)) {
+            if (groups == v + 1) luSweepsWithShared<v + 1, isParted>(shared, x, n, place);
+        });
     } else {
         if (groups == 1) luSweepsWithOwn<1, isParted>(a, x, n, place);
         else luSweepsWithOwn<2, isParted>(a, x, n, place);
@@ -152,8 +145,8 @@ template <class T, class A, class B, class D>
     } else {
         shared[0] = T();
     }
-    constexpr int lanes = laneCount<T>, most = luGroupsInFlight<A> * lanes;
-    const bool fits = isShared<A> || luGroupsInFlight<A> * n * n <= greatestInLanes * greatestInLanes;
+    constexpr int lanes = laneCount<T>, most = groupsInFlight<A> * lanes;
+    const bool fits = isShared<A> || groupsInFlight<A> * n * n <= greatestInLanes * greatestInLanes;
     forAlikeObjects<T, most>(dst, count, fits ? most : lanes, isAdjacent<A> && n > block,
                              [&](const ObjectNumbers<most>& numbers, std::ptrdiff_t place) {
                                  fetchSquares(matrix, numbers.at, numbers.size, most, n, count);

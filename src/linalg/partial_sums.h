@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "kernel/predicates.h"
 #include "kernel/scalar.h"
 #include "kernel/vec.h"
 
@@ -94,13 +95,13 @@ template <Sign sign, int sums, class S, class Term>
     std::ptrdiff_t j = first;
     if (blocks < end) {
         j = end - (end - blocks) % block;
-#pragma GCC unroll 4
+#pragma GCC unroll 8
         for (int v = 0; v < sums; ++v)
             s[v] = summed<sign>(
                 s[v], first, blocks, j, [&](std::ptrdiff_t i) __attribute__((always_inline)) { return term(v, i); });
     }
     for (; j < end; ++j) {
-#pragma GCC unroll 4
+#pragma GCC unroll 8
         for (int v = 0; v < sums; ++v) s[v] = step<sign>(s[v], term(v, j));
     }
 }
@@ -120,7 +121,7 @@ template <Sign sign, class T>
         V part[vectors] = {};
         part[0][0] = s;
         for (; end - j >= block; j += block)
-#pragma GCC unroll 4
+#pragma GCC unroll 8
             for (int v = 0; v < vectors; ++v) {
                 const std::ptrdiff_t at = (j + v * lanesOf<V>)*size;
                 part[v] = with<sign>(part[v], load<V>(left + at) * load<V>(right + at));
@@ -139,6 +140,13 @@ struct ObjectNumbers {
     std::ptrdiff_t at[most];
     int size = 0;
 };
+
+// Solves in lanes: each sum is a chain of additions and each row ends in a division or a product, so several vectors of objects
+// are in flight. What they work on lies on the stack, which bounds the order, and their number where each object has a
+// matrix of its own.
+template <class A>
+inline constexpr int groupsInFlight = isShared<A> ? 6 : 2;
+inline constexpr std::ptrdiff_t greatestInLanes = 64;
 
 // Hands all objects of an array to `solve(numbers, place)`, `atOnce` at a time and those of a place together: blocks begin at
 // column `place` at the earliest. Behind the last numbers the last is repeated, for lanes that are left over.

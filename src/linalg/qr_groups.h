@@ -12,6 +12,7 @@
 #include "kernel/vec.h"
 #include "linalg/cores.h"
 #include "linalg/grids.h"
+#include "linalg/order1.h"
 #include "linalg/qr_general.h"
 #include "linalg/qr_reflect.h"
 
@@ -134,6 +135,15 @@ template <bool inEights, int groups, class S, class Element, class Scale>
     }
 }
 
+// Matrices and vectors of one element need no reflection. Returns how many are solved.
+template <class T, class A, class B, class D>
+[[gnu::always_inline]] inline std::ptrdiff_t qrSolveElements(const A& matrix, const B& src, const D& dst,
+                                                             std::ptrdiff_t height, std::ptrdiff_t count) {
+    if (height > 1) return 0;
+    return computeElements<T>(
+        count, [](Lanes<T> right, Lanes<T> diagonal) { return right / diagonal; }, dst, src, matrix);
+}
+
 // A matrix for each vector: those of a group are turned into lanes first.
 template <bool inEights, class S>
 [[gnu::noinline]] void qrSolveGroup(const S* a, S* b, std::ptrdiff_t width, std::ptrdiff_t height) {
@@ -150,7 +160,7 @@ template <class T, class A, class B, class D>
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
     S a[greatestGroup], b[greatestHeight];
-    std::ptrdiff_t k = 0;
+    std::ptrdiff_t k = qrSolveElements<T>(matrix, src, dst, height, count);
     if (fitsGroup(width, height))
         for (; k + lanes <= count; k += lanes) {
             readGroup(matrix, k, height, width, a);
@@ -181,8 +191,8 @@ template <class T, class A, class B, class D>
     constexpr int lanes = laneCount<T>;
     const auto one = matrix.at(0);
     S b[groupsTogether * greatestHeight];
-    std::ptrdiff_t k = 0;
-    if (count >= lanes && height <= greatestHeight) {
+    std::ptrdiff_t k = qrSolveElements<T>(matrix, src, dst, height, count);
+    if (count - k >= lanes && height <= greatestHeight) {
         for (std::ptrdiff_t j = 0; j < reflectionsOf(width, height); ++j)
             store(scratchAt(buffer, j), reflectorScale<isAdjacent<A>, T>(
                                             [&](std::ptrdiff_t i) { return load<T>(one.address(i, j)); }, j, height));
