@@ -44,7 +44,9 @@ needTests() {
         $modules/pytest=python3-pytest $modules/jsonschema=python3-jsonschema $modules/pip=python3-pip mypy=mypy \
         $modules/dask=python3-dask $modules/distributed=python3-distributed /usr/include/python3.11/Python.h=python3-dev
     needDocs
-    # A browser looks at the site; where there is none, that one test is skipped.
+    # What the guide compares with, and a browser that looks at the site; tests skip what there isn't.
+    (need /usr/include/eigen3/Eigen/Core=libeigen3-dev /usr/include/glm/glm.hpp=libglm-dev \
+        /usr/include/cglm/cglm.h=libcglm-dev /usr/include/lapacke.h=liblapacke-dev) || true
     (need chromium-headless-shell=chromium-headless-shell) || true
 }
 

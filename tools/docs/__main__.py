@@ -1,6 +1,8 @@
 """The site of the documentation.
 
 usage: docs site FOLDER    makes it with Doxygen, in FOLDER/html; fails where Doxygen warns
+       docs committed      rewrites what is made in docs/: drawings, and the table of functions
+       docs check          fails where one of these differs from what it is made of
 """
 
 from pathlib import Path
@@ -9,6 +11,9 @@ import shutil
 import subprocess
 import sys
 import time
+
+import functions
+import pictures
 
 ROOT = Path(__file__).resolve().parents[2]
 THEME = Path("/usr/share/doxygen-awesome-css")
@@ -38,9 +43,24 @@ HTML_EXTRA_STYLESHEET = {" ".join(f'"{style}"' for style in STYLES)}
     return 0
 
 
+def committed():
+    """Path to text of the files in docs/ that follow from other files."""
+    return {ROOT / "docs/functions.md": functions.page(functions.described(ROOT / "tools/formgen")), **pictures.texts()}
+
+
 def main(verb="", folder=""):
     if verb == "site" and folder:
         return site(folder)
+    if verb == "committed":
+        for path, text in committed().items():
+            path.parent.mkdir(exist_ok=True)
+            path.write_text(text)
+        return 0
+    if verb == "check":
+        stale = [path for path, text in committed().items() if not path.exists() or path.read_text() != text]
+        for path in stale:
+            print(f"docs: {path.relative_to(ROOT)} is out of date; run 'python3 tools/docs committed'")
+        return 1 if stale else 0
     print(__doc__, end="", file=sys.stderr)
     return 2
 

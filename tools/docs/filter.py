@@ -7,6 +7,7 @@ pages become references, and the name of a function leads to its description.
 
 import re
 import sys
+from collections import Counter
 from functools import cache
 from pathlib import Path
 
@@ -55,12 +56,16 @@ def link(page, match):
     return f'@subpage {page_id(to)} "{words}"' if page in CONTENTS else f"[{words}](@ref {page_id(to)})"
 
 
-def prose(page, text):
-    """Text between blocks of code."""
+def prose(page, text, slugs):
+    """Text between blocks of code. Of headings with the same slug the later ones get a number, as web hosts have it."""
     def heading(match):
         level, title = match.groups()
-        anchor = page_id(page) if level == "#" else anchor_id(page, slug(title))
-        return f"{level} {title} {{#{anchor}}}"
+        if level == "#":
+            return f"# {title} {{#{page_id(page)}}}"
+        anchor = slug(title)
+        slugs[anchor] += 1
+        number = f"-{slugs[anchor] - 1}" if slugs[anchor] > 1 else ""
+        return f"{level} {title} {{#{anchor_id(page, anchor + number)}}}"
 
     text = re.sub(r"^(#+) (.+)$", heading, text, flags=re.MULTILINE)
     text = re.sub(r"(?<!!)\[([^\]\n]+)\]\(([^)\s]+)\)", lambda match: link(page, match), text)
@@ -71,8 +76,8 @@ def filtered(path):
     text = path.read_text()
     if path.suffix != ".md":
         return text.replace("@mainpage korm", "@page conventions Conventions of all functions")
-    parts = FENCES.split(text)
-    return "".join(part if part.startswith("```") else prose(path, part) for part in parts)
+    slugs = Counter()
+    return "".join(part if part.startswith("```") else prose(path, part, slugs) for part in FENCES.split(text))
 
 
 if __name__ == "__main__":
