@@ -3,7 +3,7 @@
 . "$(dirname "$0")/common.sh"
 
 python=
-[[ ! -d $BUILD/python ]] || python=$BUILD/python
+[[ ! -d $BUILD/python/korm ]] || python=$BUILD/python
 /usr/bin/python3 -B "$(dirname "$0")/programs.py" "$SOURCE" --prefix "$PREFIX" --libdir "$LIBDIR" --work "$WORK/guides" \
     --python "$python" --cc "$CC" --cxx "$CXX" --cflags=" ${cFlags[*]}" --cxxflags=" ${cxxFlags[*]}" \
     --linkflags=" ${linkFlags[*]}"
