@@ -43,12 +43,12 @@ def line_panel(x, y, width, height, title, sizes, lines, colours):
     return parts
 
 
-def plot(panels):
+def plot(panels, words="Time of each peer over korm's: above the black line korm is faster"):
     """Panels of (title, sizes, {peer: {size: ratio}}), two in a row, below one legend."""
     peers = list(dict.fromkeys(peer for _, _, lines in panels for peer in lines))
     colours = {peer: COLOURS[i % len(COLOURS)] for i, peer in enumerate(peers)}
     width, height, legend = 420, 240, 24 + 18 * ((len(peers) + 4) // 4)
-    parts = [text(10, 16, "Time of each peer over korm's: above the black line korm is faster", 12)]
+    parts = [text(10, 16, words, 12)]
     for i, peer in enumerate([None, *peers]):
         x, y = 10 + i % 4 * 210, 34 + i // 4 * 18
         colour = colours.get(peer, "black")

@@ -1,7 +1,7 @@
 """The site of the documentation.
 
 usage: docs site FOLDER    makes it with Doxygen, in FOLDER/html; fails where Doxygen warns
-       docs committed      rewrites what is made in docs/: drawings, and the table of functions
+       docs committed      rewrites what is made in docs/: the table of functions, the page of speed, drawings
        docs check          fails where one of these differs from what it is made of
 """
 
@@ -14,6 +14,7 @@ import time
 
 import functions
 import pictures
+import speed
 
 ROOT = Path(__file__).resolve().parents[2]
 THEME = Path("/usr/share/doxygen-awesome-css")
@@ -45,7 +46,9 @@ HTML_EXTRA_STYLESHEET = {" ".join(f'"{style}"' for style in STYLES)}
 
 def committed():
     """Path to text of the files in docs/ that follow from other files."""
-    return {ROOT / "docs/functions.md": functions.page(functions.described(ROOT / "tools/formgen")), **pictures.texts()}
+    plots = {ROOT / f"docs/pictures/speed-{plot.name}.svg": speed.drawing(plot) for plot in speed.PLOTS}
+    return {ROOT / "docs/functions.md": functions.page(functions.described(ROOT / "tools/formgen")),
+            ROOT / "docs/speed.md": speed.page(), **pictures.texts(), **plots}
 
 
 def main(verb="", folder=""):

@@ -17,14 +17,7 @@ class Row:
     place: str
     ns: dict
 
-    @property
-    def peers(self):
-        """Contenders that are not the library itself, nor loops that only copy or fill memory."""
-        return [name for name in self.ns if not name.startswith("korm") and name not in ("copying loop", "memcpy")]
-
-    def against(self, peer):
-        """Time of a peer over the library's: 1.2 means that it takes 1.2 times as long as korm."""
-        return self.ns[peer] / self.ns["korm"]
+    best: float = None  # time of the best peer over the library's: 1.2 means that it takes 1.2 times as long as korm
 
 
 def cells(line):
@@ -45,8 +38,16 @@ def rows(family):
             form, size, place = (label.split(", ", 2) + ["", ""])[:3]
             ns = {name: float(figure) for name, figure in zip(names[1:], figures)
                   if figure and "/" not in name and not name.startswith(("best peer", "without the stub"))}
-            found.append(Row(section, form, size, place, ns))
+            best = dict(zip(names[1:], figures)).get("best peer / korm")
+            found.append(Row(section, form, size, place, ns, float(best) if best else None))
     return found
+
+
+@cache
+def conditions(family):
+    """When, on what processor and by which compiler a page was measured."""
+    text = (FOLDER / f"{family}.md").read_text()
+    return re.search(r"^- (\d{4}-[\d-]+), (.*?), \d+ processors.*?x86_64, (GNU [\d.]+)", text, flags=re.MULTILINE | re.DOTALL).groups()
 
 
 def nanoseconds(form, size, place=""):
