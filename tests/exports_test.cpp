@@ -228,9 +228,8 @@ TEST_F(Binary, AsksForNoExecutableStack) {
 TEST_F(Binary, KeepsOnlyTheEntryTableWritable) {
     const auto isSet = [&](auto tag, std::uint64_t flag) {
         const auto& entries = file.dynamic();
-        return std::any_of(entries.begin(), entries.end(), [&](const auto& entry) {
-            return entry.d_tag == tag && (entry.d_un.d_val & flag) != 0;
-        });
+        return std::any_of(entries.begin(), entries.end(),
+                           [&](const auto& entry) { return entry.d_tag == tag && (entry.d_un.d_val & flag) != 0; });
     };
     EXPECT_TRUE(isSet(DT_FLAGS, DF_BIND_NOW) || isSet(DT_FLAGS_1, DF_1_NOW));
     const ElfW(Phdr) sealed = programHeader(PT_GNU_RELRO);
