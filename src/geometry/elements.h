@@ -11,8 +11,9 @@
 
 namespace korm::inline KORM_VARIANT::geometry {
 
-// A float that may lie at any address. Vectors and matrices are pointers to such.
-using Unaligned = float __attribute__((aligned(1)));
+// A float that may lie at any address. Vectors and matrices are pointers to such. (Behind the type clang drops the attribute.)
+using Unaligned [[gnu::aligned(1)]] = float;
+static_assert(alignof(Unaligned) == 1);
 
 inline const std::byte* bytes(const Unaligned* from) { return reinterpret_cast<const std::byte*>(from); }
 inline std::byte* bytes(Unaligned* to) { return reinterpret_cast<std::byte*>(to); }
@@ -30,6 +31,10 @@ template <int n>
 inline void storeVector(Unaligned* to, const Vector<n>& v) {
     for (int i = 0; i < n; ++i) to[i] = v.e[i];
 }
+
+// For cores, which are declared with plain pointers and read through Unaligned ones again.
+inline const float* forCore(const Unaligned* from) { return static_cast<const float*>(from); }
+inline float* forCore(Unaligned* to) { return static_cast<float*>(to); }
 
 inline const Unaligned* elementsAt(const std::byte* from) { return reinterpret_cast<const Unaligned*>(from); }
 inline Unaligned* elementsAt(std::byte* to) { return reinterpret_cast<Unaligned*>(to); }

@@ -59,7 +59,7 @@ inline void determinant4(const Unaligned* m, Unaligned* d) {
 
 inline std::int32_t invert4(const Unaligned* s, Unaligned* det, Unaligned* d) {
     constexpr std::int32_t packed = 4 * sizeof(float);
-    return cores::invertAdjugate4(s, packed, det, d, packed);
+    return cores::invertAdjugate4(forCore(s), packed, forCore(det), forCore(d), packed);
 }
 
 // Not what the name says: 1 when the first element is 1 and any one column is that of the identity.

@@ -62,8 +62,8 @@ inline void projectAll(const Unaligned* projection, const Unaligned* view, const
                        Unaligned* dst, std::int32_t dstStride, std::int32_t count) {
     if (count < 1) return;
     float all[16];
-    cores::multiply4(view, projection, all);
-    cores::multiply4(world, all, all);
+    cores::multiply4(forCore(view), forCore(projection), all);
+    cores::multiply4(forCore(world), all, all);
     const Unaligned* const matrix = all;
     batch<Project>(src, srcStride, dst, dstStride, count, matrix, Viewport(viewportWidth, viewportHeight, minZ, maxZ));
 }

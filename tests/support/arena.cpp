@@ -7,6 +7,8 @@
 #include <memory>
 #include <stdexcept>
 
+#include "checker.h"
+
 namespace kormtest {
 namespace {
 
@@ -87,6 +89,14 @@ void Arena::restore(const std::vector<std::byte>& image) const {
         std::memcpy(window.begin, at, window.size());
         at += window.size();
     }
+}
+
+void Arena::setAllUnwritten() const {
+    for (const Stretch& window : windows_) setUnwritten(window.begin, window.size());
+}
+
+void Arena::setAllWritten() const {
+    for (const Stretch& window : windows_) setWritten(window.begin, window.size());
 }
 
 const std::byte* Arena::firstDifference(const std::vector<std::byte>& image) const {

@@ -55,6 +55,9 @@ public:
 
     std::vector<std::byte> snapshot() const;
     void restore(const std::vector<std::byte>& image) const;
+    // MemorySanitizer: are the bytes of all windows ones that nobody has written?
+    void setAllUnwritten() const;
+    void setAllWritten() const;
     // The first byte that differs from the image, nullptr if none does.
     const std::byte* firstDifference(const std::vector<std::byte>& image) const;
 

@@ -45,14 +45,15 @@ std::string digestLine(const std::string& name, int width, std::uint64_t digest)
     return line;
 }
 
-int runDigests(int argc, char** argv, const char* program, std::string (*allDigests)()) {
+int runDigests(int argc, char** argv, const char* program, std::string (*allDigests)(Digested)) {
     installFaultHandlers();
-    if (argc == 1) {
-        std::fputs(allDigests().c_str(), stdout);
+    const std::string command = argc > 1 ? argv[1] : "";
+    if (argc == 1 || (argc == 2 && command == "everything")) {
+        std::fputs(allDigests(argc == 1 ? Digested::fixedBits : Digested::everything).c_str(), stdout);
         return EXIT_SUCCESS;
     }
-    if (argc == 3 && std::string(argv[1]) == "check") return compare(argv[2], allDigests());
-    std::fprintf(stderr, "usage: %s [check FILE]\n", program);
+    if (argc == 3 && command == "check") return compare(argv[2], allDigests(Digested::fixedBits));
+    std::fprintf(stderr, "usage: %s [check FILE | everything]\n", program);
     return 2;
 }
 

@@ -29,7 +29,11 @@ std::uint64_t seedOfName(const std::string& name);
 // One line of a file of digests, the name filled up to `width` characters.
 std::string digestLine(const std::string& name, int width, std::uint64_t digest);
 
-// main() of such a program: PROGRAM prints the lines, PROGRAM check FILE compares them with FILE.
-int runDigests(int argc, char** argv, const char* program, std::string (*allDigests)());
+// Which results are digested: those that are the same everywhere, or those that depend on the processor as well.
+enum class Digested : bool { fixedBits, everything };
+
+// main() of such a program: PROGRAM prints the lines, PROGRAM check FILE compares them with FILE; PROGRAM everything prints
+// lines that hold for this processor.
+int runDigests(int argc, char** argv, const char* program, std::string (*allDigests)(Digested));
 
 }  // namespace kormtest

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "checker.h"
 #include "element_values.h"
 #include "family.h"
 #include "fault.h"
@@ -233,10 +234,50 @@ std::string Scene::placeOf(const std::byte* address) const {
     return text;
 }
 
+// For MemorySanitizer: of all that surrounds the call it may use its inputs and its tables.
+void Scene::setOnlyInputsWritten() const {
+    if (!underMemorySanitizer) return;
+    arena_.setAllUnwritten();
+    for (std::size_t index = 0; index < operands_.size(); ++index) {
+        const Operand& operand = form_.operands[index];
+        const bool table = operand.layout == Layout::pointer && operand.shape != Shape::constant;
+        const bool list = operand.layout == Layout::list && operand.array;
+        if (!operand.dense && (table || list)) {
+            const std::int32_t entries =
+                table ? options_.sizes.of(operand.rows) * options_.sizes.of(operand.columns) : options_.sizes.count;
+            setWritten(operands_[index].base, static_cast<std::size_t>(entries) * sizeof(void*));
+        }
+    }
+    for (std::size_t index = 0; index < operands_.size(); ++index) {
+        if (form_.operands[index].use != Operand::Use::input) continue;
+        const auto size = static_cast<std::size_t>(form_.sizeOf(form_.operands[index]));
+        visitElements(index, [&](const std::byte* address) { setWritten(address, size); });
+    }
+}
+
+// The operand with an element that should have changed, but follows from memory that nobody has written.
+std::string Scene::unwrittenResult(const std::vector<std::byte>& before, const std::vector<std::byte>& expected) const {
+    if (!underMemorySanitizer) return {};
+    std::string found;
+    std::size_t at = 0;
+    for (std::size_t index = 0; index < operands_.size(); ++index) {
+        if (!form_.operands[index].output()) continue;
+        const auto size = static_cast<std::size_t>(form_.sizeOf(form_.operands[index]));
+        visitElements(index, [&](const std::byte* address) {
+            const bool changes = std::memcmp(&before[at], &expected[at], size) != 0;
+            if (changes && isUnwritten(address, size)) found = form_.operands[index].name;
+            at += size;
+        });
+    }
+    arena_.setAllWritten();
+    return found;
+}
+
 Verdict Scene::run(const Library& library, unsigned stackShift, bool mayFork, std::int32_t team) const {
     const std::vector<std::byte> before = arena_.snapshot();
     // What is left in scratch means nothing: it is put back, by the reference untouched.
     const std::vector<std::byte> scratch = bytesOf(Operand::Use::scratch);
+    const std::vector<std::byte> elementsBefore = resultBytes();
     openElements().clear();
     const std::vector<std::int32_t> statuses = reference(team);
     const std::vector<OpenElement> open = openElements();
@@ -247,6 +288,7 @@ Verdict Scene::run(const Library& library, unsigned stackShift, bool mayFork, st
     const std::vector<CallValue> values = arguments();
     CallResult result;
     setFaultContext(form_.name.c_str());
+    setOnlyInputsWritten();
     if (mayFork) {
         result = callFunction(library.function(form_), values, stackShift);
     } else {
@@ -257,6 +299,8 @@ Verdict Scene::run(const Library& library, unsigned stackShift, bool mayFork, st
         return Verdict::fail("status " + std::to_string(result.status()) + ", expected " + std::to_string(statuses[0]) +
                              ", " + describe());
     }
+    if (const std::string name = unwrittenResult(elementsBefore, elements); !name.empty())
+        return Verdict::fail("a result of " + name + " follows from memory that nobody has written, " + describe());
     putBack(Operand::Use::scratch, scratch);
     if (!form_.family->nanBits) acceptNans(elements);
     acceptOpen(open);

@@ -67,6 +67,8 @@ private:
     std::vector<std::int32_t> reference(std::int32_t team) const;
     std::vector<std::byte> bytesOf(Operand::Use use) const;
     void putBack(Operand::Use use, const std::vector<std::byte>& bytes) const;
+    void setOnlyInputsWritten() const;
+    std::string unwrittenResult(const std::vector<std::byte>& before, const std::vector<std::byte>& expected) const;
     void acceptOpen(const std::vector<OpenElement>& elements) const;
     void acceptNans(const std::vector<std::byte>& expected) const;
     std::string placeOf(const std::byte* address) const;
