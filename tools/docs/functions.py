@@ -1,10 +1,13 @@
 """docs/functions.md: from task to operation to form, with its cost, and all functions by groups."""
 
 import json
+from pathlib import Path
 import re
 
 from figures import nanoseconds
 from tasks import TASKS
+
+ROOT = Path(__file__).resolve().parents[2]
 
 HEAD = """# Which function do I need?
 
@@ -33,6 +36,28 @@ ALL = """## All functions
 All %d of them, by groups of the header, where each has its arguments, checks and limits. A row holds the types and layouts of
 one form.
 """
+
+
+EXAMPLES = """## Examples
+
+Programs of this guide and of the [examples](examples.md) call {called} of the functions, and {operations} of the {all} operations. {rest}
+The other functions differ from these in operands, type or layout.
+"""
+
+
+def examples(description):
+    """How many functions have an example, and the operations without one."""
+    programs = [code for page in (ROOT / "README.md", *ROOT.glob("docs/*.md"))
+                for code in re.findall(r"^```(?:c|cpp)\n(.*?)^```$", page.read_text(), flags=re.MULTILINE | re.DOTALL)]
+    programs += [source.read_text() for source in ROOT.glob("examples/**/*.cpp")]
+    called = set(re.findall(r"\bkorm\w+", "\n".join(programs)))
+    operations = {}
+    for function in description["functions"]:
+        operations.setdefault((function["group"], function["operation"]), set()).add(function["name"])
+    without = [f"`{operation}` of {group.replace('_', ' ')}" for (group, operation), names in operations.items()
+               if not names & called]
+    return EXAMPLES.format(called=len(called & set().union(*operations.values())), operations=len(operations) - len(without),
+                           all=len(operations), rest=f"Without an example: {', '.join(without)}." if without else "None is without.")
 
 
 def full_name(call, element):
@@ -106,7 +131,7 @@ def page(description):
         raise SystemExit(f"docs: no task leads to the groups {sorted(without)}")
     single_and_array = {"mm": nanoseconds("Mul_mm_32f", "4"), "mama": nanoseconds("Mul_mama_32f", "4"),
                         "vv": nanoseconds("Add_vv_32f", "4", "packed"), "vava": nanoseconds("Add_vava_32f", "4", "cache")}
-    lines = [HEAD.format(**single_and_array), *task_tables(), ALL % len(names), *all_tables(description)]
+    lines = [HEAD.format(**single_and_array), *task_tables(), ALL % len(names), *all_tables(description), examples(description)]
     return re.sub(r"\n{3,}", "\n\n", "\n".join(lines)).rstrip() + "\n"
 
 

@@ -93,7 +93,7 @@ def systems():
             ("square, anything else", "LU", 126))
     for why, what, y in ends:
         parts += arrow(170, 87, 380, y + 17) + box(386, y, 170, what, "#e6f2e6")
-        parts.append(svg.text(268, y + (6 if y == 14 else 12 if y == 70 else 26), why, 11, "middle"))
+        parts.append(svg.text(262 if y != 70 else 372, y + (6 if y == 14 else 12 if y == 70 else 26), why, 11, "middle" if y != 70 else "end"))
         parts += arrow(556, y + 17, 600, y + 17) + box(604, y, 150, "BackSubst")
     return svg.document(775, 175, parts)
 
