@@ -2,7 +2,7 @@
 """Holds the documents against the tree: docs_test.py ROOT
 
 Links lead to files that exist and to headings of theirs; commands that are shown call scripts, programs and presets that
-there are.
+there are; each command line of the README and the guide is of a kind that something runs. (package.guides runs the programs.)
 """
 
 import json
@@ -10,6 +10,21 @@ import re
 import subprocess
 import sys
 from pathlib import Path
+
+
+# Lines of their own, and who runs such ones.
+RUN_BY = {
+    r"g?cc .*": "package.guides, as they stand",
+    r"scripts/(demo|test)( .*)?": ".ci/run",
+    r"scripts/bench .*": ".ci/run, the sweeps of products; the others for the pages of benchmarks",
+    r"scripts/(docs|package|install|fuzz|soak|sanitize|reproducible|abi)\b.*": "tests and .ci/run, or a long run by hand",
+    r"sudo apt-get (install|purge) .*": "scripts/test, the same packages; the packages themselves by scripts/package",
+    r"(sudo )?cmake --(preset|build|install) .*": "package.subproject and package.install",
+    r"pip install \.": "python.package",
+    r"import korm.*": "python.package",
+    r"PYTHONPATH=\S+ bench/python/compare.py": "for the table of docs/python.md",
+    r"for seed in .*korm_eigen_robustness .*": "eigen_robustness, fewer matrices",
+}
 
 
 def headings(page):
@@ -54,6 +69,16 @@ def broken_commands(root, page, programs, presets):
                 yield f"`{command}`: there is no preset {preset}"
 
 
+def unknown_commands(page):
+    """Indented lines that look like commands and are of no kind that something runs."""
+    text = re.sub(r"```.*?```", "", page.read_text(), flags=re.DOTALL)
+    for line in re.findall(r"^    (?! )((?:\w+=\S+ )*(?:sudo |for )?[\w./-]+(?: .*)?)$", text, flags=re.MULTILINE):
+        command = re.sub(r"\s+# .*", "", line)
+        looks_like_one = re.match(r"(\w+=\S+ |sudo |for )|(scripts|tests|bench|tools|build|\.ci)/|(g?cc|cmake|pip|python3|git|make|apt) ", line)
+        if looks_like_one and not any(re.fullmatch(kind, command) for kind in RUN_BY):
+            yield f"`{line}`: nothing is known to run it"
+
+
 def main():
     root = Path(sys.argv[1]).resolve()
     tracked = subprocess.run(["git", "-C", root, "ls-files"], capture_output=True, text=True, check=False).stdout.split()
@@ -67,6 +92,8 @@ def main():
     pages = sorted(file for file in files if file.suffix == ".md")
     mistakes = [f"{page.relative_to(root)}: {mistake}" for page in pages
                 for mistake in (*broken_links(page), *broken_commands(root, page, programs, presets))]
+    guide = [page for page in pages if page.parent == root / "docs" or page == root / "README.md"]
+    mistakes += [f"{page.relative_to(root)}: {mistake}" for page in guide for mistake in unknown_commands(page)]
     print("\n".join(mistakes) or f"{len(pages)} pages agree with the tree")
     return 1 if mistakes or not pages else 0
 

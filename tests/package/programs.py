@@ -2,7 +2,8 @@
 """Builds and runs the programs that pages show, and compares what they print with what the pages say they do.
 
 A block of c, cpp or python is a program. A block of text behind it is what it prints; one that prints something must have one.
-Programs in C and C++ build without a warning against the installed library, and return 0. Some show other libraries beside
+Programs in C and C++ build without a warning against the installed library, and return 0. Command lines of a compiler that a page
+shows are run as they stand, on the page's first program in C. Some show other libraries beside
 korm: where a header of theirs isn't installed the program is skipped, and the last line tells how many were.
 
     programs.py ROOT --prefix PREFIX --libdir LIBDIR --work FOLDER [--python FOLDER] [--cc CC] [--cxx CXX]
@@ -56,6 +57,22 @@ def programs_of(page):
         elif language == "text" and found and found[-1].printed is None:
             found[-1].printed = code
     return found
+
+
+@dataclass
+class CommandLine:
+    page: Path
+    number: int
+    text: str
+    code: str
+
+
+def command_lines(page):
+    """Lines of a page that call a compiler, with the program that they are about."""
+    text = page.read_text()
+    code = next((code for language, code in BLOCK.findall(text) if language == "c"), "")
+    lines = re.findall(r"^    (g?cc .*)$", BLOCK.sub("", text), flags=re.MULTILINE)
+    return [CommandLine(page, number, line, code) for number, line in enumerate(lines, 1)]
 
 
 def update(page, programs):
@@ -124,6 +141,20 @@ class Runner:
             return f"prints\n{done.stdout}and the page says\n{program.printed or 'nothing'}"
         return ""
 
+    def run_command(self, command):
+        """As `run`, of a line for the shell, in a folder of its own: there the library is found as if it were installed."""
+        if "-m32" in self.options.cflags:
+            return None
+        folder = self.work / f"{command.page.stem}_command_{command.number}"
+        folder.mkdir(exist_ok=True)
+        for name in re.findall(r"\b\w+\.c\b", command.text):
+            (folder / name).write_text(command.code)
+        environment = {**os.environ, "CPATH": self.options.prefix + "/include", "LIBRARY_PATH": self.library,
+                       "LD_LIBRARY_PATH": self.library, "PKG_CONFIG_PATH": self.library + "/pkgconfig"}
+        done = subprocess.run(command.text, shell=True, cwd=folder, env=environment, capture_output=True, text=True, timeout=60,
+                              check=False)
+        return f"`{command.text}` returns {done.returncode}\n{done.stderr}" if done.returncode else ""
+
 
 def main():
     parser = argparse.ArgumentParser(description="Runs the programs that pages show.")
@@ -143,16 +174,21 @@ def main():
     runner = Runner(options)
     with ThreadPoolExecutor(os.cpu_count()) as pool:
         results = list(pool.map(runner.run, programs))
+        commands = [command for page in pages for command in command_lines(page)]
+        outcomes = list(pool.map(runner.run_command, commands))
     if options.update:
         for page in pages:
             update(page, [program for program in programs if program.page == page])
     failed = [(program, result) for program, result in zip(programs, results) if result]
     for program, result in failed:
         print(f"FAILED {program.page.relative_to(root)}, program {program.number}: {result}")
+    for command, outcome in zip(commands, outcomes):
+        if outcome:
+            print(f"FAILED {command.page.relative_to(root)}: {outcome}")
     skipped = results.count(None)
     print(f"{len(programs)} programs of {len(pages)} pages: {len(programs) - len(failed) - skipped} agree with their pages, "
-          f"{len(failed)} don't, {skipped} skipped")
-    return 1 if failed or not programs else 0
+          f"{len(failed)} don't, {skipped} skipped; {len(commands)} command lines, {outcomes.count('')} run")
+    return 1 if failed or any(outcomes) or not programs else 0
 
 
 if __name__ == "__main__":
