@@ -17,6 +17,7 @@ RUN_BY = {
     r"g?cc .*": "package.guides, as they stand",
     r"scripts/(demo|test)( .*)?": ".ci/run",
     r"scripts/bench .*": ".ci/run, the sweeps of products; the others for the pages of benchmarks",
+    r"python3 tools/docs \w+": "docs.committed",
     r"scripts/(docs|package|install|fuzz|soak|sanitize|reproducible|abi)\b.*": "tests and .ci/run, or a long run by hand",
     r"sudo apt-get (install|purge) .*": "scripts/test, the same packages; the packages themselves by scripts/package",
     r"(sudo )?cmake --(preset|build|install) .*": "package.subproject and package.install",

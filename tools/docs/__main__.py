@@ -3,6 +3,7 @@
 usage: docs site FOLDER    makes it with Doxygen, in FOLDER/html; fails where Doxygen warns
        docs committed      rewrites what is made in docs/: the table of functions, the page of speed, drawings
        docs check          fails where one of these differs from what it is made of
+       docs examples       lists the functions that no program of the guide and no example calls
 """
 
 from pathlib import Path
@@ -58,6 +59,12 @@ def main(verb="", folder=""):
         for path, text in committed().items():
             path.parent.mkdir(exist_ok=True)
             path.write_text(text)
+        return 0
+    if verb == "examples":
+        names = [function["name"] for function in functions.described(ROOT / "tools/formgen")["functions"]]
+        without = [name for name in names if name not in functions.called()]
+        print("\n".join(without))
+        print(f"docs: {len(names) - len(without)} functions have an example, {len(without)} have none", file=sys.stderr)
         return 0
     if verb == "check":
         stale = [path for path, text in committed().items() if not path.exists() or path.read_text() != text]

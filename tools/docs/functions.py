@@ -1,5 +1,6 @@
 """docs/functions.md: from task to operation to form, with its cost, and all functions by groups."""
 
+from functools import cache
 import json
 from pathlib import Path
 import re
@@ -40,23 +41,28 @@ one form.
 
 EXAMPLES = """## Examples
 
-Programs of this guide and of the [examples](examples.md) call {called} of the functions, and {operations} of the {all} operations. {rest}
-The other functions differ from these in operands, type or layout.
+Programs of this guide and of the [examples](examples.md) call functions of {operations} of the {all} operations. {rest} Functions that
+aren't called differ from those that are in operands, type or layout; `python3 tools/docs examples` lists them.
 """
 
 
-def examples(description):
-    """How many functions have an example, and the operations without one."""
+@cache
+def called():
+    """Functions that the programs of the guide and the examples call."""
     programs = [code for page in (ROOT / "README.md", *ROOT.glob("docs/*.md"))
                 for code in re.findall(r"^```(?:c|cpp)\n(.*?)^```$", page.read_text(), flags=re.MULTILINE | re.DOTALL)]
     programs += [source.read_text() for source in ROOT.glob("examples/**/*.cpp")]
-    called = set(re.findall(r"\bkorm\w+", "\n".join(programs)))
+    return set(re.findall(r"\bkorm\w+", "\n".join(programs)))
+
+
+def examples(description):
+    """The operations without an example."""
     operations = {}
     for function in description["functions"]:
         operations.setdefault((function["group"], function["operation"]), set()).add(function["name"])
     without = [f"`{operation}` of {group.replace('_', ' ')}" for (group, operation), names in operations.items()
-               if not names & called]
-    return EXAMPLES.format(called=len(called & set().union(*operations.values())), operations=len(operations) - len(without),
+               if not names & called()]
+    return EXAMPLES.format(operations=len(operations) - len(without),
                            all=len(operations), rest=f"Without an example: {', '.join(without)}." if without else "None is without.")
 
 
