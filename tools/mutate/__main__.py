@@ -1,0 +1,189 @@
+"""Mutation testing: mutate BUILD [--seed N] [--tables N] [--entry N] [--kernels N] [--jobs N] [--only REGEX]
+
+Draws mistakes at random, makes a library with each and runs the quick tests of what it touches. What was tried is kept in
+BUILD/mutate/SEED.jsonl: a run that was stopped goes on where it was. Prints counts and what no test noticed.
+"""
+
+import argparse
+import json
+import random
+import re
+import shutil
+import subprocess
+import sys
+from collections import Counter
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+from mutations import code_mutations, table_mutations
+from workshop import FORMS_IN_A_PIECE, NotBuilt, Workshop, run
+
+ROOT = Path(__file__).resolve().parents[2]
+FAMILIES = ("arith", "products", "vectors", "move", "linalg", "eigen", "geometry", "kernel")
+PIECES_TRIED = 4  # until one has other code
+
+
+def files(group):
+    if group == "tables":
+        return sorted(ROOT.glob("src/*/forms.py"))
+    if group == "entry":
+        return [ROOT / "src/entry" / name for name in ("checks.h", "parallel.h", "parallel.cpp", "views.h", "version.cpp")]
+    return sorted(file for family in FAMILIES for suffix in ("h", "cpp") for file in (ROOT / "src" / family).glob(f"*.{suffix}"))
+
+
+def drawn(group, number, seed):
+    """Mistakes of a group: first a folder, then one of its mistakes, so that no large folder has all of them."""
+    places = {}
+    for file in files(group):
+        name = str(file.relative_to(ROOT))
+        text = file.read_text()
+        found = table_mutations(name, text) if group == "tables" else code_mutations(name, text)
+        for one in found:
+            places.setdefault(file.parent.name if group == "kernels" else group, []).append(one)
+    chance = random.Random(f"{seed} {group}")
+    for place in places.values():
+        chance.shuffle(place)
+    order = sorted(places)
+    total = sum(map(len, places.values()))
+    print(f"{group}: {total} mistakes to draw from", file=sys.stderr)
+    result = []
+    while len(result) < min(number, total):
+        place = places[order[len(result) % len(order)]]
+        if place:
+            result.append(place.pop())
+        else:
+            order = [name for name in order if places[name]]
+    return result
+
+
+def try_code(shop, mutation, folder):
+    """A mistake in a header or source: pieces of sources that include it, until one has other code."""
+    text = (ROOT / mutation.file).read_text()
+    overlay = folder / "overlay"
+    inside = Path(mutation.file).relative_to("src")
+    (overlay / inside).parent.mkdir(parents=True, exist_ok=True)
+    (overlay / inside).write_text(mutation.applied(text))
+    family = inside.parts[0]
+    chance = random.Random(f"{shop.seed} {family}")  # the same pieces for all of a family: each is compiled once without a mistake
+    if mutation.file.endswith(".cpp"):
+        return shop.tried(f"../../{mutation.file}", shop.forms_of(family, 20), mutation.applied(text), folder,
+                          right_text=text, family=family)
+    pieces = []
+    for source in shop.users.get(mutation.file, []):
+        own = shop.family_of(source) == family
+        for names in shop.pieces_of(source)[:2]:
+            pieces.append((not own if family not in ("kernel", "entry") else False, chance.random(), source, names))
+    verdict = ("equal", "")
+    for _, _, source, names in spread(sorted(pieces))[:PIECES_TRIED]:
+        piece = shop.piece_text((shop.build / source).read_text(), names)
+        verdict = shop.tried(source, names, piece, folder, overlay=overlay)
+        if verdict[0] == "survived":  # perhaps other forms, or tests that take longer, tell
+            names += shop.others(source, names)
+            piece = shop.piece_text((shop.build / source).read_text(), names)
+            verdict = shop.tried(source, names, piece, folder, overlay=overlay, family=family)
+        if verdict[0] == "killed":
+            break
+    return verdict
+
+
+def spread(pieces):
+    """One piece of each source first."""
+    seen, first, rest = set(), [], []
+    for piece in pieces:
+        (rest if piece[2] in seen else first).append(piece)
+        seen.add(piece[2])
+    return first + rest
+
+
+def try_table(shop, mutation, folder):
+    """A mistake in a table: the sources that it changes, and of those the forms that changed."""
+    tree = folder / "tree"
+    tree.mkdir(parents=True)
+    for path in ROOT.iterdir():  # the generator finds its tables from where it lies itself
+        if path.name in ("src", "tools"):
+            shutil.copytree(path, tree / path.name, ignore=shutil.ignore_patterns("*.cpp", "__pycache__"))
+        elif path.name not in ("build", ".git"):
+            (tree / path.name).symlink_to(path)
+    (tree / mutation.file).write_text(mutation.applied((ROOT / mutation.file).read_text()))
+    if run([sys.executable, "-B", "tools/formgen", "generate", str(folder / "generated")], cwd=tree).returncode:
+        raise NotBuilt
+    verdict = ("equal", "")
+    changed = [file for file in sorted((folder / "generated").rglob("*.cpp"))
+               if file.read_text() != (shop.generated / file.relative_to(folder / "generated")).read_text()]
+    random.Random(f"{shop.seed} {mutation.start}").shuffle(changed)
+    for file in changed[:2]:
+        source = f"generated/{file.relative_to(folder / 'generated')}"
+        before, after = (shop.build / source).read_text(), file.read_text()
+        old, new = shop.sections(before)[1], shop.sections(after)[1]
+        names = [name for name in old if old[name] != new.get(name)]
+        if set(old) != set(new):
+            return "killed", "exports differ"
+        random.Random(mutation.start).shuffle(names)
+        names = tuple(names[:FORMS_IN_A_PIECE])
+        verdict = shop.tried(source, names, shop.piece_text(after, names), folder,
+                             right_text=shop.piece_text(before, names), family=Path(mutation.file).parts[1])
+        if verdict[0] == "killed":
+            break
+    return verdict
+
+
+def main():
+    parser = argparse.ArgumentParser(prog="mutate", description=__doc__.splitlines()[0])
+    parser.add_argument("build", type=Path)
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--jobs", type=int, default=2)
+    parser.add_argument("--only", default="", help="mistakes whose description has this regular expression")
+    for group in ("tables", "entry", "kernels"):
+        parser.add_argument(f"--{group}", type=int, default=0)
+    given = parser.parse_args()
+    build = given.build.resolve()
+    scratch = build / "mutate" / str(given.seed)
+    shop = Workshop(ROOT, build, scratch, given.seed)
+    log = scratch.with_suffix(".jsonl")
+    done = {}
+    if log.exists():
+        done = {one["mistake"]: one for one in map(json.loads, log.read_text().splitlines())}
+    work = []
+    for group in ("tables", "entry", "kernels"):
+        for mutation in drawn(group, getattr(given, group), given.seed):
+            told = mutation.told((ROOT / mutation.file).read_text())
+            if told not in done and re.search(given.only, told):
+                work.append((group, mutation, told))
+    random.Random(given.seed).shuffle(work)  # so that a run that is stopped has tried some of each
+
+    def attempt(item):
+        number, (group, mutation, told) = item
+        folder = scratch / f"try{number}"
+        try:
+            verdict, by = (try_table if group == "tables" else try_code)(shop, mutation, folder)
+        except NotBuilt:
+            verdict, by = "not built", ""
+        except (RuntimeError, subprocess.SubprocessError) as error:
+            verdict, by = "failed", str(error)
+        shutil.rmtree(folder, ignore_errors=True)
+        one = {"group": group, "kind": mutation.kind, "mistake": told, "verdict": verdict, "by": by}
+        with shop.lock, log.open("a") as out:
+            print(json.dumps(one), file=out)
+        print(f"{verdict}: {told} {by}", file=sys.stderr, flush=True)
+        return one
+
+    with ThreadPoolExecutor(given.jobs) as pool:
+        for one in pool.map(attempt, enumerate(work)):
+            done[one["mistake"]] = one
+    report(list(done.values()))
+
+
+def report(tried):
+    counts = Counter((one["group"], one["verdict"]) for one in tried)
+    for group in sorted({one["group"] for one in tried}):
+        told = {verdict: counts[group, verdict] for verdict in ("killed", "survived", "equal", "not built", "failed")}
+        judged = told["killed"] + told["survived"]
+        share = 100 * told["killed"] / judged if judged else 0
+        print(f"{group}: {share:.1f} % of {judged} noticed;", ", ".join(f"{name} {number}" for name, number in told.items()))
+    for one in tried:
+        if one["verdict"] in ("survived", "failed"):
+            print(f"{one['verdict']}: {one['mistake']} {one['by']}")
+
+
+if __name__ == "__main__":
+    main()
