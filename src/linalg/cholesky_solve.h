@@ -180,7 +180,7 @@ template <class T, class A, class B, class D, int most>
         else sweepWithOwn<2, isParted>(a, x, n, place);
     }
     for (int v = 0; v < groups; ++v)
-        writeRowStarts(groupOf<lanes>(dst, numbers.at + v * lanes), 0, n, x + v * greatestInLanes,
+        writeRowStarts(groupOf<lanes>(dst, numbers.at + v * lanes), sameRow(0), n, x + v * greatestInLanes,
                        isWhole(v) && lanesTouch(dst));
 }
 
@@ -197,7 +197,8 @@ template <class T, class A, class B, class D>
     constexpr int most = groupsInFlight<A> * laneCount<T>;
     forAlikeObjects<T, most>(dst, count, most, isAdjacent<A> && n > block,
                              [&](const ObjectNumbers<most>& numbers, std::ptrdiff_t place) {
-                                 fetchSquares(factor, numbers.at, numbers.size, most, n, count);
+                                 for (int l = 0; l < numbers.size; ++l)
+                                     fetchSquare(factor, numbers.at[l] + most, n, count);
                                  choleskySolveAlike<T>(factor, src, dst, shared, numbers, n, place);
                              });
 }

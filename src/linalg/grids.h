@@ -102,21 +102,17 @@ template <int lanes, class View>
     });
 }
 
-// Tells the processor of square matrices whose turn comes `ahead` objects after these: it comes late to look for many objects at
-// once where they lie beyond its first cache. A hint, for those of adjacent elements.
+// Tells the processor of a square matrix whose turn comes: it comes late to look for many objects at once where they lie beyond
+// its first cache. A hint, for those of adjacent elements.
 template <class View>
-[[gnu::always_inline]] inline void fetchSquares(const View& view, const std::ptrdiff_t* numbers, int size,
-                                                std::ptrdiff_t ahead, std::ptrdiff_t n, std::ptrdiff_t count) {
+[[gnu::always_inline]] inline void fetchSquare(const View& view, std::ptrdiff_t k, std::ptrdiff_t n,
+                                               std::ptrdiff_t count) {
     constexpr auto bytes = static_cast<std::ptrdiff_t>(sizeof(typename View::Element));
     constexpr std::ptrdiff_t line = 64;
     if constexpr (isAdjacent<View> && !isShared<View>) {
-        if (count * n * n * bytes <= firstCache) return;
-        for (int l = 0; l < size; ++l) {
-            const std::ptrdiff_t k = numbers[l] + ahead;
-            for (std::ptrdiff_t i = 0; k < count && i < n; ++i)
-                for (std::ptrdiff_t at = 0; at < n * bytes; at += line)
-                    __builtin_prefetch(view.at(k).address(i, 0) + at);
-        }
+        if (k >= count || count * n * n * bytes <= firstCache) return;
+        for (std::ptrdiff_t i = 0; i < n; ++i)
+            for (std::ptrdiff_t at = 0; at < n * bytes; at += line) __builtin_prefetch(view.at(k).address(i, 0) + at);
     }
 }
 
@@ -146,16 +142,21 @@ template <class S, class Object, class Row>
     for (; j < length; ++j) to[j] = readElement<S>(from.at(row, sameRow(j)));
 }
 
-template <class S, class Object>
-[[gnu::always_inline]] inline void writeRowStarts(const Group<Object, lanesOf<S>>& to, std::ptrdiff_t i,
+template <class S, class Object, class Row>
+[[gnu::always_inline]] inline void writeRowStarts(const Group<Object, lanesOf<S>>& to, const Row& row,
                                                   std::ptrdiff_t length, const S* from, [[maybe_unused]] bool touch) {
     std::ptrdiff_t j = 0;
-    if constexpr (isAdjacent<Object>)
-        for (; j + 2 <= length; j += 2) writeRun<2>(to.at(i, j), from + j);
+    if constexpr (isAdjacent<Object>) {
+        for (; j + 4 <= length; j += 4) writeRun<4>(to.at(row, sameRow(j)), from + j);
+        if (j + 2 <= length) {
+            writeRun<2>(to.at(row, sameRow(j)), from + j);
+            j += 2;
+        }
+    }
     if constexpr (isScattered<Object>)
         if (touch)
-            for (; j < length; ++j) store(to.object[0].address(i, j), from[j]);
-    for (; j < length; ++j) writeElement(to.at(i, j), 0, from[j]);
+            for (; j < length; ++j) store(to.object[0].address(row(0), j), from[j]);
+    for (; j < length; ++j) writeElement(to.at(row, sameRow(j)), 0, from[j]);
 }
 
 }  // namespace korm::inline KORM_VARIANT::linalg

@@ -4,13 +4,17 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "entry/views.h"
 #include "kernel/groups.h"
+#include "kernel/scalar.h"
+#include "kernel/unroll.h"
 #include "kernel/vec.h"
 #include "korm.h"
 #include "linalg/cores.h"
 #include "linalg/elimination.h"
+#include "linalg/grids.h"
 #include "linalg/order2.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
@@ -108,6 +112,86 @@ template <int n, class T, class A, class D>
     return inGroups<lanes>(count, together, each);
 }
 
+// --- Any order ----------------------------------------------------------------------------------
+
+// Up to this order the working copy of a group is on the stack. Element (i, j) of each object is the vector a[i * n + j].
+inline constexpr std::ptrdiff_t greatestFactored = 24;
+
+// Each object exchanges row k with one of its own.
+template <class S>
+[[gnu::always_inline]] inline void exchangeRows(S* a, std::ptrdiff_t k, IndexOf<S> other, std::ptrdiff_t n) {
+    using T = ElementOf<S>;
+    Places<std::byte, lanesOf<S>> others;
+    unrolled<lanesOf<S>>([&](auto l) __attribute__((always_inline)) {
+        others.at[l] = reinterpret_cast<std::byte*>(a + other[l.value] * n) + l * static_cast<int>(sizeof(T));
+    });
+    for (std::ptrdiff_t j = 0; j < n; ++j) {
+        const auto distance = j * static_cast<std::ptrdiff_t>(sizeof(S));
+        const S old = a[k * n + j];
+        a[k * n + j] = readElement<S>(others, distance);
+        writeElement(others, distance, old);
+    }
+}
+
+// As luGeneral does one object. `rows` are the numbers of rows in the order of the pivots, those of an object together. False,
+// and all undefined, if a pivot of an object is too small.
+template <class S>
+[[gnu::noinline]] bool luGroup(S* a, std::int32_t* rows, std::ptrdiff_t n) {
+    using T = ElementOf<S>;
+    const S tiny = all<S>(std::numeric_limits<T>::epsilon());
+    for (int l = 0; l < lanesOf<S>; ++l)
+        for (std::ptrdiff_t i = 0; i < n; ++i) rows[l * n + i] = static_cast<std::int32_t>(i);
+    for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
+        S best = magnitude(a[k * n + k]);
+        IndexOf<S> at = allIndices<S>(static_cast<int>(k));
+        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
+            const S candidate = magnitude(a[i * n + k]);
+            const auto taken = asBits(candidate > best);
+            best = chosen(taken, candidate, best);
+            at = chosen(taken, allIndices<S>(static_cast<int>(i)), at);
+        }
+        if (any(tiny >= best)) return false;
+        exchangeRows(a, k, at, n);
+        for (int l = 0; l < lanesOf<S>; ++l) std::swap(rows[l * n + k], rows[l * n + at[l]]);
+        const S* const pivot = a + k * n;
+        const S scale = all<S>(1) / pivot[k];
+        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
+            S* const row = a + i * n;
+            const S multiplier = row[k] * scale;
+            row[k] = multiplier;
+            for (std::ptrdiff_t j = k + 1; j < n; ++j) row[j] = row[j] - pivot[j] * multiplier;
+        }
+    }
+    return !any(tiny >= magnitude(a[n * n - 1]));
+}
+
+template <class T, class A, class D>
+[[gnu::noinline]] std::int32_t luArrayGeneral(const A& src, const D& dst, std::byte* pivots, std::ptrdiff_t n,
+                                              std::ptrdiff_t count) {
+    using S = Lanes<T>;
+    constexpr int lanes = laneCount<T>;
+    const auto pivotsOf = [&](std::ptrdiff_t k) { return pivots + 4 * n * k; };
+    const auto together = [&](std::ptrdiff_t k) {
+        if (n > greatestFactored) return false;
+        S a[greatestFactored * greatestFactored];
+        std::int32_t rows[lanes * greatestFactored];
+        for (int l = 0; l < lanes; ++l) {
+            fetchSquare(src, k + lanes + l, n, count);
+            fetchSquare(dst, k + lanes + l, n, count);
+        }
+        readGroup(src, k, n, n, a);
+        if (!luGroup(a, rows, n)) return false;
+        const auto results = groupAt<lanes>(dst, k);
+        for (std::ptrdiff_t i = 0; i < n; ++i)
+            writeRowStarts(
+                results, [&](int l) { return rows[l * n + i]; }, n, a + i * n, false);
+        for (std::ptrdiff_t i = 0; i < lanes * n; ++i) store(pivotsOf(k) + 4 * i, rows[i]);
+        return true;
+    };
+    return inGroups<lanes>(count, together,
+                           [&](std::ptrdiff_t k) { return cores::luGeneral(src.at(k), dst.at(k), pivotsOf(k), n); });
+}
+
 // --- Choice ---------------------------------------------------------------------------------------
 
 template <int n, class T, class A, class D, class Count>
@@ -128,11 +212,8 @@ template <class A, class D, class Count>
     return forOrder(
         order, [&](auto n) __attribute__((always_inline)) { return luObjects<n, T>(src, dst, bytes, count); },
         [&]() __attribute__((always_inline)) {
-            for (std::ptrdiff_t k = 0; k < count; ++k) {
-                const std::int32_t status = cores::luGeneral(src.at(k), dst.at(k), bytes + 4 * k * order, order);
-                if (status != korStatusOk) return status;
-            }
-            return std::int32_t{korStatusOk};
+            if constexpr (isOneObject<Count>) return cores::luGeneral(src.at(0), dst.at(0), bytes, order);
+            else return luArrayGeneral<T>(withAnyObjects(src), withAnyObjects(dst), bytes, order, count);
         });
 }
 

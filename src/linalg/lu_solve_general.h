@@ -123,7 +123,7 @@ template <class T, class A, class B, class D, int most>
     }
     for (int v = 0; v < groups; ++v) {
         const std::ptrdiff_t* const own = numbers.at + v * lanes;
-        writeRowStarts(groupOf<lanes>(dst, own), 0, n, x + v * greatestInLanes,
+        writeRowStarts(groupOf<lanes>(dst, own), sameRow(0), n, x + v * greatestInLanes,
                        (v + 1) * lanes <= numbers.size && lanesTouch(dst));
     }
 }
@@ -149,7 +149,8 @@ template <class T, class A, class B, class D>
     const bool fits = isShared<A> || groupsInFlight<A> * n * n <= greatestInLanes * greatestInLanes;
     forAlikeObjects<T, most>(dst, count, fits ? most : lanes, isAdjacent<A> && n > block,
                              [&](const ObjectNumbers<most>& numbers, std::ptrdiff_t place) {
-                                 fetchSquares(matrix, numbers.at, numbers.size, most, n, count);
+                                 for (int l = 0; l < numbers.size; ++l)
+                                     fetchSquare(matrix, numbers.at[l] + most, n, count);
                                  luSolveAlike<T>(matrix, src, dst, shared, pivots, numbers, n, place);
                              });
 }

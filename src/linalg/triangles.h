@@ -83,7 +83,7 @@ template <class S, class Object>
 template <class S, class Object>
 [[gnu::always_inline]] inline void writeTriangles(const Group<Object, lanesOf<S>>& to, std::ptrdiff_t n, const S* a,
                                                   bool touch) {
-    for (std::ptrdiff_t i = 0; i < n; a += ++i) writeRowStarts(to, i, i + 1, a, touch);
+    for (std::ptrdiff_t i = 0; i < n; a += ++i) writeRowStarts(to, sameRow(i), i + 1, a, touch);
 }
 
 }  // namespace korm::inline KORM_VARIANT::linalg

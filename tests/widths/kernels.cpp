@@ -130,6 +130,7 @@ void addKernels(Kernels<T>& all, Element element) {
     };
     constexpr int e = Element::value;
     const auto addFactorisations = [&](auto n) {
+        add("LU decomposition", n, decompose<T, n, e>);
         all.push_back({"Cholesky decomposition", n, element, factor<T, n, e>, true});
         add("Cholesky solve", n, solveWithFactors<T, n, e>);
         add("QR decomposition", n, reflect<T, n, n, e>);
@@ -145,7 +146,6 @@ void addKernels(Kernels<T>& all, Element element) {
     };
     unrolled<6>([&](auto before) {
         constexpr Int<before + 1> n;
-        add("LU decomposition", n, decompose<T, n, e>);
         add("LU solve", n, solve<T, n, e>);
         addFactorisations(n);
         // Elements apart are gathered by the same few words everywhere: two kernels show them.
@@ -162,7 +162,6 @@ void addKernels(Kernels<T>& all, Element element) {
     addFactorisations(eight);
     addFactorisations(seventeen);
     add("LU solve", seventeen, solve<T, seventeen, e>);
-    add("LU decomposition", eight, decompose<T, eight, e>);
     add("LU solve", eight, solve<T, eight, e>);
     if constexpr (e == 1) {
         add("LU solve, one matrix", eight, solveForOneMatrix<T, eight, e>);
