@@ -13,7 +13,6 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 HOME = ROOT / "docs/guide.md"
-CONTENTS = (HOME, ROOT / "docs/benchmarks.md")  # pages that list others: those stand below them in the site's tree
 FENCES = re.compile(r"(^```.*?^```\n?)", re.MULTILINE | re.DOTALL)
 
 
@@ -53,7 +52,9 @@ def link(page, match):
         return words if words.startswith("`") else f"{words} (`{to.relative_to(ROOT)}`)"
     if anchor:
         return f"[{words}](@ref {anchor_id(to, anchor)})"
-    return f'@subpage {page_id(to)} "{words}"' if page in CONTENTS else f"[{words}](@ref {page_id(to)})"
+    # In the site's tree pages stand below the first one, or below the page that is named as their folder.
+    is_below = page == HOME or to.parent == page.with_suffix("")
+    return f'@subpage {page_id(to)} "{words}"' if is_below else f"[{words}](@ref {page_id(to)})"
 
 
 def prose(page, text, slugs):
