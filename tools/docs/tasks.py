@@ -65,7 +65,7 @@ TASKS = [
         task("turn structures into streams, one for each element", "Copy_ma:SP", size="4x4", place="packed to streams cache"),
         task("turn streams into structures", "Copy_ma:PS", size="4x4", place="streams to packed cache"),
         task("gather objects that a list leads to, or scatter them", "Copy_ma:LS", size="4x4", place="list to packed cache"),
-        task("pack parts of larger things into one block", "Extract_ma", size="4x4", place="strided cache"),
+        task("pack parts of larger things into one block", "Extract_ma", place="strided cache"),
         task("fill an array with identities", "LoadIdentity_ma", place="cache"),
         task("transpose matrices", "Transpose_ma", place="cache"),
     ]),
