@@ -67,14 +67,15 @@ def try_code(shop, mutation, folder):
     chance = random.Random(f"{shop.seed} {family}")  # the same pieces for all of a family: each is compiled once without a mistake
     if mutation.file.endswith(".cpp"):
         return shop.tried(f"../../{mutation.file}", shop.forms_of(family, 20), mutation.applied(text), folder,
-                          right_text=text, family=family)
+                          right_text=text, overlay=overlay, family=family)
+    function = mutation.function(text)
     pieces = []
     for source in shop.users.get(mutation.file, []):
-        own = shop.family_of(source) == family
+        likely = shop.mentions(source, function, mutation.file), shop.family_of(source) == family
         for names in shop.pieces_of(source)[:2]:
-            pieces.append((not own if family not in ("kernel", "entry") else False, chance.random(), source, names))
+            pieces.append((not likely[0], not likely[1], chance.random(), source, names))
     verdict = ("equal", "")
-    for _, _, source, names in spread(sorted(pieces))[:PIECES_TRIED]:
+    for *_, source, names in spread(sorted(pieces))[:PIECES_TRIED]:
         piece = shop.piece_text((shop.build / source).read_text(), names)
         verdict = shop.tried(source, names, piece, folder, overlay=overlay)
         if verdict[0] == "survived":  # perhaps other forms, or tests that take longer, tell
@@ -90,8 +91,8 @@ def spread(pieces):
     """One piece of each source first."""
     seen, first, rest = set(), [], []
     for piece in pieces:
-        (rest if piece[2] in seen else first).append(piece)
-        seen.add(piece[2])
+        (rest if piece[3] in seen else first).append(piece)
+        seen.add(piece[3])
     return first + rest
 
 

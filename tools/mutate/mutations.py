@@ -21,6 +21,13 @@ class Mutation:
     def line(self, text):
         return text.count("\n", 0, self.start) + 1
 
+    def function(self, text):
+        """The name of the function that it is in."""
+        names = re.findall(r"^(?:template|inline|static|constexpr|auto|void|bool|[A-Z]\w*|int|std)?[^\n;={}/]*?\b(\w+)\([^;{}]*\{", text[: self.end],
+                           flags=re.MULTILINE)
+        names = [name for name in names if name not in ("if", "for", "while", "switch", "constexpr")]
+        return names[-1] if names else ""
+
     def told(self, text):
         first, last = text.rfind("\n", 0, self.start) + 1, text.find("\n", self.end)
         old = " ".join(text[self.start : self.end].split())

@@ -45,6 +45,7 @@ class Workshop:
         self.link_command = shlex.split(re.search(r"&& (.*?) &&", command)[1])
         self.compile_command = self.command_for("generated/lu_decomposition_32f.cpp")
         self.users = self.users_of_headers()
+        self.texts = {}
         self.lock = threading.Lock()
 
     def ninja(self, tool, *arguments):
@@ -80,12 +81,17 @@ class Workshop:
         return head, {re.match(r"// --- (\w+)", form)[1]: form for form in forms}, foot
 
     def pieces_of(self, source):
-        """The names of forms of each piece of a source; one nameless piece where it has no forms of its own."""
+        """The names of forms of each piece of a source. One that has no forms of its own is one piece, and some forms that
+        may use it."""
         names = sorted(self.sections((self.build / source).read_text())[1])
         random.Random(f"{self.seed} {source}").shuffle(names)
-        return [tuple(names[i : i + FORMS_IN_A_PIECE]) for i in range(0, len(names), FORMS_IN_A_PIECE)] or [()]
+        if not names:
+            return [self.forms_of(self.family_of(source), 12)]
+        return [tuple(names[i : i + FORMS_IN_A_PIECE]) for i in range(0, len(names), FORMS_IN_A_PIECE)]
 
     def family_of(self, source):
+        if source.startswith("../"):
+            return Path(source).parts[-2]
         includes = re.findall(r'#include "(\w+)/', (self.build / source).read_text())
         return next((name for name in includes if name not in ("entry", "kernel")), "entry")
 
@@ -100,9 +106,19 @@ class Workshop:
                  for name in self.sections((self.build / source).read_text())[1]]
         return tuple(random.Random(f"{self.seed} {family}").sample(names, min(wanted, len(names))))
 
+    def mentions(self, source, function, file):
+        """Does a source, or a header that it includes beside this one, mention the function?"""
+        files = [name for name, sources in self.users.items() if source in sources and name != file]
+        return bool(function) and any(re.search(rf"\b{function}\b", self.text_of(name)) for name in files)
+
+    def text_of(self, name):
+        if name not in self.texts:
+            self.texts[name] = (self.root / name).read_text()
+        return self.texts[name]
+
     def piece_text(self, text, names):
         head, forms, foot = self.sections(text)
-        return head + "".join(forms[name] for name in names) + foot
+        return head + "".join(forms[name] for name in names if forms) + foot
 
     def compile(self, text, folder, overlay=None):
         """The object code, after a mistake in the files of `overlay`."""
@@ -146,7 +162,7 @@ class Workshop:
         environment = dict(os.environ, LD_LIBRARY_PATH=f"{folder}:{self.build}/lib", KORM_TEST_PERCENT=str(percent), KMP_BLOCKTIME="0")
         limit = lambda: resource.setrlimit(resource.RLIMIT_CPU, (CPU_SECONDS * percent // 10, CPU_SECONDS * percent // 10))
         try:
-            result = run([str(self.build / "bin" / name), *arguments], cwd=self.build, env=environment, timeout=900, preexec_fn=limit,
+            result = run([self.build / "bin" / name, *arguments], cwd=self.build, env=environment, timeout=900, preexec_fn=limit,
                          errors="replace")
         except subprocess.TimeoutExpired:
             return f"{name} hangs"
@@ -186,6 +202,26 @@ class Workshop:
                 return failed
         return ""
 
+    def tests_of_frame(self, folder, overlay):
+        """The program that has the parallel frame in itself, made anew."""
+        *lines, link = self.ninja("commands", "bin/korm_frame_test").strip().splitlines()
+        link = re.search(r"&& (.*?) &&", link)[1]
+        for line in lines:
+            if not (match := re.search(r"-o (\S+/korm_frame_test.dir/\S+/?(?:frame_test|parallel)\.cpp\.o) -c (\S+)", line)):
+                continue
+            path, source = match.groups()
+            here = folder / Path(path).name
+            mistaken = overlay / "entry" / Path(source).name
+            words = shlex.split(line.replace(source, str(mistaken)) if mistaken.exists() else line)
+            words = [str(here) if word == path else word for word in words if word != "ccache" and word != "-Werror"]
+            if run([words[0], f"-I{overlay}", *words[1:]], cwd=self.build).returncode:
+                raise NotBuilt
+            link = link.replace(path, str(here))
+        program = folder / "frame"
+        if run(shlex.split(link.replace("-o bin/korm_frame_test", f"-o {program}")), cwd=self.build).returncode:
+            raise NotBuilt
+        return self.program(program, ["--gtest_brief=1", "--gtest_fail_fast"], folder, 20)
+
     # --- A mistake ---
 
     def passes_without(self, source, names, text, folder):
@@ -210,4 +246,6 @@ class Workshop:
         failed = self.tests_of_forms(names, folder, 10) if names else ""
         if not failed and family:
             failed = (self.tests_of_forms(names, folder, 60) if names else "") or self.tests_of_family(family, folder)
+            if not failed and overlay and list((overlay / "entry").glob("parallel.*")):
+                failed = self.tests_of_frame(folder, overlay)
         return ("killed", failed) if failed else ("survived", "")
