@@ -10,11 +10,13 @@
 #include "kernel/scalar.h"
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
+#include "korm.h"
 #include "linalg/cores.h"
 #include "linalg/grids.h"
 #include "linalg/order1.h"
 #include "linalg/qr_general.h"
 #include "linalg/qr_reflect.h"
+#include "linalg/rows.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
 
@@ -81,6 +83,10 @@ template <class T, class A, class D>
                                        std::ptrdiff_t height, std::ptrdiff_t count) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
+    if (height == 1) {  // nothing to reflect
+        for (std::ptrdiff_t k = 0; k < count; ++k) copyRow<T>(src.at(k), dst.at(k), 0, 1);
+        return korStatusOk;
+    }
     S a[greatestGroup];
     const bool fits = fitsGroup(width, height);
     const auto together = [&](std::ptrdiff_t k) {
