@@ -8,7 +8,6 @@
 #include "entry/views.h"
 #include "kernel/groups.h"
 #include "kernel/predicates.h"
-#include "kernel/unroll.h"
 #include "kernel/vec.h"
 #include "linalg/cholesky_sweeps.h"
 #include "linalg/cores.h"
@@ -155,7 +154,7 @@ template <class T, class A, class B, class D, int most>
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
     constexpr bool isParted = isAdjacent<A>;
-    const int size = numbers.size, groups = (size + lanes - 1) / lanes;
+    const int size = numbers.size, groups = groupsFor<A>(numbers, lanes);
     if (size == 1 && !isShared<A>) {
         const std::ptrdiff_t k = numbers.at[0];
         sweepGeneral<T>(factor.at(k), src.at(k), dst.at(k), n);
@@ -167,9 +166,9 @@ template <class T, class A, class B, class D, int most>
         readRowStarts(groupOf<lanes>(src, numbers.at + v * lanes), sameRow(0), n, x + v * greatestInLanes,
                       isWhole(v) && lanesTouch(src));
     if constexpr (isShared<A>) {
-        unrolled<groupsInFlight<A>>([&](auto v) __attribute__((always_inline)) {
-            if (groups == v + 1) sweepWithShared<v + 1, isParted>(shared, x, n, place);
-        });
+        if (groups == 2) sweepWithShared<2, isParted>(shared, x, n, place);
+        else if (groups == 4) sweepWithShared<4, isParted>(shared, x, n, place);
+        else sweepWithShared<6, isParted>(shared, x, n, place);
     } else {
         constexpr std::ptrdiff_t pitch = triangleSize(greatestInLanes);
         S a[groupsInFlight<A> * pitch];

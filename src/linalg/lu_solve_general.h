@@ -9,7 +9,6 @@
 #include "kernel/groups.h"
 #include "kernel/predicates.h"
 #include "kernel/scalar.h"
-#include "kernel/unroll.h"
 #include "kernel/vec.h"
 #include "linalg/grids.h"
 #include "linalg/partial_sums.h"
@@ -100,7 +99,7 @@ template <class T, class A, class B, class D, int most>
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
     constexpr bool isParted = isAdjacent<A>;
-    const int groups = (numbers.size + lanes - 1) / lanes;
+    const int groups = groupsFor<A>(numbers, lanes);
     S x[groupsInFlight<A> * greatestInLanes];
     [[maybe_unused]] S a[isShared<A> ? 1 : greatestInLanes * greatestInLanes];
     for (int v = 0; v < groups; ++v) {
@@ -114,9 +113,9 @@ template <class T, class A, class B, class D, int most>
         }
     }
     if constexpr (isShared<A>) {
-        unrolled<groupsInFlight<A>>([&](auto v) __attribute__((always_inline)) {
-            if (groups == v + 1) luSweepsWithShared<v + 1, isParted>(shared, x, n, place);
-        });
+        if (groups == 2) luSweepsWithShared<2, isParted>(shared, x, n, place);
+        else if (groups == 4) luSweepsWithShared<4, isParted>(shared, x, n, place);
+        else luSweepsWithShared<6, isParted>(shared, x, n, place);
     } else {
         if (groups == 1) luSweepsWithOwn<1, isParted>(a, x, n, place);
         else luSweepsWithOwn<2, isParted>(a, x, n, place);
