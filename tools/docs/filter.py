@@ -28,7 +28,7 @@ def pages():
 
 
 @cache
-def functions():
+def exported():
     return set(re.findall(r"^(?:\w+ )+\*?(korm\w+)\(", (ROOT / "include/korm.h").read_text(), flags=re.MULTILINE))
 
 
@@ -70,13 +70,23 @@ def prose(page, text, slugs):
 
     text = re.sub(r"^(#+) (.+)$", heading, text, flags=re.MULTILINE)
     text = re.sub(r"(?<!!)\[([^\]\n]+)\]\(([^)\s]+)\)", lambda match: link(page, match), text)
-    return re.sub(r"`(korm\w+)`", lambda match: f'@ref {match[1]} "{match[1]}"' if match[1] in functions() else match[0], text)
+    return re.sub(r"`(korm\w+)`", lambda match: f'@ref {match[1]} "{match[1]}"' if match[1] in exported() else match[0], text)
+
+
+def header(text):
+    """korm.h: its first page gives way to the guide's, and each group leads to the page that explains it."""
+    import functions  # here, since pages need nothing of it
+    guides = functions.guides(functions.described(ROOT / "tools/formgen"))
+    text = re.sub(r"^( \* @defgroup (\w+) .*\n)",
+                  lambda group: f"{group[1]} * @ref {page_id(ROOT / 'docs' / guides[group[2]])} explains when to use what.\n *\n",
+                  text, flags=re.MULTILINE)
+    return text.replace("@mainpage korm", "@page conventions Conventions of all functions")
 
 
 def filtered(path):
     text = path.read_text()
     if path.suffix != ".md":
-        return text.replace("@mainpage korm", "@page conventions Conventions of all functions")
+        return header(text)
     slugs = Counter()
     return "".join(part if part.startswith("```") else prose(path, part, slugs) for part in FENCES.split(text))
 
