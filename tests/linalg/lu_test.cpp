@@ -220,6 +220,31 @@ TEST_P(LUDecomp, ASerialCallStopsAtTheFirstFailure) {
     });
 }
 
+// Columns go in panels there, and a failure within one leaves the columns behind it as far as all others.
+TEST_P(LUDecomp, LargeMatricesAreFactoredElementByElement) {
+    byType(form(), [&](auto zero) {
+        using T = decltype(zero);
+        Random random(mixSeed(22, GetParam()));
+        for (const std::int32_t n : {63, 64, 65, 100, 131}) {
+            for (const std::int32_t empty : {-1, 0, 31, 32, 45, n - 1}) {
+                DenseCall call(form(), squareSizes(n), random.pick(spreadsOf(form())));
+                Square<T> a = ordinary<T>(n, random);
+                const bool hasTies = random.chance(30);
+                for (std::int32_t i = 0; hasTies && i < n * n; ++i) a(i / n, i % n) = T(random.between(-3, 3));
+                for (std::int32_t i = 0; empty >= 0 && i < n; ++i) a(i, empty) = 0;
+                if (random.chance(20)) a(n / 2, n - 2) = std::numeric_limits<T>::quiet_NaN();
+                setMatrix(call, "src", 0, a);
+                const Factored<T> expected = factorGeneral(a);
+                ASSERT_EQ(call.call(), expected.status) << "order " << n << ", empty column " << empty;
+                ASSERT_EQ(pivotsOf<T>(call, 0), expected.pivots) << "order " << n << ", empty column " << empty;
+                for (std::int32_t e = 0; e < n * n; ++e)
+                    ASSERT_TRUE(sameBits(call.get<T>("dst", 0, e / n, e % n), expected.matrix(e / n, e % n)))
+                        << "order " << n << ", empty column " << empty << ", element " << e;
+            }
+        }
+    });
+}
+
 // Singular in the first, the last or a middle column, and of rank one.
 TEST_P(LUDecomp, FindsAnEmptyColumnWhereverItIs) {
     Random random(3);
