@@ -1,5 +1,8 @@
 # The site of the documentation: the target korm_docs makes it in <build>/docs/html, the component "docs" installs it.
 
+if(NOT PROJECT_IS_TOP_LEVEL)
+    return()
+endif()
 find_program(KORM_DOXYGEN NAMES doxygen)
 find_file(KORM_DOXYGEN_THEME doxygen-awesome.css PATHS /usr/share/doxygen-awesome-css NO_DEFAULT_PATH)
 if(NOT KORM_DOXYGEN OR NOT KORM_DOXYGEN_THEME)
