@@ -1,7 +1,8 @@
 #include "functions.h"
 
-#include <sstream>
 #include <stdexcept>
+
+#include "../support/words.h"
 
 namespace kormtest {
 
@@ -154,9 +155,8 @@ GeometryFunction make(const Row& row) {
     GeometryFunction function;
     function.name = row.name;
     function.reference = row.reference;
-    std::istringstream words(row.arguments);
     bool result = false;
-    for (std::string word; words >> word;) {
+    for (const std::string& word : wordsOf(row.arguments)) {
         if (word == "->") {
             result = true;
             continue;
@@ -165,8 +165,7 @@ GeometryFunction make(const Row& row) {
         if (function.arguments.back().slot == Slot::stride)
             function.arguments[function.arguments.size() - 2].stride = static_cast<int>(function.arguments.size()) - 1;
     }
-    std::istringstream remarks(row.remarks);
-    for (std::string word; remarks >> word;) {
+    for (const std::string& word : wordsOf(row.remarks)) {
         if (word == "copies") function.copies = true;
         else if (word == "noProductSum") function.contracts = false;
         else if (word == "commutes") function.commutes = true;

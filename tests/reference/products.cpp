@@ -1,11 +1,11 @@
 #include "products.h"
 
 #include <array>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 
 #include "../support/family.h"
+#include "../support/words.h"
 
 namespace kormtest {
 namespace {
@@ -113,8 +113,7 @@ constexpr SquareRow vectorSquares[] = {
 // clang-format on
 
 bool names(const char* list, const std::string& kernel) {
-    std::istringstream stream(list);
-    for (std::string word; stream >> word;) {
+    for (const std::string& word : wordsOf(list)) {
         if (word == kernel) return true;
         if (word[0] == '*' && kernel.ends_with(word.substr(1))) return true;
     }

@@ -2,6 +2,13 @@
 
 #include <cerrno>
 
+#include "checker.h"
+
+#ifdef KORM_MEMORY_SANITIZER
+// Where a caller tells which of its arguments have a value.
+extern "C" thread_local unsigned long long __msan_param_tls[100];
+#endif
+
 extern "C" void kormtestTrampoline(kormtest::CallFrame* frame);
 
 namespace kormtest {
@@ -90,6 +97,13 @@ std::string damageOf(const CallFrame& frame, std::size_t used) {
     return damage;
 }
 
+// The trampoline can't say that all arguments have values; what is there is of an earlier call.
+void setArgumentsWritten() {
+#ifdef KORM_MEMORY_SANITIZER
+    for (unsigned long long& shadow : __msan_param_tls) shadow = 0;
+#endif
+}
+
 }  // namespace
 
 CallResult callFunction(void* function, std::span<const CallValue> arguments, unsigned stackShift) {
@@ -102,6 +116,7 @@ CallResult callFunction(void* function, std::span<const CallValue> arguments, un
         frame.integers[i] = canaryWord * (i + 11);
     }
     const std::size_t used = place(frame, arguments);
+    setArgumentsWritten();
     errno = errnoMark;
     kormtestTrampoline(&frame);
     const int errnoAfter = errno;

@@ -1,10 +1,10 @@
 #include "forms.h"
 
 #include <algorithm>
-#include <sstream>
 #include <stdexcept>
 
 #include "family.h"
+#include "words.h"
 
 namespace kormtest {
 namespace {
@@ -17,15 +17,8 @@ std::vector<Table> allTables() {
     };
 }
 
-std::vector<std::string> words(const char* text) {
-    std::istringstream stream(text);
-    std::vector<std::string> result;
-    for (std::string word; stream >> word;) result.push_back(word);
-    return result;
-}
-
 bool contains(const char* list, const std::string& word) {
-    const auto names = words(list);
+    const auto names = wordsOf(list);
     return std::find(names.begin(), names.end(), word) != names.end();
 }
 
@@ -141,7 +134,7 @@ Form makeForm(const Table& table, const GroupRow& row, const std::string& tokens
     for (const Operand& operand : form.operands) form.array = form.array || operand.array;
     row.family->shape(form);
     for (Operand& operand : form.operands) operand.layout = operand.output() ? resultLayout : layout;
-    for (const std::string& word : words(row.family->signature)) addWord(form, word);
+    for (const std::string& word : wordsOf(row.family->signature)) addWord(form, word);
     form.checks = orderOf(form, table);
     const auto& without = table.withoutDriver;
     form.driver = row.estimate != nullptr && std::find(without.begin(), without.end(), form.name) == without.end();
@@ -156,7 +149,7 @@ std::vector<Form> makeForms() {
     std::vector<Form> forms;
     for (const Table& table : allTables()) {
         for (const GroupRow& row : table.groups) {
-            for (const std::string& tokens : words(row.tokens)) {
+            for (const std::string& tokens : wordsOf(row.tokens)) {
                 const bool array = tokens.find('a') != std::string::npos;
                 for (const Type type : {Type::f32, Type::f64}) {
                     for (const Layout layout : {Layout::standard, Layout::list, Layout::pointer}) {
