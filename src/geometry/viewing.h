@@ -103,8 +103,8 @@ inline void orthoOffCenter(float left, float right, float bottom, float top, flo
 template <Hand hand>
 inline void perspective(float viewWidth, float viewHeight, float zNear, float zFar, Unaligned* d) {
     const Depth<hand> depth(zNear, zFar);
-    const float twice = zNear + zNear;
-    const Scales s{Float4{twice, twice, zFar, zNear * zFar} /
+    const float twiceNear = zNear + zNear;
+    const Scales s{Float4{twiceNear, twiceNear, zFar, zNear * zFar} /
                    Float4{viewWidth, viewHeight, depth.forScale, depth.forOffset}};
     storeRows(d, s.row0(), s.row1(), Float4{0, 0, s.depthScale(), depthToW<hand>}, Float4{0, 0, s.depthOffset(), 0});
 }

@@ -51,7 +51,7 @@ template <class T, class At>
 template <class T, class D>
 [[gnu::always_inline]] inline void eliminateFromRow(const D& matrix, std::ptrdiff_t to, std::ptrdiff_t pivot,
                                                     T multiplier, std::ptrdiff_t k, std::ptrdiff_t n) {
-    std::ptrdiff_t alone = n;  // columns before this one are taken one by one
+    std::ptrdiff_t firstVector = n;  // columns before this one are taken one by one
     if constexpr (isAdjacent<D>) {
         constexpr std::ptrdiff_t lanes = laneCount<T>;
         std::byte* const row = matrix.address(to, 0);
@@ -61,20 +61,20 @@ template <class T, class D>
         const auto difference = [&](std::ptrdiff_t j) __attribute__((always_inline)) {
             return loadLanes<T>(row + offset(j)) - loadLanes<T>(pivotRow + offset(j)) * multipliers;
         };
-        alone = n % lanes;
-        std::ptrdiff_t j = alone;
-        if (k >= alone) {
-            j = k - (k - alone) % lanes;
+        firstVector = n % lanes;
+        std::ptrdiff_t j = firstVector;
+        if (k >= firstVector) {
+            j = k - (k - firstVector) % lanes;
             const Lanes<T> column = broadcast(static_cast<T>(k - j)), columns = laneNumbers<Lanes<T>>();
             const Lanes<T> behind = chosen(columns > column, difference(j), multipliers);
             storeLanes(row + offset(j), chosen(columns < column, loadLanes<T>(row + offset(j)), behind));
             j += lanes;
         }
         for (; j < n; j += lanes) storeLanes(row + offset(j), difference(j));
-        if (k >= alone) return;
+        if (k >= firstVector) return;
     }
     store(matrix.address(to, k), multiplier);
-    for (std::ptrdiff_t j = k + 1; j < alone; ++j) {
+    for (std::ptrdiff_t j = k + 1; j < firstVector; ++j) {
         std::byte* const at = matrix.address(to, j);
         store(at, load<T>(at) - load<T>(matrix.address(pivot, j)) * multiplier);
     }

@@ -17,7 +17,7 @@ struct Span {
     std::uintptr_t begin;
     std::uintptr_t end;
 
-    bool apart(const Span& other) const { return end <= other.begin || other.end <= begin; }
+    bool clearOf(const Span& other) const { return end <= other.begin || other.end <= begin; }
 };
 
 Span spanOf(const void* begin, std::ptrdiff_t bytes) {
@@ -127,7 +127,7 @@ struct Pieces {
     }
 
     // The same, where that is so of most by far.
-    bool clearOf(const Span& span, const Span& allOfThese) const { return allOfThese.apart(span) || clearOf(span); }
+    bool clearOf(const Span& span, const Span& allOfThese) const { return allOfThese.clearOf(span) || clearOf(span); }
 };
 
 // Does each step pass what the smaller ones reach?
@@ -175,7 +175,7 @@ bool piecesDistinct(const Pieces& pieces, const Side& side, const Extent& extent
     if (pieces.count > comparable) return false;
     for (std::ptrdiff_t a = 0; a < pieces.count; ++a)
         for (std::ptrdiff_t b = a + 1; b < pieces.count; ++b)
-            if (!pieces.at(a).apart(pieces.at(b))) return false;
+            if (!pieces.at(a).clearOf(pieces.at(b))) return false;
     return true;
 }
 

@@ -118,27 +118,27 @@ void turnTile(const Source& source, std::ptrdiff_t rows, const Result& result, s
         const bool touching = columns > 1 && source.touch(columns * sizeOf<Word>);
         for (std::ptrdiff_t y = 0; y < columns; y += group) {
             forFew<group>(
-                std::min<std::ptrdiff_t>(columns - y, group), [&](auto few) __attribute__((always_inline)) {
-                    std::byte* to[few];
-                    for (int j = 0; j < few; ++j) to[j] = result.at(y + j);
+                std::min<std::ptrdiff_t>(columns - y, group), [&](auto known) __attribute__((always_inline)) {
+                    std::byte* to[known];
+                    for (int j = 0; j < known; ++j) to[j] = result.at(y + j);
                     const Source from = source.shifted(0, y * sizeOf<Word>);
-                    constexpr bool wide = sizeof(Word) == 4 && few < group;
-                    if (wide && touching) columnsToRows<Word, few, wide>(from, rows, to);
-                    else columnsToRows<Word, few, false>(from, rows, to);
+                    constexpr bool wide = sizeof(Word) == 4 && known < group;
+                    if (wide && touching) columnsToRows<Word, known, wide>(from, rows, to);
+                    else columnsToRows<Word, known, false>(from, rows, to);
                 });
         }
     } else {
         const bool touching = rows > 1 && result.touch(rows * sizeOf<Word>);
         for (std::ptrdiff_t x = 0; x < rows; x += group) {
             forFew<group>(
-                std::min<std::ptrdiff_t>(rows - x, group), [&](auto few) __attribute__((always_inline)) {
-                    const std::byte* from[few];
-                    for (int i = 0; i < few; ++i) from[i] = source.at(x + i);
+                std::min<std::ptrdiff_t>(rows - x, group), [&](auto known) __attribute__((always_inline)) {
+                    const std::byte* from[known];
+                    for (int i = 0; i < known; ++i) from[i] = source.at(x + i);
                     const Result to = result.shifted(0, x * sizeOf<Word>);
                     // What is stored too much belongs to the next row's beginning, which must not be there yet.
-                    constexpr bool wide = sizeof(Word) == 4 && few < group;
-                    if (wide && touching && rows < group) rowsToColumns<Word, few, wide>(from, columns, to);
-                    else rowsToColumns<Word, few, false>(from, columns, to);
+                    constexpr bool wide = sizeof(Word) == 4 && known < group;
+                    if (wide && touching && rows < group) rowsToColumns<Word, known, wide>(from, columns, to);
+                    else rowsToColumns<Word, known, false>(from, columns, to);
                 });
         }
     }
