@@ -20,7 +20,7 @@ from workshop import FORMS_IN_A_PIECE, NotBuilt, Workshop, run
 
 ROOT = Path(__file__).resolve().parents[2]
 FAMILIES = ("arith", "products", "vectors", "move", "linalg", "eigen", "geometry", "kernel")
-PIECES_TRIED = 4  # until one has other code
+PIECES_TRIED = 6  # until one has other code
 
 
 def files(group):
@@ -74,7 +74,7 @@ def try_code(shop, mutation, folder):
         likely = shop.mentions(source, function, mutation.file), shop.family_of(source) == family
         for names in shop.pieces_of(source)[:2]:
             pieces.append((not likely[0], not likely[1], chance.random(), source, names))
-    verdict = ("equal", "")
+    result = ("equal", "")
     for *_, source, names in spread(sorted(pieces))[:PIECES_TRIED]:
         piece = shop.piece_text((shop.build / source).read_text(), names)
         verdict = shop.tried(source, names, piece, folder, overlay=overlay)
@@ -83,8 +83,10 @@ def try_code(shop, mutation, folder):
             piece = shop.piece_text((shop.build / source).read_text(), names)
             verdict = shop.tried(source, names, piece, folder, overlay=overlay, family=family)
         if verdict[0] == "killed":
-            break
-    return verdict
+            return verdict
+        if verdict[0] == "survived":
+            result = verdict
+    return result
 
 
 def spread(pieces):
@@ -108,7 +110,7 @@ def try_table(shop, mutation, folder):
     (tree / mutation.file).write_text(mutation.applied((ROOT / mutation.file).read_text()))
     if run([sys.executable, "-B", "tools/formgen", "generate", str(folder / "generated")], cwd=tree).returncode:
         raise NotBuilt
-    verdict = ("equal", "")
+    result = ("equal", "")
     changed = [file for file in sorted((folder / "generated").rglob("*.cpp"))
                if file.read_text() != (shop.generated / file.relative_to(folder / "generated")).read_text()]
     random.Random(f"{shop.seed} {mutation.start}").shuffle(changed)
@@ -124,8 +126,10 @@ def try_table(shop, mutation, folder):
         verdict = shop.tried(source, names, shop.piece_text(after, names), folder,
                              right_text=shop.piece_text(before, names), family=Path(mutation.file).parts[1])
         if verdict[0] == "killed":
-            break
-    return verdict
+            return verdict
+        if verdict[0] == "survived":
+            result = verdict
+    return result
 
 
 def main():
