@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -44,6 +45,16 @@ std::int32_t callWithLength(std::size_t length) {
     return scale(vectors, result);
 }
 
+// One vector of which the last element was never written; does the result say so?
+std::int32_t callUnwritten() {
+    auto* const vector = static_cast<float*>(std::malloc(size * sizeof(float)));
+    float result[size];
+    vector[0] = vector[1] = vector[2] = 1.5F;
+    kormMul_vac_32f(vector, size * 4, 4, 2, result, size * 4, 4, size, 1);
+    std::free(vector);
+    return result[size - 1] > 0 ? 1 : 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -51,10 +62,11 @@ int main(int argc, char** argv) {
     if (std::strcmp(name, "nothing") == 0) return callFromTwoThreads(false) + callWithLength(size * count);
     if (std::strcmp(name, "race") == 0) return callFromTwoThreads(true);
     if (std::strcmp(name, "overread") == 0) return callWithLength(size * count - 1);
+    if (std::strcmp(name, "unwritten") == 0) return callUnwritten();
     if (std::strcmp(name, "overflow") == 0) {
         volatile std::int32_t largest = INT32_MAX;
         return largest + argc;
     }
-    std::fputs("usage: planted nothing|race|overread|overflow\n", stderr);
+    std::fputs("usage: planted nothing|race|overread|unwritten|overflow\n", stderr);
     return 2;
 }
