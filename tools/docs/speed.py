@@ -41,8 +41,8 @@ PLOTS = (
          ("LUDecomp_ma", "LUBackSubst_mava", "LUBackSubst_mva", "CholeskyDecomp_ma", "CholeskyBackSubst_mava", "Invert_ma", "Det_ma"),
          ("2", "3", "4", "5", "6", "7", "8", "16"), ("shuffled",),
          "Determinants of `double` of orders 3 to 6 are formed in 80 bits, and inverses of orders 2, 7 and above cofactor by cofactor, "
-         "because results rest on it: from order 7 on solve instead ([systems](systems.md#when-to-use-what)). Solves of order 16 and more with a matrix "
-         "each are behind Eigen and LAPACK, order 1 is behind a division."),
+         "because results rest on it: from order 7 on solve instead ([systems](systems.md#when-to-use-what)). Solves of "
+         "order 32 are behind LAPACK, which goes in blocks; order 1 is behind a division."),
     Plot("eigenproblems", "Eigenproblems", ("eigen",),
          ("EigenValuesVectorsSym_ma", "EigenValuesSym_ma", "EigenValues_ma", "EigenValuesVectorsLeft_ma", "EigenValuesVectors_ma"),
          ("2", "3", "4", "5", "6", "8", "16"), ("shuffled", ""),
