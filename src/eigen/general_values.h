@@ -94,13 +94,11 @@ template <class P, class A, class Count>
         using S = typename G::Scalar;
         Pace pace(leastUse<typename P::Scalar>(n));
         const auto together = [&](std::ptrdiff_t k) {
-            if (!pace.isGroupNext()) return false;
-            Together<G, 1> area;
-            LaneUse<S> use;
-            readTogether(src, k, area.matrix(n, 0));
-            const bool isDone = eigenvaluesTogether(area, {h, h, tau, work}, valuesAt(re, k), valuesAt(im, k), n, use);
-            pace.note(use);
-            return isDone;
+            return pace.tryGroup<S>([&](LaneUse<S>& use) {
+                Together<G, 1> area;
+                readTogether(src, k, area.matrix(n, 0));
+                return eigenvaluesTogether(area, {h, h, tau, work}, valuesAt(re, k), valuesAt(im, k), n, use);
+            });
         };
         if (n > 2 && n <= largestTogether) return inGroups<lanesOf<S>>(count, together, each);
     }

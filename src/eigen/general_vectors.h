@@ -213,20 +213,18 @@ template <class P, class A, class D, class Count>
             constexpr int lanes = lanesOf<typename G::Scalar>;
             if (n > 2 && n <= largestTogether && singles >= lanes) {
                 singles = lanes;
-                if (pace.isGroupNext()) {
-                    Schur<G> group;
-                    LaneUse<typename G::Scalar> use;
+                Schur<G> group;
+                const bool isMade = pace.tryGroup<typename G::Scalar>([&](LaneUse<typename G::Scalar>& use) {
                     readTogether(src, k, group.matrix(n, 0));
-                    const bool isMade = group.make(buffer, rotation, use);
-                    pace.note(use);
-                    if (isMade) {
-                        for (int l = 0; l < lanes; ++l, ++k) {
-                            group.take(l, buffer, valuesAt(re, k), valuesAt(im, k));
-                            const Outcome outcome = deliver(k);
-                            if (!outcome.delivered) return outcome.status;
-                        }
-                        continue;
+                    return group.make(buffer, rotation, use);
+                });
+                if (isMade) {
+                    for (int l = 0; l < lanes; ++l, ++k) {
+                        group.take(l, buffer, valuesAt(re, k), valuesAt(im, k));
+                        const Outcome outcome = deliver(k);
+                        if (!outcome.delivered) return outcome.status;
                     }
+                    continue;
                 }
             }
         }

@@ -36,12 +36,20 @@ public:
     // `least` is the share of steps that must be needed.
     explicit Pace(float least) : least_(least) {}
 
-    bool isGroupNext() {
-        if (singly_ == 0) return true;
-        --singly_;
-        return false;
+    // False where the next objects go one by one, and where `group(use)`, which solves them together, says so.
+    template <class S, class Group>
+    [[gnu::always_inline]] bool tryGroup(const Group& group) {
+        if (singly_ > 0) {
+            --singly_;
+            return false;
+        }
+        LaneUse<S> use;
+        const bool isDone = group(use);
+        note(use);
+        return isDone;
     }
-    // After a group.
+
+private:
     template <class S>
     void note(const LaneUse<S>& use) {
         constexpr float kept = 0.75F;
@@ -56,7 +64,6 @@ public:
         }
     }
 
-private:
     float least_;
     float needed_ = 0, taken_ = 0;
     int singly_ = 0;  // groups whose objects go one by one

@@ -197,16 +197,14 @@ template <class A, class T, class Count>
         using S = Twin<Lanes<T>>;
         Pace pace(leastUse(order));
         const auto together = [&](std::ptrdiff_t k) {
-            if (!pace.isGroupNext()) return false;
-            GroupCells<S, T, largestGrouped * largestGrouped> a;
-            GroupCells<S, T, largestGrouped> values;
-            LaneUse<S> use;
-            a.read(src, k, order);
-            const std::int32_t status = valuesOf(a.matrix(order), values.vector(), &use);
-            pace.note(use);
-            if (status != korStatusOk) return false;
-            values.writeVectors(valuesAt(k), order);
-            return true;
+            return pace.tryGroup<S>([&](LaneUse<S>& use) {
+                GroupCells<S, T, largestGrouped * largestGrouped> a;
+                GroupCells<S, T, largestGrouped> values;
+                a.read(src, k, order);
+                if (valuesOf(a.matrix(order), values.vector(), &use) != korStatusOk) return false;
+                values.writeVectors(valuesAt(k), order);
+                return true;
+            });
         };
         if (order <= largestGrouped) return inGroups<lanesOf<S>>(count, together, each);
     }
@@ -276,17 +274,16 @@ template <class Member, class A, class V, class T, class Count>
         using S = Twin<Lanes<Scalar>>;
         Pace pace(leastUse(order));
         const auto together = [&](std::ptrdiff_t k) {
-            if (!pace.isGroupNext()) return false;
-            GroupCells<S, T, largestGrouped * largestGrouped> a, v;
-            GroupCells<S, T, largestGrouped> values;
-            LaneUse<S> use;
-            a.read(src, k, order);
-            const std::int32_t status = vectorsOf(a.matrix(order), values.vector(), v.matrix(order), test, &use);
-            pace.note(use);
-            if (status != korStatusOk) return false;
-            values.writeVectors(valuesAt(k), order);
-            v.write(dst, k, order);
-            return true;
+            return pace.tryGroup<S>([&](LaneUse<S>& use) {
+                GroupCells<S, T, largestGrouped * largestGrouped> a, v;
+                GroupCells<S, T, largestGrouped> values;
+                a.read(src, k, order);
+                if (vectorsOf(a.matrix(order), values.vector(), v.matrix(order), test, &use) != korStatusOk)
+                    return false;
+                values.writeVectors(valuesAt(k), order);
+                v.write(dst, k, order);
+                return true;
+            });
         };
         if (order <= largestGrouped) return inGroups<lanesOf<S>>(count, together, each);
     }
