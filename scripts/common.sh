@@ -70,6 +70,17 @@ needIa32() {
     need /usr/lib/gcc/x86_64-linux-gnu/12/32/libgcc.a=g++-multilib
 }
 
+# needClangRuntime NAME: what clang links for a sanitizer or a fuzzer.
+needClangRuntime() {
+    need clang++=clang "/usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.$1-x86_64.a=libclang-rt-14-dev"
+}
+
+# checkDigests BIN [COMMAND...]: the committed digests, by the programs in BIN, which COMMAND runs.
+checkDigests() {
+    "${@:2}" "$1/korm_digests" check tests/digests.txt
+    "${@:2}" "$1/korm_geometry_digests" check tests/geometry/digests.txt
+}
+
 # build PRESET [TARGET...]: configures, builds, and says how long it took.
 build() {
     local preset=$1 start=$SECONDS log=build/$1.configure.log
