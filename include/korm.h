@@ -5559,7 +5559,10 @@ int32_t kormLComb_vava_64f_P(
  * Sums: every product and every addition is rounded to the element type. For one form, length, layout and choice of strides the
  * order of additions is fixed, with one thing more to know: vectors of 8 or more adjacent elements are added in an order that
  * depends on the address of src2 (`kormL2Norm`: of src) modulo 16 bytes. An object of an array gives what it would give alone.
- * docs/numerics.md shows all orders. Squares are not scaled: a large vector's norm is infinity.
+ * docs/numerics.md shows all orders.
+ *
+ * Scale: squares are formed as they are. A large vector's norm is infinity, a small one's zero or a number with few bits, with
+ * ::korStatusOk. Beyond the scales of docs/ranges.md scale the vector by a power of 2 first, and the norm back.
  *
  * Overlap: dst must not overlap a source.
  *
@@ -6882,6 +6885,10 @@ int32_t kormTranspose_ma_64f_P(
  * eliminations with row pivoting; a pivot below, or a last one not above, 2*order^3 times the smallest normal number of
  * the type makes the result exactly zero. A singular matrix is no failure.
  *
+ * Scale: products of `order` elements are formed as they are. Where they leave the range of the type the result is zero,
+ * infinity, NaN or a number with few bits, with ::korStatusOk; docs/ranges.md shows at which scales it is right. Beyond them
+ * scale the matrix by a power of 2 first: s A has s^order times the determinant of A.
+ *
  * Overlap: dst, buffer and src must not overlap.
  *
  * Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
@@ -6992,8 +6999,11 @@ int32_t kormDet_ma_64f_P(
  * strides in any layout.
  *
  * Sums: every square and every addition is rounded to the element type. The order of additions is fixed for a form, sizes,
- * choice of strides and, in `kormFrobNorm`, for rows that touch or don't; docs/numerics.md shows it. Squares are not scaled: the
- * norm of a matrix with large elements is infinity.
+ * choice of strides and, in `kormFrobNorm`, for rows that touch or don't; docs/numerics.md shows it.
+ *
+ * Scale: squares are formed as they are. The norm of a matrix with large elements is infinity, that of one with small elements
+ * zero or a number with few bits, with ::korStatusOk. Beyond the scales of docs/ranges.md scale by a power of 2 first, and the
+ * norm back.
  *
  * Overlap: dst must not overlap src.
  *
@@ -7201,6 +7211,9 @@ int32_t kormFrobNorm_ma_64f_P(
  * leaves later ones untouched; spread over threads, each run of objects stops for itself. Of the singular object, orders 3
  * to 6 have written the rows of dst that were finished (in the pointer layout none) and `pivots`; other orders have
  * written the matrix as far as it was eliminated.
+ *
+ * Scale: at orders 1, 2, 7 and above a good matrix with small elements is refused as singular. Scale it by a power of 2 first,
+ * and b with it: the solution stays. docs/ranges.md shows from which scale on nothing is refused.
  *
  * Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
  *
@@ -7515,6 +7528,10 @@ int32_t kormLUBackSubst_mava_64f_P(
  * `kormCholeskyDecomp_ma_32f` takes plain matrices of orders 3 to 6 in fours: where one fails, all of its four are left
  * in that state.
  *
+ * Scale: beyond the scales of docs/ranges.md, which the limit of 2^-52 makes narrow for the strided arrays, scale the matrix by
+ * a power of 2 first, and b with it: the solution stays. The matrix of normal equations, A^T A, has the square of A's
+ * condition: for least squares prefer `kormQRDecomp` of A.
+ *
  * Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
  *
  * Status: ::korStatusOk, ::korStatusNotPositiveDefinite, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride;
@@ -7819,9 +7836,13 @@ int32_t kormCholeskyBackSubst_mava_64f_P(
  * spread over threads doesn't touch it.
  *
  * Division by zero: when the sum of the squares of a column, from the diagonal on and after the reflections before it, is
- * below 2^-23 (`32f`) or 2^-52 (`64f`). The limit doesn't follow the matrix's size: scale small data. dst then holds the matrix
- * after the reflections before that column. An array call on one thread stops at the first such object and leaves later ones
- * untouched; spread over threads, each run of objects stops for itself.
+ * below 2^-23 (`32f`) or 2^-52 (`64f`). dst then holds the matrix after the reflections before that column. An array call on
+ * one thread stops at the first such object and leaves later ones untouched; spread over threads, each run of objects stops for
+ * itself.
+ *
+ * Scale: the limit doesn't follow the matrix's size, so a good matrix with small elements is refused, and squares of large
+ * elements overflow with ::korStatusOk. Beyond the scales of docs/ranges.md scale the matrix by a power of 2 first, and b with
+ * it: the solution stays.
  *
  * Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
  *
@@ -8168,6 +8189,11 @@ int32_t kormQRBackSubst_mava_64f_P(
  * spread over threads, each run of objects stops for itself. `kormInvert_ma_32f` takes matrices of order 4 that are
  * packed and aligned to 16 bytes in pairs, and writes neither of a pair if one is singular.
  *
+ * Scale: what is formed inside grows with the power of the order, so infinities, NaN or zeros may come out with ::korStatusOk
+ * although the inverse is an ordinary matrix: packed `32f` matrices of orders 4 to 6 fail at 1e-5 times the identity and below.
+ * Beyond the scales of docs/ranges.md scale the matrix by a power of 2 first: A has s times the inverse of s A. Of
+ * ill-conditioned matrices cofactors lose digits that `kormLUDecomp` and `kormLUBackSubst` keep: docs/accuracy.md.
+ *
  * Overlap: at orders 1 and 3 to 6 dst may be src, at the same place with the same strides. Any other overlap, and any at
  * all at other orders, leaves dst undefined.
  *
@@ -8291,10 +8317,10 @@ int32_t kormInvert_ma_64f_P(
  * 2 leave it alone. A call that is spread over threads doesn't touch it.
  *
  * All tests are absolute, with eps = 2^-23 (`32f`) or 2^-52 (`64f`). A matrix is refused as singular when the product of its
- * eigenvalues is not above eps: a hundredth of the identity of order 4 is. An element beside the diagonal counts as zero when its
- * half is not above eps: large matrices may fail to converge, small ones get inexact values. Scale the matrix so that its largest
- * element is about 1, and the values back; a singular one may be shifted: add a multiple of the identity, and subtract it from
- * the values.
+ * eigenvalues is not above eps: a hundredth of the identity of order 4 is. An element beside the diagonal counts as zero when
+ * its half is not above eps: large matrices may fail to converge, small ones get inexact values with ::korStatusOk. Beyond the
+ * scales of docs/ranges.md scale the matrix by a power of 2 first, and the values back; a singular one may be shifted: add a
+ * multiple of the identity, and subtract it from the values.
  *
  * Values may be wrong with ::korStatusOk: from order 4 on a sweep that meets a rotation of length within eps ends early, and
  * an element that isn't small may be dropped with it. It happens to matrices with values close together or far apart, and of
@@ -8415,8 +8441,8 @@ int32_t kormEigenValuesSym_ma_64f_P(
  * @defgroup symmetric_vectors Symmetric eigenvalues and eigenvectors
  * src(k) V = V diag(dstValues(k)): column j of V = dstVectors(k) is the eigenvector of value j. Columns have length 1 and are
  * orthogonal; their signs are as they come. Values, `buffer`, tests and statuses are those of `kormEigenValuesSym`, and what is
- * said there of scaling, shifting and wrong values holds here. A shift doesn't change the vectors. Where values are wrong,
- * vectors are still orthogonal, but src V isn't V diag(dstValues).
+ * said there of scaling, shifting and wrong values holds here; docs/ranges.md has rows of their own. Neither scaling by a power
+ * of 2 nor a shift changes the vectors. Where values are wrong, vectors are still orthogonal, but src V isn't V diag(dstValues).
  *
  * Forms differ in the test for a singular matrix, made from order 3 on: single `32f` matrices with adjacent elements, all single
  * `64f` ones and those in the pointer layout leave values and vectors complete and sorted when they return ::korStatusSingular;
@@ -8547,9 +8573,10 @@ int32_t kormEigenValuesVectorsSym_ma_64f_P(
  *
  * The matrix is reduced to Hessenberg form by reflections, then iterated on by double-shift QR sweeps, at most 30 times the
  * order. It is neither balanced nor scaled, and a subdiagonal element counts as zero when its magnitude is at most 2^-23
- * (`32f`) or 2^-52 (`64f`), whatever the matrix's own size: scale the matrix to a norm around 1 where it is far from that, or
- * its eigenvalues come out as the diagonal of the Hessenberg form. A 2 by 2 block that splits off with equal diagonal elements
- * counts as complex even if its eigenvalues are real: (1 2; 2 1) gives 1 + 2i and 1 - 2i.
+ * (`32f`) or 2^-52 (`64f`), whatever the matrix's own size. Eigenvalues of small matrices are therefore inexact with
+ * ::korStatusOk, down to the diagonal of the Hessenberg form: scale the matrix by a power of 2 first, to a norm around 2^20,
+ * and the values back. docs/ranges.md shows from which scale to which they are right. A 2 by 2 block that splits off with equal
+ * diagonal elements counts as complex even if its eigenvalues are real: (1 2; 2 1) gives 1 + 2i and 1 - 2i.
  *
  * `buffer` is scratch of as many bytes as `kormEigenValuesGetBufSize_32f` or `_64f` tells, order*(order + 5) elements, whatever
  * its content. A call that is spread over threads doesn't touch it.
@@ -8682,8 +8709,9 @@ int32_t kormEigenValues_ma_64f_P(
  * the second the imaginary part. The other's vector is the conjugate and isn't stored. Vectors have the Euclidean norm 1, and
  * the greatest element of a complex one has an imaginary part at or near 0.
  *
- * A subdiagonal element counts as zero where its neighbours on the diagonal are larger by 2^23 (`32f`) or 2^52 (`64f`), so
- * that small matrices need no scaling. Eigenvalues may differ in the last digits, and stand in another order, from those of
+ * A subdiagonal element counts as zero where its neighbours on the diagonal are larger by 2^23 (`32f`) or 2^52 (`64f`), so that
+ * scale matters less than to `kormEigenValues`. Beyond the scales of docs/ranges.md scale the matrix by a power of 2 first, and
+ * the values back; the vectors stay. Eigenvalues may differ in the last digits, and stand in another order, from those of
  * `kormEigenValues`. A 2 by 2 block with equal diagonal elements and elements of like sign beside them counts as complex, as
  * there; its vectors satisfy no equation, and a right set ends with ::korStatusNoConvergence when such a block is the first of
  * a call. Arrays, and `Left` and `Right` of doubles, hold their shifts in single precision: a matrix whose elements lie beyond
@@ -9048,8 +9076,9 @@ int32_t kormEigenValuesVectorsGetBufSize_64f(int32_t order, uint32_t *size);
  * A `v2`, `v3` or `v4` vector is that many `float` one behind the other, at any address. Nothing is read or written
  * beyond them: a `v3` function touches no fourth element.
  *
- * Sums of products run from element 0 upwards, each product and each sum rounded to `float`. A length is the square
- * root, in double precision, of such a sum, rounded to `float`; the sum may overflow where the length would not.
+ * Sums of products run from element 0 upwards, each product and each sum rounded to `float`. A length is the square root, in
+ * double precision, of such a sum, rounded to `float`; the sum may overflow or lose bits where the length would not. Beyond the
+ * scales of docs/ranges.md scale a vector by a power of 2 before its length is taken or made 1.
  *
  * Overlap: dst may be a source, but for the cross products, whose dst must not overlap a source.
  *
@@ -9339,8 +9368,10 @@ int32_t kormPerspectiveOffCenterRH_m4_32f(
  * Overlap: dst may be a source; all is read before the first element is written.
  *
  * Status: ::korStatusOk. `kormMul_mm4x4_32f` alone looks for null pointers and gives ::korStatusNullPointer.
- * `kormInvert_m4_32f` gives ::korStatusSingular for a determinant below 2^-119 (1.5046e-36) in magnitude: `det`, if it
- * isn't null, is then 0 and dst is left as it was.
+ * `kormInvert_m4_32f` gives ::korStatusSingular for a determinant below 2^-119 (1.5046e-36) in magnitude: `det`, if it isn't
+ * null, is then 0 and dst is left as it was. Of matrices far from 1 in scale it gives infinities or NaN with ::korStatusOk, as
+ * at 1e-5 times the identity, and `kormDet_m4_32f` zero or infinity: docs/ranges.md has the limits, beyond which a matrix is to
+ * be scaled by a power of 2 first.
  * @{
  */
 

@@ -3,6 +3,7 @@
 
 Links lead to files that exist and to headings of theirs; commands that are shown call scripts, programs and presets that
 there are; each command line of the README and the guide is of a kind that something runs. (package.guides runs the programs.)
+The header warns of the safe ranges wherever docs/ranges.md has one.
 """
 
 import json
@@ -80,6 +81,18 @@ def unknown_commands(page):
             yield f"`{line}`: nothing is known to run it"
 
 
+def without_warning(root):
+    """Functions with a row in the table of safe ranges whose part of the header doesn't lead there."""
+    groups = (root / "include/korm.h").read_text().split("@defgroup ")
+    names = re.findall(r"`(korm\w+)`", "".join(re.findall(r"^\| (`korm[^|]*)\|(?: +\S+ to| +\|)", (root / "docs/ranges.md").read_text(), re.M)))
+    if len(names) < 30:
+        yield f"docs/ranges.md: only {len(names)} functions are found in its table"
+    for name in names:
+        group = next((text for text in groups if re.search(rf"\b{name}\w*\(", text)), "")
+        if "docs/ranges.md" not in group:
+            yield f"include/korm.h: {name} has a row in docs/ranges.md, and its group doesn't say so"
+
+
 def main():
     root = Path(sys.argv[1]).resolve()
     tracked = subprocess.run(["git", "-C", root, "ls-files"], capture_output=True, text=True, check=False).stdout.split()
@@ -95,6 +108,7 @@ def main():
                 for mistake in (*broken_links(page), *broken_commands(root, page, programs, presets))]
     guide = [page for page in pages if page.parent == root / "docs" or page == root / "README.md"]
     mistakes += [f"{page.relative_to(root)}: {mistake}" for page in guide for mistake in unknown_commands(page)]
+    mistakes += without_warning(root)
     print("\n".join(mistakes) or f"{len(pages)} pages agree with the tree")
     return 1 if mistakes or not pages else 0
 

@@ -14,10 +14,10 @@ Symmetry is not tested. All elements take part; of order 2 the one below the dia
 2 leave it alone. A call that is spread over threads doesn't touch it.
 
 All tests are absolute, with eps = 2^-23 (`32f`) or 2^-52 (`64f`). A matrix is refused as singular when the product of its
-eigenvalues is not above eps: a hundredth of the identity of order 4 is. An element beside the diagonal counts as zero when its
-half is not above eps: large matrices may fail to converge, small ones get inexact values. Scale the matrix so that its largest
-element is about 1, and the values back; a singular one may be shifted: add a multiple of the identity, and subtract it from
-the values.
+eigenvalues is not above eps: a hundredth of the identity of order 4 is. An element beside the diagonal counts as zero when
+its half is not above eps: large matrices may fail to converge, small ones get inexact values with ::korStatusOk. Beyond the
+scales of docs/ranges.md scale the matrix by a power of 2 first, and the values back; a singular one may be shifted: add a
+multiple of the identity, and subtract it from the values.
 
 Values may be wrong with ::korStatusOk: from order 4 on a sweep that meets a rotation of length within eps ends early, and
 an element that isn't small may be dropped with it. It happens to matrices with values close together or far apart, and of
@@ -38,8 +38,8 @@ nothing is written.
     "symmetric_vectors": """Symmetric eigenvalues and eigenvectors
 src(k) V = V diag(dstValues(k)): column j of V = dstVectors(k) is the eigenvector of value j. Columns have length 1 and are
 orthogonal; their signs are as they come. Values, `buffer`, tests and statuses are those of `kormEigenValuesSym`, and what is
-said there of scaling, shifting and wrong values holds here. A shift doesn't change the vectors. Where values are wrong,
-vectors are still orthogonal, but src V isn't V diag(dstValues).
+said there of scaling, shifting and wrong values holds here; docs/ranges.md has rows of their own. Neither scaling by a power
+of 2 nor a shift changes the vectors. Where values are wrong, vectors are still orthogonal, but src V isn't V diag(dstValues).
 
 Forms differ in the test for a singular matrix, made from order 3 on: single `32f` matrices with adjacent elements, all single
 `64f` ones and those in the pointer layout leave values and vectors complete and sorted when they return ::korStatusSingular;
@@ -62,9 +62,10 @@ where the iteration found it on the diagonal.
 
 The matrix is reduced to Hessenberg form by reflections, then iterated on by double-shift QR sweeps, at most 30 times the
 order. It is neither balanced nor scaled, and a subdiagonal element counts as zero when its magnitude is at most 2^-23
-(`32f`) or 2^-52 (`64f`), whatever the matrix's own size: scale the matrix to a norm around 1 where it is far from that, or
-its eigenvalues come out as the diagonal of the Hessenberg form. A 2 by 2 block that splits off with equal diagonal elements
-counts as complex even if its eigenvalues are real: (1 2; 2 1) gives 1 + 2i and 1 - 2i.
+(`32f`) or 2^-52 (`64f`), whatever the matrix's own size. Eigenvalues of small matrices are therefore inexact with
+::korStatusOk, down to the diagonal of the Hessenberg form: scale the matrix by a power of 2 first, to a norm around 2^20,
+and the values back. docs/ranges.md shows from which scale to which they are right. A 2 by 2 block that splits off with equal
+diagonal elements counts as complex even if its eigenvalues are real: (1 2; 2 1) gives 1 + 2i and 1 - 2i.
 
 `buffer` is scratch of as many bytes as `kormEigenValuesGetBufSize_32f` or `_64f` tells, order*(order + 5) elements, whatever
 its content. A call that is spread over threads doesn't touch it.
@@ -95,8 +96,9 @@ neighbours, the one with the positive imaginary part first: of its vector the fi
 the second the imaginary part. The other's vector is the conjugate and isn't stored. Vectors have the Euclidean norm 1, and
 the greatest element of a complex one has an imaginary part at or near 0.
 
-A subdiagonal element counts as zero where its neighbours on the diagonal are larger by 2^23 (`32f`) or 2^52 (`64f`), so
-that small matrices need no scaling. Eigenvalues may differ in the last digits, and stand in another order, from those of
+A subdiagonal element counts as zero where its neighbours on the diagonal are larger by 2^23 (`32f`) or 2^52 (`64f`), so that
+scale matters less than to `kormEigenValues`. Beyond the scales of docs/ranges.md scale the matrix by a power of 2 first, and
+the values back; the vectors stay. Eigenvalues may differ in the last digits, and stand in another order, from those of
 `kormEigenValues`. A 2 by 2 block with equal diagonal elements and elements of like sign beside them counts as complex, as
 there; its vectors satisfy no equation, and a right set ends with ::korStatusNoConvergence when such a block is the first of
 a call. Arrays, and `Left` and `Right` of doubles, hold their shifts in single precision: a matrix whose elements lie beyond

@@ -12,8 +12,9 @@ GROUPS = {
 A `v2`, `v3` or `v4` vector is that many `float` one behind the other, at any address. Nothing is read or written
 beyond them: a `v3` function touches no fourth element.
 
-Sums of products run from element 0 upwards, each product and each sum rounded to `float`. A length is the square
-root, in double precision, of such a sum, rounded to `float`; the sum may overflow where the length would not.
+Sums of products run from element 0 upwards, each product and each sum rounded to `float`. A length is the square root, in
+double precision, of such a sum, rounded to `float`; the sum may overflow or lose bits where the length would not. Beyond the
+scales of docs/ranges.md scale a vector by a power of 2 before its length is taken or made 1.
 
 Overlap: dst may be a source, but for the cross products, whose dst must not overlap a source.
 
@@ -37,8 +38,10 @@ A matrix is 16 `float` one behind the other, row by row, at any address.
 Overlap: dst may be a source; all is read before the first element is written.
 
 Status: ::korStatusOk. `kormMul_mm4x4_32f` alone looks for null pointers and gives ::korStatusNullPointer.
-`kormInvert_m4_32f` gives ::korStatusSingular for a determinant below 2^-119 (1.5046e-36) in magnitude: `det`, if it
-isn't null, is then 0 and dst is left as it was.
+`kormInvert_m4_32f` gives ::korStatusSingular for a determinant below 2^-119 (1.5046e-36) in magnitude: `det`, if it isn't
+null, is then 0 and dst is left as it was. Of matrices far from 1 in scale it gives infinities or NaN with ::korStatusOk, as
+at 1e-5 times the identity, and `kormDet_m4_32f` zero or infinity: docs/ranges.md has the limits, beyond which a matrix is to
+be scaled by a power of 2 first.
 """,
     "transforms": """Transforms of points and directions
 A matrix m is 16 `float`, row by row; vectors are rows and stand on its left. The plain forms give all four elements of

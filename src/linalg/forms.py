@@ -18,6 +18,10 @@ Orders 3 to 6 are closed forms without any test: a singular matrix gives what ro
 eliminations with row pivoting; a pivot below, or a last one not above, 2*order^3 times the smallest normal number of
 the type makes the result exactly zero. A singular matrix is no failure.
 
+Scale: products of `order` elements are formed as they are. Where they leave the range of the type the result is zero,
+infinity, NaN or a number with few bits, with ::korStatusOk; docs/ranges.md shows at which scales it is right. Beyond them
+scale the matrix by a power of 2 first: s A has s^order times the determinant of A.
+
 Overlap: dst, buffer and src must not overlap.
 
 Status: ::korStatusOk, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride; array forms
@@ -29,8 +33,11 @@ of all elements of any matrix. A single form writes one element, an array form o
 strides in any layout.
 
 Sums: every square and every addition is rounded to the element type. The order of additions is fixed for a form, sizes,
-choice of strides and, in `kormFrobNorm`, for rows that touch or don't; docs/numerics.md shows it. Squares are not scaled: the
-norm of a matrix with large elements is infinity.
+choice of strides and, in `kormFrobNorm`, for rows that touch or don't; docs/numerics.md shows it.
+
+Scale: squares are formed as they are. The norm of a matrix with large elements is infinity, that of one with small elements
+zero or a number with few bits, with ::korStatusOk. Beyond the scales of docs/ranges.md scale by a power of 2 first, and the
+norm back.
 
 Overlap: dst must not overlap src.
 
@@ -48,6 +55,9 @@ pivot is not above 2^-23 (`32f`) or 2^-52 (`64f`). An array call on one thread s
 leaves later ones untouched; spread over threads, each run of objects stops for itself. Of the singular object, orders 3
 to 6 have written the rows of dst that were finished (in the pointer layout none) and `pivots`; other orders have
 written the matrix as far as it was eliminated.
+
+Scale: at orders 1, 2, 7 and above a good matrix with small elements is refused as singular. Scale it by a power of 2 first,
+and b with it: the solution stays. docs/ranges.md shows from which scale on nothing is refused.
 
 Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
 
@@ -82,6 +92,10 @@ untouched. An array call on one thread stops there; spread over threads, each ru
 `kormCholeskyDecomp_ma_32f` takes plain matrices of orders 3 to 6 in fours: where one fails, all of its four are left
 in that state.
 
+Scale: beyond the scales of docs/ranges.md, which the limit of 2^-52 makes narrow for the strided arrays, scale the matrix by
+a power of 2 first, and b with it: the solution stays. The matrix of normal equations, A^T A, has the square of A's
+condition: for least squares prefer `kormQRDecomp` of A.
+
 Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
 
 Status: ::korStatusOk, ::korStatusNotPositiveDefinite, ::korStatusNullPointer, ::korStatusBadSize, ::korStatusBadStride;
@@ -110,9 +124,13 @@ therefore not tested. dst is what `kormQRBackSubst` solves with, by least square
 spread over threads doesn't touch it.
 
 Division by zero: when the sum of the squares of a column, from the diagonal on and after the reflections before it, is
-below 2^-23 (`32f`) or 2^-52 (`64f`). The limit doesn't follow the matrix's size: scale small data. dst then holds the matrix
-after the reflections before that column. An array call on one thread stops at the first such object and leaves later ones
-untouched; spread over threads, each run of objects stops for itself.
+below 2^-23 (`32f`) or 2^-52 (`64f`). dst then holds the matrix after the reflections before that column. An array call on
+one thread stops at the first such object and leaves later ones untouched; spread over threads, each run of objects stops for
+itself.
+
+Scale: the limit doesn't follow the matrix's size, so a good matrix with small elements is refused, and squares of large
+elements overflow with ::korStatusOk. Beyond the scales of docs/ranges.md scale the matrix by a power of 2 first, and b with
+it: the solution stays.
 
 Overlap: dst may be src, at the same place with the same strides. Any other overlap leaves dst undefined.
 
@@ -151,6 +169,11 @@ after the pivots) is below 2*order^3 times the smallest normal number of the typ
 orders 5 and 6. An array call on one thread stops at the first singular object and leaves later ones untouched;
 spread over threads, each run of objects stops for itself. `kormInvert_ma_32f` takes matrices of order 4 that are
 packed and aligned to 16 bytes in pairs, and writes neither of a pair if one is singular.
+
+Scale: what is formed inside grows with the power of the order, so infinities, NaN or zeros may come out with ::korStatusOk
+although the inverse is an ordinary matrix: packed `32f` matrices of orders 4 to 6 fail at 1e-5 times the identity and below.
+Beyond the scales of docs/ranges.md scale the matrix by a power of 2 first: A has s times the inverse of s A. Of
+ill-conditioned matrices cofactors lose digits that `kormLUDecomp` and `kormLUBackSubst` keep: docs/accuracy.md.
 
 Overlap: at orders 1 and 3 to 6 dst may be src, at the same place with the same strides. Any other overlap, and any at
 all at other orders, leaves dst undefined.

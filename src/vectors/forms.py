@@ -32,7 +32,10 @@ Shapes: all vectors have `length` elements.
 Sums: every product and every addition is rounded to the element type. For one form, length, layout and choice of strides the
 order of additions is fixed, with one thing more to know: vectors of 8 or more adjacent elements are added in an order that
 depends on the address of src2 (`kormL2Norm`: of src) modulo 16 bytes. An object of an array gives what it would give alone.
-docs/numerics.md shows all orders. Squares are not scaled: a large vector's norm is infinity.
+docs/numerics.md shows all orders.
+
+Scale: squares are formed as they are. A large vector's norm is infinity, a small one's zero or a number with few bits, with
+::korStatusOk. Beyond the scales of docs/ranges.md scale the vector by a power of 2 first, and the norm back.
 
 Overlap: dst must not overlap a source.
 
