@@ -1,4 +1,4 @@
-// Prints the accuracy of decompositions, solves and eigenproblems beside LAPACK's, as tables of ratios: bench_accuracy
+// Prints the accuracy of decompositions, solves, inverses and eigenproblems beside LAPACK's, as tables of ratios: bench_accuracy
 #include <cstdio>
 #include <exception>
 
@@ -7,6 +7,8 @@
 int main() try {
     bench::measureCholesky();
     bench::measureQr();
+    bench::measureLu();
+    bench::measureInverses();
     bench::measureSymmetric();
     bench::measureGeneral();
     return 0;

@@ -5,25 +5,6 @@ namespace bench {
 namespace {
 
 template <class T>
-struct Kind {
-    Spectrum spectrum;
-    T condition;
-    bool lower, upper;  // elements below and above the diagonal
-};
-
-// The kinds of LAPACK's programs, where spectra are geometric, and the other spectra with its three conditions.
-template <class T>
-std::vector<Kind<T>> kindsOf(bool triangles) {
-    const T hard = std::sqrt(T(0.2) / ulp<T>), hardest = T(0.2) / ulp<T>;
-    std::vector<Kind<T>> kinds = {{geometric, 2, false, false}};
-    if (triangles) kinds.insert(kinds.end(), {{geometric, 2, false, true}, {geometric, 2, true, false}});
-    for (const T condition : {T(2), hard, hardest})
-        for (const Spectrum spectrum : {clustered, geometric, arithmetic, randomLogarithms})
-            kinds.push_back({spectrum, condition, true, true});
-    return kinds;
-}
-
-template <class T>
 int choleskyDecompose(Form form, const T* from, T* to, int n, int count) {
     if (form == Form::single)
         return pick<T>(kormCholeskyDecomp_m_32f, kormCholeskyDecomp_m_64f)(from, bytes<T>(n), bytes<T>(1), to,
@@ -53,20 +34,9 @@ Checked<Wide<T>> squareOf(const T* factor, int n, bool reciprocals) {
     return lower * lower.transposed();
 }
 
-// The right-hand side A x of random x.
 template <class T>
-Matrices<T> rightSides(const Matrices<T>& a, int* seed) {
-    Matrices<T> result = empty<T>(a.height, 1);
-    for (int k = 0; k < a.count; ++k) {
-        Matrices<T> x = matricesOf<T>(a.width, 1, 0, [=](T* to) { generateRandom(to, a.width, seed); });
-        const auto product = checked(a, k) * checked(x, 0);
-        for (int i = 0; i < a.height; ++i) result.object(k)[i] = static_cast<T>(product(i, 0));
-    }
-    return result;
-}
-
-template <class T>
-void choleskyOf(std::size_t at, int scale, const Kind<T>& kind, int* seed, Table& decompositions, Table& solutions) {
+void choleskyOf(std::size_t at, int scale, const MatrixKind<T>& kind, int* seed, Table& decompositions,
+                Table& solutions) {
     const int n = orders[at];
     const Matrices<T> a = matricesOf<T>(n, n, scale, [&](T* to) {
         generate<T>(to, n, n, 'P', kind.spectrum, kind.condition, kind.lower, kind.upper, seed);
@@ -113,7 +83,8 @@ void choleskyOfType(Table& decompositions, Table& solutions) {
     const int far = std::numeric_limits<T>::max_exponent - std::numeric_limits<T>::digits - 4;
     for (const int scale : {-far, 0, far})
         for (std::size_t at = 0; at < std::size(orders); ++at)
-            for (const Kind<T>& kind : kindsOf<T>(false)) choleskyOf(at, scale, kind, seed, decompositions, solutions);
+            for (const MatrixKind<T>& kind : kindsOf<T>(false))
+                choleskyOf(at, scale, kind, seed, decompositions, solutions);
 }
 
 template <class T>
@@ -203,7 +174,7 @@ Qr<T> lapackQr(const T* a, const T* b, int width, int height) {
 }
 
 template <class T>
-void qrOf(std::size_t at, bool isTall, int scale, const Kind<T>& kind, int* seed, QrTables& tables) {
+void qrOf(std::size_t at, bool isTall, int scale, const MatrixKind<T>& kind, int* seed, QrTables& tables) {
     const int n = orders[at], m = isTall ? 2 * n : n;
     const Matrices<T> a = matricesOf<T>(m, n, scale, [&](T* to) {
         generate<T>(to, m, n, 'N', kind.spectrum, kind.condition, kind.lower, kind.upper, seed);
@@ -256,7 +227,7 @@ void qrOfType(QrTables& tables) {
     for (const bool isTall : {false, true})
         for (const int scale : {0, far})
             for (std::size_t at = 0; at < std::size(orders); ++at)
-                for (const Kind<T>& kind : kindsOf<T>(true)) qrOf(at, isTall, scale, kind, seed, tables);
+                for (const MatrixKind<T>& kind : kindsOf<T>(true)) qrOf(at, isTall, scale, kind, seed, tables);
 }
 
 }  // namespace

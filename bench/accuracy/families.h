@@ -8,6 +8,8 @@ namespace bench {
 // Prints the tables of its families.
 void measureCholesky();
 void measureQr();
+void measureLu();
+void measureInverses();
 void measureSymmetric();
 void measureGeneral();
 
@@ -63,6 +65,37 @@ Matrices<T> matricesOf(int height, int width, int scale, Make make) {
 template <class T>
 Checked<Wide<T>> checked(const Matrices<T>& matrices, int k) {
     return {matrices.object(k), matrices.height, matrices.width};
+}
+
+template <class T>
+struct MatrixKind {
+    Spectrum spectrum;
+    T condition;
+    bool lower, upper;  // elements below and above the diagonal
+};
+
+// The kinds of LAPACK's programs, where spectra are geometric, and the other spectra with its three conditions.
+template <class T>
+std::vector<MatrixKind<T>> kindsOf(bool triangles) {
+    const T hard = std::sqrt(T(0.2) / ulp<T>), hardest = T(0.2) / ulp<T>;
+    std::vector<MatrixKind<T>> kinds = {{geometric, 2, false, false}};
+    if (triangles) kinds.insert(kinds.end(), {{geometric, 2, false, true}, {geometric, 2, true, false}});
+    for (const T condition : {T(2), hard, hardest})
+        for (const Spectrum spectrum : {clustered, geometric, arithmetic, randomLogarithms})
+            kinds.push_back({spectrum, condition, true, true});
+    return kinds;
+}
+
+// The right-hand side A x of random x.
+template <class T>
+Matrices<T> rightSides(const Matrices<T>& a, int* seed) {
+    Matrices<T> result = empty<T>(a.height, 1);
+    for (int k = 0; k < a.count; ++k) {
+        Matrices<T> x = matricesOf<T>(a.width, 1, 0, [=](T* to) { generateRandom(to, a.width, seed); });
+        const auto product = checked(a, k) * checked(x, 0);
+        for (int i = 0; i < a.height; ++i) result.object(k)[i] = static_cast<T>(product(i, 0));
+    }
+    return result;
 }
 
 }  // namespace bench
