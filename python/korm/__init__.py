@@ -49,7 +49,7 @@ class Plan(NamedTuple):
     copied: tuple[str, ...]
     """The arguments that are copied as a whole: their type or strides are nothing korm takes, or they overlap the result."""
     blocks: tuple[str, ...]
-    """The arguments that are read a block at a time into scratch of about 256 KB, which is where korm works on them."""
+    """The arguments that are copied a block at a time into scratch, which is where korm works on them."""
 
 
 def plan(function: Callable[..., Any], *args: Any, **keywords: Any) -> Plan:
@@ -71,12 +71,12 @@ def plan(function: Callable[..., Any], *args: Any, **keywords: Any) -> Plan:
     >>> korm.plan(korm.det, [np.zeros((3, 3)), np.zeros((3, 3))]).functions
     ('kormDet_ma_64f_L',)
 
-    Integers have to be converted, and solutions need room for the factors of the matrices:
+    Integers have to be converted, and eigenproblems are scaled a block at a time:
 
     >>> korm.plan(korm.trace, np.eye(3, dtype=int))
     Plan(functions=('kormTrace_m_64f',), copied=('a',), blocks=())
-    >>> korm.plan(korm.solve, a, np.zeros((1000, 3), dtype=np.float32)).blocks
-    ('a', 'b')
+    >>> korm.plan(korm.eigh, a).blocks
+    ('a',)
 
     Objects that `eigh`, `eig`, `qr` and their siblings give to NumPy aren't known before and aren't told.
     """

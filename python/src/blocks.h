@@ -1,20 +1,110 @@
-// Scratch for a block of objects as streams: the same element of all objects in a row. It stays in the cache between the calls of
-// a decomposition, and loops over objects become vector instructions.
+// Work on a block of objects at a time, so that scratch stays in the cache between the calls of an operation: objects one after the
+// other, or streams, the same element of all objects in a row, which make vector instructions of loops over objects.
 #pragma once
 
 #include "operation.h"
+#include "threads.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <limits>
 
 namespace korm::python {
 
-// How many objects of so many elements make a block.
-inline Index blockOf(const Operation& it, Index elements) {
-    const Index fitting = 262144 / (std::max<Index>(elements, 1) * it.itemSize);
-    return std::max<Index>(1, std::min(it.count, std::max<Index>(64, fitting)));
+// How many objects of so many elements make a block: few enough for scratch to stay in a core's own cache and for threads to have
+// something to share, in whole groups of lanes.
+inline Index blockOf(const Operation& it, Index elements, Index bytes = 131072) {
+    const Index fitting = bytes / (std::max<Index>(elements, 1) * it.itemSize);
+    return std::min(it.count, std::max<Index>(64, std::min(fitting, it.count / 4) & ~Index{7}));
+}
+
+// The power of two that brings a number to between 2^(exponent - 1) and 2^exponent; 1 where there is none.
+template <class T>
+T factorTo(int exponent, T number) {
+    using Limits = std::numeric_limits<T>;
+    using Bits = std::conditional_t<sizeof(T) == 4, std::uint32_t, std::uint64_t>;
+    constexpr int fraction = Limits::digits - 1, bias = Limits::max_exponent - 1, range = bias - 1;
+    if (!(number > 0 && number <= Limits::max())) return 1;
+    const int own =
+        number < Limits::min() ? std::ilogb(number) : static_cast<int>(std::bit_cast<Bits>(number) >> fraction) - bias;
+    return std::bit_cast<T>(static_cast<Bits>(std::clamp(exponent - 1 - own, -range, range) + bias) << fraction);
+}
+
+// Objects one after the other, each in C order.
+template <class T>
+class Objects {
+public:
+    Objects(Index capacity, Index rows, Index columns)
+        : elements(rows * columns), data(static_cast<std::size_t>(capacity * elements)) {
+        view.data = reinterpret_cast<std::byte*>(data.data());
+        view.axes = 2;
+        view.shape[0] = rows;
+        view.shape[1] = columns;
+        view.stride[0] = columns * static_cast<Index>(sizeof(T));
+        view.stride[1] = sizeof(T);
+        view.loops.axes = 1;
+        view.loops.shape[0] = capacity;
+        view.loopStride[0] = elements * static_cast<Index>(sizeof(T));
+    }
+
+    T* object(Index k) { return data.data() + k * elements; }
+
+    // From an array, whatever its strides.
+    void read(const View& from, Index first, Index count) {
+        Addresses addresses;
+        std::byte** list = addresses.take(count);
+        listObjects(list, from, first, count);
+        const bool dense = from.stride[1] == sizeof(T) || from.shape[1] == 1;
+        const auto width = static_cast<std::size_t>(from.shape[1]);
+        for (Index k = 0; k < count; ++k) {
+            T* to = object(k);
+            for (Index i = 0; i < from.shape[0]; ++i, to += width) {
+                const std::byte* row = list[k] + i * from.stride[0];
+                if (dense) std::memcpy(to, row, width * sizeof(T));
+                else
+                    for (std::size_t j = 0; j < width; ++j)
+                        std::memcpy(to + j, row + static_cast<Index>(j) * from.stride[1], sizeof(T));
+            }
+        }
+    }
+
+    // Multiplies each of objects 0 to count - 1 by the power of two that brings its greatest element below 2^exponent.
+    void scaleTo(int exponent, Index count, std::vector<T>& factors) {
+        factors.resize(static_cast<std::size_t>(count));
+        for (Index k = 0; k < count; ++k) {
+            T* const own = object(k);
+            T greatest = 0;
+            for (Index e = 0; e < elements; ++e) greatest = std::max(greatest, std::fabs(own[e]));
+            const T factor = factorTo(exponent, greatest);
+            for (Index e = 0; e < elements; ++e) own[e] *= factor;
+            factors[static_cast<std::size_t>(k)] = factor;
+        }
+    }
+
+    View view;
+
+private:
+    Index elements;
+    std::vector<T> data;
+};
+
+// Multiplies each object of an array by a factor of its own.
+template <class T>
+void scaleObjects(const View& array, Index first, Index count, const T* factors) {
+    Addresses addresses;
+    std::byte** list = addresses.take(count);
+    listObjects(list, array, first, count);
+    for (Index k = 0; k < count; ++k)
+        for (Index i = 0; i < array.shape[0]; ++i)
+            for (Index j = 0; j < array.shape[1]; ++j) {
+                std::byte* element = list[k] + i * array.stride[0] + j * array.stride[1];
+                T value;
+                std::memcpy(&value, element, sizeof value);
+                value *= factors[k];
+                std::memcpy(element, &value, sizeof value);
+            }
 }
 
 template <class T>
@@ -85,10 +175,11 @@ public:
         family.forms[element][layout].call(call);
     }
 
-    void write(const Streams<T>& from, Index first, Index count) const {
+    // From streams, whose objects may be turned.
+    void write(const View& from, Index first, Index count) const {
         Addresses addresses;
         Call call{};
-        call.in[0] = from.place(0, count, addresses);
+        describe(call.in[0], from, pointerLayout, 0, count, sizeof(T), addresses);
         describe(call.out[0], array, layout, first, count, sizeof(T), addresses);
         call.count = static_cast<std::int32_t>(count);
         const Family& family = array.axes == 2 ? families::Copy_ma_fromPointer : families::Copy_va_fromPointer;
@@ -114,12 +205,7 @@ void factorsTo(int exponent, Streams<T>& matrices, Index count, std::vector<T>& 
                 greatest = magnitude > greatest ? magnitude : greatest;
             }
         }
-    constexpr int range = std::numeric_limits<T>::max_exponent - 2;
-    for (T& factor : factors) {
-        const bool usable = factor > 0 && factor <= std::numeric_limits<T>::max();
-        const int wanted = usable ? exponent - 1 - std::ilogb(factor) : 0;
-        factor = std::ldexp(T{1}, std::min(std::max(wanted, -range), range));
-    }
+    for (T& factor : factors) factor = factorTo(exponent, factor);
 }
 
 // Does all objects of a block in one call; where that fails, each alone. `prepare` is made before either, `call` takes the
@@ -143,12 +229,17 @@ void inHalves(Index first, Index count, int& failures, DoCall call, Leaf leaf) {
     inHalves(first + count / 2, count - count / 2, failures, call, leaf);
 }
 
-// Makes sure that an input can be read by a bridge, objects that serve all included.
-inline void makeReadable(Operation& it, int i) {
+// An input goes into scratch a block at a time, objects that serve all included.
+inline void readInBlocks(Operation& it, int i) {
     View& view = it.in[static_cast<std::size_t>(i)];
     view.single = view.single && it.count == 1;
-    if (view.layouts(it.itemSize) == 0) it.copy(i);
     if (plan) addOnce(plan->blocks, std::string(it.argument(i).name));
+}
+
+// The same by a bridge, which reads what korm can.
+inline void makeReadable(Operation& it, int i) {
+    readInBlocks(it, i);
+    if (it.in[static_cast<std::size_t>(i)].layouts(it.itemSize) == 0) it.copy(i);
 }
 
 // A list of numbers for Python.

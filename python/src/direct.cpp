@@ -2,6 +2,7 @@
 #include "blocks.h"
 #include "operations.h"
 
+#include <atomic>
 #include <cstring>
 
 namespace korm::python {
@@ -19,77 +20,77 @@ PyObject* finish(Operation& operation) {
     return operation.result();
 }
 
-// A number for each object of an array.
-PyObject* reduction(Arguments given, int axes, const Family& one, const Family& many, bool scratch, bool square,
-                    double ofNothing) {
-    Operation it;
-    it.input(axes == 1 ? "x" : "a", given[0]);
+void readArray(Operation& it, PyObject* given, int axes) {
+    it.input(axes == 1 ? "x" : "a", given);
     it.chooseElement();
     it.view(0, axes);
-    if (square) requireSquare(it);
-    it.broadcast();
-    it.output("out", given[1], 0, 1, 1, true);
+}
+
+// After the inputs and the output are known: the call, for one object or for many.
+PyObject* runSettled(Operation& it, const Family& one, const Family& many, Call call = {}) {
     it.separate(MayBeResult::none);
     it.settle();
-    Call call{};
-    std::vector<std::byte> buffer;
-    if (scratch) {
-        buffer.resize(static_cast<std::size_t>((it.in[0].elements() + it.in[0].shape[0]) * it.itemSize + 1));
-        call.buffer = buffer.data();
-    }
-    if (it.in[0].elements() == 0 && it.count > 0 && !plan) {
-        Reference number = owned(PyFloat_FromDouble(ofNothing));
-        Reference result(it.result());
-        Reference ellipsis = Reference::shared(Py_Ellipsis);
-        if (PyArray_Check(result.get()) && PyObject_SetItem(result.get(), ellipsis.get(), number.get()) < 0)
-            throw Raised{};
-        return PyArray_Check(result.get()) ? result.release() : number.release();
-    }
     runSound(it, it.count == 1 ? one : many, call);
     return finish(it);
 }
 
+// The same number for each object.
+PyObject* filled(Operation& it, double value) {
+    Reference number = owned(PyFloat_FromDouble(value));
+    Reference result(it.result());
+    Reference ellipsis = Reference::shared(Py_Ellipsis);
+    if (!PyArray_Check(result.get())) return number.release();
+    if (PyObject_SetItem(result.get(), ellipsis.get(), number.get()) < 0) throw Raised{};
+    return result.release();
 }
 
-PyObject* determinant(Arguments given) { return reduction(given, 2, families::Det_m, families::Det_ma, true, true, 1); }
+PyObject* norm(PyObject* given, PyObject* out, int axes, const Family& one, const Family& many) {
+    Operation it;
+    readArray(it, given, axes);
+    it.broadcast();
+    it.output("out", out, 0, 1, 1, true);
+    if (it.in[0].elements() == 0 && it.count > 0 && !plan) return filled(it, 0);
+    return runSettled(it, one, many);
+}
+
+}
+
+PyObject* determinant(Arguments given) {
+    Operation it;
+    readSquares(it, given[0]);
+    it.broadcast();
+    it.output("out", given[1], 0, 1, 1, true);
+    if (it.in[0].elements() == 0 && it.count > 0 && !plan) return filled(it, 1);
+    std::vector<std::byte> buffer(
+        static_cast<std::size_t>((it.in[0].elements() + it.in[0].shape[0]) * it.itemSize + 1));
+    Call call{};
+    call.buffer = buffer.data();
+    return runSettled(it, families::Det_m, families::Det_ma, call);
+}
 
 PyObject* frobeniusNorm(Arguments given) {
-    return reduction(given, 2, families::FrobNorm_m, families::FrobNorm_ma, false, false, 0);
+    return norm(given[0], given[1], 2, families::FrobNorm_m, families::FrobNorm_ma);
 }
 
-PyObject* vectorNorm(Arguments given) {
-    return reduction(given, 1, families::L2Norm_v, families::L2Norm_va, false, false, 0);
-}
+PyObject* vectorNorm(Arguments given) { return norm(given[0], given[1], 1, families::L2Norm_v, families::L2Norm_va); }
 
 PyObject* trace(Arguments given) {
     Operation it;
-    it.input("a", given[0]);
-    it.chooseElement();
-    it.view(0, 2);
+    readArray(it, given[0], 2);
     // The diagonal ends at the shorter side.
     it.in[0].shape[0] = it.in[0].shape[1] = std::min(it.in[0].shape[0], it.in[0].shape[1]);
     if (it.in[0].shape[0] == 0) raise(PyExc_ValueError, "a: matrices without elements have no trace here");
     it.broadcast();
     it.output("out", given[1], 0, 1, 1, true);
-    it.separate(MayBeResult::none);
-    it.settle();
-    Call call{};
-    runSound(it, it.count == 1 ? families::Trace_m : families::Trace_ma, call);
-    return finish(it);
+    return runSettled(it, families::Trace_m, families::Trace_ma);
 }
 
 PyObject* transpose(Arguments given) {
     Operation it;
-    it.input("a", given[0]);
-    it.chooseElement();
-    it.view(0, 2);
+    readArray(it, given[0], 2);
     it.broadcast();
     it.output("out", given[1], 2, it.in[0].shape[1], it.in[0].shape[0]);
-    it.separate(MayBeResult::none);
-    it.settle();
-    Call call{};
-    runSound(it, it.count == 1 ? families::Transpose_m : families::Transpose_ma, call);
-    return finish(it);
+    return runSettled(it, families::Transpose_m, families::Transpose_ma);
 }
 
 namespace {
@@ -245,25 +246,28 @@ PyObject* cholesky(Arguments given) {
     it.output("out", given[1], 2, it.in[0].shape[0], it.in[0].shape[0]);
     it.separate(MayBeResult::any);
     it.settle();
-    Call call{};
     const Family& family = it.count == 1 ? CholeskyDecomp_m : CholeskyDecomp_ma;
     const Form& form = formOf(family, it.element, it.layout);
     if (plan || it.isEmpty()) return finish(it);
     // A block at a time, so that the second pass finds the factors in the cache.
-    const Index block = it.count == 1 ? 1 : std::max<Index>(64, 262144 / (it.in[0].elements() * it.itemSize));
-    int status = 0;
+    const Index elements = it.in[0].elements();
+    const Index block = it.count == 1 ? 1 : blockOf(it, elements);
+    std::atomic<int> status = 0;
     {
-        const Unlocked unlocked(it.count * it.in[0].elements());
-        for (Index first = 0; first < it.count && status == 0; first += block) {
-            Addresses addresses;
-            const Index objects = std::min(block, it.count - first);
-            it.place(call, first, objects, addresses);
-            status = form.call(call);
-            if (it.element == float32) finishFactors<float>(it.out[0], call.out[0], it.layout, first, objects);
-            else finishFactors<double>(it.out[0], call.out[0], it.layout, first, objects);
-        }
+        const Unlocked unlocked(it.count * elements);
+        inBlocks(it.count, block, elements, [&](Blocks& blocks) {
+            Call part{};
+            Index first, objects;
+            while (status == 0 && blocks.take(first, objects)) {
+                Addresses addresses;
+                it.place(part, first, objects, addresses);
+                if (const int own = form.call(part)) status = own;
+                if (it.element == float32) finishFactors<float>(it.out[0], part.out[0], it.layout, first, objects);
+                else finishFactors<double>(it.out[0], part.out[0], it.layout, first, objects);
+            }
+        });
     }
-    if (status != 0) raiseLinAlgError("Matrix is not positive definite", it.firstFailure(family, call), it.loops);
+    if (status != 0) raiseLinAlgError("Matrix is not positive definite", it.firstFailure(family), it.loops);
     return finish(it);
 }
 

@@ -3,41 +3,70 @@
 #include "blocks.h"
 #include "operations.h"
 
+#include <atomic>
+
 namespace korm::python {
 
 namespace {
 
 using namespace families;
 
+// An object that is refused costs its whole block time, so blocks are of few bytes.
+constexpr Index smallBlock = 16384;
+
 constexpr int norm = 20;  // matrices are scaled to a greatest element of about 2^20
+
+// Symmetric ones of floats to less, which takes less time: what korm takes for zero, half the square root of epsilon, is lost in
+// rounding from 2^12 on.
+template <class T>
+constexpr int symmetricNorm = sizeof(T) == 4 ? 12 : norm;
 
 // What a residual may be: a multiple of what rounding leaves.
 template <class T>
-T tolerance(Index order) {
-    return static_cast<T>(64 * order) * std::numeric_limits<T>::epsilon() * std::ldexp(T{1}, norm);
+T tolerance(Index order, int exponent) {
+    return static_cast<T>(64 * order) * std::numeric_limits<T>::epsilon() * std::ldexp(T{1}, exponent);
+}
+
+// Objects `first` to `first + count` - 1 of streams, which may have no vectors.
+template <class T>
+std::int32_t callSolver(const Family& family, Element element, const Streams<T>& matrices, const Streams<T>* vectors,
+                        T* buffer, T* values, T* imaginary, Index first, Index count) {
+    Addresses addresses;
+    Call call{};
+    const Index order = matrices.view.shape[0];
+    call.in[0] = matrices.place(first, count, addresses);
+    if (vectors) call.out[0] = vectors->place(first, count, addresses);
+    call.buffer = buffer;
+    call.values = values + first * order;
+    if (imaginary) call.imaginary = imaginary + first * order;
+    call.count = static_cast<std::int32_t>(count);
+    return formOf(family, element, pointerLayout).call(call);
 }
 
 // Eigenvalues and vectors of symmetric matrices, of which one triangle counts.
 template <class T>
 class Symmetric {
 public:
-    Symmetric(Operation& it, bool upper, bool vectors)
+    Symmetric(const Operation& it, Index capacity, bool upper, bool vectors)
         : it(it),
           order(it.in[0].shape[0]),
           upper(upper),
           vectors(vectors || order > 3),
           // Without vectors there is nothing to hold the values against, and above order 3 they may miss.
-          block(blockOf(it, order * order)),
+          block(capacity),
           matrices(block, 2, order, order),
           found(block, 2, order, order),
+          sums(static_cast<std::size_t>(block)),
+          rest(sums),
           values(static_cast<std::size_t>(block * order)),
           buffer(static_cast<std::size_t>(order * order)),
-          source(it.in[0], it.element) {}
+          source(it.in[0], it.element) {
+        if (it.outputs == 2) toVectors.emplace(it.out[1], it.element);
+    }
 
-    void run(bool wantsVectors, std::vector<Index>& refused) {
-        const Unlocked unlocked(it.count * order * order);
-        for (Index first = 0; first < it.count; first += block) {
-            const Index objects = std::min(block, it.count - first);
+    void run(Blocks& blocks, bool wantsVectors, Numbers& refused) {
+        Index first, objects;
+        while (blocks.take(first, objects)) {
             bad.assign(static_cast<std::size_t>(objects), 0);
             prepare(first, objects);
             shifts.assign(static_cast<std::size_t>(objects), 0);
@@ -48,7 +77,7 @@ public:
             if (vectors) judge(objects);
             deliver(first, objects, wantsVectors);
             for (Index k = 0; k < objects; ++k)
-                if (bad[static_cast<std::size_t>(k)]) refused.push_back(first + k);
+                if (bad[static_cast<std::size_t>(k)]) refused.add(first + k);
         }
     }
 
@@ -60,13 +89,13 @@ private:
                 if (upper) std::copy_n(matrices.row(j, i), count, matrices.row(i, j));
                 else std::copy_n(matrices.row(i, j), count, matrices.row(j, i));
             }
-        factorsTo(norm, matrices, count, factors);
+        factorsTo(symmetricNorm<T>, matrices, count, factors);
         matrices.scale(factors, count);
     }
 
     // Singular matrices are refused. Shifted by more than their norm they aren't singular, and the vectors are the same.
     void callShifted(Index first, Index count) {
-        const T shift = std::ldexp(static_cast<T>(2 * order), norm);
+        const T shift = std::ldexp(static_cast<T>(2 * order), symmetricNorm<T>);
         for (Index k = first; k < first + count; ++k) {
             shifts[static_cast<std::size_t>(k)] = shift;
             for (Index i = 0; i < order; ++i) matrices.row(i, i)[k] += shift;
@@ -77,75 +106,82 @@ private:
     }
 
     std::int32_t call(Index first, Index count) {
-        Addresses addresses;
-        Call call{};
-        call.in[0] = matrices.place(first, count, addresses);
-        if (vectors) call.out[0] = found.place(first, count, addresses);
-        call.buffer = buffer.data();
-        call.values = values.data() + first * order;
-        call.count = static_cast<std::int32_t>(count);
-        return formOf(vectors ? EigenValuesVectorsSym_ma : EigenValuesSym_ma, it.element, pointerLayout).call(call);
+        return callSolver<T>(vectors ? EigenValuesVectorsSym_ma : EigenValuesSym_ma, it.element, matrices,
+                             vectors ? &found : nullptr, buffer.data(), values.data(), nullptr, first, count);
     }
 
-    // A v - v w of each vector.
+    // Is A v - w v as short for each vector as rounding leaves it?
     void judge(Index count) {
-        std::vector<T> rest(static_cast<std::size_t>(count));
-        const T most = tolerance<T>(order);
-        for (Index c = 0; c < order; ++c)
+        const T limit = tolerance<T>(order, symmetricNorm<T>);
+        T *const difference = rest.data(), *const sum = sums.data();
+        char* const isBad = bad.data();
+        for (Index c = 0; c < order; ++c) {
+            const T* const w = values.data() + c;
+            std::fill_n(sum, count, T{0});
             for (Index i = 0; i < order; ++i) {
-                const T* element = found.row(i, c);
-                for (Index k = 0; k < count; ++k)
-                    rest[static_cast<std::size_t>(k)] = -values[static_cast<std::size_t>(k * order + c)] * element[k];
+                const T* own = found.row(i, c);
+                for (Index k = 0; k < count; ++k) difference[k] = -w[k * order] * own[k];
                 for (Index j = 0; j < order; ++j) {
                     const T *a = matrices.row(i, j), *v = found.row(j, c);
-                    for (Index k = 0; k < count; ++k) rest[static_cast<std::size_t>(k)] += a[k] * v[k];
+                    for (Index k = 0; k < count; ++k) difference[k] += a[k] * v[k];
                 }
-                for (Index k = 0; k < count; ++k)
-                    bad[static_cast<std::size_t>(k)] |= !(std::fabs(rest[static_cast<std::size_t>(k)]) <= most);
+                for (Index k = 0; k < count; ++k) sum[k] += std::fabs(difference[k]);
             }
-    }
-
-    // In ascending order, as NumPy has them.
-    void deliver(Index first, Index count, bool wantsVectors) {
-        auto* w = reinterpret_cast<T*>(it.out[0].data) + first * order;
-        auto* v = wantsVectors ? reinterpret_cast<T*>(it.out[1].data) + first * order * order : nullptr;
-        std::vector<Index> ranks(static_cast<std::size_t>(order));
-        for (Index k = 0; k < count; ++k, w += order) {
-            T* own = values.data() + k * order;
-            for (Index i = 0; i < order; ++i) {
-                Index at = i;
-                for (; at > 0 && own[ranks[static_cast<std::size_t>(at - 1)]] > own[i]; --at)
-                    ranks[static_cast<std::size_t>(at)] = ranks[static_cast<std::size_t>(at - 1)];
-                ranks[static_cast<std::size_t>(at)] = i;
-            }
-            for (Index j = 0; j < order; ++j) {
-                const Index c = ranks[static_cast<std::size_t>(j)];
-                w[j] = (own[c] - shifts[static_cast<std::size_t>(k)]) / factors[static_cast<std::size_t>(k)];
-                if (wantsVectors)
-                    for (Index i = 0; i < order; ++i) v[i * order + j] = found.row(i, c)[k];
-            }
-            if (wantsVectors) v += order * order;
+            for (Index k = 0; k < count; ++k) isBad[k] |= !(sum[k] <= limit);
         }
     }
 
-    Operation& it;
+    // In ascending order, as NumPy has them: mostly the reverse of korm's.
+    void deliver(Index first, Index count, bool wantsVectors) {
+        if (wantsVectors) {
+            View reversed = found.view;
+            reversed.data += (order - 1) * reversed.stride[1];
+            reversed.stride[1] = -reversed.stride[1];
+            toVectors->write(reversed, first, count);
+        }
+        auto* w = reinterpret_cast<T*>(it.out[0].data) + first * order;
+        auto* v = wantsVectors ? reinterpret_cast<T*>(it.out[1].data) + first * order * order : nullptr;
+        std::vector<Index> columns(static_cast<std::size_t>(order));
+        for (Index k = 0; k < count; ++k) {
+            const T* own = values.data() + k * order;
+            bool inOrder = true;
+            for (Index j = 0; j < order; ++j) {
+                Index at = j;
+                const Index c = order - 1 - j;
+                for (; at > 0 && own[columns[static_cast<std::size_t>(at - 1)]] > own[c]; --at)
+                    columns[static_cast<std::size_t>(at)] = columns[static_cast<std::size_t>(at - 1)];
+                columns[static_cast<std::size_t>(at)] = c;
+                inOrder = inOrder && at == j;
+            }
+            const T shift = shifts[static_cast<std::size_t>(k)], back = 1 / factors[static_cast<std::size_t>(k)];
+            for (Index j = 0; j < order; ++j)
+                w[k * order + j] = (own[columns[static_cast<std::size_t>(j)]] - shift) * back;
+            if (inOrder || !wantsVectors) continue;
+            for (Index i = 0; i < order; ++i)
+                for (Index j = 0; j < order; ++j)
+                    v[(k * order + i) * order + j] = found.row(i, columns[static_cast<std::size_t>(j)])[k];
+        }
+    }
+
+    const Operation& it;
     Index order;
     bool upper, vectors;
     Index block;
     Streams<T> matrices, found;
-    std::vector<T> values, buffer, factors, shifts;
+    std::vector<T> sums, rest, values, buffer, factors, shifts;
     Bridge<T> source;
+    std::optional<Bridge<T>> toVectors;
     std::vector<char> bad;
 };
 
 template <class T>
 class General {
 public:
-    General(Operation& it, bool vectors)
+    General(const Operation& it, Index capacity, bool vectors)
         : it(it),
           order(it.in[0].shape[0]),
           vectors(vectors),
-          block(blockOf(it, order * order)),
+          block(capacity),
           matrices(block, 2, order, order),
           found(block, 2, order, order),
           re(static_cast<std::size_t>(block * order)),
@@ -154,11 +190,10 @@ public:
           source(it.in[0], it.element) {}
 
     // Writes complex values and vectors. Are any not real?
-    bool run(T* w, T* v, std::vector<Index>& refused) {
-        const Unlocked unlocked(it.count * order * order);
+    bool run(Blocks& blocks, T* w, T* v, Numbers& refused) {
         bool complex = false;
-        for (Index first = 0; first < it.count; first += block) {
-            const Index objects = std::min(block, it.count - first);
+        Index first, objects;
+        while (blocks.take(first, objects)) {
             bad.assign(static_cast<std::size_t>(objects), 0);
             source.read(matrices, first, objects);
             factorsTo(norm, matrices, objects, factors);
@@ -175,7 +210,7 @@ public:
                 });
             for (Index k = 0; k < objects; ++k) {
                 if (!(vectors ? solves(k) : agrees(k))) bad[static_cast<std::size_t>(k)] = 1;
-                if (bad[static_cast<std::size_t>(k)]) refused.push_back(first + k);
+                if (bad[static_cast<std::size_t>(k)]) refused.add(first + k);
                 else complex = deliver(k, w + 2 * (first + k) * order, v + 2 * (first + k) * order * order) || complex;
             }
         }
@@ -184,20 +219,13 @@ public:
 
 private:
     std::int32_t call(Index first, Index count) {
-        Addresses addresses;
-        Call call{};
-        call.in[0] = matrices.place(first, count, addresses);
-        if (vectors) call.out[0] = found.place(first, count, addresses);
-        call.buffer = buffer.data();
-        call.values = re.data() + first * order;
-        call.imaginary = im.data() + first * order;
-        call.count = static_cast<std::int32_t>(count);
-        return formOf(vectors ? EigenValuesVectorsLeft_ma : EigenValues_ma, it.element, pointerLayout).call(call);
+        return callSolver<T>(vectors ? EigenValuesVectorsLeft_ma : EigenValues_ma, it.element, matrices,
+                             vectors ? &found : nullptr, buffer.data(), re.data(), im.data(), first, count);
     }
 
     // A y = w y, for a value or for both of a conjugate pair?
     bool solves(Index k) {
-        const T most = tolerance<T>(order);
+        const T most = tolerance<T>(order, norm);
         const T *a = re.data() + k * order, *b = im.data() + k * order;
         for (Index c = 0; c < order; ++c) {
             const bool pair = b[c] != 0;
@@ -259,7 +287,7 @@ private:
         return complex;
     }
 
-    Operation& it;
+    const Operation& it;
     Index order;
     bool vectors;
     Index block;
@@ -268,6 +296,27 @@ private:
     Bridge<T> source;
     std::vector<char> bad;
 };
+
+template <class T>
+void solveSymmetric(const Operation& it, bool upper, bool vectors, Numbers& refused) {
+    const Index elements = it.in[0].elements(), block = blockOf(it, elements, smallBlock);
+    const Unlocked unlocked(it.count * elements);
+    inBlocks(it.count, block, elements,
+             [&](Blocks& blocks) { Symmetric<T>(it, block, upper, vectors).run(blocks, vectors, refused); });
+}
+
+// Are any values not real?
+template <class T>
+bool solveGeneral(const Operation& it, void* w, void* v, Numbers& refused) {
+    const Index elements = it.in[0].elements(), block = blockOf(it, elements, smallBlock);
+    const Unlocked unlocked(it.count * elements);
+    std::atomic<bool> complex = false;
+    inBlocks(it.count, block, elements, [&](Blocks& blocks) {
+        if (General<T>(it, block, v != nullptr).run(blocks, static_cast<T*>(w), static_cast<T*>(v), refused))
+            complex = true;
+    });
+    return complex;
+}
 
 bool truth(PyObject* object) {
     const int is = PyObject_IsTrue(object);
@@ -286,16 +335,16 @@ PyObject* symmetricEigen(Arguments given) {
     const Index order = it.in[0].shape[0];
     it.output("w", nullptr, 1, order);
     if (vectors) it.output("v", nullptr, 2, order, order);
-    std::vector<Index> refused;
+    Numbers refused;
     if (!it.isEmpty()) {
         makeReadable(it, 0);
         if (plan)
             formOf(vectors || order > 3 ? EigenValuesVectorsSym_ma : EigenValuesSym_ma, it.element, pointerLayout);
-        else if (it.element == float32) Symmetric<float>(it, upper, vectors).run(vectors, refused);
-        else Symmetric<double>(it, upper, vectors).run(vectors, refused);
+        else if (it.element == float32) solveSymmetric<float>(it, upper, vectors, refused);
+        else solveSymmetric<double>(it, upper, vectors, refused);
     }
     Reference v = vectors ? Reference(it.result(1)) : Reference::shared(Py_None);
-    return Py_BuildValue("NNN", it.result(0), v.release(), listOf(refused).release());
+    return Py_BuildValue("NNN", it.result(0), v.release(), listOf(refused.sorted()).release());
 }
 
 // Complex values, complex vectors or None, whether any value isn't real, and the objects that were refused.
@@ -308,18 +357,18 @@ PyObject* generalEigen(Arguments given) {
     const int type = it.element == float32 ? NPY_COMPLEX64 : NPY_COMPLEX128;
     Reference w = newArray(it.loops, 1, order, 1, type);
     Reference v = vectors ? newArray(it.loops, 2, order, order, type) : Reference::shared(Py_None);
-    std::vector<Index> refused;
+    Numbers refused;
     bool complex = false;
     if (it.count > 0 && order > 0) {
         makeReadable(it, 0);
         void* const toW = PyArray_DATA(w.array());
         void* const toV = vectors ? PyArray_DATA(v.array()) : nullptr;
         if (plan) formOf(vectors ? EigenValuesVectorsLeft_ma : EigenValues_ma, it.element, pointerLayout);
-        else if (it.element == float32)
-            complex = General<float>(it, vectors).run(static_cast<float*>(toW), static_cast<float*>(toV), refused);
-        else complex = General<double>(it, vectors).run(static_cast<double*>(toW), static_cast<double*>(toV), refused);
+        else if (it.element == float32) complex = solveGeneral<float>(it, toW, toV, refused);
+        else complex = solveGeneral<double>(it, toW, toV, refused);
     }
-    return Py_BuildValue("NNNN", w.release(), v.release(), PyBool_FromLong(complex), listOf(refused).release());
+    return Py_BuildValue("NNNN", w.release(), v.release(), PyBool_FromLong(complex),
+                         listOf(refused.sorted()).release());
 }
 
 }

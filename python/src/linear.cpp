@@ -8,63 +8,80 @@ namespace {
 
 using namespace families;
 
-// LU decompositions of a block. Orders 1, 2 and from 7 on refuse pivots below an absolute limit, so their matrices are scaled.
+// LU decompositions of a block of matrices. Orders 1, 2 and from 7 on refuse pivots below an absolute limit, so their matrices are
+// scaled; others are read where they lie.
 template <class T>
 class LU {
 public:
-    LU(Element element, Index order, Index capacity, bool scaled)
-        : element(element),
-          order(order),
+    LU(const Operation& it, Index capacity, bool scaled)
+        : it(it),
+          order(it.in[0].shape[0]),
           scaled(scaled || order < 3 || order > 6),
-          matrices(capacity, 2, order, order),
-          right(capacity, 1, order),
-          solution(capacity, 1, order),
+          factored(capacity, order, order),
           pivots(static_cast<std::size_t>(capacity * order)) {}
 
-    // The first object without a decomposition, or -1.
-    Index decompose(const Bridge<T>& source, Index first, Index count) {
+    // The first object of all that has no decomposition, or -1.
+    Index decompose(Index first, Index count) {
         Index failed = -1;
         allOrEach(
             count,
             [&] {
-                source.read(matrices, first, count);
                 if (!scaled) return;
-                factorsTo(0, matrices, count, factors);
-                matrices.scale(factors, count);
+                factored.read(it.in[0], first, count);
+                factored.scaleTo(0, count, factors);
             },
             [&](Index begin, Index objects) {
                 Addresses addresses;
                 Call call{};
-                call.in[0] = call.out[0] = matrices.place(begin, objects, addresses);
+                describe(call.out[0], factored.view, it.layout, begin, objects, sizeof(T), addresses);
+                if (scaled) call.in[0] = call.out[0];
+                else describe(call.in[0], it.in[0], it.layout, first + begin, objects, sizeof(T), addresses);
                 call.pivots = pivots.data() + begin * order;
                 call.count = static_cast<std::int32_t>(objects);
-                return formOf(LUDecomp_ma, element, pointerLayout).call(call);
+                return formOf(LUDecomp_ma, it.element, it.layout).call(call);
             },
-            [&](Index k) { failed = failed < 0 ? k : failed; });
+            [&](Index k) { failed = failed < 0 ? first + k : failed; });
         return failed;
     }
 
-    // From `right` to `solution`; one decomposition may serve all.
-    void solve(Index count, bool oneMatrix) {
-        Addresses addresses;
-        Call call{};
-        call.in[0] = matrices.place(0, oneMatrix ? 1 : count, addresses);
-        call.in[1] = right.place(0, count, addresses);
-        call.out[0] = solution.place(0, count, addresses);
-        call.pivots = pivots.data();
-        call.count = static_cast<std::int32_t>(count);
-        formOf(oneMatrix ? LUBackSubst_mva : LUBackSubst_mava, element, pointerLayout).call(call);
-        if (!scaled) return;
-        if (oneMatrix) factors.resize(static_cast<std::size_t>(count), factors[0]);
-        solution.scale(factors, count);
+    // Solves with object k of the block for vector k of an array.
+    void solve(const Place& right, const View& solutions, Index first, Index count) {
+        run(LUBackSubst_mava, 0, right, solutions, first, count);
+        if (scaled) scaleObjects(solutions, first, count, factors.data());
     }
 
-    Element element;
+    // Solves with one object for all vectors.
+    void solveAll(Index k, const Place& right, const View& solutions, Index first, Index count) {
+        factored.view.single = true;
+        run(LUBackSubst_mva, k, right, solutions, first, count);
+        factored.view.single = false;
+        if (!scaled) return;
+        scales.assign(static_cast<std::size_t>(count), factors[static_cast<std::size_t>(k)]);
+        scaleObjects(solutions, first, count, scales.data());
+    }
+
+    const Operation& it;
     Index order;
     bool scaled;
-    Streams<T> matrices, right, solution;
+    Objects<T> factored;
     std::vector<std::int32_t> pivots;
     std::vector<T> factors;
+
+private:
+    void run(const Family& family, Index k, const Place& right, const View& solutions, Index first, Index count) {
+        Addresses addresses;
+        Call call{};
+        View matrices = factored.view;
+        matrices.data = reinterpret_cast<std::byte*>(factored.object(k));
+        describe(call.in[0], matrices, it.layout, 0, count, sizeof(T), addresses);
+        call.in[1] = right;
+        describe(call.out[0], solutions, it.layout, first, count, sizeof(T), addresses);
+        call.pivots = pivots.data() + k * order;
+        call.count = static_cast<std::int32_t>(count);
+        formOf(family, it.element, it.layout).call(call);
+    }
+
+    std::vector<T> scales;
 };
 
 View columnOf(const View& matrix, Index j) {
@@ -88,40 +105,81 @@ View columnsOf(const View& matrix) {
     return vectors;
 }
 
-void planLU(Element element, bool oneMatrix, bool solves) {
-    formOf(LUDecomp_ma, element, pointerLayout);
-    if (solves) formOf(oneMatrix ? LUBackSubst_mva : LUBackSubst_mava, element, pointerLayout);
+void planLU(const Operation& it, const Family* solves) {
+    formOf(LUDecomp_ma, it.element, it.layout);
+    if (solves) formOf(*solves, it.element, it.layout);
 }
 
-// The columns of b, or all of the inverse where there is no b, of objects from `begin` to `end`. The object that has no solution,
-// or -1.
+// Where x is an array of vectors, or else of its columns: f(j), or f(0) for vectors.
+template <class Do>
+void forColumns(const View& x, Do f) {
+    for (Index j = 0; j < (x.axes == 1 ? 1 : x.shape[1]); ++j) f(j);
+}
+
+View vectorsOf(const View& array, Index j) { return array.axes == 1 ? array : columnOf(array, j); }
+
+// Solves for the columns of b. The object that has no solution, or -1.
 template <class T>
-Index solveBlocks(Operation& it, bool oneMatrix, bool inverts, Index begin, Index end) {
-    const Index order = it.in[0].shape[0];
-    const Index block = blockOf(it, order * order);
-    LU<T> lu(it.element, order, block, inverts);
-    const Bridge<T> source(it.in[0], it.element);
-    std::vector<Bridge<T>> rights, results;
-    const bool vectors = it.out[0].axes == 1;
-    for (Index j = 0; j < (vectors ? 1 : it.out[0].shape[1]); ++j) {
-        if (!inverts) rights.emplace_back(vectors ? it.in[1] : columnOf(it.in[1], j), it.element);
-        results.emplace_back(vectors ? it.out[0] : columnOf(it.out[0], j), it.element);
+Index solveBlocks(const Operation& it, bool oneMatrix) {
+    const Index order = it.in[0].shape[0], elements = order * order;
+    const Unlocked unlocked(it.count * elements);
+    const auto solve = [&](Index first, Index count, auto call) {
+        forColumns(it.out[0], [&](Index j) {
+            Addresses addresses;
+            Place right;
+            describe(right, vectorsOf(it.in[1], j), it.layout, first, count, sizeof(T), addresses);
+            call(right, vectorsOf(it.out[0], j));
+        });
+    };
+    if (oneMatrix) {
+        LU<T> lu(it, 1, false);
+        if (lu.decompose(0, 1) >= 0) return 0;
+        solve(0, it.count, [&](const Place& right, const View& x) { lu.solveAll(0, right, x, 0, it.count); });
+        return -1;
     }
-    if (oneMatrix && lu.decompose(source, 0, 1) >= 0) return 0;
-    for (Index first = begin; first < end; first += block) {
-        const Index objects = std::min(block, end - first);
-        const Index failed = oneMatrix ? -1 : lu.decompose(source, first, objects);
-        if (failed >= 0) return first + failed;
-        for (std::size_t j = 0; j < results.size(); ++j) {
-            if (inverts) {
-                lu.right.fill(0);
-                std::fill_n(lu.right.row(static_cast<Index>(j)), objects, T{1});
-            } else {
-                rights[j].read(lu.right, first, objects);
-            }
-            lu.solve(objects, oneMatrix);
-            results[j].write(lu.solution, first, objects);
+    const Index block = blockOf(it, elements);
+    Numbers failures;
+    inBlocks(it.count, block, elements, [&](Blocks& blocks) {
+        LU<T> lu(it, block, false);
+        Index first, objects;
+        while (blocks.take(first, objects)) {
+            const Index failed = lu.decompose(first, objects);
+            if (failed >= 0) return failures.add(failed);
+            solve(first, objects, [&](const Place& right, const View& x) { lu.solve(right, x, first, objects); });
         }
+    });
+    return failures.lowest();
+}
+
+// From order 7 on a call for each matrix, whose vectors are the columns of the identity, is faster than one for each column.
+bool solvesEach(const Operation& it) {
+    return it.in[0].shape[0] > 6 && (columnsOf(it.out[0]).layouts(it.itemSize) >> it.layout & 1U);
+}
+
+// Inverses of a block by LU decomposition. The object that has none, or -1.
+template <class T>
+Index invertByLU(const Operation& it, LU<T>& lu, Index first, Index objects) {
+    const Index order = it.in[0].shape[0];
+    const Index failed = lu.decompose(first, objects);
+    if (failed >= 0) return failed;
+    const bool each = solvesEach(it);
+    const Index vectors = each ? order : objects;
+    Objects<T> units(vectors, order, 1);
+    units.view.axes = 1;
+    Addresses addresses;
+    Place right;
+    describe(right, units.view, it.layout, 0, vectors, sizeof(T), addresses);
+    for (Index j = 0; each && j < order; ++j) units.object(j)[j] = 1;
+    for (Index k = 0; each && k < objects; ++k) {
+        View object = it.out[0];
+        listObjects(&object.data, it.out[0], first + k, 1);
+        object.list.clear();
+        lu.solveAll(k, right, columnsOf(object), 0, order);
+    }
+    for (Index j = 0; !each && j < order; ++j) {
+        for (Index k = 0; k < objects; ++k)
+            for (Index i = 0; i < order; ++i) units.object(k)[i] = static_cast<T>(i == j);
+        lu.solve(right, columnOf(it.out[0], j), first, objects);
     }
     return -1;
 }
@@ -163,30 +221,36 @@ bool isFarFromOne(const Place& place, Layout layout, Index order, Index count) {
 }
 
 // Closed forms a block at a time; a block for which they are no good goes by LU decomposition of matrices that are scaled.
-// The object that is singular, or -1.
+// The object that is singular, -1, or -2 if it can't be told.
 template <class T>
 Index invertBlocks(Operation& it, bool closedForm) {
-    const Unlocked unlocked(it.count * it.in[0].elements());
-    if (!closedForm) return solveBlocks<T>(it, false, true, 0, it.count);
-    const Index order = it.in[0].shape[0];
-    const Index block = blockOf(it, order * order);
+    const Index order = it.in[0].shape[0], elements = order * order;
+    const Unlocked unlocked(it.count * elements);
+    const Index block = blockOf(it, elements);
     const Form& form = formOf(it.count == 1 ? families::Invert_m : families::Invert_ma, it.element, it.layout);
-    double buffer[6 * 7];
-    Call call{};
-    call.buffer = buffer;
-    for (Index first = 0; first < it.count; first += block) {
-        Addresses addresses;
-        const Index objects = std::min(block, it.count - first);
-        it.place(call, first, objects, addresses);
-        // In place, a form that fails has overwritten what LU decomposition would need. Without it, that works in place as well:
-        // the whole block is read first.
-        const bool far = isFarFromOne<T>(call.in[0], it.layout, order, objects);
-        if (!far && form.call(call) == 0) continue;
-        if (!far && it.isInPlace()) return -2;
-        const Index failed = solveBlocks<T>(it, false, true, first, first + objects);
-        if (failed >= 0) return failed;
-    }
-    return -1;
+    Numbers failures;
+    inBlocks(it.count, block, elements, [&](Blocks& blocks) {
+        std::optional<LU<T>> lu;
+        double buffer[6 * 7];
+        Call call{};
+        call.buffer = buffer;
+        Index first, objects;
+        while (blocks.take(first, objects)) {
+            if (closedForm) {
+                Addresses addresses;
+                it.place(call, first, objects, addresses);
+                // In place, a form that fails has overwritten what LU decomposition would need. Without it, that works in place as
+                // well: the whole block is read first.
+                const bool far = isFarFromOne<T>(call.in[0], it.layout, order, objects);
+                if (!far && form.call(call) == 0) continue;
+                if (!far && it.isInPlace()) return failures.add(-2);
+            }
+            if (!lu) lu.emplace(it, block, true);
+            const Index failed = invertByLU(it, *lu, first, objects);
+            if (failed >= 0) return failures.add(failed);
+        }
+    });
+    return failures.lowest();
 }
 
 }
@@ -220,9 +284,9 @@ PyObject* inverse(Arguments given) {
         it.settle();
         formOf(it.count == 1 ? families::Invert_m : families::Invert_ma, it.element, it.layout);
     } else {
-        makeReadable(it, 0);
-        if (it.out[0].layouts(it.itemSize) == 0) it.settle(0);
-        planLU(it.element, false, true);
+        readInBlocks(it, 0);
+        it.settle(0);
+        planLU(it, solvesEach(it) ? &LUBackSubst_mva : &LUBackSubst_mava);
     }
     if (!plan) {
         const Index failed =
@@ -262,30 +326,27 @@ PyObject* solve(Arguments given) {
     it.separate(MayBeResult::none);
     if (it.isEmpty()) return it.result();
     const Loops loops = it.loops;
-    bool oneMatrix = it.in[0].single;
-    if (it.out[0].layouts(it.itemSize) == 0) it.settle(0);
+    bool oneMatrix = it.in[0].single && it.count > 1;
     if (it.count == 1 && !vectors && it.in[1].list.empty() && it.out[0].list.empty()) {
-        if (columnsOf(it.out[0]).layouts(it.itemSize) == 0) it.replaceOutput(0);
+        // The columns are the vectors that one matrix serves.
+        const auto areStandard = [&](const View& array) {
+            return columnsOf(array).layouts(it.itemSize) >> standardLayout & 1U;
+        };
+        if (!areStandard(it.in[1])) it.copy(1);
+        if (!areStandard(it.out[0])) it.replaceOutput(0);
         it.in[1] = columnsOf(it.in[1]);
         it.out[0] = columnsOf(it.out[0]);
         it.loops = it.in[1].loops;
         it.count = it.loops.count();
         oneMatrix = true;
-    } else if (it.count == 1) {
-        oneMatrix = false;
     }
-    const Index count = it.count;
-    if (oneMatrix) it.count = 1;  // the matrix itself is read once
-    makeReadable(it, 0);
-    it.count = count;
-    makeReadable(it, 1);
-    planLU(it.element, oneMatrix, true);
+    it.in[0].single = oneMatrix;
+    it.in[1].single = false;
+    if (order < 3 || order > 6) readInBlocks(it, 0);
+    it.settle();
+    planLU(it, oneMatrix ? &LUBackSubst_mva : &LUBackSubst_mava);
     Index failed = -1;
-    if (!plan) {
-        const Unlocked unlocked(count * order * order);
-        failed = it.element == float32 ? solveBlocks<float>(it, oneMatrix, false, 0, count)
-                                       : solveBlocks<double>(it, oneMatrix, false, 0, count);
-    }
+    if (!plan) failed = it.element == float32 ? solveBlocks<float>(it, oneMatrix) : solveBlocks<double>(it, oneMatrix);
     if (failed >= 0) raiseLinAlgError("Singular matrix", oneMatrix && loops.axes > 0 ? -1 : failed, loops);
     it.deliver();
     return it.result();
@@ -294,31 +355,34 @@ PyObject* solve(Arguments given) {
 namespace {
 
 template <class T>
-Index luBlocks(Operation& it, std::int32_t* rows) {
+Index luBlocks(const Operation& it, std::int32_t* rows) {
     const Index order = it.in[0].shape[0], elements = order * order;
     const Index block = blockOf(it, elements);
-    LU<T> lu(it.element, order, block, false);
-    const Bridge<T> source(it.in[0], it.element);
-    T* const results[] = {reinterpret_cast<T*>(it.out[0].data), reinterpret_cast<T*>(it.out[1].data)};
     const Unlocked unlocked(it.count * elements);
-    for (Index first = 0; first < it.count; first += block) {
-        const Index objects = std::min(block, it.count - first);
-        const Index failed = lu.decompose(source, first, objects);
-        if (failed >= 0) return first + failed;
-        for (Index k = 0; k < objects; ++k) {
-            T* lower = results[0] + (first + k) * elements;
-            T* upper = results[1] + (first + k) * elements;
-            const T back = lu.scaled ? 1 / lu.factors[static_cast<std::size_t>(k)] : 1;
-            for (Index i = 0; i < order; ++i)
-                for (Index j = 0; j < order; ++j) {
-                    const T value = lu.matrices.row(lu.pivots[static_cast<std::size_t>(k * order + i)], j)[k];
-                    lower[i * order + j] = j < i ? value : static_cast<T>(i == j);
-                    upper[i * order + j] = j < i ? 0 : value * back;
+    Numbers failures;
+    inBlocks(it.count, block, elements, [&](Blocks& blocks) {
+        LU<T> lu(it, block, false);
+        Index first, objects;
+        while (blocks.take(first, objects)) {
+            const Index failed = lu.decompose(first, objects);
+            if (failed >= 0) return failures.add(failed);
+            std::copy_n(lu.pivots.data(), objects * order, rows + first * order);
+            for (Index k = 0; k < objects; ++k) {
+                const std::int32_t* pivots = rows + (first + k) * order;
+                T* lower = reinterpret_cast<T*>(it.out[0].data) + (first + k) * elements;
+                T* upper = reinterpret_cast<T*>(it.out[1].data) + (first + k) * elements;
+                const T back = lu.scaled ? 1 / lu.factors[static_cast<std::size_t>(k)] : 1;
+                for (Index i = 0; i < order; ++i, lower += order, upper += order) {
+                    const T* row = lu.factored.object(k) + pivots[i] * order;
+                    for (Index j = 0; j < order; ++j) {
+                        lower[j] = j < i ? row[j] : static_cast<T>(i == j);
+                        upper[j] = j < i ? 0 : row[j] * back;
+                    }
                 }
+            }
         }
-        std::copy_n(lu.pivots.data(), objects * order, rows + first * order);
-    }
-    return -1;
+    });
+    return failures.lowest();
 }
 
 }
@@ -333,8 +397,10 @@ PyObject* lu(Arguments given) {
     it.output("u", nullptr, 2, order, order);
     Reference rows = newArray(it.loops, 1, order, 1, NPY_INT32);
     if (!it.isEmpty()) {
-        makeReadable(it, 0);
-        planLU(it.element, false, false);
+        it.in[0].single = false;
+        if (order < 3 || order > 6) readInBlocks(it, 0);
+        it.settle();
+        planLU(it, nullptr);
         if (!plan) {
             auto* pivots = static_cast<std::int32_t*>(PyArray_DATA(rows.array()));
             const Index failed = it.element == float32 ? luBlocks<float>(it, pivots) : luBlocks<double>(it, pivots);
@@ -415,66 +481,69 @@ public:
 };
 
 template <class T>
-void qrBlocks(Operation& it, std::vector<Index>& refused) {
+void qrBlocks(const Operation& it, Numbers& refused) {
     const Index height = it.in[0].shape[0], width = it.in[0].shape[1];
     const Index block = blockOf(it, height * width);
-    QR<T> qr(it, block);
-    Streams<T> q(block, 2, height, width), r(block, 2, width, width);
     const Bridge<T> source(it.in[0], it.element), toQ(it.out[0], it.element), toR(it.out[1], it.element);
     const Unlocked unlocked(it.count * height * width);
-    for (Index first = 0; first < it.count; first += block) {
-        const Index objects = std::min(block, it.count - first);
-        qr.decompose(source, first, objects, [&](Index k) { refused.push_back(first + k); });
-        qr.formQ(q, objects);
-        r.fill(0);
-        for (T& factor : qr.factors) factor = 1 / factor;
-        for (Index i = 0; i < width; ++i)
-            for (Index j = i; j < width; ++j) std::copy_n(qr.matrices.row(i, j), objects, r.row(i, j));
-        r.scale(qr.factors, objects);
-        toQ.write(q, first, objects);
-        toR.write(r, first, objects);
-    }
+    inBlocks(it.count, block, height * width, [&](Blocks& blocks) {
+        QR<T> qr(it, block);
+        Streams<T> q(block, 2, height, width), r(block, 2, width, width);
+        Index first, objects;
+        while (blocks.take(first, objects)) {
+            qr.decompose(source, first, objects, [&](Index k) { refused.add(first + k); });
+            qr.formQ(q, objects);
+            r.fill(0);
+            for (T& factor : qr.factors) factor = 1 / factor;
+            for (Index i = 0; i < width; ++i)
+                for (Index j = i; j < width; ++j) std::copy_n(qr.matrices.row(i, j), objects, r.row(i, j));
+            r.scale(qr.factors, objects);
+            toQ.write(q.view, first, objects);
+            toR.write(r.view, first, objects);
+        }
+    });
 }
 
 template <class T>
-void leastSquaresBlocks(Operation& it, std::vector<Index>& refused) {
+void leastSquaresBlocks(const Operation& it, Numbers& refused) {
     const Index height = it.in[0].shape[0], width = it.in[0].shape[1];
     const Index block = blockOf(it, height * width);
-    QR<T> qr(it, block);
-    Streams<T> right(block, 1, height), solution(block, 1, width);
     const Bridge<T> source(it.in[0], it.element);
-    const bool vectors = it.out[0].axes == 1;
     std::vector<Bridge<T>> rights, results;
-    for (Index j = 0; j < (vectors ? 1 : it.out[0].shape[1]); ++j) {
-        rights.emplace_back(vectors ? it.in[1] : columnOf(it.in[1], j), it.element);
-        results.emplace_back(vectors ? it.out[0] : columnOf(it.out[0], j), it.element);
-    }
+    forColumns(it.out[0], [&](Index j) {
+        rights.emplace_back(vectorsOf(it.in[1], j), it.element);
+        results.emplace_back(vectorsOf(it.out[0], j), it.element);
+    });
     const Unlocked unlocked(it.count * height * width);
-    std::vector<char> bad;
-    for (Index first = 0; first < it.count; first += block) {
-        const Index objects = std::min(block, it.count - first);
-        bad.assign(static_cast<std::size_t>(objects), 0);
-        qr.decompose(source, first, objects, [&](Index k) { bad[static_cast<std::size_t>(k)] = 1; });
-        for (std::size_t c = 0; c < rights.size(); ++c) {
-            rights[c].read(right, first, objects);
-            Addresses addresses;
-            Call call{};
-            call.in[0] = qr.matrices.place(0, objects, addresses);
-            call.in[1] = right.place(0, objects, addresses);
-            call.out[0] = solution.place(0, objects, addresses);
-            call.buffer = qr.buffer.data();
-            call.count = static_cast<std::int32_t>(objects);
-            formOf(QRBackSubst_mava, it.element, pointerLayout).call(call);
-            solution.scale(qr.factors, objects);
-            // The last column of a square matrix isn't tested.
-            for (Index i = 0; i < width; ++i)
-                for (Index k = 0; k < objects; ++k)
-                    bad[static_cast<std::size_t>(k)] |= !std::isfinite(solution.row(i)[k]);
-            results[c].write(solution, first, objects);
+    inBlocks(it.count, block, height * width, [&](Blocks& blocks) {
+        QR<T> qr(it, block);
+        Streams<T> right(block, 1, height), solution(block, 1, width);
+        std::vector<char> bad;
+        Index first, objects;
+        while (blocks.take(first, objects)) {
+            bad.assign(static_cast<std::size_t>(objects), 0);
+            qr.decompose(source, first, objects, [&](Index k) { bad[static_cast<std::size_t>(k)] = 1; });
+            for (std::size_t c = 0; c < rights.size(); ++c) {
+                rights[c].read(right, first, objects);
+                Addresses addresses;
+                Call call{};
+                call.in[0] = qr.matrices.place(0, objects, addresses);
+                call.in[1] = right.place(0, objects, addresses);
+                call.out[0] = solution.place(0, objects, addresses);
+                call.buffer = qr.buffer.data();
+                call.count = static_cast<std::int32_t>(objects);
+                formOf(QRBackSubst_mava, it.element, pointerLayout).call(call);
+                solution.scale(qr.factors, objects);
+                // The last column of a square matrix isn't tested.
+                for (Index i = 0; i < width; ++i)
+                    for (Index k = 0; k < objects; ++k)
+                        bad[static_cast<std::size_t>(k)] |= !std::isfinite(solution.row(i)[k]);
+                results[c].write(solution.view, first, objects);
+            }
+            for (Index k = 0; k < objects; ++k)
+                if (bad[static_cast<std::size_t>(k)]) refused.add(first + k);
         }
-        for (Index k = 0; k < objects; ++k)
-            if (bad[static_cast<std::size_t>(k)]) refused.push_back(first + k);
-    }
+    });
 }
 
 void requireTall(const Operation& it) {
@@ -495,14 +564,14 @@ PyObject* qr(Arguments given) {
     it.broadcast();
     it.output("q", nullptr, 2, it.in[0].shape[0], it.in[0].shape[1]);
     it.output("r", nullptr, 2, it.in[0].shape[1], it.in[0].shape[1]);
-    std::vector<Index> refused;
+    Numbers refused;
     if (!it.isEmpty()) {
         makeReadable(it, 0);
         if (plan) formOf(QRDecomp_ma, it.element, pointerLayout);
         else if (it.element == float32) qrBlocks<float>(it, refused);
         else qrBlocks<double>(it, refused);
     }
-    return Py_BuildValue("NNN", it.result(0), it.result(1), listOf(refused).release());
+    return Py_BuildValue("NNN", it.result(0), it.result(1), listOf(refused.sorted()).release());
 }
 
 // The solutions, and the objects that were refused.
@@ -514,7 +583,7 @@ PyObject* leastSquares(Arguments given) {
         raise(PyExc_ValueError, "b has %zd rows for matrices of %zd", it.in[1].shape[0], it.in[0].shape[0]);
     it.broadcast();
     it.output("x", nullptr, vectors ? 1 : 2, it.in[0].shape[1], it.in[1].shape[1]);
-    std::vector<Index> refused;
+    Numbers refused;
     if (!it.isEmpty()) {
         makeReadable(it, 0);
         makeReadable(it, 1);
@@ -527,7 +596,7 @@ PyObject* leastSquares(Arguments given) {
             leastSquaresBlocks<double>(it, refused);
         }
     }
-    return Py_BuildValue("NN", it.result(), listOf(refused).release());
+    return Py_BuildValue("NN", it.result(), listOf(refused.sorted()).release());
 }
 
 }

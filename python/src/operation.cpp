@@ -343,9 +343,10 @@ std::int32_t Operation::run(const Family& family, Call& call) {
     return form.call(call);
 }
 
-Index Operation::firstFailure(const Family& family, Call& call) {
+Index Operation::firstFailure(const Family& family) {
     if (isInPlace()) return -1;
     const Form& form = formOf(family, element, layout);
+    Call call{};
     Index begin = 0, end = count;
     while (begin < end) {
         const Index half = (end - begin + 1) / 2;

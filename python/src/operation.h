@@ -76,7 +76,7 @@ public:
     std::int32_t run(const Family& family, Call& call);
 
     // After a failure: the first object that fails by itself, or -1 if that can't be told.
-    Index firstFailure(const Family& family, Call& call);
+    Index firstFailure(const Family& family);
 
     // Copies back what results were given in an unsuitable form; the results themselves.
     void deliver();

@@ -107,8 +107,6 @@ std::byte** Addresses::take(Index count) {
     return more.emplace_back(static_cast<std::size_t>(count)).data();
 }
 
-namespace {
-
 void listObjects(std::byte** list, const View& view, Index first, Index count) {
     if (!view.list.empty() || view.single) {
         for (Index k = 0; k < count; ++k)
@@ -130,8 +128,6 @@ void listObjects(std::byte** list, const View& view, Index first, Index count) {
             at[i] = 0;
         }
     }
-}
-
 }
 
 void describe(Place& place, const View& view, Layout layout, Index first, Index count, Index itemSize,

@@ -65,7 +65,10 @@ private:
     std::vector<std::vector<std::byte*>> more;
 };
 
-// Objects first to first + count - 1 of a view, in the words of a layout.
+// The addresses of objects first to first + count - 1 of a view.
+void listObjects(std::byte** list, const View& view, Index first, Index count);
+
+// The same objects in the words of a layout.
 void describe(Place& place, const View& view, Layout layout, Index first, Index count, Index itemSize,
               Addresses& addresses);
 

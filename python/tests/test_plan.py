@@ -87,16 +87,39 @@ def test_forms_and_copies(case):
 
 def test_blocks_take_little_memory():
     a = np.tile(np.eye(4), (200000, 1, 1))
-    for function, wanted in [(lambda: korm.solve(a, a[:, 0]), ("kormLUDecomp_ma_64f_P", "kormLUBackSubst_mava_64f_P")),
+    large = np.tile(np.eye(7), (1000, 1, 1))
+    for function, wanted in [(lambda: korm.solve(large, large[:, 0]), ("kormLUDecomp_ma_64f", "kormLUBackSubst_mava_64f")),
                              (lambda: korm.eigvals(a), ("kormEigenValues_ma_64f_P",)),
                              (lambda: korm.lstsq(a, a[:, 0]), ("kormQRDecomp_ma_64f_P", "kormQRBackSubst_mava_64f_P"))]:
         plan = korm.plan(function)
         assert plan.functions == wanted and plan.copied == () and plan.blocks[0] == "a"
-    assert korm.plan(korm.solve, a[0], a[0]).functions == ("kormLUDecomp_ma_64f_P", "kormLUBackSubst_mva_64f_P")
     assert korm.plan(korm.eigh, a).functions == ("kormEigenValuesVectorsSym_ma_64f_P",)
     assert korm.plan(korm.eig, a.astype("f4")).functions == ("kormEigenValuesVectorsLeft_ma_32f_P",)
     assert korm.plan(korm.qr, a).functions == ("kormQRDecomp_ma_64f_P",)
-    assert korm.plan(korm.inv, np.eye(8)).functions == ("kormLUDecomp_ma_64f_P", "kormLUBackSubst_mava_64f_P")
+    assert korm.plan(korm.inv, np.eye(8)).functions == ("kormLUDecomp_ma_64f", "kormLUBackSubst_mva_64f")
+    assert korm.plan(korm.inv, np.eye(2)).functions == ("kormLUDecomp_ma_64f", "kormLUBackSubst_mava_64f")
+
+
+SYSTEMS = [  # how matrices and vectors lie, the layout of the functions, and what is copied
+    ("contiguous", "contiguous", "", ()), ("every_other", "padded", "", ()), ("records", "contiguous", "_L", ()),
+    ("streams", "streams", "_P", ()), ("streams", "contiguous", "_P", ()), ("contiguous", "streams", "_P", ()),
+    ("rows_backwards", "contiguous", "_P", ()), ("rows_backwards", "objects_backwards", "_P", ("b",)),
+    ("contiguous", "objects_backwards", "_L", ()), ("backwards", "contiguous", "", ("a",)),
+]
+
+
+@pytest.mark.parametrize("matrices, vectors, layout, copied", SYSTEMS)
+def test_systems_are_read_where_they_lie(matrices, vectors, layout, copied):
+    a, b = arrays(matrices, order=5), WAYS[vectors](np.arange(N * 5.0).reshape(N, 5))
+    plan = korm.plan(korm.solve, a, b)
+    assert plan == ((f"kormLUDecomp_ma_64f{layout}", f"kormLUBackSubst_mava_64f{layout}"), copied, ())
+    assert (korm.solve(a, b) == np.arange(N * 5.0).reshape(N, 5) / 2).all()
+
+
+def test_one_matrix_is_decomposed_once():
+    a = np.eye(4) * 2
+    for matrix, b in ((a, a), (a, np.tile(a, (10, 1, 1))), (a[None], np.ones((10, 4)))):
+        assert korm.plan(korm.solve, matrix, b).functions[1].startswith("kormLUBackSubst_mva_64f")
 
 
 def test_nothing_is_computed():
