@@ -3,7 +3,8 @@
 // The callers change their numbers of threads, end and make room for new ones, one of them calls from regions of another
 // OpenMP runtime, a timer interrupts them all and calls the library in its handler, and children are forked that go on
 // calling, some of them without memory. Each call must give the bits that it gave when it was alone; in the end there
-// must be no more memory in use than early on, and no thread left.
+// must be no more memory in use than early on, and no thread left. AddressSanitizer keeps memory back and ends a process
+// that has none left: under it no child is without memory, and what is in use isn't judged.
 #include <dlfcn.h>
 #include <malloc.h>
 #include <sys/time.h>
@@ -23,6 +24,7 @@
 #include <shared_mutex>
 #include <thread>
 
+#include "../support/checker.h"
 #include "../support/family.h"
 #include "../support/process.h"
 #include "korm.h"
@@ -152,7 +154,7 @@ ChildResult callStarved(const Expected& expected, Random random) {
 void forkRepeatedly(const Expected& expected, Random random, Clock::time_point end) {
     for (int number = 0; Clock::now() < end; ++number) {
         const std::uint64_t seed = random.next();
-        const bool starve = number % 3 == 0;
+        const bool starve = !underAddressSanitizer && number % 3 == 0;
         merging.lock();
         const pid_t child = fork();
         if (child == 0) {
@@ -269,7 +271,7 @@ int soak(const Settings& settings) {
     stopTimer();
     // Blocks that the runtime keeps for threads to come make no trend.
     constexpr long noise = 4096;
-    if (const long late = residentKilobytes(); late > early + noise)
+    if (const long late = residentKilobytes(); late > early + noise && !underAddressSanitizer)
         fail("memory grew from " + std::to_string(early) + " to " + std::to_string(late) + " KB");
     // The runtime keeps its threads for the next team until it is told that there will be none.
     constexpr int hard = 2;
@@ -277,7 +279,8 @@ int soak(const Settings& settings) {
     for (int tries = 0; tries < 50 && threadsAlive() > 1; ++tries)
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     if (threadsAlive() > 1) fail(std::to_string(threadsAlive() - 1) + " threads are left");
-    if (calls == 0 || children == 0 || starvedChildren == 0 || interrupts == 0) fail("something never happened");
+    if (calls == 0 || children == 0 || (starvedChildren == 0 && !underAddressSanitizer) || interrupts == 0)
+        fail("something never happened");
     report("end", start);
     std::printf("%lld failures\n", static_cast<long long>(failures));
     return failures == 0 ? 0 : 1;

@@ -28,6 +28,12 @@ inline constexpr bool underMemorySanitizer = true;
 inline constexpr bool underMemorySanitizer = false;
 #endif
 
+#ifdef KORM_ADDRESS_SANITIZER
+inline constexpr bool underAddressSanitizer = true;
+#else
+inline constexpr bool underAddressSanitizer = false;
+#endif
+
 // What MemorySanitizer takes the bytes for: memory that nobody has written, or memory with a value. Nothing without it.
 inline void setUnwritten([[maybe_unused]] const void* memory, [[maybe_unused]] std::size_t size) {
 #ifdef KORM_MEMORY_SANITIZER

@@ -1,4 +1,4 @@
-"""Mutation testing: mutate BUILD [--seed N] [--tables N] [--entry N] [--kernels N] [--jobs N] [--only REGEX]
+"""Mutation testing: mutate BUILD [--seed N] [--tables N] [--generator N] [--entry N] [--kernels N] [--jobs N] [--only REGEX]
 
 Draws mistakes at random, makes a library with each and runs the quick tests of what it touches. What was tried is kept in
 BUILD/mutate/SEED.jsonl: a run that was stopped goes on where it was. Prints counts and what no test noticed.
@@ -15,10 +15,11 @@ from collections import Counter
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-from mutations import code_mutations, table_mutations
+from mutations import code_mutations, generator_mutations, table_mutations
 from workshop import FORMS_IN_A_PIECE, NotBuilt, Workshop, run
 
 ROOT = Path(__file__).resolve().parents[2]
+GROUPS = ("tables", "generator", "entry", "kernels")
 FAMILIES = ("arith", "products", "vectors", "move", "linalg", "eigen", "geometry", "kernel")
 PIECES_TRIED = 6  # until one has other code
 
@@ -26,9 +27,14 @@ PIECES_TRIED = 6  # until one has other code
 def files(group):
     if group == "tables":
         return sorted(ROOT.glob("src/*/forms.py"))
+    if group == "generator":
+        return [ROOT / "tools/formgen" / name for name in ("emit.py", "fixed.py", "grammar.py", "header.py")]
     if group == "entry":
         return [ROOT / "src/entry" / name for name in ("checks.h", "parallel.h", "parallel.cpp", "views.h", "version.cpp")]
     return sorted(file for family in FAMILIES for suffix in ("h", "cpp") for file in (ROOT / "src" / family).glob(f"*.{suffix}"))
+
+
+MISTAKES = {"tables": table_mutations, "generator": generator_mutations, "entry": code_mutations, "kernels": code_mutations}
 
 
 def drawn(group, number, seed):
@@ -37,8 +43,7 @@ def drawn(group, number, seed):
     for file in files(group):
         name = str(file.relative_to(ROOT))
         text = file.read_text()
-        found = table_mutations(name, text) if group == "tables" else code_mutations(name, text)
-        for one in found:
+        for one in MISTAKES[group](name, text):
             places.setdefault(file.parent.name if group == "kernels" else group, []).append(one)
     chance = random.Random(f"{seed} {group}")
     for place in places.values():
@@ -98,8 +103,8 @@ def spread(pieces):
     return first + rest
 
 
-def try_table(shop, mutation, folder):
-    """A mistake in a table: the sources that it changes, and of those the forms that changed."""
+def generated(mutation, folder):
+    """What the generator makes after the mistake, and the tree where it was made."""
     tree = folder / "tree"
     tree.mkdir(parents=True)
     for path in ROOT.iterdir():  # the generator finds its tables from where it lies itself
@@ -110,21 +115,54 @@ def try_table(shop, mutation, folder):
     (tree / mutation.file).write_text(mutation.applied((ROOT / mutation.file).read_text()))
     if run([sys.executable, "-B", "tools/formgen", "generate", str(folder / "generated")], cwd=tree).returncode:
         raise NotBuilt
+    return tree, folder / "generated"
+
+
+def changed_files(shop, made):
+    names = sorted(file.relative_to(made) for file in made.rglob("*") if file.is_file())
+    return [name for name in names
+            if not (shop.generated / name).exists() or (made / name).read_bytes() != (shop.generated / name).read_bytes()]
+
+
+def try_table(shop, mutation, folder):
+    """A mistake in a table: the sources that it changes, and of those the forms that changed."""
+    _, made = generated(mutation, folder)
+    return try_forms(shop, mutation, folder, made, changed_files(shop, made), Path(mutation.file).parts[1])
+
+
+def try_generator(shop, mutation, folder):
+    """A mistake in the generator: its own tests, those of the pages and of the description, then forms whose text changed."""
+    tree, made = generated(mutation, folder)
+    changed = changed_files(shop, made)
+    check = run([sys.executable, "-B", "tools/formgen", "check"], cwd=tree)
+    if check.returncode:
+        return "killed", "committed_files_match_the_tables"
+    if not changed:
+        return "equal", ""
+    for test, arguments in (("formgen", []), ("description", [str(made / "korm.json")]), ("manual", [str(made / "man")])):
+        done = run([sys.executable, "-B", f"tools/formgen/test_{test}.py", *arguments], cwd=tree)
+        if done.returncode:
+            return "killed", f"test_{test}.py"
+    if not any(name.suffix == ".cpp" for name in changed):
+        return "survived", f"changed: {', '.join(map(str, changed[:3]))}"
+    return try_forms(shop, mutation, folder, made, changed, None)
+
+
+def try_forms(shop, mutation, folder, made, changed, family):
     result = ("equal", "")
-    changed = [file for file in sorted((folder / "generated").rglob("*.cpp"))
-               if file.read_text() != (shop.generated / file.relative_to(folder / "generated")).read_text()]
+    changed = [name for name in changed if name.suffix == ".cpp"]
     random.Random(f"{shop.seed} {mutation.start}").shuffle(changed)
-    for file in changed[:2]:
-        source = f"generated/{file.relative_to(folder / 'generated')}"
-        before, after = (shop.build / source).read_text(), file.read_text()
+    for name in changed[:2]:
+        source = f"generated/{name}"
+        before, after = (shop.build / source).read_text(), (made / name).read_text()
         old, new = shop.sections(before)[1], shop.sections(after)[1]
-        names = [name for name in old if old[name] != new.get(name)]
+        names = [form for form in old if old[form] != new.get(form)]
         if set(old) != set(new):
             return "killed", "exports differ"
         random.Random(mutation.start).shuffle(names)
         names = tuple(names[:FORMS_IN_A_PIECE])
         verdict = shop.tried(source, names, shop.piece_text(after, names), folder,
-                             right_text=shop.piece_text(before, names), family=Path(mutation.file).parts[1])
+                             right_text=shop.piece_text(before, names), family=family or shop.family_of(source))
         if verdict[0] == "killed":
             return verdict
         if verdict[0] == "survived":
@@ -138,7 +176,7 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--only", default="", help="mistakes whose description has this regular expression")
-    for group in ("tables", "entry", "kernels"):
+    for group in GROUPS:
         parser.add_argument(f"--{group}", type=int, default=0)
     given = parser.parse_args()
     build = given.build.resolve()
@@ -149,7 +187,7 @@ def main():
     if log.exists():
         done = {one["mistake"]: one for one in map(json.loads, log.read_text().splitlines())}
     work = []
-    for group in ("tables", "entry", "kernels"):
+    for group in GROUPS:
         for mutation in drawn(group, getattr(given, group), given.seed):
             told = mutation.told((ROOT / mutation.file).read_text())
             if told not in done and re.search(given.only, told):
@@ -160,7 +198,7 @@ def main():
         number, (group, mutation, told) = item
         folder = scratch / f"try{number}"
         try:
-            verdict, by = (try_table if group == "tables" else try_code)(shop, mutation, folder)
+            verdict, by = {"tables": try_table, "generator": try_generator}.get(group, try_code)(shop, mutation, folder)
         except NotBuilt:
             verdict, by = "not built", ""
         except (RuntimeError, subprocess.SubprocessError) as error:

@@ -88,6 +88,34 @@ def table_mutations(file, text):
             yield Mutation(file, start, end, new, kind)
 
 
+def generator_mutations(file, text):
+    """Of Python as the generator is written: conditions, numbers, statements on one line, and operators in the texts that it writes."""
+    starts = [0]
+    for line in text.splitlines(keepends=True):
+        starts.append(starts[-1] + len(line))
+    tokens = list(tokenize.generate_tokens(io.StringIO(text).readline))
+    for before, token, after in zip(tokens, tokens[1:], tokens[2:]):
+        start, end = (starts[line - 1] + column for line, column in (token.start, token.end))
+        word = token.string
+        if token.type == tokenize.OP and word in COMPARISONS:
+            yield Mutation(file, start, end, COMPARISONS[word], "comparison")
+        elif word in ("and", "or"):
+            yield Mutation(file, start, end, {"and": "or", "or": "and"}[word], "operation")
+        elif word == "if" and after.string != "not" or word == "not" and before.string in ("if", "and", "or"):
+            yield Mutation(file, start, end, "if not" if word == "if" else "", "condition negated")
+        elif word in ("True", "False"):
+            yield Mutation(file, start, end, {"True": "False", "False": "True"}[word], "switch")
+        elif token.type == tokenize.NUMBER and word.isdigit():
+            yield Mutation(file, start, end, str(int(word) + 1), "constant")
+        elif token.type == tokenize.STRING and '"""' not in word:
+            for match in re.finditer(r"(?<= )(?:[<>]=?|[=!]=|&&|\|\||[+*])(?= )", word):
+                changed = {**OPERATIONS, **COMPARISONS}[match[0]]
+                yield Mutation(file, start + match.start(), start + match.end(), changed, "written operation")
+    statement = r"^ +((?:\w+(?:\.\w+)*\.(?:append|insert)\(.*\)|\w+ \+= .*|yield .*[^(\[,]))$"
+    for match in re.finditer(statement, text, flags=re.MULTILINE):
+        yield Mutation(file, match.start(1), match.end(1), "pass", "statement dropped")
+
+
 def table_changes(token, before, kernels):
     word = token.string
     if token.type == tokenize.NUMBER and word.isdigit():

@@ -2,7 +2,7 @@
 
 import unittest
 
-from mutations import code_mutations, table_mutations
+from mutations import code_mutations, generator_mutations, table_mutations
 
 CODE = """\
 // a < b stays
@@ -23,6 +23,15 @@ below 5000 they are serial"""}
 LIMITS = limits(below(3000, 2000), up_to(15))
 ROW = family("sums", order="N C S", estimate="2 * count + 1", kernel="plusElements", match="M == K")
 OTHER = family("sums", order="N S:src C", kernel="minusElements", light=True)
+'''
+
+GENERATOR = '''\
+def checks(form):
+    \"\"\"Written if count < 2.\"\"\"
+    lines = ["count < 2 && order"]
+    if form.is_array and not form.light:
+        lines.append("return 1;")
+    return lines if len(lines) <= 3 else []
 '''
 
 
@@ -71,6 +80,19 @@ class Mistakes(unittest.TestCase):
             self.assertIn(wanted, found)
         self.assertNotIn(("limit", "5000", "5001"), found)
         self.assertEqual([old for _, old, _ in found].count("below"), 1)
+
+    def test_in_the_generator(self):
+        found = told(generator_mutations("emit.py", GENERATOR), GENERATOR)
+        self.assertEqual(found, {
+            ("written operation", "<", "<="),
+            ("written operation", "&&", "||"),
+            ("condition negated", "if", "if not"),
+            ("condition negated", "not", ""),
+            ("operation", "and", "or"),
+            ("statement dropped", 'lines.append("return 1;")', "pass"),
+            ("comparison", "<=", "<"),
+            ("constant", "3", "4"),
+        })
 
 
 if __name__ == "__main__":
