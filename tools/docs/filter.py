@@ -74,12 +74,21 @@ def prose(page, text, slugs):
 
 
 def header(text):
-    """korm.h: its first page gives way to the guide's, and each group leads to the page that explains it."""
+    """korm.h: its first page gives way to the guide's, each group leads to the page that explains it, each function has its example."""
     import functions  # here, since pages need nothing of it
-    guides = functions.guides(functions.described(ROOT / "tools/formgen"))
+    description = functions.described(ROOT / "tools/formgen")
+    import examples
+    programs = examples.programs(description)
+    guides = functions.guides(description)
     text = re.sub(r"^( \* @defgroup (\w+) .*\n)",
                   lambda group: f"{group[1]} * @ref {page_id(ROOT / 'docs' / guides[group[2]])} explains when to use what.\n *\n",
                   text, flags=re.MULTILINE)
+
+    def example(match):
+        code = "".join(f" * {line}\n" for line in programs[match[2]].text().rstrip().split("\n"))
+        return f" *\n * @code{{.c}}\n{code} * @endcode\n{match[1]}"
+
+    text = re.sub(r"^( \*/\n(?:\w+ )+\*?(korm\w+)\()", example, text, flags=re.MULTILINE)
     return text.replace("@mainpage korm", "@page conventions Conventions of all functions")
 
 

@@ -41,8 +41,9 @@ one form.
 
 EXAMPLES = """## Examples
 
-Programs of this guide and of the [examples](examples.md) call functions of {operations} of the {all} operations. {rest} Functions that
-aren't called differ from those that are in operands, type or layout; `python3 tools/docs examples` lists them.
+The manual page of each function ends with a complete program, as does its description in the header's pages: `man
+kormMul_mama_32f_P`. None is without. Programs of this guide and of the [examples](examples.md), which are about more than a call,
+call functions of {operations} of the {all} operations. {rest} `python3 tools/docs examples` lists the functions that they don't call.
 """
 
 

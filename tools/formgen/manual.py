@@ -1,12 +1,13 @@
 """Manual pages in mdoc: one of section 3 for a function and its twin of the other element type, and korm(7).
 
-They are made from what korm.json says of a function, and from the header's conventions; no fact stands here alone.
+They are made from what korm.json says of a function, from its example, and from the header's conventions; no fact stands here alone.
 """
 
 import re
 import textwrap
 
 import emit
+import examples
 import header
 
 STATUS = "int32_t"
@@ -150,11 +151,15 @@ def statuses(function, status_text):
     yield from paragraphs(status_text or "::korStatusOk")
 
 
+def code(text):
+    yield from [".Bd -literal", *(escaped(line).replace("'", "\\(aq") for line in text.rstrip().split("\n")), ".Ed"]
+
+
 def opening(document, date, title, section):
     return [f'.\\" korm {document["version"]}. {emit.NOTICE}', f".Dd {date}", f".Dt {title.upper()} {section}", ".Os", ".Sh NAME"]
 
 
-def function_page(document, date, twins, relatives):
+def function_page(document, date, twins, relatives, program):
     function = twins[0]
     group = next(group for group in document["groups"] if group["name"] == function["group"])
     title, formula = group["title"], function["formula"].replace("`", "").rstrip(".")
@@ -173,6 +178,7 @@ def function_page(document, date, twins, relatives):
         yield from [".Pp", *paragraphs(about)]
     yield from threads(function)
     yield from statuses(function, status and status[0].removeprefix("Status: "))
+    yield from [".Sh EXAMPLES", *code(program.text())]
     names = [f".Xr {name} 3" for name in relatives] + [".Xr korm 7"]
     yield from [".Sh SEE ALSO", " ,\n".join(names)]
 
@@ -214,8 +220,10 @@ def pages(document, date):
     for function in document["functions"]:
         together.setdefault(kin(function), []).append(function)
     named = {twins[0]["name"]: twins for twins in together.values()}
+    programs = examples.programs(document)
     texts = {"man7/korm.7": overview(document, date, named)}
     for name, twins in named.items():
-        texts[f"man3/{name}.3"] = function_page(document, date, twins, [name for name in named if related(named[name][0], twins[0])])
+        relatives = [other for other in named if related(named[other][0], twins[0])]
+        texts[f"man3/{name}.3"] = function_page(document, date, twins, relatives, programs[name])
         texts.update({f"man3/{twin['name']}.3": [f".so man3/{name}.3"] for twin in twins[1:]})
     return {path: "\n".join(lines) + "\n" for path, lines in texts.items()}

@@ -3,6 +3,7 @@
 usage: test_manual.py FOLDER-OF-PAGES
 """
 
+import json
 from pathlib import Path
 import re
 import shutil
@@ -11,8 +12,11 @@ import sys
 import tempfile
 import unittest
 
+import examples
+
 ROOT = Path(__file__).resolve().parents[2]
 PAGES = Path(sys.argv.pop()) if sys.argv[1:] else None
+PROGRAMS = examples.programs(json.loads((PAGES.parent / "korm.json").read_text()))
 HEADER = (ROOT / "include/korm.h").read_text()
 STATUS_OF = {"null": "korStatusNullPointer", "count": "korStatusBadCount", "size": "korStatusBadSize", "stride": "korStatusBadStride",
              "offset": "korStatusBadOffset", "match": "korStatusSizeMismatch"}
@@ -55,6 +59,15 @@ class ManualPages(unittest.TestCase):
             if told:
                 checks = re.sub(r", if[^,]*", "", told[1]).split(", ")
                 self.assertEqual(found, [STATUS_OF[check.split()[0]] for check in checks], name)
+
+    def test_examples_are_those_that_are_run(self):
+        """test_examples.py runs the program of each function."""
+        for name, text in self.texts.items():
+            if name not in self.links:
+                shown = re.search(r"^\.Sh EXAMPLES\n\.Bd -literal\n(.*?)\n\.Ed$", text, re.M | re.S)[1]
+                for escape, character in ((r"\(aq", "'"), (r"\-", "-"), (r"\(ha", "^"), (r"\e", "\\")):
+                    shown = shown.replace(escape, character)
+                self.assertEqual(shown + "\n", PROGRAMS[name].text(), name)
 
     def test_no_mark_of_the_header_is_left(self):
         for name, text in self.texts.items():
