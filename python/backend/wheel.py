@@ -25,14 +25,25 @@ except ImportError:
 ROOT = Path(__file__).resolve().parents[2]
 PROJECT = tomllib.loads((ROOT / "pyproject.toml").read_text())["project"]
 VERSION = re.search(r"project\(korm VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text())[1]
-TAG = f"cp{sys.version_info.major}{sys.version_info.minor}"
+PYTHON = f"cp{sys.version_info.major}{sys.version_info.minor}"
+TAG = f"{PYTHON}-{PYTHON}-{sysconfig.get_platform().replace('-', '_').replace('.', '_')}"
+INFO = f"korm-{VERSION}.dist-info"
 
 
 def metadata():
-    return "".join([
-        "Metadata-Version: 2.1\n", f"Name: {PROJECT['name']}\n", f"Version: {VERSION}\n", f"Summary: {PROJECT['description']}\n",
-        f"Requires-Python: {PROJECT['requires-python']}\n", *(f"Requires-Dist: {name}\n" for name in PROJECT["dependencies"]),
-    ])
+    """Name to text of the files that tell what is installed."""
+    about = [("Metadata-Version", "2.1"), ("Name", PROJECT["name"]), ("Version", VERSION), ("Summary", PROJECT["description"]),
+             ("Requires-Python", PROJECT["requires-python"]), *(("Requires-Dist", name) for name in PROJECT["dependencies"])]
+    wheel = [("Wheel-Version", "1.0"), ("Generator", "korm"), ("Root-Is-Purelib", "false"), ("Tag", TAG)]
+    return {name: "".join(f"{key}: {text}\n" for key, text in rows) for name, rows in (("METADATA", about), ("WHEEL", wheel))}
+
+
+def prepare_metadata_for_build_wheel(metadata_directory, config_settings=None):
+    """Called by CMake as well, for packages of a distribution."""
+    (Path(metadata_directory) / INFO).mkdir(parents=True, exist_ok=True)
+    for name, text in metadata().items():
+        (Path(metadata_directory) / INFO / name).write_text(text)
+    return INFO
 
 
 def run(*command):
@@ -52,21 +63,18 @@ def installed(build, prefix):
 
 
 def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
-    platform = sysconfig.get_platform().replace("-", "_").replace(".", "_")
-    name = f"korm-{VERSION}-{TAG}-{TAG}-{platform}.whl"
-    info = f"korm-{VERSION}.dist-info"
+    name = f"korm-{VERSION}-{TAG}.whl"
     with tempfile.TemporaryDirectory() as folder:
         build = Path((config_settings or {}).get("build-dir", Path(folder) / "build"))
         contents = {file: path.read_bytes() for file, path in installed(build, Path(folder) / "prefix").items()}
-    contents[f"{info}/METADATA"] = metadata().encode()
-    contents[f"{info}/WHEEL"] = f"Wheel-Version: 1.0\nGenerator: korm\nRoot-Is-Purelib: false\nTag: {TAG}-{TAG}-{platform}\n".encode()
+    contents.update({f"{INFO}/{file}": text.encode() for file, text in metadata().items()})
     record = ""
     with zipfile.ZipFile(Path(wheel_directory) / name, "w", zipfile.ZIP_DEFLATED) as wheel:
         for file, data in contents.items():
             digest = base64.urlsafe_b64encode(hashlib.sha256(data).digest()).rstrip(b"=").decode()
             record += f"{file},sha256={digest},{len(data)}\n"
             wheel.writestr(file, data)
-        wheel.writestr(f"{info}/RECORD", f"{record}{info}/RECORD,,\n")
+        wheel.writestr(f"{INFO}/RECORD", f"{record}{INFO}/RECORD,,\n")
     return name
 
 

@@ -7,6 +7,7 @@ import shutil
 import subprocess
 import sys
 
+import korm
 import numpy as np
 import pytest
 
@@ -41,7 +42,7 @@ def test_pip_install(tmp_path):
     told = run(sys.executable, "-c", program, PYTHONPATH=str(target))
     assert str(target) in told.splitlines()[0] and "1.0" in told and str(BUILD) not in told
     information = run(sys.executable, "-m", "pip", "show", "korm", PYTHONPATH=str(target))
-    assert "Name: korm" in information
+    assert "Name: korm" in information and f"Version: {korm.__version__}" in information
 
 
 @pytest.mark.skipif(has("distributed") is None, reason="Dask isn't installed (python3-dask, python3-distributed)")
