@@ -20,6 +20,18 @@ inline Index blockOf(const Operation& it, Index elements, Index bytes = 131072) 
     return std::min(it.count, std::max<Index>(64, std::min(fitting, it.count / 4) & ~Index{7}));
 }
 
+// f(order), where orders 3 to 6 are known when compiling, so that loops over the elements of an object unroll.
+template <class Do>
+void withOrder(Index order, Do f) {
+    switch (order) {
+        case 3: return f(std::integral_constant<Index, 3>{});
+        case 4: return f(std::integral_constant<Index, 4>{});
+        case 5: return f(std::integral_constant<Index, 5>{});
+        case 6: return f(std::integral_constant<Index, 6>{});
+        default: return f(order);
+    }
+}
+
 // The power of two that brings a number to between 2^(exponent - 1) and 2^exponent; 1 where there is none.
 template <class T>
 T factorTo(int exponent, T number) {

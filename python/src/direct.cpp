@@ -221,19 +221,20 @@ namespace {
 // korm keeps the reciprocals of the diagonal, and leaves alone what stands above it.
 template <class T>
 void finishFactors(const View& out, const Place& place, Layout layout, Index first, Index count) {
-    const auto order = out.shape[0];
-    for (Index k = 0; k < count; ++k) {
-        std::byte* object = layout == listLayout ? static_cast<std::byte* const*>(place.base)[k]
-                                                 : out.data + (first + k) * out.objectStride();
-        for (Index i = 0; i < order; ++i) {
-            std::byte* row = object + i * out.stride[0];
-            T value;
-            std::memcpy(&value, row + i * out.stride[1], sizeof value);
-            value = 1 / value;
-            std::memcpy(row + i * out.stride[1], &value, sizeof value);
-            for (Index j = i + 1; j < order; ++j) std::memset(row + j * out.stride[1], 0, sizeof value);
+    std::byte* const start = layout == listLayout ? nullptr : out.data + first * out.objectStride();
+    const Index between = layout == listLayout ? 0 : out.objectStride();
+    withOrder(out.shape[0], [&](auto order) {
+        for (Index k = 0; k < count; ++k) {
+            std::byte* row = layout == listLayout ? static_cast<std::byte* const*>(place.base)[k] : start + k * between;
+            for (Index i = 0; i < order; ++i, row += out.stride[0]) {
+                T value;
+                std::memcpy(&value, row + i * out.stride[1], sizeof value);
+                value = 1 / value;
+                std::memcpy(row + i * out.stride[1], &value, sizeof value);
+                for (Index j = i + 1; j < order; ++j) std::memset(row + j * out.stride[1], 0, sizeof value);
+            }
         }
-    }
+    });
 }
 
 }

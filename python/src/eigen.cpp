@@ -57,7 +57,7 @@ public:
           matrices(block, 2, order, order),
           found(block, 2, order, order),
           sums(static_cast<std::size_t>(block)),
-          rest(sums),
+          opposite(sums),
           values(static_cast<std::size_t>(block * order)),
           buffer(static_cast<std::size_t>(order * order)),
           source(it.in[0], it.element) {
@@ -113,22 +113,27 @@ private:
     // Is A v - w v as short for each vector as rounding leaves it?
     void judge(Index count) {
         const T limit = tolerance<T>(order, symmetricNorm<T>);
-        T *const difference = rest.data(), *const sum = sums.data();
+        T* __restrict const sum = sums.data();
         char* const isBad = bad.data();
-        for (Index c = 0; c < order; ++c) {
-            const T* const w = values.data() + c;
-            std::fill_n(sum, count, T{0});
-            for (Index i = 0; i < order; ++i) {
-                const T* own = found.row(i, c);
-                for (Index k = 0; k < count; ++k) difference[k] = -w[k * order] * own[k];
-                for (Index j = 0; j < order; ++j) {
-                    const T *a = matrices.row(i, j), *v = found.row(j, c);
-                    for (Index k = 0; k < count; ++k) difference[k] += a[k] * v[k];
+        withOrder(order, [&](auto n) {
+            for (Index c = 0; c < n; ++c) {
+                const T* const w = values.data() + c;
+                for (Index k = 0; k < count; ++k) opposite[static_cast<std::size_t>(k)] = -w[k * n];
+                std::fill_n(sum, count, T{0});
+                for (Index i = 0; i < n; ++i) {
+                    const T *const minusW = opposite.data(), *const own = found.row(i, c), *const v = found.row(0, c),
+                                   *const a = matrices.row(i, 0);
+                    const Index nextV = found.row(1, 0) - found.row(0, 0),
+                                nextA = matrices.row(0, 1) - matrices.row(0, 0);
+                    for (Index k = 0; k < count; ++k) {
+                        T rest = minusW[k] * own[k];
+                        for (Index j = 0; j < n; ++j) rest += a[j * nextA + k] * v[j * nextV + k];
+                        sum[k] += std::fabs(rest);
+                    }
                 }
-                for (Index k = 0; k < count; ++k) sum[k] += std::fabs(difference[k]);
+                for (Index k = 0; k < count; ++k) isBad[k] |= !(sum[k] <= limit);
             }
-            for (Index k = 0; k < count; ++k) isBad[k] |= !(sum[k] <= limit);
-        }
+        });
     }
 
     // In ascending order, as NumPy has them: mostly the reverse of korm's.
@@ -168,7 +173,7 @@ private:
     bool upper, vectors;
     Index block;
     Streams<T> matrices, found;
-    std::vector<T> sums, rest, values, buffer, factors, shifts;
+    std::vector<T> sums, opposite, values, buffer, factors, shifts;
     Bridge<T> source;
     std::optional<Bridge<T>> toVectors;
     std::vector<char> bad;

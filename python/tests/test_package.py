@@ -8,7 +8,6 @@ import subprocess
 import sys
 
 import korm
-import numpy as np
 import pytest
 
 SOURCE, BUILD = (Path(os.environ.get(name, ".")) for name in ("KORM_SOURCE", "KORM_BUILD"))
