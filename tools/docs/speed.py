@@ -1,6 +1,7 @@
 """docs/speed.md and its six plots: korm beside the best peer of each row of the committed benchmarks."""
 
 import math
+import re
 import textwrap
 from dataclasses import dataclass
 
@@ -38,11 +39,13 @@ PLOTS = (
                                                 "cache", "strided cache"),
          "Copies from packed to packed are what `memcpy` does. Out of cache everything waits for memory."),
     Plot("systems", "Systems, inverses and determinants", ("linalg",),
-         ("LUDecomp_ma", "LUBackSubst_mava", "LUBackSubst_mva", "CholeskyDecomp_ma", "CholeskyBackSubst_mava", "Invert_ma", "Det_ma"),
-         ("2", "3", "4", "5", "6", "7", "8", "16"), ("shuffled",),
+         ("LUDecomp_ma", "LUBackSubst_mava", "LUBackSubst_mva", "CholeskyDecomp_ma", "CholeskyBackSubst_mava",
+          "QRDecomp_ma", "QRBackSubst_mava", "Invert_ma", "Det_ma"),
+         ("2", "3", "4", "5", "6", "7", "8", "16"), ("shuffled", "cache"),
          "Determinants of `double` of orders 3 to 6 are formed in 80 bits, and inverses of orders 2, 7 and above cofactor by cofactor, "
          "because results rest on it: from order 7 on solve instead ([systems](systems.md#when-to-use-what)). Solves of "
-         "order 32 are behind LAPACK, which goes in blocks; order 1 is behind a division."),
+         "order 32 are behind LAPACK, which goes in blocks; order 1 is behind a division. QR, which isn't behind, is that of square "
+         "matrices in the cache."),
     Plot("eigenproblems", "Eigenproblems", ("eigen",),
          ("EigenValuesVectorsSym_ma", "EigenValuesSym_ma", "EigenValues_ma", "EigenValuesVectorsLeft_ma", "EigenValuesVectors_ma"),
          ("2", "3", "4", "5", "6", "8", "16"), ("shuffled", ""),
@@ -95,9 +98,9 @@ def line(plot, form, element):
     for page in plot.pages:
         for place in plot.places:
             for row in rows(page):
-                if row.form == name and row.size in plot.sizes and row.best and (
-                        row.place.startswith(place) if place else True):
-                    found.setdefault(row.size, row.best)
+                size = row.size if row.size in plot.sizes else re.sub(r"^(\d+)x\1$", r"\1", row.size)
+                if row.form == name and size in plot.sizes and row.best and row.place.startswith(place):
+                    found.setdefault(size, row.best)
     return found
 
 
