@@ -87,9 +87,7 @@ public:
         factors.resize(static_cast<std::size_t>(count));
         for (Index k = 0; k < count; ++k) {
             T* const own = object(k);
-            T greatest = 0;
-            for (Index e = 0; e < elements; ++e) greatest = std::max(greatest, std::fabs(own[e]));
-            const T factor = factorTo(exponent, greatest);
+            const T factor = factorTo(exponent, greatestOf(own));
             for (Index e = 0; e < elements; ++e) own[e] *= factor;
             factors[static_cast<std::size_t>(k)] = factor;
         }
@@ -98,6 +96,17 @@ public:
     View view;
 
 private:
+    // The greatest magnitude. Several at once, since each comparison waits for the last.
+    T greatestOf(const T* own) const {
+        constexpr Index lanes = 8;
+        T greatest[lanes] = {};
+        Index e = 0;
+        for (; e + lanes <= elements; e += lanes)
+            for (Index i = 0; i < lanes; ++i) greatest[i] = std::max(greatest[i], std::fabs(own[e + i]));
+        for (; e < elements; ++e) greatest[0] = std::max(greatest[0], std::fabs(own[e]));
+        return *std::max_element(greatest, greatest + lanes);
+    }
+
     Index elements;
     std::vector<T> data;
 };

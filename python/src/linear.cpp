@@ -44,20 +44,29 @@ public:
         return failed;
     }
 
-    // Solves with object k of the block for vector k of an array.
-    void solve(const Place& right, const View& solutions, Index first, Index count) {
-        run(LUBackSubst_mava, 0, right, solutions, first, count);
-        if (scaled) scaleObjects(solutions, first, count, factors.data());
+    // Solves with object k of the block for vector k of an array, or with one object for all.
+    void solve(bool oneMatrix, const View& right, const View& solutions, Index first, Index count) {
+        Addresses addresses;
+        Place place;
+        describe(place, right, it.layout, first, count, sizeof(T), addresses);
+        solveScaled(oneMatrix, place, solutions, first, count);
+        if (!scaled) return;
+        if (oneMatrix) factors.resize(static_cast<std::size_t>(count), factors[0]);
+        scaleObjects(solutions, first, count, factors.data());
     }
 
-    // Solves with one object for all vectors.
-    void solveAll(Index k, const Place& right, const View& solutions, Index first, Index count) {
-        factored.view.single = true;
-        run(LUBackSubst_mva, k, right, solutions, first, count);
+    // With the matrices as they have been scaled.
+    void solveScaled(bool oneMatrix, const Place& right, const View& solutions, Index first, Index count) {
+        Addresses addresses;
+        Call call{};
+        factored.view.single = oneMatrix;
+        describe(call.in[0], factored.view, it.layout, 0, count, sizeof(T), addresses);
         factored.view.single = false;
-        if (!scaled) return;
-        scales.assign(static_cast<std::size_t>(count), factors[static_cast<std::size_t>(k)]);
-        scaleObjects(solutions, first, count, scales.data());
+        call.in[1] = right;
+        describe(call.out[0], solutions, it.layout, first, count, sizeof(T), addresses);
+        call.pivots = pivots.data();
+        call.count = static_cast<std::int32_t>(count);
+        formOf(oneMatrix ? LUBackSubst_mva : LUBackSubst_mava, it.element, it.layout).call(call);
     }
 
     const Operation& it;
@@ -66,22 +75,6 @@ public:
     Objects<T> factored;
     std::vector<std::int32_t> pivots;
     std::vector<T> factors;
-
-private:
-    void run(const Family& family, Index k, const Place& right, const View& solutions, Index first, Index count) {
-        Addresses addresses;
-        Call call{};
-        View matrices = factored.view;
-        matrices.data = reinterpret_cast<std::byte*>(factored.object(k));
-        describe(call.in[0], matrices, it.layout, 0, count, sizeof(T), addresses);
-        call.in[1] = right;
-        describe(call.out[0], solutions, it.layout, first, count, sizeof(T), addresses);
-        call.pivots = pivots.data() + k * order;
-        call.count = static_cast<std::int32_t>(count);
-        formOf(family, it.element, it.layout).call(call);
-    }
-
-    std::vector<T> scales;
 };
 
 View columnOf(const View& matrix, Index j) {
@@ -123,18 +116,15 @@ template <class T>
 Index solveBlocks(const Operation& it, bool oneMatrix) {
     const Index order = it.in[0].shape[0], elements = order * order;
     const Unlocked unlocked(it.count * elements);
-    const auto solve = [&](Index first, Index count, auto call) {
+    const auto solve = [&](LU<T>& lu, Index first, Index count) {
         forColumns(it.out[0], [&](Index j) {
-            Addresses addresses;
-            Place right;
-            describe(right, vectorsOf(it.in[1], j), it.layout, first, count, sizeof(T), addresses);
-            call(right, vectorsOf(it.out[0], j));
+            lu.solve(oneMatrix, vectorsOf(it.in[1], j), vectorsOf(it.out[0], j), first, count);
         });
     };
     if (oneMatrix) {
         LU<T> lu(it, 1, false);
         if (lu.decompose(0, 1) >= 0) return 0;
-        solve(0, it.count, [&](const Place& right, const View& x) { lu.solveAll(0, right, x, 0, it.count); });
+        solve(lu, 0, it.count);
         return -1;
     }
     const Index block = blockOf(it, elements);
@@ -145,18 +135,20 @@ Index solveBlocks(const Operation& it, bool oneMatrix) {
         while (blocks.take(first, objects)) {
             const Index failed = lu.decompose(first, objects);
             if (failed >= 0) return failures.add(failed);
-            solve(first, objects, [&](const Place& right, const View& x) { lu.solve(right, x, first, objects); });
+            solve(lu, first, objects);
         }
     });
     return failures.lowest();
 }
 
-// From order 7 on a call for each matrix, whose vectors are the columns of the identity, is faster than one for each column.
+// From order 7 on a call for each matrix, whose vectors are columns, is faster than one for each column of all matrices.
 bool solvesEach(const Operation& it) {
-    return it.in[0].shape[0] > 6 && (columnsOf(it.out[0]).layouts(it.itemSize) >> it.layout & 1U);
+    return it.in[0].shape[0] > 6 && it.layout == standardLayout &&
+           (columnsOf(it.out[0]).layouts(it.itemSize) >> standardLayout & 1U);
 }
 
-// Inverses of a block by LU decomposition. The object that has none, or -1.
+// Inverses of a block by LU decomposition: solutions for the columns of the identity, times the factors of the matrices. The
+// object that has none, or -1.
 template <class T>
 Index invertByLU(const Operation& it, LU<T>& lu, Index first, Index objects) {
     const Index order = it.in[0].shape[0];
@@ -167,19 +159,28 @@ Index invertByLU(const Operation& it, LU<T>& lu, Index first, Index objects) {
     Objects<T> units(vectors, order, 1);
     units.view.axes = 1;
     Addresses addresses;
-    Place right;
-    describe(right, units.view, it.layout, 0, vectors, sizeof(T), addresses);
-    for (Index j = 0; each && j < order; ++j) units.object(j)[j] = 1;
-    for (Index k = 0; each && k < objects; ++k) {
-        View object = it.out[0];
-        listObjects(&object.data, it.out[0], first + k, 1);
-        object.list.clear();
-        lu.solveAll(k, right, columnsOf(object), 0, order);
+    if (each) {
+        Call call{};
+        describe(call.in[0], lu.factored.view, standardLayout, 0, objects, sizeof(T), addresses);
+        describe(call.in[1], units.view, standardLayout, 0, order, sizeof(T), addresses);
+        describe(call.out[0], columnsOf(it.out[0]), standardLayout, 0, order, sizeof(T), addresses);
+        call.count = static_cast<std::int32_t>(order);
+        const Form& form = formOf(LUBackSubst_mva, it.element, standardLayout);
+        for (Index k = 0; k < objects; ++k) {
+            for (Index j = 0; j < order; ++j) units.object(j)[j] = lu.factors[static_cast<std::size_t>(k)];
+            call.in[0].base = lu.factored.object(k);
+            call.out[0].base = it.out[0].data + (first + k) * it.out[0].objectStride();
+            call.pivots = lu.pivots.data() + k * order;
+            form.call(call);
+        }
+        return -1;
     }
-    for (Index j = 0; !each && j < order; ++j) {
+    Place right;
+    describe(right, units.view, it.layout, 0, objects, sizeof(T), addresses);
+    for (Index j = 0; j < order; ++j) {
         for (Index k = 0; k < objects; ++k)
-            for (Index i = 0; i < order; ++i) units.object(k)[i] = static_cast<T>(i == j);
-        lu.solve(right, columnOf(it.out[0], j), first, objects);
+            for (Index i = 0; i < order; ++i) units.object(k)[i] = i == j ? lu.factors[static_cast<std::size_t>(k)] : 0;
+        lu.solveScaled(false, right, columnOf(it.out[0], j), first, objects);
     }
     return -1;
 }
