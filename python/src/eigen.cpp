@@ -4,6 +4,7 @@
 #include "operations.h"
 
 #include <atomic>
+#include <numeric>
 
 namespace korm::python {
 
@@ -144,27 +145,32 @@ private:
             reversed.stride[1] = -reversed.stride[1];
             toVectors->write(reversed, first, count);
         }
-        auto* w = reinterpret_cast<T*>(it.out[0].data) + first * order;
-        auto* v = wantsVectors ? reinterpret_cast<T*>(it.out[1].data) + first * order * order : nullptr;
-        std::vector<Index> columns(static_cast<std::size_t>(order));
-        for (Index k = 0; k < count; ++k) {
-            const T* own = values.data() + k * order;
-            bool inOrder = true;
-            for (Index j = 0; j < order; ++j) {
-                Index at = j;
-                const Index c = order - 1 - j;
-                for (; at > 0 && own[columns[static_cast<std::size_t>(at - 1)]] > own[c]; --at)
-                    columns[static_cast<std::size_t>(at)] = columns[static_cast<std::size_t>(at - 1)];
-                columns[static_cast<std::size_t>(at)] = c;
-                inOrder = inOrder && at == j;
+        auto* const w = reinterpret_cast<T*>(it.out[0].data) + first * order;
+        const T *const shift = shifts.data(), *const factor = factors.data();
+        withOrder(order, [&](auto n) {
+            for (Index k = 0; k < count; ++k) {
+                const T* const own = values.data() + k * n;
+                bool isDescending = true;
+                for (Index j = 1; j < n; ++j) isDescending &= own[j - 1] >= own[j];
+                for (Index j = 0; j < n; ++j) w[k * n + j] = (own[n - 1 - j] - shift[k]) * (1 / factor[k]);
+                if (!isDescending) sort(k, w + k * n, wantsVectors ? first : -1);
             }
-            const T shift = shifts[static_cast<std::size_t>(k)], back = 1 / factors[static_cast<std::size_t>(k)];
-            for (Index j = 0; j < order; ++j)
-                w[k * order + j] = (own[columns[static_cast<std::size_t>(j)]] - shift) * back;
-            if (inOrder || !wantsVectors) continue;
-            for (Index i = 0; i < order; ++i)
-                for (Index j = 0; j < order; ++j)
-                    v[(k * order + i) * order + j] = found.row(i, columns[static_cast<std::size_t>(j)])[k];
+        });
+    }
+
+    // Values that are delivered, and the vectors of an object that stands there in the results.
+    void sort(Index k, T* w, Index first) {
+        std::vector<Index> columns(static_cast<std::size_t>(order));
+        std::iota(columns.begin(), columns.end(), 0);
+        std::sort(columns.begin(), columns.end(),
+                  [&](Index a, Index b) { return w[a] < w[b] || (!std::isnan(w[a]) && std::isnan(w[b])); });
+        const std::vector<T> reversed(w, w + order);
+        for (Index j = 0; j < order; ++j) {
+            const Index c = columns[static_cast<std::size_t>(j)];
+            w[j] = reversed[static_cast<std::size_t>(c)];
+            if (first < 0) continue;
+            T* const v = reinterpret_cast<T*>(it.out[1].data) + (first + k) * order * order;
+            for (Index i = 0; i < order; ++i) v[i * order + j] = found.row(i, order - 1 - c)[k];
         }
     }
 
