@@ -57,8 +57,10 @@ public:
           block(capacity),
           matrices(block, 2, order, order),
           found(block, 2, order, order),
+          columns(static_cast<std::size_t>(order)),
           sums(static_cast<std::size_t>(block)),
           opposite(sums),
+          reversed(columns.size()),
           values(static_cast<std::size_t>(block * order)),
           buffer(static_cast<std::size_t>(order * order)),
           source(it.in[0], it.element) {
@@ -160,11 +162,10 @@ private:
 
     // Values that are delivered, and the vectors of an object that stands there in the results.
     void sort(Index k, T* w, Index first) {
-        std::vector<Index> columns(static_cast<std::size_t>(order));
         std::iota(columns.begin(), columns.end(), 0);
         std::sort(columns.begin(), columns.end(),
                   [&](Index a, Index b) { return w[a] < w[b] || (!std::isnan(w[a]) && std::isnan(w[b])); });
-        const std::vector<T> reversed(w, w + order);
+        std::copy_n(w, order, reversed.begin());
         for (Index j = 0; j < order; ++j) {
             const Index c = columns[static_cast<std::size_t>(j)];
             w[j] = reversed[static_cast<std::size_t>(c)];
@@ -179,7 +180,8 @@ private:
     bool upper, vectors;
     Index block;
     Streams<T> matrices, found;
-    std::vector<T> sums, opposite, values, buffer, factors, shifts;
+    std::vector<Index> columns;
+    std::vector<T> sums, opposite, reversed, values, buffer, factors, shifts;
     Bridge<T> source;
     std::optional<Bridge<T>> toVectors;
     std::vector<char> bad;
