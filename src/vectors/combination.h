@@ -230,16 +230,31 @@ template <class Op, class A, class B, class D>
     }
 }
 
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void combineElements(const Op& op, const A& a, const B& b, const D& dst,
-                                                   std::ptrdiff_t length, std::ptrdiff_t count) {
+// Object after object, each element written before the next is read.
+template <class Op, class A, class B, class D, class Length>
+[[gnu::noinline]] void combineObjects(Op op, A a, B b, D dst, Length length, std::ptrdiff_t count) {
     using T = typename D::Element;
     for (std::ptrdiff_t k = 0; k < count; ++k) {
         const auto x = a.at(k), y = b.at(k);
         const auto to = dst.at(k);
-        for (std::ptrdiff_t j = 0; j < length; ++j)
+        const auto element = [&](std::ptrdiff_t j) __attribute__((always_inline)) {
             store(to.address(0, j), op(load<T>(x.address(0, j)), load<T>(y.address(0, j))));
+        };
+        if constexpr (isKnown<Length>) unrolled<length>(element);
+        else
+            for (std::ptrdiff_t j = 0; j < length; ++j) element(j);
     }
+}
+
+// For a few elements a loop would cost as much as they do.
+template <class Op, class A, class B, class D>
+[[gnu::always_inline]] inline void combineElements(const Op& op, const A& a, const B& b, const D& dst,
+                                                   std::ptrdiff_t length, std::ptrdiff_t count) {
+    if (length == 1) combineObjects(op, a, b, dst, Known<1>{}, count);
+    else if (length == 2) combineObjects(op, a, b, dst, Known<2>{}, count);
+    else if (length == 3) combineObjects(op, a, b, dst, Known<3>{}, count);
+    else if (length == 4) combineObjects(op, a, b, dst, Known<4>{}, count);
+    else combineObjects(op, a, b, dst, length, count);
 }
 
 // --- Choice ---------------------------------------------------------------------------------------
