@@ -4,6 +4,25 @@
 namespace bench {
 namespace {
 
+// What the order of additions costs: the library's eight partial sums, of a length known to the compiler and from a boundary
+// of 16 bytes on.
+template <class T, int n>
+T sumInEights(const T* x, const T* y) {
+    using V [[gnu::vector_size(16), gnu::aligned(alignof(T)), gnu::may_alias]] = T;
+    constexpr int lanes = 16 / sizeof(T), vectors = 8 / lanes;
+    V sums[vectors] = {};
+    for (int j = 0; j < n; j += 8)
+        for (int v = 0; v < vectors; ++v)
+            sums[v] += *reinterpret_cast<const V*>(x + j + v * lanes) * *reinterpret_cast<const V*>(y + j + v * lanes);
+    if constexpr (lanes == 4) {
+        const V four = sums[0] + sums[1];
+        return (four[0] + four[2]) + (four[1] + four[3]);
+    } else {
+        const V two = (sums[0] + sums[1]) + (sums[2] + sums[3]);
+        return two[0] + two[1];
+    }
+}
+
 template <class T, int n>
 void dotProducts(const Place& place, bool oneSecond) {
     const std::size_t count = objectsIn<T>(place, (oneSecond ? n + 1 : 2 * n + 1));
@@ -35,6 +54,11 @@ void dotProducts(const Place& place, bool oneSecond) {
             to[k] = sum;
         }
     });
+    if constexpr (n % 8 == 0)
+        row.control("partial sums alone", [=] {
+            for (std::size_t k = 0; k < count; ++k)
+                to[k] = sumInEights<T, n>(a.data() + k * n, b.data() + (oneSecond ? 0 : k * n));
+        });
 #ifdef BENCH_GLM
     if constexpr (n == 3 || n == 4)
         row.peer("GLM", [=] {

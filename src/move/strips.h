@@ -30,8 +30,10 @@ struct Tile {
 };
 
 // Do rows so far apart lie in the same few sets of lines of the first-level cache, which has 4096 bytes for each of its ways?
-inline bool sharesSets(std::ptrdiff_t fromStride, std::ptrdiff_t toStride) {
-    return fromStride % 2048 == 0 || toStride % 2048 == 0;
+// Floats do with one element more or less, too: 1023 by 1023 of them take a third of the time through the buffer.
+inline bool sharesSets(std::ptrdiff_t stride) {
+    constexpr std::ptrdiff_t way = 4096, nearly = 4;
+    return (stride + nearly) % (way / 2) <= 2 * nearly;
 }
 
 // Squares of so many words, of which there is one at least. What is left of a direction is done by a last square that repeats
@@ -80,7 +82,7 @@ void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, 
         turnStrip<Word>(from + i * fromStride + j * sizeOf<Word>, fromStride, to + j * toStride + i * sizeOf<Word>,
                         toStride, columns, rows);
     };
-    if (height == Tile<Word>::rows && width >= Tile<Word>::columns && sharesSets(fromStride, toStride)) {
+    if (height == Tile<Word>::rows && width >= Tile<Word>::columns && (sharesSets(fromStride) || sharesSets(toStride))) {
         std::ptrdiff_t j = 0;
         for (; j + Tile<Word>::columns <= width; j += Tile<Word>::columns)
             Tile<Word>::turn(from + j * sizeOf<Word>, fromStride, to + j * toStride, toStride);
