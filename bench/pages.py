@@ -173,6 +173,27 @@ def vector_table(rows):
     yield from comparison([row for row in rows if row.place == "cache"])
 
 
+def vector_goals(context, rows):
+    packed = chosen(rows, "packed")
+    near = [row for row in packed if row.place == "cache"]
+    reductions = [row for row in near if row.form.startswith(("DotProduct", "L2Norm", "FrobNorm", "Trace"))]
+    norms = [row for row in reductions if "Norm" in row.form and row.type.endswith("32f")]
+    short = [row for row in reductions if row.size in SMALL]
+    goals = []
+    for element, least in (("32f", 1.3), ("64f", 1.15)):
+        goals += at_least(f"reductions, lengths and orders 3 to 6, {element}, geometric mean: best peer / korm",
+                          mean(row.ratio for row in short if row.type.endswith(element)), least)
+    goals += every_row("reductions, lengths and orders 3 to 6, every row: best peer / korm", short, EVEN)
+    goals += at_least("norms of 32f, lengths and orders 3 to 6, geometric mean: best peer / korm",
+                      mean(row.ratio for row in norms if row.size in SMALL), 1.5)
+    goals += every_row("reductions of 16, 256 and 1000 elements: best peer / korm",
+                       [row for row in reductions if row.size in ("16", "256", "1000")
+                        and row.form.startswith(("DotProduct", "L2Norm"))], EVEN)
+    combinations = [row for row in near if row.form.startswith(("Saxpy", "LComb", "Gaxpy")) and row.size in SMALL]
+    return goals + at_least("combinations, lengths and orders 3 to 6, geometric mean: Eigen with fixed sizes / korm",
+                            mean(row.against("Eigen") for row in combinations), 1.3)
+
+
 VECTORS = Page(
     title="combinations and reductions",
     about="Saxpy, linear combinations, cross and dot products, norms and traces of packed arrays. Eigen and GLM "
@@ -182,7 +203,7 @@ VECTORS = Page(
     plots=[(form, f"^packed/{form}/[^/]*/cache")
            for form in ("Saxpy_vava_32f", "LComb_vava_32f", "DotProduct_vava_32f", "DotProduct_vava_64f", "L2Norm_va_32f",
                         "L2Norm_va_64f", "FrobNorm_ma_32f", "Trace_ma_32f")],
-    goals=lambda context, rows: every_row("every row: best peer / korm", chosen(rows, "packed"), EVEN),
+    goals=vector_goals,
     tables={"packed": vector_table})
 
 
