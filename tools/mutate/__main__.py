@@ -127,7 +127,7 @@ def changed_files(shop, made):
 def try_table(shop, mutation, folder):
     """A mistake in a table: the sources that it changes, and of those the forms that changed."""
     _, made = generated(mutation, folder)
-    return try_forms(shop, mutation, folder, made, changed_files(shop, made), Path(mutation.file).parts[1])
+    return try_forms(shop, mutation, folder, made, changed_files(shop, made), Path(mutation.file).parts[1], sources=2)
 
 
 def try_generator(shop, mutation, folder):
@@ -145,14 +145,15 @@ def try_generator(shop, mutation, folder):
             return "killed", f"test_{test}.py"
     if not any(name.suffix == ".cpp" for name in changed):
         return "survived", f"changed: {', '.join(map(str, changed[:3]))}"
-    return try_forms(shop, mutation, folder, made, changed, None)
+    return try_forms(shop, mutation, folder, made, changed, None, sources=6)
 
 
-def try_forms(shop, mutation, folder, made, changed, family):
+def try_forms(shop, mutation, folder, made, changed, family, sources):
+    """Of some of the sources that changed some of the forms that did."""
     result = ("equal", "")
     changed = [name for name in changed if name.suffix == ".cpp"]
     random.Random(f"{shop.seed} {mutation.start}").shuffle(changed)
-    for name in changed[:2]:
+    for name in changed[:sources]:
         source = f"generated/{name}"
         before, after = (shop.build / source).read_text(), (made / name).read_text()
         old, new = shop.sections(before)[1], shop.sections(after)[1]
@@ -160,13 +161,13 @@ def try_forms(shop, mutation, folder, made, changed, family):
         if set(old) != set(new):
             return "killed", "exports differ"
         random.Random(mutation.start).shuffle(names)
-        names = tuple(names[:FORMS_IN_A_PIECE])
-        verdict = shop.tried(source, names, shop.piece_text(after, names), folder,
-                             right_text=shop.piece_text(before, names), family=family or shop.family_of(source))
-        if verdict[0] == "killed":
-            return verdict
-        if verdict[0] == "survived":
-            result = verdict
+        for tried in filter(None, (names[:FORMS_IN_A_PIECE], names[FORMS_IN_A_PIECE : 5 * FORMS_IN_A_PIECE])):
+            verdict = shop.tried(source, tuple(tried), shop.piece_text(after, tried), folder,
+                                 right_text=shop.piece_text(before, tried), family=family or shop.family_of(source))
+            if verdict[0] == "killed":
+                return verdict
+            if verdict[0] == "survived":
+                result = verdict
     return result
 
 
