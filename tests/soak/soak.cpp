@@ -3,8 +3,9 @@
 // The callers change their numbers of threads, end and make room for new ones, one of them calls from regions of another
 // OpenMP runtime, a timer interrupts them all and calls the library in its handler, and children are forked that go on
 // calling, some of them without memory. Each call must give the bits that it gave when it was alone; in the end there
-// must be no more memory in use than early on, and no thread left. AddressSanitizer keeps memory back and ends a process
-// that has none left: under it no child is without memory, and what is in use isn't judged.
+// must be no more memory in use than early on, and no thread left. AddressSanitizer keeps memory back, and a
+// process that forks while another thread has the lock of its allocator leaves a child that waits forever: under it nothing
+// is forked, and what is in use isn't judged.
 #include <dlfcn.h>
 #include <malloc.h>
 #include <sys/time.h>
@@ -154,7 +155,7 @@ ChildResult callStarved(const Expected& expected, Random random) {
 void forkRepeatedly(const Expected& expected, Random random, Clock::time_point end) {
     for (int number = 0; Clock::now() < end; ++number) {
         const std::uint64_t seed = random.next();
-        const bool starve = !underAddressSanitizer && number % 3 == 0;
+        const bool starve = number % 3 == 0;
         merging.lock();
         const pid_t child = fork();
         if (child == 0) {
@@ -235,7 +236,7 @@ void round(const Expected& expected, const Settings& settings, Random& random, C
             }
         });
     }
-    forkRepeatedly(expected, Random(random.next()), end);
+    if (!underAddressSanitizer) forkRepeatedly(expected, Random(random.next()), end);
     for (std::thread& caller : callers) caller.join();
 }
 
@@ -279,8 +280,8 @@ int soak(const Settings& settings) {
     for (int tries = 0; tries < 50 && threadsAlive() > 1; ++tries)
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     if (threadsAlive() > 1) fail(std::to_string(threadsAlive() - 1) + " threads are left");
-    if (calls == 0 || children == 0 || (starvedChildren == 0 && !underAddressSanitizer) || interrupts == 0)
-        fail("something never happened");
+    const bool forked = underAddressSanitizer || (children > 0 && starvedChildren > 0);
+    if (calls == 0 || interrupts == 0 || !forked) fail("something never happened");
     report("end", start);
     std::printf("%lld failures\n", static_cast<long long>(failures));
     return failures == 0 ? 0 : 1;
