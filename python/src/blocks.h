@@ -62,6 +62,7 @@ public:
     }
 
     T* object(Index k) { return data.data() + k * elements; }
+    const T* object(Index k) const { return data.data() + k * elements; }
 
     // From an array, whatever its strides.
     void read(const View& from, Index first, Index count) {

@@ -111,11 +111,27 @@ void forColumns(const View& x, Do f) {
 
 View vectorsOf(const View& array, Index j) { return array.axes == 1 ? array : columnOf(array, j); }
 
+// Decomposes all matrices a block at a time, and calls use(lu, first, objects) for each. The object that has no decomposition, or -1.
+template <class T, class Use>
+Index decomposeBlocks(const Operation& it, const Use& use) {
+    const Index elements = it.in[0].elements(), block = blockOf(it, elements);
+    Numbers failures;
+    inBlocks(it.count, block, elements, [&](Blocks& blocks) {
+        LU<T> lu(it, block, false);
+        Index first, objects;
+        while (blocks.take(first, objects)) {
+            const Index failed = lu.decompose(first, objects);
+            if (failed >= 0) return failures.add(failed);
+            use(lu, first, objects);
+        }
+    });
+    return failures.lowest();
+}
+
 // Solves for the columns of b. The object that has no solution, or -1.
 template <class T>
 Index solveBlocks(const Operation& it, bool oneMatrix) {
-    const Index order = it.in[0].shape[0], elements = order * order;
-    const Unlocked unlocked(it.count * elements);
+    const Unlocked unlocked(it.count * it.in[0].elements());
     const auto solve = [&](LU<T>& lu, Index first, Index count) {
         forColumns(it.out[0], [&](Index j) {
             lu.solve(oneMatrix, vectorsOf(it.in[1], j), vectorsOf(it.out[0], j), first, count);
@@ -127,18 +143,7 @@ Index solveBlocks(const Operation& it, bool oneMatrix) {
         solve(lu, 0, it.count);
         return -1;
     }
-    const Index block = blockOf(it, elements);
-    Numbers failures;
-    inBlocks(it.count, block, elements, [&](Blocks& blocks) {
-        LU<T> lu(it, block, false);
-        Index first, objects;
-        while (blocks.take(first, objects)) {
-            const Index failed = lu.decompose(first, objects);
-            if (failed >= 0) return failures.add(failed);
-            solve(lu, first, objects);
-        }
-    });
-    return failures.lowest();
+    return decomposeBlocks<T>(it, solve);
 }
 
 // From order 7 on a call for each matrix, whose vectors are columns, is faster than one for each column of all matrices.
@@ -358,32 +363,23 @@ namespace {
 template <class T>
 Index luBlocks(const Operation& it, std::int32_t* rows) {
     const Index order = it.in[0].shape[0], elements = order * order;
-    const Index block = blockOf(it, elements);
     const Unlocked unlocked(it.count * elements);
-    Numbers failures;
-    inBlocks(it.count, block, elements, [&](Blocks& blocks) {
-        LU<T> lu(it, block, false);
-        Index first, objects;
-        while (blocks.take(first, objects)) {
-            const Index failed = lu.decompose(first, objects);
-            if (failed >= 0) return failures.add(failed);
-            std::copy_n(lu.pivots.data(), objects * order, rows + first * order);
-            for (Index k = 0; k < objects; ++k) {
-                const std::int32_t* pivots = rows + (first + k) * order;
-                T* lower = reinterpret_cast<T*>(it.out[0].data) + (first + k) * elements;
-                T* upper = reinterpret_cast<T*>(it.out[1].data) + (first + k) * elements;
-                const T back = lu.scaled ? 1 / lu.factors[static_cast<std::size_t>(k)] : 1;
-                for (Index i = 0; i < order; ++i, lower += order, upper += order) {
-                    const T* row = lu.factored.object(k) + pivots[i] * order;
-                    for (Index j = 0; j < order; ++j) {
-                        lower[j] = j < i ? row[j] : static_cast<T>(i == j);
-                        upper[j] = j < i ? 0 : row[j] * back;
-                    }
+    return decomposeBlocks<T>(it, [&](const LU<T>& lu, Index first, Index objects) {
+        std::copy_n(lu.pivots.data(), objects * order, rows + first * order);
+        for (Index k = 0; k < objects; ++k) {
+            const std::int32_t* pivots = rows + (first + k) * order;
+            T* lower = reinterpret_cast<T*>(it.out[0].data) + (first + k) * elements;
+            T* upper = reinterpret_cast<T*>(it.out[1].data) + (first + k) * elements;
+            const T back = lu.scaled ? 1 / lu.factors[static_cast<std::size_t>(k)] : 1;
+            for (Index i = 0; i < order; ++i, lower += order, upper += order) {
+                const T* row = lu.factored.object(k) + pivots[i] * order;
+                for (Index j = 0; j < order; ++j) {
+                    lower[j] = j < i ? row[j] : static_cast<T>(i == j);
+                    upper[j] = j < i ? 0 : row[j] * back;
                 }
             }
         }
     });
-    return failures.lowest();
 }
 
 }
