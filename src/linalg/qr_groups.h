@@ -51,7 +51,7 @@ template <int columns, class S>
 
 // Decomposes `a`; false, and `a` undefined, if a column of an object is too short.
 template <bool inEights, class S>
-[[gnu::noinline]] bool qrGroup(S* a, std::ptrdiff_t width, std::ptrdiff_t height) {
+[[gnu::always_inline]] inline bool qrGroup(S* a, std::ptrdiff_t width, std::ptrdiff_t height) {
     S v[greatestHeight];
     const auto reflector = [&](std::ptrdiff_t i) { return v[i]; };
     const auto columnAt = [&](std::ptrdiff_t c) {
@@ -77,6 +77,24 @@ template <bool inEights, class S>
     return true;
 }
 
+template <bool inEights, class S>
+[[gnu::noinline]] bool qrAny(S* a, std::ptrdiff_t width, std::ptrdiff_t height) {
+    return qrGroup<inEights>(a, width, height);
+}
+template <class S, int width, int height>
+[[gnu::noinline]] bool qrSized(S* a, std::ptrdiff_t, std::ptrdiff_t) {
+    return qrGroup<false>(a, width, height);
+}
+
+// What decomposes groups. Of the smallest, loops would take longer than their elements: their sizes are known when compiling.
+template <bool inEights, class S>
+auto qrOf(std::ptrdiff_t width, std::ptrdiff_t height) {
+    auto decompose = qrAny<inEights, S>;
+    if (width == 1) unrolled<6>([&](auto i) { decompose = height == 2 + i ? qrSized<S, 1, 2 + i> : decompose; });
+    if (width == 2) unrolled<3>([&](auto i) { decompose = height == 2 + i ? qrSized<S, 2, 2 + i> : decompose; });
+    return decompose;
+}
+
 // The arrays of one call; a group that fails is done again one by one.
 template <class T, class A, class D>
 [[gnu::noinline]] std::int32_t qrArray(const A& src, const D& dst, T* buffer, std::ptrdiff_t width,
@@ -89,10 +107,11 @@ template <class T, class A, class D>
     }
     S a[greatestGroup];
     const bool fits = fitsGroup(width, height);
+    const auto decompose = qrOf<isAdjacent<D>, S>(width, height);
     const auto together = [&](std::ptrdiff_t k) {
         if (!fits) return false;
         readGroup(src, k, height, width, a);
-        if (!qrGroup<isAdjacent<D>>(a, width, height)) return false;
+        if (!decompose(a, width, height)) return false;
         writeGroup(dst, k, height, width, a);
         return true;
     };

@@ -82,7 +82,8 @@ void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, 
         turnStrip<Word>(from + i * fromStride + j * sizeOf<Word>, fromStride, to + j * toStride + i * sizeOf<Word>,
                         toStride, columns, rows);
     };
-    if (height == Tile<Word>::rows && width >= Tile<Word>::columns && (sharesSets(fromStride) || sharesSets(toStride))) {
+    if (height == Tile<Word>::rows && width >= Tile<Word>::columns &&
+        (sharesSets(fromStride) || sharesSets(toStride))) {
         std::ptrdiff_t j = 0;
         for (; j + Tile<Word>::columns <= width; j += Tile<Word>::columns)
             Tile<Word>::turn(from + j * sizeOf<Word>, fromStride, to + j * toStride, toStride);
