@@ -1,8 +1,21 @@
 // LU decomposition of arrays of matrices.
+#include <cmath>
+#include <limits>
+
 #include "rows.h"
 
 namespace bench {
 namespace {
+
+// What order 1 amounts to: a copy that stops at the first pivot that is too small.
+template <class T>
+[[gnu::noinline]] void copyPivots(const T* from, T* to, std::int32_t* pivots, std::size_t count) {
+    for (std::size_t k = 0; k < count; ++k) {
+        if (std::abs(from[k]) <= std::numeric_limits<T>::epsilon()) return;
+        to[k] = from[k];
+        pivots[k] = 0;
+    }
+}
 
 template <class T, int n>
 void decompositionRow(const Objects& objects) {
@@ -29,6 +42,7 @@ void decompositionRow(const Objects& objects) {
             mapOf<Vector<std::int32_t, n>>(pivots + k * n) = lu.permutationP().indices();
         }
     });
+    if constexpr (n == 1) row.control("plain loop", [=] { copyPivots(source, result, pivots, count); });
 #ifdef BENCH_LAPACK
     // It stores by columns, so it is given the same matrices that way.
     T* const byColumns = memoryOf<T>(factors, size * count);

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -15,6 +16,7 @@
 #include "linalg/cores.h"
 #include "linalg/elimination.h"
 #include "linalg/grids.h"
+#include "linalg/order1.h"
 #include "linalg/order2.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
@@ -80,6 +82,32 @@ template <class Index, int n>
     }
 }
 
+// Order 1: an element is its own factor, unless it is too small. Returns how many objects are done: whole groups up to the first
+// with such an element, and none where elements don't touch.
+template <class T, class A, class D>
+[[gnu::noinline]] std::ptrdiff_t luElements(const A& src, const D& dst, std::byte* pivots, std::ptrdiff_t count) {
+    using S = Lanes<T>;
+    constexpr int vectors = 4, lanes = vectors * laneCount<T>;
+    const S tiny = all<S>(std::numeric_limits<T>::epsilon());
+    if (!elementsTouch(src) || !elementsTouch(dst)) return 0;
+    const std::byte* from = src.at(0).address(0, 0);
+    std::byte* to = dst.at(0).address(0, 0);
+    std::ptrdiff_t k = 0;
+    for (; k + lanes <= count; k += lanes, from += vectors * sizeof(S), to += vectors * sizeof(S)) {
+        S a[vectors];
+        MaskOf<S> isTiny{};
+        unrolled<vectors>([&](auto v) __attribute__((always_inline)) {
+            a[v] = load<S>(from + v * static_cast<int>(sizeof(S)));
+            isTiny = either(isTiny, MaskOf<S>(tiny >= magnitude(a[v])));
+        });
+        if (any(isTiny)) break;
+        unrolled<vectors>([&](auto v)
+                              __attribute__((always_inline)) { store(to + v * static_cast<int>(sizeof(S)), a[v]); });
+    }
+    std::memset(pivots, 0, static_cast<std::size_t>(4 * k));
+    return k;
+}
+
 template <int n, class T, class A, class D>
 [[gnu::noinline]] std::int32_t luArray(const A& src, const D& dst, std::byte* pivots, std::ptrdiff_t count) {
     using S = Lanes<T>;
@@ -109,7 +137,11 @@ template <int n, class T, class A, class D>
         if constexpr (n <= 2) return cores::luGeneral(src.at(k), dst.at(k), pivots + 4 * n * k, n);
         else return luSized<n, T>(src.at(k), dst.at(k), pivots + 4 * n * k);
     };
-    return inGroups<lanes>(count, together, each);
+    std::ptrdiff_t done = 0;
+    if constexpr (n == 1) done = luElements<T>(src, dst, pivots, count);
+    return inGroups<lanes>(
+        count - done, [&](std::ptrdiff_t k) __attribute__((always_inline)) { return together(done + k); },
+        [&](std::ptrdiff_t k) { return each(done + k); });
 }
 
 // --- Any order ----------------------------------------------------------------------------------
