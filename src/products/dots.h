@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "kernel/unroll.h"
+#include "kernel/vec.h"
 #include "products/operands.h"
 #include "products/sums.h"
 
@@ -30,6 +32,68 @@ template <class V, int vectors>
     if constexpr (vectors == 1) return partial[0];
     else if constexpr (vectors == 2) return partial[0] + partial[1];
     else return (partial[0] + partial[1]) + (partial[2] + partial[3]);
+}
+
+// Partial sums of one element, side by side in vectors.
+template <class T, int vectors>
+[[gnu::always_inline]] inline T joinedLanes(const Vec16<T> (&partial)[vectors]) {
+    const Vec16<T> l = joinedVectors(partial);
+    if constexpr (isFloat<T>) return (l[0] + l[2]) + (l[1] + l[3]);
+    else return l[0] + l[1];
+}
+
+// Partial sums of whole blocks, joined. Side by side in vectors if there are enough for that.
+template <class T, int partials>
+[[gnu::always_inline]] inline T sumOfBlocks(const std::byte* a, const std::byte* b, std::ptrdiff_t end) {
+    constexpr int vectors = partials / lanes16<T>;
+    if constexpr (vectors > 0) {
+        Vec16<T> partial[vectors] = {};
+        for (std::ptrdiff_t at = 0; at < end; at += 16 * vectors)
+            unrolled<vectors>([&](auto v) __attribute__((always_inline)) {
+                partial[v] += load<Vec16<T>>(a + at + 16 * v) * load<Vec16<T>>(b + at + 16 * v);
+            });
+        return joinedLanes<T>(partial);
+    } else {
+        constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+        T partial[partials] = {};
+        for (std::ptrdiff_t at = 0; at < end; at += partials * size)
+            unrolled<partials>([&](auto c) __attribute__((always_inline)) {
+                partial[c] += load<T>(a + at + c * size) * load<T>(b + at + c * size);
+                asm("" : "+x"(partial[c]));
+            });
+        return joined<T>(partial);
+    }
+}
+
+// Products from `at` to `end`, added to `sum` one by one.
+template <class T>
+[[gnu::always_inline]] inline T sumOneByOne(T sum, const std::byte* a, const std::byte* b, std::ptrdiff_t at,
+                                            std::ptrdiff_t end) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    const auto add = [&](std::ptrdiff_t place) __attribute__((always_inline)) {
+        sum += load<T>(a + place) * load<T>(b + place);
+        asm("" : "+x"(sum));  // else gcc multiplies several at a time, which takes longer for so few
+    };
+#pragma GCC unroll 1
+    for (; at < end - 3 * size; at += 4 * size)
+        unrolled<4>([&](auto k) __attribute__((always_inline)) { add(at + k * size); });
+#pragma GCC unroll 1
+    for (; at < end; at += size) add(at);
+    return sum;
+}
+
+// An element, whatever its shape of sum.
+template <class T, Sum sum>
+[[gnu::always_inline]] inline T dot(const std::byte* a, const std::byte* b, std::ptrdiff_t products) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    const std::ptrdiff_t end = products * size;
+    std::ptrdiff_t inBlocks = 0;
+    T result{};
+    if constexpr (sum.partials > 1) {
+        inBlocks = end & -static_cast<std::ptrdiff_t>(sum.block * size);
+        if (inBlocks > 0) result = sumOfBlocks<T, sum.partials>(a, b, inBlocks);
+    }
+    return sumOneByOne<T>(result, a, b, inBlocks, end);
 }
 
 // Rows of a tile: as many as registers hold.

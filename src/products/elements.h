@@ -13,6 +13,7 @@
 #include "kernel/scalar.h"
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
+#include "products/dots.h"
 #include "products/operands.h"
 #include "products/sums.h"
 
@@ -73,6 +74,7 @@ template <class Left, class Right, int elements, class Objects>
     constexpr bool spreads = lanesOf<Left> < lanesOf<Right>;
     const std::ptrdiff_t aFirst = at.a.first, aStep = at.a.column, bFirst = at.b.first, bStep = at.b.row,
                          bNext = at.b.column, toFirst = at.to.first, toNext = at.to.column;
+    const std::ptrdiff_t aThree = 3 * aStep, bThree = 3 * bStep;
     const std::ptrdiff_t products = at.products, inBlocks = products & -static_cast<std::ptrdiff_t>(shape.block);
     const std::ptrdiff_t last = (at.columns - lanesOf<Right>)*static_cast<std::ptrdiff_t>(sizeof(Left));
     const auto offset = [&](int e, std::ptrdiff_t step) __attribute__((always_inline)) {
@@ -84,49 +86,63 @@ template <class Left, class Right, int elements, class Objects>
         const bool along = lanesOf<Right> == 1 && aStep == size && bStep == size;
         for (std::ptrdiff_t v = 0, count = objects.count; v < count; ++v) {
             const std::byte *a = objects.a(v) + aFirst, *b = objects.b(v) + bFirst;
-            const auto addTo = [&](Right(&sum)[elements]) __attribute__((always_inline)) {
+            // Product number `c` from where a and b stand, to each element.
+            const auto product = [&](int c, auto&& put) __attribute__((always_inline)) {
+                const std::byte *const aHere = a + (c == 3 ? aThree : c * aStep), *const bHere =
+                                                                                      b + (c == 3 ? bThree : c * bStep);
                 Right left;
-                if constexpr (spreads) left = spread<Right>(a);
-                else left = load<Right>(a);
+                if constexpr (spreads) left = spread<Right>(aHere);
+                else left = load<Right>(aHere);
                 unrolled<elements>([&](auto e) __attribute__((always_inline)) {
-                    sum[e] += left * load<Right>(b + offset(e, bNext));
-                    asm("" : "+x"(sum[e]));  // else gcc makes vectors of elements that lie apart
+                    put(e, left * load<Right>(bHere + offset(e, bNext)));
                 });
-                a += aStep;
-                b += bStep;
+            };
+            const auto forward = [&](int count) __attribute__((always_inline)) {
+                a += count * aStep;
+                b += count * bStep;
+            };
+            const auto addTo = [&](Right & to, Right value) __attribute__((always_inline)) {
+                to += value;
+                asm("" : "+x"(to));  // else gcc makes vectors of elements that lie apart
             };
             Right sum[elements] = {};
             std::ptrdiff_t k = 0;
             if constexpr (partials > 1) {
-                const auto join = [&](const auto& partial) __attribute__((always_inline)) {
-                    unrolled<elements>([&](auto e) __attribute__((always_inline)) {
-                        Right all[partials.value];
-                        unrolled<partials>([&](auto c) __attribute__((always_inline)) { all[c] = partial(c, e); });
-                        sum[e] = joined<T>(all);
-                    });
-                };
                 if (along && partials % lanes16<T> == 0 && inBlocks > 0) {
                     // Partial sums side by side in vectors.
                     if constexpr (lanesOf<Right> == 1 && partials % lanes16<T> == 0) {
                         constexpr int vectors = partials / lanes16<T>;
-                        Vec16<T> side[vectors][elements] = {};
+                        Vec16<T> side[elements][vectors] = {};
                         for (; k < inBlocks; k += partials)
                             unrolled<vectors>([&](auto c) __attribute__((always_inline)) {
                                 const auto left = load<Vec16<T>>(a);
                                 unrolled<elements>([&](auto e) __attribute__((always_inline)) {
-                                    side[c][e] += left * load<Vec16<T>>(b + e * bNext);
+                                    side[e][c] += left * load<Vec16<T>>(b + e * bNext);
                                 });
                                 a += 16;
                                 b += 16;
                             });
-                        join([&](int c, int e)
-                                 __attribute__((always_inline)) { return side[c / lanes16<T>][e][c % lanes16<T>]; });
+                        unrolled<elements>([&](auto e)
+                                               __attribute__((always_inline)) { sum[e] = joinedLanes<T>(side[e]); });
                     }
-                } else {
-                    Right partial[partials.value][elements] = {};
-                    for (; k < inBlocks; k += partials)
-                        unrolled<partials>([&](auto c) __attribute__((always_inline)) { addTo(partial[c]); });
-                    join([&](int c, int e) __attribute__((always_inline)) { return partial[c][e]; });
+                } else if (inBlocks > 0) {
+                    // What partial sums start from is added at the end.
+                    Right partial[elements][partials.value];
+                    const auto block = [&](auto isFirst) __attribute__((always_inline)) {
+                        unrolled<partials>([&](auto c) __attribute__((always_inline)) {
+                            product(
+                                c % 4, [&](int e, Right value) __attribute__((always_inline)) {
+                                    if constexpr (isFirst) partial[e][c] = value;
+                                    else addTo(partial[e][c], value);
+                                });
+                            if (c % 4 == 3 || c == partials - 1) forward(c % 4 + 1);
+                        });
+                    };
+                    block(std::true_type{});
+                    for (k = partials; k < inBlocks; k += partials) block(std::false_type{});
+                    unrolled<elements>([&](auto e) __attribute__((always_inline)) {
+                        sum[e] = zeroStarted(joined<T>(partial[e]));
+                    });
                 }
             }
             if constexpr (lanesOf<Right> == 1 && lanes16<T> == 2)
@@ -140,7 +156,11 @@ template <class Left, class Right, int elements, class Objects>
                         a += 16;
                         b += 16;
                     }
-            for (; k < products; ++k) addTo(sum);
+            for (; k < products; ++k) {
+                product(
+                    0, [&](int e, Right value) __attribute__((always_inline)) { addTo(sum[e], value); });
+                forward(1);
+            }
             std::byte* const to = objects.to(v) + toFirst;
             unrolled<elements>([&](auto e) __attribute__((always_inline)) { store(to + offset(e, toNext), sum[e]); });
         }

@@ -157,18 +157,23 @@ VECTOR_SUMS = [
 
 def matrices(operands, layouts, shape, estimate=""):
     m, k, n, match = shape
-    return Family("Mul", operands, layouts, MATRICES, "product<{}>", "products/product.h", "matrix_products",
+    single = layouts is SINGLE
+    kernel, header = ("singleProduct<{}>", "products/single.h") if single else ("product<{}>", "products/product.h")
+    return Family("Mul", operands, layouts, MATRICES, kernel, header, "matrix_products",
                   formula="{dst[i,j]} = sum over l of {src1[i,l]} * {src2[l,j]}", variants=SUMS,
                   letters={"M": m, "K": k, "N": n}, shape="ProductShape{M, K, N}", result_width="N",
-                  match=match, estimate=estimate, limits=LIMITS, order=ORDER)
+                  match=match, estimate=estimate, limits=LIMITS, order=ORDER, merges_status=single)
 
 
 def vectors(operands, layouts, shape, estimate=""):
     m, k, match = shape
-    return Family("Mul", operands, layouts, MATRIX_AND_VECTOR, "vectorProduct<{}>", "products/product.h", "vector_products",
+    single = layouts is SINGLE
+    kernel, header = (("singleVectorProduct<{}>", "products/single.h") if single else
+                      ("vectorProduct<{}>", "products/product.h"))
+    return Family("Mul", operands, layouts, MATRIX_AND_VECTOR, kernel, header, "vector_products",
                   formula="{dst[i]} = sum over l of {src1[i,l]} * {src2[l]}", result="v", variants=VECTOR_SUMS,
                   letters={"M": m, "K": k}, shape="VectorProductShape{M, K}",
-                  match=match, estimate=estimate, limits=LIMITS, order=ORDER)
+                  match=match, estimate=estimate, limits=LIMITS, order=ORDER, merges_status=single)
 
 
 PLUS_LIMITS = {

@@ -7,6 +7,7 @@
 
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
+#include "korm.h"
 #include "products/columns.h"
 #include "products/dots.h"
 #include "products/lanes.h"
@@ -179,6 +180,34 @@ void columnProducts(const Objects& as, const Objects& bs, const Objects& dsts, P
             scatteredPanel<T, rows>(a, dst, j, width, vectors, panel, steps, shape);
         }
     }
+}
+
+// One product where no panel needs a copy: rows of the right operand and of the result touch.
+template <class T, RowSums rows>
+[[gnu::noinline]] std::int32_t tiledProduct(const std::byte* a, std::ptrdiff_t aRow, const std::byte* b,
+                                            std::ptrdiff_t bRow, std::byte* to, std::ptrdiff_t toRow,
+                                            std::ptrdiff_t aStep, std::int32_t height, std::int32_t products,
+                                            std::int32_t columns) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    TileSteps steps{aRow, aStep, bRow, 0, toRow, 0, products};
+    std::ptrdiff_t width;
+    for (std::ptrdiff_t j = 0; j < columns; j += width) {
+        const int vectors = nextPanel<T>(columns - j);
+        width = std::min<std::ptrdiff_t>(vectors * lanes16<T>, columns - j);
+        steps.toLast = steps.bLast = (width - lanes16<T>)*size;
+        forRowsOfTiles<rows>(
+            {height, products, columns}, [&](auto sum, auto tall, std::ptrdiff_t i,
+                                             std::ptrdiff_t count) __attribute__((always_inline)) {
+                tilesOf<T, sum.value, tall.value>(vectors, a + i * aRow, b + j * size, to + i * toRow + j * size, steps,
+                                                  count);
+            });
+    }
+    return korStatusOk;
+}
+
+template <class T>
+[[gnu::always_inline]] inline bool areFewTiles(ProductShape shape) {
+    return std::max({shape.rows, shape.products, shape.columns}) < 16 && shape.columns >= lanes16<T>;
 }
 
 // Operands that are contiguous along k.

@@ -251,16 +251,16 @@ template <class T>
     return b.rowStep != size || isSmallByColumns<T>(as.first.columnStep == size, shape);
 }
 
-// Matrices whose rows touch are read along the products in the general path, if there are enough. One matrix for all
-// vectors is brought into lanes once. Sums of eight doubles leave registers for one element at a time.
+// Matrices whose rows touch are read along the products in the general path, if there are enough: floats four rows at a time,
+// of doubles two rows whose sums differ. One matrix for all vectors is brought into lanes once.
 template <class T>
-[[gnu::noinline]] bool isSmall(const GridObjects& a, const GridOperand& dst, VectorProductShape shape, Sum sum) {
+[[gnu::noinline]] bool isSmall(const GridObjects& a, const GridOperand& dst, VectorProductShape shape) {
     constexpr std::ptrdiff_t size = sizeof(T);
     if (std::max(shape.rows, shape.products) > 64) return false;
     const std::int32_t products = shape.rows * shape.products;
-    if (!isFloat<T> && sum.partials == 8 && shape.products >= 8 && shape.rows > 2) return false;
     if (dst.columnStep != size && isFloat<T> && a.list != nullptr) return products <= 64;
     if (dst.columnStep != size || a.first.columnStep != size) return products <= (isFloat<T> ? 240 : 144);
+    if (shape.products >= 8 && !a.isShared() && (isFloat<T> ? shape.rows > 1 : shape.rows == 2)) return false;
     if constexpr (isFloat<T>) {
         if (shape.rows <= 3 || shape.products <= 3) return products <= 64;
         if (a.isShared()) return products <= (shape.products < 8 ? 128 : 88);
@@ -296,7 +296,7 @@ template <class T>
 template <class T>
 [[gnu::noinline]] bool multiplySmall(const GridObjects& as, const GridObjects& xs, const GridObjects& dsts,
                                      VectorProductShape shape, const ElementSums& elements, std::int32_t count) {
-    if (!isSmall<T>(as, dsts.first, shape, elements.general)) return false;
+    if (!isSmall<T>(as, dsts.first, shape)) return false;
     smallProducts<T>(as, asColumns(xs), asColumns(dsts), {shape.rows, shape.products, 1},
                      rowGroups(elements, shape.rows), count);
     return true;

@@ -92,4 +92,15 @@ template <RowSums rows, class F>
     }
 }
 
+template <ElementSums elements, class F>
+[[gnu::always_inline]] inline void forRowGroups(std::ptrdiff_t height, std::ptrdiff_t /*products*/, const F& f) {
+    const std::ptrdiff_t left = (height & 7) <= 2 ? height & 7 : 0;
+    if (left < height) f(0, height - left, std::integral_constant<Sum, elements.general>{});
+    if (left == 1) f(height - 1, 1, std::integral_constant<Sum, elements.lastOfOne>{});
+    if (left == 2) {
+        f(height - 2, 1, std::integral_constant<Sum, elements.firstOfTwo>{});
+        f(height - 1, 1, std::integral_constant<Sum, elements.secondOfTwo>{});
+    }
+}
+
 }  // namespace korm::inline KORM_VARIANT::products

@@ -1,4 +1,4 @@
-// Products of matrices, and of matrices and vectors. Which path a call takes decides the order of its sums; the tables
+// Arrays of products of matrices, and of matrices and vectors. Which path a call takes decides the order of its sums; the tables
 // are in forms.py and sums.h.
 #pragma once
 
@@ -12,7 +12,6 @@
 #include "products/general.h"
 #include "products/lanes.h"
 #include "products/packed.h"
-#include "products/plain.h"
 #include "products/squares.h"
 #include "products/streams.h"
 #include "products/sums.h"
@@ -79,35 +78,11 @@ template <class T, class Order, ElementSums elements>
 
 // --- Any of these ----------------------------------------------------------------------------------
 
-template <class SquareOrders, RowSums rows, class A, class B, class D, class Count>
-[[gnu::always_inline]] inline void product(const A& a, const B& b, const D& dst, ProductShape shape, Count count) {
+template <class SquareOrders, RowSums rows, class A, class B, class D>
+[[gnu::always_inline]] inline void product(const A& a, const B& b, const D& dst, ProductShape shape,
+                                           std::int32_t count) {
     using T = typename D::Element;
-    if constexpr (isOneObject<Count>) {
-        if (shape.isSquare()) {
-            const auto square = [&](auto n) __attribute__((always_inline)) {
-                if constexpr (SquareOrders::has(n)) squareProduct<T, n>(a, b, dst);
-                return SquareOrders::has(n);
-            };
-            if (forOrder(shape.rows, square, [] { return false; })) return;
-            if constexpr (isAdjacent<A> && isAdjacent<B> && isAdjacent<D>) {
-                constexpr std::ptrdiff_t row = 8 * sizeof(T);
-                if (shape.rows == 8 && a.rowStride == row && b.rowStride == row && dst.rowStride == row)
-                    return packedSquare<T, rows.blocks, 8>(a.origin, b.origin, dst.origin);
-            }
-        }
-        // One column whose elements touch is as good as a row.
-        if constexpr (isAdjacent<D> && !isTransposed<A> && (isTransposed<B> || !isFloat<T>))
-            if (areFewDots<T>(shape) && (isTransposed<B> || (shape.columns == 1 && b.rowStride == sizeof(T))))
-                return plainDots<T, rows>(a.origin, a.rowStride, b.origin, storedStride(b), dst.origin, dst.rowStride,
-                                          shape);
-        if constexpr (!isScattered<D>)
-            if (isPlain<T, rows>(shape, isAdjacent<B> && isAdjacent<D>)) {
-                const GridOperand x = operand(a.at(0)), y = operand(b.at(0)), z = operand(dst.at(0));
-                return plainProduct<T, rows>(x.origin, x.rowStep, x.columnStep, y.origin, y.rowStep, y.columnStep,
-                                             target(z, 0, 0), z.rowStep, z.columnStep, shape);
-            }
-        generalProducts<T, rows>(objectsOf(a), objectsOf(b), objectsOf(dst), shape, count);
-    } else if constexpr (isScattered<D>) {
+    if constexpr (isScattered<D>) {
         static_assert(rows == sums::zero_start);
         if (count >= laneCount<T> && areStreams(a, b, dst))
             return streamProduct<SquareOrders, false>(a, b, dst, shape, count);
@@ -126,17 +101,18 @@ template <class SquareOrders, RowSums rows, class A, class B, class D, class Cou
     }
 }
 
-template <class Order, ElementSums elements, class A, class X, class D, class Count>
+template <class Order, ElementSums elements, class A, class X, class D>
 [[gnu::always_inline]] inline void vectorProduct(const A& a, const X& x, const D& dst, VectorProductShape shape,
-                                                 Count count) {
+                                                 std::int32_t count) {
     using T = typename D::Element;
-    if constexpr (!isOneObject<Count> && isScattered<D>) {
+    const auto as = objectsOf(a), xs = objectsOf(x), dsts = objectsOf(dst);
+    if constexpr (isScattered<D>) {
         static_assert(std::is_same_v<Order, square::left_to_right> && elements == sums::vector_zero_start);
         if (count >= laneCount<T> && areStreams(a, x, dst))
             return streamProduct<Squares<3, 4, 5, 6>, true>(a, x, dst, {shape.rows, shape.products, 1}, count);
-        vectorProductsOfTables<T, Order, elements>(objectsOf(a), objectsOf(x), objectsOf(dst), shape, count);
-    } else if constexpr (!isOneObject<Count> && !isAdjacent<D>) {
-        vectorProductsOfGrids<T, Order, elements>(objectsOf(a), objectsOf(x), objectsOf(dst), shape, count);
+        vectorProductsOfTables<T, Order, elements>(as, xs, dsts, shape, count);
+    } else if constexpr (!isAdjacent<D>) {
+        vectorProductsOfGrids<T, Order, elements>(as, xs, dsts, shape, count);
     } else {
         if (shape.isSquare()) {
             const auto square = [&](auto n) __attribute__((always_inline)) {
@@ -144,23 +120,20 @@ template <class Order, ElementSums elements, class A, class X, class D, class Co
                 return true;
             };
             if (forOrder(shape.rows, square, [] { return false; })) return;
-            if constexpr (!isOneObject<Count>) {
-                const auto packed = [&](auto n) __attribute__((always_inline)) {
-                    packedSquaresTimesVectors<T, elements.general, n>(objectsOf(a), objectsOf(x), objectsOf(dst),
-                                                                      count);
-                };
-                if (arePackedWithVectors<T, 8>(a, shape, count)) return packed(Int<8>{});
-                if (arePackedWithVectors<T, 16>(a, shape, count)) return packed(Int<16>{});
-            }
+            const auto packed = [&](auto n) __attribute__((always_inline)) {
+                packedSquaresTimesVectors<T, elements.general, n>(as, xs, dsts, count);
+            };
+            if (arePackedWithVectors<T, 8>(a, shape, count)) return packed(Int<8>{});
+            if (arePackedWithVectors<T, 16>(a, shape, count)) return packed(Int<16>{});
         }
-        if constexpr (!isOneObject<Count>)
-            if (multiplySmall<T>(objectsOf(a), objectsOf(x), objectsOf(dst), shape, elements, count)) return;
-        if constexpr (isOneObject<Count> && isAdjacent<D> && !isTransposed<A>)
-            if (shape.rows <= 3)
-                return plainDots<T, elements>(a.origin, a.rowStride, x.origin, 0, dst.origin, sizeof(T),
-                                              {shape.rows, shape.products, 1});
-        for (std::int32_t k = 0; k < count; ++k)
-            generalVectorProduct<T, elements>(operand(a.at(k)), operand(x.at(k)), operand(dst.at(k)), shape);
+        if (multiplySmall<T>(as, xs, dsts, shape, elements, count)) return;
+        for (std::int32_t k = 0; k < count; ++k) {
+            const auto matrix = as.at(k), vector = xs.at(k), result = dsts.at(k);
+            if constexpr (isTransposed<A>) generalVectorProduct<T, elements>(matrix, vector, result, shape);
+            else
+                rowsTimesVector<T, elements>(matrix.origin, matrix.rowStep, vector.origin, target(result, 0, 0),
+                                             shape.rows, shape.products);
+        }
     }
 }
 

@@ -306,6 +306,21 @@ struct ColumnSums {
     }
 };
 
+// At least as many rows as a vector has lanes, of which elements touch; the last vector ends with the last row.
+template <class T, Sum shape>
+[[gnu::always_inline]] inline void rowsTimesVector(const std::byte* a, std::ptrdiff_t aRow, const std::byte* x,
+                                                   std::byte* to, std::ptrdiff_t rows, std::ptrdiff_t products) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    constexpr int lanes = lanes16<T>, groups = dotGroups<T>(shape);
+    std::ptrdiff_t i = 0;
+    for (; i + groups * lanes <= rows; i += groups * lanes)
+        dotVector<T, shape, groups>(x, a + i * aRow, aRow, products, to + i * size);
+    for (; i < rows; i += lanes) {
+        const std::ptrdiff_t at = std::min(i, rows - lanes);
+        dotVector<T, shape, 1>(x, a + at * aRow, aRow, products, to + at * size);
+    }
+}
+
 // Elements of the result from `first` up to `end`, all of one shape.
 template <class T, Sum shape, class Operand>
 void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::ptrdiff_t first, std::ptrdiff_t end,
@@ -314,21 +329,17 @@ void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::pt
     constexpr int lanes = lanes16<T>;
     if constexpr (std::is_same_v<Operand, GridOperand>) {
         const bool adjacent = dst.columnStep == size && end - first >= lanes;
-        // k along vectors: rows of the matrix and the vector are contiguous.
+        // Rows of the matrix and the vector are contiguous.
+        if (a.columnStep == size && x.columnStep == size && !adjacent) {
+            for (std::ptrdiff_t i = first; i < end; ++i)
+                store(target(dst, 0, i), dot<T, shape>(a.origin + i * a.rowStep, x.origin, products));
+            return;
+        }
+        // k along vectors.
         if constexpr (shape.partials % lanes == 0) {
-            if (adjacent && a.columnStep == size && x.columnStep == size) {
-                constexpr int groups = dotGroups<T>(shape);
-                std::ptrdiff_t i = first;
-                for (; i + groups * lanes <= end; i += groups * lanes)
-                    dotVector<T, shape, groups>(x.origin, a.origin + i * a.rowStep, a.rowStep, products,
-                                                target(dst, 0, i));
-                for (; i < end; i += lanes) {
-                    const std::ptrdiff_t at = std::min(i, end - lanes);
-                    dotVector<T, shape, 1>(x.origin, a.origin + at * a.rowStep, a.rowStep, products,
-                                           target(dst, 0, at));
-                }
-                return;
-            }
+            if (adjacent && a.columnStep == size && x.columnStep == size)
+                return rowsTimesVector<T, shape>(a.origin + first * a.rowStep, a.rowStep, x.origin,
+                                                 target(dst, 0, first), end - first, products);
         }
         if (adjacent && a.rowStep == size) {
             const ColumnSums<T, shape> sums{x.origin, x.columnStep, a.columnStep, products};
@@ -336,6 +347,25 @@ void elementSums(const Operand& a, const Operand& x, const Operand& dst, std::pt
         }
     }
     for (std::ptrdiff_t i = first; i < end; ++i) store(target(dst, 0, i), elementSum<T, shape>(a, i, x, products));
+}
+
+// Rows of the matrix and the vector touch.
+template <class T, ElementSums elements>
+[[gnu::noinline]] std::int32_t rowsTimesVector(const std::byte* a, std::ptrdiff_t aRow, const std::byte* x,
+                                               std::byte* to, std::int32_t rows, std::int32_t products) {
+    forRowGroups<elements>(
+        rows, products, [&](std::ptrdiff_t, std::ptrdiff_t count, auto sum) __attribute__((always_inline)) {
+            constexpr int size = sizeof(T);
+            if constexpr (sum.value == elements.general)
+                if (count > 3) {
+                    rowsTimesVector<T, sum.value>(a, aRow, x, to, count, products);
+                    a += count * aRow;
+                    to += count * size;
+                    return;
+                }
+            for (; count > 0; --count, a += aRow, to += size) store(to, dot<T, sum.value>(a, x, products));
+        });
+    return korStatusOk;
 }
 
 template <class T, ElementSums elements, class Operand>
