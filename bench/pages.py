@@ -125,10 +125,21 @@ def product_goals(context, rows):
         goals += every_row("single products up to order 64: best peer with sizes given at run time / korm",
                            [row for row in singles if int(row.size) <= 64], EVEN,
                            lambda row: row.against("Eigen, dynamic", "OpenBLAS", "libxsmm"))
+    common, known = chosen(rows, "known-common"), chosen(rows, "known")
+    goals += at_least("small shapes, geometric mean: plain loop with known sizes / korm",
+                      mean(row.ratio for row in common + known), 0.8)
+    goals += every_row("small shapes: plain loop with known sizes / korm", common + known, 0.5)
+    goals += every_row("shapes in common use: plain loop with known sizes / korm", common, EVEN)
     for row in chosen(rows, "threads"):
         if row.ns["plain loop, one thread"] / row.ns["plain loop, two threads"] >= 1.7:
             goals += at_least(f"two threads, {row.label}: one thread / two", row.ratio, 1.7)
     return goals
+
+
+def known_table(rows):
+    """A line a form, then the rows where korm is behind."""
+    yield from by_form(rows)
+    yield from comparison([row for row in rows if row.ratio < EVEN])
 
 
 PRODUCTS = Page(
@@ -152,6 +163,10 @@ PRODUCTS = Page(
                           "check. Why `tm` and `tt` fall behind from order 128 on is told in [the "
                           "architecture](../architecture.md#the-kernels-of-products)."),
               "vectors": ("Matrices and vectors", ""),
+              "known-common": ("Shapes in common use, beside loops that know their sizes",
+                               "MxKxN: M by K times K by N; MxK: times a vector. Those of points, projections, Jacobians and "
+                               "covariances, packed, in cache."),
+              "known": ("Other small shapes, beside loops that know their sizes", ""),
               "threads": ("Two threads",
                           "Time that passes. The plain loop over the same arrays, on one thread and on two of the "
                           "same team, shows what two threads are worth on this machine at this moment.")},
@@ -162,7 +177,8 @@ PRODUCTS = Page(
                                         ("Mul_mm_64f", "singles", "single products"),
                                         ("Mul_mava_32f", "vectors", "pair by pair"),
                                         ("Mul_mva_32f", "vectors", "one matrix, many vectors"))],
-    goals=product_goals)
+    goals=product_goals,
+    tables={"known-common": known_table, "known": known_table})
 
 
 # --- Combinations and reductions of vectors ---------------------------------------------------------------
@@ -315,7 +331,10 @@ LINALG = Page(
           "compared to the rounding errors that another order of operations may leave. Maps hold orders up to 24, and QR of "
           "all sizes up to 16, against plain loops of the same steps: of single objects at small orders those are ahead by "
           "the checks of a call.",
-    sections={"lu": ("LU decomposition", ""), "solve": ("Solve, a matrix for each vector", ""),
+    sections={"lu": ("LU decomposition",
+                     "Order 1 is a copy with a test of each pivot. Eigen makes no test: its two copies are the C library's, 32 "
+                     "bytes at a time. The plain loop makes it."),
+              "solve": ("Solve, a matrix for each vector", ""),
               "solve-one": ("Solve, one matrix for all vectors", ""),
               "cholesky": ("Cholesky decomposition", ""),
               "cholesky-solve": ("Solve with a Cholesky factor for each vector", ""),

@@ -10,6 +10,7 @@ those of runs of the library as it was. --sweeps fails where a small size takes 
 import argparse
 import datetime
 import json
+import math
 import os
 import re
 import sys
@@ -80,6 +81,37 @@ def sweep_table(rows):
     yield from table(["form, layout", "sizes", "loop / korm, geometric mean", "below 0.97", "worst"], lines)
 
 
+LAST_CHECK = "korm, last check"
+
+
+def single_calls(rows):
+    """What single calls pay for being calls with checks. A call can take no less than its checks and then the loop's work, so
+    sizes that are slower than both together are slow for a reason of their own."""
+    singles = [row for row in rows if LAST_CHECK in row.ns]
+    if not singles:
+        return
+    products = lambda row: math.prod(map(int, row.size.split("x")))
+    beside = lambda row: (row.ns[row.best] + row.ns[LAST_CHECK]) / row.ns["korm"]
+    yield "### Single calls"
+    yield ""
+    yield from paragraphs("Checks come in a fixed order, and the last of them is at the end of about 50 instructions. A call that "
+                          "ends there, with an argument that it finds, shows what the call and its checks take. Where a loop has "
+                          "eight products, that is as much as the loop; sizes at which korm takes longer than the loop and the "
+                          "checks together are named.")
+    lines = []
+    for form in dict.fromkeys(row.form for row in singles):
+        group = [row for row in singles if row.form == form]
+        large = [row for row in group if products(row) >= 8]
+        small = [row for row in group if products(row) < 8]
+        slow = [row for row in group if beside(row) < EVEN]
+        lines.append([form, number(mean(row.ns[LAST_CHECK] for row in group)),
+                      f"{sum(row.ratio < EVEN for row in large)} of {len(large)}", number(min(row.ratio for row in large)),
+                      f"{sum(row.ratio < 0.5 for row in small)} of {len(small)}", number(min(row.ratio for row in small)),
+                      ", ".join(f"{row.size} ({number(beside(row))})" for row in sorted(slow, key=beside)) or "none"])
+    yield from table(["form", "checks, ns", "8 products or more: below 0.97", "worst", "fewer: below 0.5", "worst",
+                      "slower than loop and checks"], lines)
+
+
 def slow_sizes(rows):
     """Rows of sweeps that take twice as long as the plain loop. A single call may take five times as long as one loop of few
     elements: that is what the call and its checks cost."""
@@ -145,6 +177,7 @@ def page_of(family, page, context, rows, goals, costs):
         yield "Against the plain loop with sizes known at run time only, in one short measurement each."
         yield ""
         yield from sweep_table(sweeps)
+        yield from single_calls(sweeps)
     if costs:
         yield from pages.instructions(costs)
 

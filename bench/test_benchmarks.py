@@ -103,6 +103,15 @@ class Report(unittest.TestCase):
                          [("Mul_mama_32f", 0.1), ("Mul_mama_32f", 0.3), ("Mul_tat_64f_L", 0.1), ("Mul_tat_64f_L", 0.3),
                           ("Mul_tm_32f", 0.1)])
 
+    def test_single_calls_are_held_against_the_loop_and_the_checks(self):
+        some = [made(f"sweep/Mul_mm_32f/{size}/packed", {"korm": korm, "loop": 6, "korm, last check": 4},
+                     controls=["korm, last check"])
+                for size, korm in (("1x1x1", 15), ("1x2x3", 8), ("2x2x2", 5), ("1x8x2", 8), ("3x4x5", 20))]
+        some += [made("sweep/Mul_mama_32f/2x2x2/packed", {"korm": 9, "loop": 1})]
+        self.assertEqual(list(report.single_calls(some))[-2],
+                         "| Mul_mm_32f | 4.00 | 2 of 3 | 0.30 | 1 of 2 | 0.40 | 3x4x5 (0.50), 1x1x1 (0.67) |")
+        self.assertEqual(list(report.single_calls(some[-1:])), [])
+
     def test_maps_have_a_square_for_each_size(self):
         drawing = svg.sweep_map([("form", {(m, k, n): 2.0 for m in (1, 2) for k in (1, 2, 3) for n in (1, 2)})])
         self.assertEqual(drawing.count("h9"), 12)

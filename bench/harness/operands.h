@@ -352,6 +352,9 @@ template <Shape shape, Layout layout, bool alongStreams = false, class T, class 
 
 // --- Sweeps ------------------------------------------------------------------------------------
 
+// What a single call takes without its work: the same call with an argument that the last of its checks finds.
+inline constexpr const char* lastCheck = "korm, last check";
+
 // The library beside a plain loop whose sizes are known at run time only, for one small shape in one layout.
 template <class Form, Layout layout, class T>
 void sweepRow(const std::string& size, int rows, int inner, int columns) {
@@ -366,6 +369,12 @@ void sweepRow(const std::string& size, int rows, int inner, int columns) {
     row.peer("plain loop, sizes at run time", [=] {
         plainLoop<shape, layout>(work, std::ptrdiff_t{rows}, std::ptrdiff_t{inner}, std::ptrdiff_t{columns});
     });
+    if constexpr (!shape.isArray() && entryOf(layout) == Entry::standard) {
+        // Strides are looked at last.
+        Work<T> wrong = work;
+        (shape.isVector() ? wrong.result.elementStride : wrong.result.rowStride) += 1;
+        row.control(lastCheck, kormCall<Form, layout>(wrong));
+    }
     row.measure();
 }
 

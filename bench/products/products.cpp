@@ -103,6 +103,7 @@ void measureRows() {
     threadRow<Mul_mama, float, 6>({"16MiB", 16 << 20});
     threadRow<Mul_mama, double, 8>({"16MiB", 16 << 20});
     threadRow<Mul_mava, float, 16>({"16MiB", 16 << 20});
+    measureKnownSizes();
     measureSweeps();
 }
 

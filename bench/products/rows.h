@@ -50,6 +50,7 @@ void packedRows(const std::string& section, const Place& place = inCache) {
 void measureArrays();
 void measureSingles();
 void measureVectors();
+void measureKnownSizes();
 void measureSweeps();
 
 }  // namespace bench
