@@ -14,7 +14,7 @@ namespace korm::inline KORM_VARIANT::linalg {
 template <class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t qrDecomposition(A src, D dst, typename D::Element* buffer, MatrixShape shape,
                                                            Count count) {
-    if constexpr (isOneObject<Count>) return cores::qrGeneral(src.at(0), dst.at(0), buffer, shape.width, shape.height);
+    if constexpr (isOneObject<Count>) return qrOne(src.at(0), dst.at(0), buffer, shape.width, shape.height);
     else return qrArray(withAnyObjects(src), withAnyObjects(dst), buffer, shape.width, shape.height, count);
 }
 

@@ -1,4 +1,4 @@
-// QR decomposition and solve of objects in lanes: each lane as the general kernel does one object.
+// QR decomposition and solve of objects in lanes, each lane as the general kernel does one object, and of small single ones.
 #pragma once
 
 #include <cstddef>
@@ -117,6 +117,23 @@ template <class T, class A, class D>
     };
     const auto each = [&](std::ptrdiff_t k) { return cores::qrGeneral(src.at(k), dst.at(k), buffer, width, height); };
     return inGroups<lanes>(count, together, each);
+}
+
+// One object. Small ones are decomposed in a copy, whose elements lie at known places; one that fails is done again.
+template <class T, class A, class D>
+[[gnu::noinline]] std::int32_t qrOne(const A& src, const D& dst, T* buffer, std::ptrdiff_t width,
+                                     std::ptrdiff_t height) {
+    if (width < block && height < block) {
+        T a[block * block];
+        for (std::ptrdiff_t i = 0; i < height; ++i)
+            for (std::ptrdiff_t j = 0; j < width; ++j) a[i * width + j] = load<T>(src.address(i, j));
+        if (height == 1 || qrOf<false, T>(width, height)(a, width, height)) {
+            for (std::ptrdiff_t i = 0; i < height; ++i)
+                for (std::ptrdiff_t j = 0; j < width; ++j) store(dst.address(i, j), a[i * width + j]);
+            return korStatusOk;
+        }
+    }
+    return cores::qrGeneral(src, dst, buffer, width, height);
 }
 
 // --- Solve --------------------------------------------------------------------------------------
