@@ -16,17 +16,16 @@ namespace {
 template <class Form, class T, int rows, int inner, int columns>
 void knownRow(const std::string& section) {
     constexpr Shape shape = Form::shape;
-    std::string size = std::to_string(rows) + "x" + std::to_string(inner);
-    if (!shape.isVector()) size += "x" + std::to_string(columns);
+    const std::string width = shape.isVector() ? std::string() : std::string("x").append(std::to_string(columns));
+    const std::string size = std::to_string(rows) + "x" + std::to_string(inner) + width;
     const std::string name = section + "/" + std::string(Form::name) + suffix<T> + "/" + size;
     if (!isWanted(name)) return;
     const Work<T> work = makeWork<shape, T>(Layout::packed, rows, inner, columns, inCache.bytes);
     Row row(name, work.count);
     row.results(work.result.base, work.result.span, 1e-5);
     row.korm(kormCall<Form, Layout::packed>(work));
-    row.peer("plain loop, sizes known", [=] {
-        plainLoop<shape, Layout::packed>(work, Known<rows>(), Known<inner>(), Known<columns>());
-    });
+    row.peer("plain loop, sizes known",
+             [=] { plainLoop<shape, Layout::packed>(work, Known<rows>(), Known<inner>(), Known<columns>()); });
     row.measure();
 }
 

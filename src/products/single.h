@@ -111,8 +111,8 @@ template <class T, ElementSums elements>
 [[gnu::noinline]] std::int32_t generalVectorProduct(const std::byte* a, std::ptrdiff_t aRow, const std::byte* x,
                                                     std::ptrdiff_t xStep, std::byte* to, std::ptrdiff_t toStep,
                                                     std::ptrdiff_t aStep, std::int32_t rows, std::int32_t products) {
-    generalVectorProduct<T, elements>(GridOperand{a, aRow, aStep}, GridOperand{x, 0, xStep},
-                                      GridOperand{to, 0, toStep}, {rows, products});
+    generalVectorProduct<T, elements>(GridOperand{a, aRow, aStep}, GridOperand{x, 0, xStep}, GridOperand{to, 0, toStep},
+                                      {rows, products});
     return korStatusOk;
 }
 
