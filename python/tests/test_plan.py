@@ -167,4 +167,4 @@ def test_functions_are_those_that_the_linker_binds():
     for form, number in first.items():
         if form == "kormAffineTransformCoord_m4v3a_32f":  # its address is taken when the module is loaded
             continue
-        assert bound.get(number) == [form], (form, bound.get(number))
+        assert set(bound.get(number, ())) == {form}, (form, bound.get(number))  # two threads may bind it at once

@@ -28,9 +28,10 @@ DECOMPOSITIONS = {"LUBackSubst": "LUDecomp", "CholeskyBackSubst": "CholeskyDecom
 class Variable:
     """`lengths` by the letters of the indices, in the order of C; `values` are nested lists, the object's index first."""
 
-    def __init__(self, type_, name, lengths=None, values=None, layout="standard", constant=True):
+    def __init__(self, type_, name, lengths=None, values=None, layout="standard", constant=True, zeroed=False):
         self.type, self.name, self.layout = type_, name, layout
         self.lengths, self.values, self.constant = lengths or {}, values, constant and values is not None
+        self.zeroed = zeroed
 
     @property
     def is_table(self):
@@ -41,7 +42,8 @@ class Variable:
 
     def declarations(self, sizes):
         const, dimensions = "const " * self.constant, "".join(f"[{length}]" for length in self.lengths.values())
-        yield f"{const}{self.type} {self.name}{dimensions}" + (f" = {braces(self.in_memory())};" if self.values is not None else ";")
+        yield f"{const}{self.type} {self.name}{dimensions}" + (
+            f" = {braces(self.in_memory())};" if self.values is not None else " = {0};" if self.zeroed else ";")
         if self.is_table:  # of objects, or of the elements of all objects
             outer = "k" if self.layout == "list" else [axis for axis in self.lengths if axis != "k"]
             rest = len(self.lengths) - len(outer)
@@ -126,7 +128,8 @@ class Program:
             lengths = {**lengths, "k": "count"} if operand["layout"] == "pointer" else {"k": "count", **lengths}
         values = None if operand["output"] else self.numbers(name, [*["count"] * array, *shape])
         constant = not (self.factored and name == "src1")
-        return Variable(element_type(type_), name, lengths, values, operand["layout"], constant)
+        zeroed = operand["output"] and self.function["operation"] == "CholeskyDecomp"  # which writes a triangle alone
+        return Variable(element_type(type_), name, lengths, values, operand["layout"], constant, zeroed)
 
     def numbers(self, name, lengths):
         own = list(map(self.size, lengths))
