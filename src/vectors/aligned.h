@@ -103,7 +103,7 @@ template <class T>
         const std::ptrdiff_t place = at + v * blockAlignment;
         return load<V>(x[o] + place) * loadAligned<V>(y[o] + place);
     };
-    if (ahead >= 0 && products >= ahead + partialSums) {
+    if (ahead >= 0 && products >= ahead + partialSums) [[likely]] {
         addUpTo(ahead * size);
         V l[objects][vectors];
         unrolled<vectors * objects>([&](auto e) __attribute__((always_inline)) {
@@ -117,7 +117,7 @@ template <class T>
             });
         sum = joinedEights(l);
     }
-    addUpTo(end);
+    if (at < end) addUpTo(end);
     return sum;
 }
 
@@ -140,7 +140,8 @@ template <class Result, class T, Second which, bool atBoundary>
             if constexpr (which == Second::ofArray) y += yStep;
         });
         const auto sums = Result::of(alignedSums<T>(first, second, ahead, products));
-        if (step == 1) store(reinterpret_cast<std::byte*>(dst), sums);
+        if (step == 1) [[likely]]
+            store(reinterpret_cast<std::byte*>(dst), sums);
         else
             unrolled<objects>([&](auto o) __attribute__((always_inline)) {
                 store(reinterpret_cast<std::byte*>(dst + o * step), sums[o.value]);
