@@ -301,7 +301,8 @@ template <int n, class View>
 }
 
 template <int n, class View, class Count>
-[[gnu::noinline]] void sizedNorms(View src, typename View::Element* dst, Count count) {
+[[gnu::noinline]] void sizedNorms(const View& source, typename View::Element* dst, Count count) {
+    const View src = source;
     using T = typename View::Element;
     const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
         T a[n][n];
@@ -331,7 +332,8 @@ template <int n, class View, class Count>
 }
 
 template <class View, class Count>
-[[gnu::noinline]] void anyNorms(View src, typename View::Element* dst, MatrixShape shape, Count count) {
+[[gnu::noinline]] void anyNorms(const View& source, typename View::Element* dst, MatrixShape shape, Count count) {
+    const View src = source;
     if constexpr (isAdjacent<View>) adjacentNorms(src, dst, shape, count);
     else
         reduceMatrices<Roots>(

@@ -47,13 +47,16 @@ inline bool isBlock(const View& view, const Extent& extent) {
 constexpr std::ptrdiff_t manyObjects = 8, manyElements = 96;
 
 template <class From, class To>
-[[gnu::noinline]] void moveInTurn(From from, To to, Extent extent) {
+[[gnu::noinline]] void moveInTurn(const From& source, const To& result, const Extent& all) {
+    const From from = source;
+    const To to = result;
+    const Extent extent = all;
     for (std::ptrdiff_t k = 0; k < extent.objects; ++k) {
-        const auto source = from.at(k);
-        const auto result = to.at(k);
+        const auto read = from.at(k);
+        const auto written = to.at(k);
         for (std::ptrdiff_t i = 0; i < extent.rows; ++i)
             for (std::ptrdiff_t j = 0; j < extent.columns; ++j)
-                store(result.address(i, j), load<WordOf<typename From::Element>>(source.address(i, j)));
+                store(written.address(i, j), load<WordOf<typename From::Element>>(read.address(i, j)));
     }
 }
 

@@ -47,7 +47,12 @@ struct RowsInVectors {
 
 // Every sum from left to right. The columns of the matrix are held, each is added times an element of x.
 template <class T, int n, class A, class X, class Y, class D>
-[[gnu::noinline]] void squareGaxpy(A a, X x, Y y, D dst, std::ptrdiff_t count) {
+[[gnu::noinline]] void squareGaxpy(const A& matrix, const X& factors, const Y& addends, const D& results,
+                                   std::ptrdiff_t count) {
+    const A a = matrix;
+    const X x = factors;
+    const Y y = addends;
+    const D dst = results;
     using Rows = RowsInVectors<T, n>;
     using V = typename Rows::V;
     V column[Rows::count][n];
@@ -146,7 +151,12 @@ template <class T, class A>
 }
 
 template <class T, class A, class X, class Y, class D>
-[[gnu::noinline]] void plainGaxpy(A a, X x, Y y, D dst, MatrixShape shape, std::ptrdiff_t count) {
+[[gnu::noinline]] void plainGaxpy(const A& matrix, const X& factors, const Y& addends, const D& results,
+                                  MatrixShape shape, std::ptrdiff_t count) {
+    const A a = matrix;
+    const X x = factors;
+    const Y y = addends;
+    const D dst = results;
     for (std::ptrdiff_t k = 0; k < count; ++k)
         plainGaxpyObject<T>(a.at(0), x.at(k).origin, y.at(k).origin, dst.at(k).origin, shape);
 }

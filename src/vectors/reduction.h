@@ -132,7 +132,8 @@ template <class Order, int n, class S, class Product>
 }
 
 template <class Result, class Order, int n, class Products>
-[[gnu::noinline]] void reduceSized(Products products, typename Products::T* dst, std::ptrdiff_t count) {
+[[gnu::noinline]] void reduceSized(const Products& source, typename Products::T* dst, std::ptrdiff_t count) {
+    Products products = source;
     using T = typename Products::T;
     constexpr bool isVectorOf16 = sizeof(Lanes<T>) == 16;
     const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
@@ -173,8 +174,9 @@ template <class Result, class Order, int n, class Products>
 }
 
 template <class Result, class Order, class Products>
-[[gnu::noinline]] void reduceAny(Products products, typename Products::T* dst, std::ptrdiff_t length,
+[[gnu::noinline]] void reduceAny(const Products& source, typename Products::T* dst, std::ptrdiff_t length,
                                  std::ptrdiff_t count) {
+    const Products products = source;
     using T = typename Products::T;
     const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
         return Order::template of<T>(length, products.object(k));
@@ -191,8 +193,9 @@ template <class Result, class Order, class Products>
 // Objects whose second vectors lie alike modulo 16 bytes go side by side: all of an array, every other one or every fourth; of
 // a list those that happen to. Long ones that lie beyond the first cache are read one by one, as the processor expects it.
 template <class Result, class Products>
-[[gnu::noinline]] void reduceAligned(Products products, typename Products::T* dst, std::ptrdiff_t length,
+[[gnu::noinline]] void reduceAligned(const Products& source, typename Products::T* dst, std::ptrdiff_t length,
                                      std::ptrdiff_t count) {
+    const Products products = source;
     using T = typename Products::T;
     constexpr int objects = alignedObjects<T>;
     constexpr std::ptrdiff_t longObject = 32;
