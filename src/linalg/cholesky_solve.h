@@ -154,7 +154,7 @@ template <class T, class A, class B, class D, int most>
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
     constexpr bool isParted = isAdjacent<A>;
-    const int size = numbers.size, groups = groupsFor<A>(numbers, lanes);
+    const int size = numbers.size, groups = groupsFor<isShared<A>>(numbers, lanes);
     if (size == 1 && !isShared<A>) {
         const std::ptrdiff_t k = numbers.at[0];
         sweepGeneral<T>(factor.at(k), src.at(k), dst.at(k), n);

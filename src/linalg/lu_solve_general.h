@@ -7,6 +7,7 @@
 
 #include "entry/views.h"
 #include "kernel/groups.h"
+#include "kernel/known.h"
 #include "kernel/predicates.h"
 #include "kernel/scalar.h"
 #include "kernel/vec.h"
@@ -50,10 +51,8 @@ template <class T, class A, class B, class D, class Order>
 
 // --- Objects in lanes -----------------------------------------------------------------------------
 
-// Rows of matrices lie on the stack in the order of the pivots.
-
-// Both sweeps over `groups` vectors: element k of vector v is x[v * greatestInLanes + k]. `element(v, e)` is element e of the
-// matrix that belongs to it. Adjacent elements have their long sums parted.
+// Both sweeps over `groups` vectors: element k of vector v is x[v * greatestInLanes + k]. `element(v, k, j)` is that of the
+// matrix that belongs to it, whose rows are in the order of the pivots. Adjacent elements have their long sums parted.
 template <int groups, bool isParted, class S, class Element>
 [[gnu::always_inline]] inline void luSweeps(const Element& element, S* x, std::ptrdiff_t n, std::ptrdiff_t place) {
     const auto at = [x](int v, std::ptrdiff_t k) __attribute__((always_inline))->S& {
@@ -64,9 +63,7 @@ template <int groups, bool isParted, class S, class Element>
         S sum[groups] = {};
         sumTogether<Sign::plus>(
             sum, first, isParted ? blocksFrom<ElementOf<S>>(place, first, end) : end,
-            end, [&](int v, std::ptrdiff_t j) __attribute__((always_inline)) {
-                return element(v, k * n + j) * at(v, j);
-            });
+            end, [&](int v, std::ptrdiff_t j) __attribute__((always_inline)) { return element(v, k, j) * at(v, j); });
 #pragma GCC unroll 8
         for (int v = 0; v < groups; ++v) at(v, k) = at(v, k) - sum[v];
     };
@@ -74,7 +71,7 @@ template <int groups, bool isParted, class S, class Element>
     for (std::ptrdiff_t k = n - 1; k >= 0; --k) {
         if (k < n - 1) subtractSums(k, k + 1, n);
 #pragma GCC unroll 8
-        for (int v = 0; v < groups; ++v) at(v, k) = at(v, k) / element(v, k * n + k);
+        for (int v = 0; v < groups; ++v) at(v, k) = at(v, k) / element(v, k, k);
     }
 }
 
@@ -82,26 +79,50 @@ template <int groups, bool isParted, class S, class Element>
 template <int groups, bool isParted, class S>
 [[gnu::noinline]] void luSweepsWithShared(const ElementOf<S>* shared, S* x, std::ptrdiff_t n, std::ptrdiff_t place) {
     luSweeps<groups, isParted>(
-        [&](int, std::ptrdiff_t e) __attribute__((always_inline)) { return all<S>(shared[e]); }, x, n, place);
+        [&](int, std::ptrdiff_t k, std::ptrdiff_t j)
+            __attribute__((always_inline)) { return all<S>(shared[k * n + j]); },
+        x, n, place);
 }
 
 template <int groups, bool isParted, class S>
 [[gnu::noinline]] void luSweepsWithOwn(S* a, S* x, std::ptrdiff_t n, std::ptrdiff_t place) {
     luSweeps<groups, isParted>(
-        [&](int v, std::ptrdiff_t e) __attribute__((always_inline)) { return a[v * n * n + e]; }, x, n, place);
+        [&](int v, std::ptrdiff_t k, std::ptrdiff_t j)
+            __attribute__((always_inline)) { return a[(v * n + k) * n + j]; },
+        x, n, place);
+}
+
+// Matrices where they lie: row k of vector v begins at rows[v * greatestInLanes + k]. Each element is needed once, and to bring
+// two lanes together costs less than to store a copy and to load it.
+template <class A, class S>
+inline constexpr bool isSolvedInPlace = !isShared<A> && !isScattered<A> && lanesOf<S> == 2;
+template <class A, class S>
+inline constexpr int luGroupsInFlight = isSolvedInPlace<A, S> ? 4 : groupsInFlight<A>;
+
+template <int groups, bool isParted, class S>
+[[gnu::noinline]] void luSweepsInPlace(Places<const std::byte, lanesOf<S>>* rows, std::ptrdiff_t stride, S* x,
+                                       std::ptrdiff_t n, std::ptrdiff_t place) {
+    luSweeps<groups, isParted>(
+        [&](int v, std::ptrdiff_t k, std::ptrdiff_t j) __attribute__((always_inline)) {
+            return readElement<S>(behind(rows[v * greatestInLanes + k], j * stride));
+        },
+        x, n, place);
 }
 
 // The objects of some numbers, alike in where the blocks of their sums begin.
-template <class T, class A, class B, class D, int most>
+template <class T, class A, class B, class D, int objects>
 [[gnu::noinline]] void luSolveAlike(const A& matrix, const B& src, const D& dst, const T* shared,
-                                    const std::byte* pivots, const ObjectNumbers<most>& numbers, std::ptrdiff_t n,
+                                    const std::byte* pivots, const ObjectNumbers<objects>& numbers, std::ptrdiff_t n,
                                     std::ptrdiff_t place) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
     constexpr bool isParted = isAdjacent<A>;
-    const int groups = groupsFor<A>(numbers, lanes);
-    S x[groupsInFlight<A> * greatestInLanes];
-    [[maybe_unused]] S a[isShared<A> ? 1 : greatestInLanes * greatestInLanes];
+    constexpr bool isInPlace = isSolvedInPlace<A, S>;
+    constexpr int most = luGroupsInFlight<A, S>;
+    const int groups = groupsFor<isShared<A>>(numbers, lanes);
+    S x[most * greatestInLanes];
+    [[maybe_unused]] S a[isShared<A> || isInPlace ? 1 : greatestInLanes * greatestInLanes];
+    [[maybe_unused]] Places<const std::byte, lanes> rows[isInPlace ? most * greatestInLanes : 1];
     for (int v = 0; v < groups; ++v) {
         const std::ptrdiff_t* const own = numbers.at + v * lanes;
         const auto vectors = groupOf<lanes>(src, own);
@@ -109,13 +130,24 @@ template <class T, class A, class B, class D, int most>
         for (std::ptrdiff_t k = 0; k < n; ++k) {
             const auto row = [&](int l) { return load<std::int32_t>(pivots + 4 * (isShared<A> ? k : own[l] * n + k)); };
             x[v * greatestInLanes + k] = readElement<S>(vectors.at(sameRow(0), row));
-            if constexpr (!isShared<A>) readRowStarts(matrices, row, n, a + (v * n + k) * n, false);
+            if constexpr (isInPlace) rows[v * greatestInLanes + k] = matrices.at(row, sameRow(0));
+            else if constexpr (!isShared<A>) readRowStarts(matrices, row, n, a + (v * n + k) * n, false);
         }
     }
     if constexpr (isShared<A>) {
         if (groups == 2) luSweepsWithShared<2, isParted>(shared, x, n, place);
         else if (groups == 4) luSweepsWithShared<4, isParted>(shared, x, n, place);
         else luSweepsWithShared<6, isParted>(shared, x, n, place);
+    } else if constexpr (isInPlace) {
+        int v = 0;
+        const auto next = [&](auto some) __attribute__((always_inline)) {
+            const std::ptrdiff_t at = v * greatestInLanes;
+            luSweepsInPlace<some, isParted>(rows + at, matrix.elementStride, x + at, n, place);
+            v += some;
+        };
+        if (groups == 4) next(Int<4>());
+        if (groups - v >= 2) next(Int<2>());
+        if (groups - v == 1) next(Int<1>());
     } else {
         if (groups == 1) luSweepsWithOwn<1, isParted>(a, x, n, place);
         else luSweepsWithOwn<2, isParted>(a, x, n, place);
@@ -144,12 +176,19 @@ template <class T, class A, class B, class D>
     } else {
         shared[0] = T();
     }
-    constexpr int lanes = laneCount<T>, most = groupsInFlight<A> * lanes;
-    const bool fits = isShared<A> || groupsInFlight<A> * n * n <= greatestInLanes * greatestInLanes;
-    forAlikeObjects<T, most>(dst, count, fits ? most : lanes, isAdjacent<A> && n > block,
+    using S = Lanes<T>;
+    constexpr int lanes = laneCount<T>, most = luGroupsInFlight<A, S> * lanes;
+    const auto groups = [&] {
+        if constexpr (isShared<A>) return groupsInFlight<A>;
+        else if constexpr (isSolvedInPlace<A, S>)
+            return n <= 12 ? 4 : 2;  // what the first cache holds beside those to come
+        else return 2 * n * n <= greatestInLanes * greatestInLanes ? 2 : 1;
+    };
+    const int atOnce = groups() * lanes;
+    forAlikeObjects<T, most>(dst, count, atOnce, isAdjacent<A> && n > block,
                              [&](const ObjectNumbers<most>& numbers, std::ptrdiff_t place) {
                                  for (int l = 0; l < numbers.size; ++l)
-                                     fetchSquare(matrix, numbers.at[l] + most, n, count);
+                                     fetchSquare(matrix, numbers.at[l] + atOnce, n, count);
                                  luSolveAlike<T>(matrix, src, dst, shared, pivots, numbers, n, place);
                              });
 }
