@@ -59,6 +59,17 @@ template <Diagonal diagonal, int n, class Elements>
     return diagonalSum<diagonal>(d);
 }
 
+// Two adjacent elements, in the first lanes. The empty statement keeps the compiler from loading them one by one.
+template <class T>
+[[gnu::always_inline]] inline Vec<T, 16 / sizeof(T)> loadNeighbours(const std::byte* from) {
+    if constexpr (isFloat<T>) return loadPair(from);
+    else {
+        auto both = load<Double2>(from);
+        asm("" : "+x"(both));
+        return both;
+    }
+}
+
 // Unrolled, for a processor that adds several objects at a time waits for their instructions more than for their sums.
 template <class Elements, class Order>
 [[gnu::always_inline]] inline auto anyTrace(const Elements& elements, Order order) {
@@ -83,6 +94,29 @@ template <class Result, class View, class Sum, class Count>
     else resultsOfEach<Result>(one, dst, count);
 }
 
+// Packed matrices wait for loads alone. The last element of a diagonal touches the first of the next, and both are one load.
+// Two matrices in turn: a loop of one is so short that it takes half as long again where it lies across two lines of code.
+template <int n, class T>
+[[gnu::noinline]] void packedTraces(const std::byte* src, T* dst, std::ptrdiff_t count) {
+    constexpr std::ptrdiff_t size = sizeof(T), step = (n + 1) * size, last = (n - 1) * step;
+    T sum = load<T>(src);
+    const auto add = [&]() __attribute__((always_inline)) {
+        unrolled<n - 2>([&](auto i) __attribute__((always_inline)) { sum += load<T>(src + (i + 1) * step); });
+    };
+    const auto traceAndFirst = [&]() __attribute__((always_inline)) {
+        add();
+        const auto neighbours = loadNeighbours<T>(src + last);
+        storeResult(dst++, 0, sum + neighbours[0]);
+        sum = neighbours[1];
+        src += n * n * size;
+    };
+    std::ptrdiff_t left = count;
+    for (; left > 2; left -= 2) unrolled<2>([&](auto) __attribute__((always_inline)) { traceAndFirst(); });
+    if (left > 1) traceAndFirst();
+    add();
+    storeResult(dst, 0, sum + load<T>(src + last));
+}
+
 template <Diagonal diagonal, class View, class Count>
 [[gnu::always_inline]] inline void trace(View src, typename View::Element* dst, std::int32_t order, Count count) {
     const auto others = [&](auto size) __attribute__((always_inline)) {
@@ -94,6 +128,10 @@ template <Diagonal diagonal, class View, class Count>
     forOrder(
         order,
         [&](auto n) __attribute__((always_inline)) {
+            using T = typename View::Element;
+            if constexpr (isAdjacent<View> && !isListed<View> && !isOneObject<Count>)
+                if (src.rowStride == n * sizeof(T) && src.objectStride == n * n * sizeof(T))
+                    return packedTraces<n>(src.origin, dst, count);
             reduceMatrices<Sums>(
                 src, dst, count, [n](const auto& elements) __attribute__((always_inline)) {
                     return sizedTrace<diagonal, n>(elements);
@@ -276,6 +314,15 @@ template <int n>
     }
 }
 
+// Those of one object joined.
+[[gnu::always_inline]] inline float joined(const Float4 (&sums)[1]) {
+    return (sums[0][0] + sums[0][2]) + (sums[0][1] + sums[0][3]);
+}
+[[gnu::always_inline]] inline double joined(const Double2 (&sums)[2]) {
+    const Double2 two = sums[0] + sums[1];
+    return two[0] + two[1];
+}
+
 // Those of four objects joined, or of two.
 template <int n, class View>
 [[gnu::always_inline]] inline Float4 joinedSums(const View& src, std::ptrdiff_t k, Float4) {
@@ -301,7 +348,7 @@ template <int n, class View>
 }
 
 template <int n, class View, class Count>
-[[gnu::noinline]] void sizedNorms(const View& source, typename View::Element* dst, Count count) {
+[[gnu::noinline, gnu::aligned(64)]] void sizedNorms(const View& source, typename View::Element* dst, Count count) {
     const View src = source;
     using T = typename View::Element;
     const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
@@ -325,7 +372,12 @@ template <int n, class View, class Count>
         const auto runs = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
             return joinedSums<n>(src, k, Lanes<T>{});
         };
-        if (src.rowStride == n * sizeof(T)) return resultsOfGroups<Roots>(runs, one, dst, count);
+        const auto run = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+            Lanes<T> sums[sizeof(T) / 4];
+            runningSums<n>(src.at(k).origin, sums);
+            return joined(sums);
+        };
+        if (src.rowStride == n * sizeof(T)) return resultsOfGroups<Roots>(runs, run, dst, count);
     }
     if (!isAdjacent<View> && isStream(src)) resultsOfGroups<Roots>(streams, one, dst, count);
     else resultsOfGroups<Roots>(group, one, dst, count);

@@ -119,7 +119,8 @@ template <class View>
 // Packed arrays of objects of n elements beside an operand that serves all of them: as many objects as a vector has lanes
 // are n whole vectors, beside which the same n vectors of the shared operand stand every time. Returns how many are done.
 template <class T, int n, class Op, class A, class B>
-[[gnu::noinline]] std::ptrdiff_t combineTiles(Op op, const A& a, const B& b, std::byte* to, std::ptrdiff_t count) {
+[[gnu::noinline, gnu::aligned(64)]] std::ptrdiff_t combineTiles(Op op, const A& a, const B& b, std::byte* to,
+                                                                std::ptrdiff_t count) {
     constexpr std::ptrdiff_t bytes = sizeof(Lanes<T>);
     T repeated[n * laneCount<T>];
     const std::byte* const shared = isShared<A> ? a.origin : b.origin;

@@ -131,8 +131,27 @@ template <class Order, int n, class S, class Product>
     return Order::of(p);
 }
 
+// Packed objects of n elements are whole vectors, from which these split what stands in the same place of each object.
+template <class T, int n>
+inline constexpr bool isSplit = n == 3 || (n == 5 && !isFloat<T>);
+
+template <class V>
+[[gnu::always_inline]] inline void splitObjects(V (&v)[3]) {
+    splitThrees(v);
+}
+[[gnu::always_inline]] inline void splitObjects(Double2 (&v)[5]) {
+    const Double2 a = __builtin_shufflevector(v[0], v[2], 0, 3), b = __builtin_shufflevector(v[0], v[3], 1, 2);
+    const Double2 c = __builtin_shufflevector(v[1], v[3], 0, 3), d = __builtin_shufflevector(v[1], v[4], 1, 2);
+    v[4] = __builtin_shufflevector(v[2], v[4], 0, 3);
+    v[0] = a;
+    v[1] = b;
+    v[2] = c;
+    v[3] = d;
+}
+
 template <class Result, class Order, int n, class Products>
-[[gnu::noinline]] void reduceSized(const Products& source, typename Products::T* dst, std::ptrdiff_t count) {
+[[gnu::noinline, gnu::aligned(64)]] void reduceSized(const Products& source, typename Products::T* dst,
+                                                     std::ptrdiff_t count) {
     Products products = source;
     using T = typename Products::T;
     constexpr bool isVectorOf16 = sizeof(Lanes<T>) == 16;
@@ -140,17 +159,17 @@ template <class Result, class Order, int n, class Products>
         return sizedSum<Order, n, T>(products.object(k));
     };
     if constexpr (Products::adjacent) {
-        if constexpr (n == 3 && Products::mayBePacked && isVectorOf16)
+        if constexpr (isSplit<T, n> && Products::mayBePacked && isVectorOf16)
             if (products.packed(n * sizeof(T))) {
-                const auto threes = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+                const auto whole = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
                     const auto first = products.template group<1>(k);
-                    Lanes<T> p[3];
-                    unrolled<3>([&](auto v)
+                    Lanes<T> p[n];
+                    unrolled<n>([&](auto v)
                                     __attribute__((always_inline)) { p[v] = first.template get<Lanes<T>>(0, 16 * v); });
-                    splitThrees(p);
+                    splitObjects(p);
                     return Order::of(p);
                 };
-                return resultsOfGroups<Result>(threes, one, dst, count);
+                return resultsOfGroups<Result>(whole, one, dst, count);
             }
         // An operand that serves all objects is read before the first result is written: from here on it lies on the stack.
         [[maybe_unused]] T shared[n];
@@ -224,9 +243,10 @@ template <class Result, class Products>
         }
     } else if (!areFar) {
         const std::ptrdiff_t xStride = products.firstStride(), yStride = products.secondStride();
-        std::ptrdiff_t step = 1;
-        while (length >= partialSums && step * yStride % blockAlignment != 0) step *= 2;
-        const std::ptrdiff_t groups = count / (objects * step);
+        // Those that lie alike are 2^doublings objects apart.
+        int doublings = 0;
+        while (length >= partialSums && (yStride << doublings) % blockAlignment != 0) ++doublings;
+        const std::ptrdiff_t step = std::ptrdiff_t{1} << doublings, groups = (count >> doublings) / objects;
         for (; k < step && groups > 0; ++k) {
             const std::byte* const second = products.second(k);
             const auto sum = elementsAhead<T>(second) == 0 ? sumGroups<Result, T, Products::whichSecond, true>
