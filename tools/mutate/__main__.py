@@ -1,10 +1,11 @@
 """Mutation testing: mutate BUILD [--seed N] [--tables N] [--generator N] [--entry N] [--kernels N] [--jobs N] [--only REGEX]
 
 Draws mistakes at random, makes a library with each and runs the quick tests of what it touches. What was tried is kept in
-BUILD/mutate/SEED.jsonl: a run that was stopped goes on where it was. Prints counts and what no test noticed.
+BUILD/mutate/SEED.jsonl: a run that was stopped goes on where it was, also after sources have changed. Prints counts and what no test noticed.
 """
 
 import argparse
+import hashlib
 import json
 import random
 import re
@@ -13,9 +14,10 @@ import subprocess
 import sys
 from collections import Counter
 from concurrent.futures import ThreadPoolExecutor
+from itertools import chain, islice, zip_longest
 from pathlib import Path
 
-from mutations import code_mutations, generator_mutations, table_mutations
+from mutations import code_mutations, generator_mutations, named, table_mutations
 from workshop import FORMS_IN_A_PIECE, NotBuilt, Workshop, run
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -38,27 +40,19 @@ MISTAKES = {"tables": table_mutations, "generator": generator_mutations, "entry"
 
 
 def drawn(group, number, seed):
-    """Mistakes of a group: first a folder, then one of its mistakes, so that no large folder has all of them."""
+    """Mistakes of a group by name: in turn one of each folder, so that no large folder has all of them. Chance follows from the
+    name, so a changed source leaves the others' mistakes where they were."""
     places = {}
     for file in files(group):
-        name = str(file.relative_to(ROOT))
         text = file.read_text()
-        for one in MISTAKES[group](name, text):
-            places.setdefault(file.parent.name if group == "kernels" else group, []).append(one)
-    chance = random.Random(f"{seed} {group}")
-    for place in places.values():
-        chance.shuffle(place)
-    order = sorted(places)
-    total = sum(map(len, places.values()))
-    print(f"{group}: {total} mistakes to draw from", file=sys.stderr)
-    result = []
-    while len(result) < min(number, total):
-        place = places[order[len(result) % len(order)]]
-        if place:
-            result.append(place.pop())
-        else:
-            order = [name for name in order if places[name]]
-    return result
+        found = named(MISTAKES[group](str(file.relative_to(ROOT)), text), text)
+        places.setdefault(file.parent.name if group == "kernels" else group, {}).update(found)
+    for place, found in places.items():
+        chance = {name: hashlib.sha256(f"{seed} {name}".encode()).digest() for name in found}
+        places[place] = sorted(found.items(), key=lambda item: chance[item[0]])
+    print(f"{group}: {sum(map(len, places.values()))} mistakes to draw from", file=sys.stderr)
+    rounds = zip_longest(*(places[place] for place in sorted(places)))
+    return list(islice(filter(None, chain.from_iterable(rounds)), number))
 
 
 def try_code(shop, mutation, folder):
@@ -186,18 +180,21 @@ def main():
     log = scratch.with_suffix(".jsonl")
     done = {}
     if log.exists():
-        done = {one["mistake"]: one for one in map(json.loads, log.read_text().splitlines())}
-    work = []
+        done = {one["name"]: one for one in map(json.loads, log.read_text().splitlines())}
+    work, names = [], set()
     for group in GROUPS:
-        for mutation in drawn(group, getattr(given, group), given.seed):
+        mutations = drawn(group, getattr(given, group), given.seed)
+        for place, (name, mutation) in enumerate(mutations):
             told = mutation.told((ROOT / mutation.file).read_text())
-            if told not in done and re.search(given.only, told):
-                work.append((group, mutation, told))
-    random.Random(given.seed).shuffle(work)  # so that a run that is stopped has tried some of each
+            names.add(name)
+            if name not in done and re.search(given.only, told):
+                work.append((place / len(mutations), group, name, mutation, told))
+    work.sort(key=lambda item: item[0])  # a run that is stopped has tried the same share of each group, and is a smaller draw
 
     def attempt(item):
-        number, (group, mutation, told) = item
+        number, (_, group, name, mutation, told) = item
         folder = scratch / f"try{number}"
+        shutil.rmtree(folder, ignore_errors=True)  # of a run that was stopped
         try:
             verdict, by = {"tables": try_table, "generator": try_generator}.get(group, try_code)(shop, mutation, folder)
         except NotBuilt:
@@ -205,7 +202,7 @@ def main():
         except (RuntimeError, subprocess.SubprocessError) as error:
             verdict, by = "failed", str(error)
         shutil.rmtree(folder, ignore_errors=True)
-        one = {"group": group, "kind": mutation.kind, "mistake": told, "verdict": verdict, "by": by}
+        one = {"group": group, "name": name, "mistake": told, "verdict": verdict, "by": by}
         with shop.lock, log.open("a") as out:
             print(json.dumps(one), file=out)
         print(f"{verdict}: {told} {by}", file=sys.stderr, flush=True)
@@ -213,8 +210,8 @@ def main():
 
     with ThreadPoolExecutor(given.jobs) as pool:
         for one in pool.map(attempt, enumerate(work)):
-            done[one["mistake"]] = one
-    report(list(done.values()))
+            done[one["name"]] = one
+    report([one for name, one in done.items() if name in names])
 
 
 def report(tried):

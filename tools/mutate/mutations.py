@@ -3,6 +3,7 @@
 import io
 import re
 import tokenize
+from collections import Counter
 from dataclasses import dataclass
 
 
@@ -28,10 +29,24 @@ class Mutation:
         names = [name for name in names if name not in ("if", "for", "while", "switch", "constexpr")]
         return names[-1] if names else ""
 
-    def told(self, text):
+    def change(self, text):
+        """What it changes into what, wherever its line stands."""
         first, last = text.rfind("\n", 0, self.start) + 1, text.find("\n", self.end)
         old = " ".join(text[self.start : self.end].split())
-        return f"{self.file}:{self.line(text)}: {self.kind}: `{old}` -> `{self.new}` in `{text[first:last].strip()}`"
+        return f"{self.kind}: `{old}` -> `{self.new}` in `{text[first:last].strip()}`"
+
+    def told(self, text):
+        return f"{self.file}:{self.line(text)}: {self.change(text)}"
+
+
+def named(mutations, text):
+    """Mistakes of one file by names that stay when other lines change."""
+    seen, names = Counter(), {}
+    for one in mutations:
+        name = f"{one.file}: {one.change(text)}"
+        seen[name] += 1
+        names[f"{name} {seen[name]}"] = one
+    return names
 
 
 COMPARISONS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "=="}

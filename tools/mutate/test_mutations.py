@@ -2,7 +2,7 @@
 
 import unittest
 
-from mutations import code_mutations, generator_mutations, table_mutations
+from mutations import code_mutations, generator_mutations, named, table_mutations
 
 CODE = """\
 // a < b stays
@@ -61,6 +61,15 @@ class Mistakes(unittest.TestCase):
             changed = one.applied(CODE)
             self.assertEqual(len(changed) - len(CODE), len(one.new) - (one.end - one.start))
             self.assertIn(f"sum.h:{one.line(CODE)}: ", one.told(CODE))
+
+    def test_names_stay_when_other_lines_change(self):
+        twice = CODE + CODE
+        names = named(code_mutations("sum.h", twice), twice)
+        self.assertEqual(len(names), 2 * len(list(code_mutations("sum.h", CODE))))
+        longer = "int before = 1 + n;\n" + twice
+        after = named(code_mutations("sum.h", longer), longer)
+        self.assertTrue(set(names) < set(after))
+        self.assertTrue(all(after[name].line(longer) == one.line(twice) + 1 for name, one in names.items()))
 
     def test_in_tables(self):
         found = told(table_mutations("forms.py", TABLE), TABLE)
