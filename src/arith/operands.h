@@ -10,6 +10,7 @@
 #include "entry/views.h"
 #include "kernel/known.h"
 #include "kernel/predicates.h"
+#include "kernel/unroll.h"
 #include "kernel/vec.h"
 
 namespace korm::inline KORM_VARIANT::arith {
@@ -85,9 +86,9 @@ template <class T, Spacing spacing>
     return array;
 }
 
-// Calls f for each object and moves the operands on: one loop for both layouts, but `small` objects a stride apart have their
-// own. Behind the last entry of a list nothing is read.
-template <bool small = false, class A, class B, class D, class F>
+// Calls f for each object and moves the operands on: one loop for both layouts, but where `together` isn't 0, objects a stride
+// apart have their own, in which so many go at a time. Behind the last entry of a list nothing is read.
+template <int together = 0, class A, class B, class D, class F>
 [[gnu::always_inline]] inline void eachObject(A a, B b, D dst, std::ptrdiff_t count, const F& f) {
     const auto byStride = [&]() __attribute__((always_inline)) {
         nextByStride(a);
@@ -95,17 +96,19 @@ template <bool small = false, class A, class B, class D, class F>
         nextByStride(dst);
     };
     const bool listed = dst.list != nullptr;
-    if (small && !listed) {
-        do {
-            f(a, b, dst);
-            byStride();
-        } while (--count != 0);
+    if (together > 0 && !listed) {
+        for (; count >= together; count -= together)
+            unrolled<together>([&](auto) __attribute__((always_inline)) {
+                f(a, b, dst);
+                byStride();
+            });
+        if (count > 0) f(a, b, dst);
         return;
     }
     for (;;) {
         f(a, b, dst);
         if (--count == 0) return;
-        if (small || listed) [[unlikely]] {
+        if (together > 0 || listed) [[unlikely]] {
             nextOfList(a);
             nextOfList(b);
             nextOfList(dst);

@@ -189,10 +189,11 @@ template <class Op, int whole, class A, class B, class D>
     using T = typename D::Element;
     const auto keptA = keptRow<T, whole>(a, last);
     const auto keptB = keptRow<T, whole>(b, last);
-    eachObject<(whole < 4)>(
-        a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
-            shortRow<Op, T, whole>(keptOr<T>(keptA, x), keptOr<T>(keptB, y), z.origin, last);
-        });
+    eachObject < whole<4 ? 1 : 0>(
+                     a, b, dst, count,
+                     [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
+                         shortRow<Op, T, whole>(keptOr<T>(keptA, x), keptOr<T>(keptB, y), z.origin, last);
+                     });
 }
 
 template <class T, class A, class B, class D, class F>
@@ -233,7 +234,7 @@ template <class Op, class A, class B, class D>
     if (bytes < 16) {
         loadAgain();
         if (height == 1)
-            return eachObject<true>(
+            return eachObject<1>(
                 a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
                     partialVector<Op, T>(rowOf<T>(x, 0), rowOf<T>(y, 0), z.origin, 0, bytes);
                 });

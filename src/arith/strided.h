@@ -133,7 +133,9 @@ template <class Op, int width, int height, class A, class B, class D>
 template <class Op, int width, int height, class A, class B, class D>
 [[gnu::always_inline]] inline void stridedSized(const A& a, const B& b, const D& dst, std::ptrdiff_t count) {
     using T = typename D::Element;
-    eachObject<(width * height <= 9)>(
+    constexpr int elements = width * height;
+    constexpr int together = elements <= 6 ? 2 : elements <= 16 ? 1 : 0;
+    eachObject<together>(
         sizedWalk<T, width, height, false>(a), sizedWalk<T, width, height, false>(b),
         sizedWalk<T, width, height, false>(dst), count,
         [](auto& x, auto& y, auto& z) __attribute__((always_inline)) { storeRows<Op, width, height>(x, y, z); });
