@@ -189,11 +189,11 @@ template <class Op, int whole, class A, class B, class D>
     using T = typename D::Element;
     const auto keptA = keptRow<T, whole>(a, last);
     const auto keptB = keptRow<T, whole>(b, last);
-    eachObject < whole<4 ? 1 : 0>(
-                     a, b, dst, count,
-                     [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
-                         shortRow<Op, T, whole>(keptOr<T>(keptA, x), keptOr<T>(keptB, y), z.origin, last);
-                     });
+    constexpr int together = whole < 4 ? 1 : 0;
+    eachObject<together>(
+        a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
+            shortRow<Op, T, whole>(keptOr<T>(keptA, x), keptOr<T>(keptB, y), z.origin, last);
+        });
 }
 
 template <class T, class A, class B, class D, class F>
