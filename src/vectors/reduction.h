@@ -38,6 +38,19 @@ struct SquarePlaces {
     [[gnu::always_inline]] auto half(int which) const { return SquarePlaces<decltype(a.half(which))>{a.half(which)}; }
 };
 
+// Element j of the objects from k on.
+template <class View>
+[[gnu::always_inline]] inline auto gathered(const View& view, std::ptrdiff_t k, std::ptrdiff_t j) {
+    using T = typename View::Element;
+    const std::byte* const first = view.at(k).address(0, j);
+    if constexpr (isShared<View>) return broadcast(load<T>(first));
+    else if constexpr (isListed<View>)
+        return fromLanes<Lanes<T>>([&](int l) __attribute__((always_inline)) {
+            return load<T>(view.at(k + l).address(0, j));
+        });
+    else return gather<T>(first, view.objectStride);
+}
+
 // From one object of an array to the next, in bytes.
 template <class View>
 [[gnu::always_inline]] inline std::ptrdiff_t strideOf(const View& view) {
@@ -51,6 +64,8 @@ template <class A, class B>
 struct ProductsOf {
     using T = typename A::Element;
     static constexpr bool adjacent = isAdjacent<A>;
+    // To gather two arrays of doubles takes more than lanes spare, but for tables, whose entries are read once for all lanes.
+    static constexpr bool gathers = isFloat<T> || isScattered<A> || isShared<B>;
     static constexpr bool listed = isListed<A> || isListed<B>;
     static constexpr bool mayBePacked = !listed && !isShared<A> && !isShared<B>;
     static constexpr bool secondIsShared = isShared<B>;
@@ -78,6 +93,11 @@ struct ProductsOf {
             return streamOf(a, 0, j).template get<Lanes<T>>(at) * streamOf(b, 0, j).template get<Lanes<T>>(at);
         };
     }
+    [[gnu::always_inline]] auto scattered(std::ptrdiff_t k) const {
+        return [ this, k ](std::ptrdiff_t j) __attribute__((always_inline)) {
+            return gathered(a, k, j) * gathered(b, k, j);
+        };
+    }
     template <int lanes>
     [[gnu::always_inline]] auto group(std::ptrdiff_t k) const {
         return ProductPlaces<Places<const std::byte, lanes>>{groupAt<lanes>(a, k).at(0, 0),
@@ -89,6 +109,7 @@ template <class A>
 struct SquaresOf {
     using T = typename A::Element;
     static constexpr bool adjacent = isAdjacent<A>;
+    static constexpr bool gathers = true;
     static constexpr bool listed = isListed<A>;
     static constexpr bool mayBePacked = !listed && !isShared<A>;
     static constexpr bool secondIsShared = false;
@@ -113,6 +134,12 @@ struct SquaresOf {
             __attribute__((always_inline)) {
             const auto element = streamOf(a, 0, j).template get<Lanes<T>>(at);
             return element * element;
+        };
+    }
+    [[gnu::always_inline]] auto scattered(std::ptrdiff_t k) const {
+        return [ this, k ](std::ptrdiff_t j) __attribute__((always_inline)) {
+            const auto elements = gathered(a, k, j);
+            return elements * elements;
         };
     }
     template <int lanes>
@@ -205,6 +232,12 @@ template <class Result, class Order, class Products>
             return Order::template of<Lanes<T>>(length, products.stream(k));
         };
         if (products.streams()) return resultsOfGroups<Result>(stream, one, dst, count);
+    }
+    if constexpr (Products::gathers) {
+        const auto group = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+            return Order::template of<Lanes<T>>(length, products.scattered(k));
+        };
+        return resultsOfGroups<Result>(group, one, dst, count);
     }
     resultsOfEach<Result>(one, dst, count);
 }
