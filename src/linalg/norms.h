@@ -228,12 +228,51 @@ template <int objects>
     });
 }
 
-// Of doubles, rows of 8 and more have eight sums, the first of which goes on with the sum so far.
+// Of doubles, rows of 8 and more have eight sums, the first of which goes on with the sum so far. In rows of 8 to 15 only four
+// additions wait for the row before; those of two objects are done side by side.
+template <int objects>
+[[gnu::noinline]] void squaresOfBlocks(const Grid<const double, Spacing::rowAdjacent> (&src)[objects],
+                                       MatrixShape shape, std::ptrdiff_t ahead, double (&sums)[objects]) {
+    constexpr std::ptrdiff_t size = sizeof(double);
+    const std::ptrdiff_t bytes = shape.width * size, rowStride = src[0].rowStride;  // all have the same
+    const std::byte* row[objects];
+    unrolled<objects>([&](auto o) __attribute__((always_inline)) { row[o] = src[o].origin; });
+    Double2 total[objects / 2] = {};
+    for (std::ptrdiff_t i = 0; i < shape.height; ++i) {
+        unrolled<objects / 2>([&](auto p) __attribute__((always_inline)) {
+            Double2 l[2][4], last[2], odd[2];
+            unrolled<2>([&](auto o) __attribute__((always_inline)) {
+                const std::byte* const from = row[2 * p + o];
+                __builtin_prefetch(from + ahead);
+                unrolled<4>([&](auto v) __attribute__((always_inline)) {
+                    const auto x = load<Double2>(from + v * 16);
+                    l[o][v] = x * x;
+                });
+                last[o] = l[o][2] + l[o][3];
+                odd[o] = (l[o][0] + l[o][1]) + last[o];
+            });
+            total[p] += interleaveLow(l[0][0], l[1][0]);
+            total[p] += interleaveLow(l[0][1], l[1][1]);
+            total[p] += interleaveLow(last[0], last[1]);
+            total[p] += interleaveHigh(odd[0], odd[1]);
+            for (std::ptrdiff_t at = 8 * size; at < bytes; at += size) {
+                const Double2 x = {load<double>(row[2 * p] + at), load<double>(row[2 * p + 1] + at)};
+                total[p] += x * x;
+            }
+        });
+        unrolled<objects>([&](auto o) __attribute__((always_inline)) { row[o] = opaque(row[o] + rowStride); });
+    }
+    unrolled<objects>([&](auto o) __attribute__((always_inline)) { sums[o] = total[o / 2][o % 2]; });
+}
+
+// Rows of any length.
 template <int objects>
 [[gnu::noinline]] void squaresOfRows(const Grid<const double, Spacing::rowAdjacent> (&src)[objects], MatrixShape shape,
                                      std::ptrdiff_t ahead, double (&sums)[objects]) {
     constexpr std::ptrdiff_t size = sizeof(double), block = 8 * size;
     const std::ptrdiff_t bytes = shape.width * size, inBlocks = bytes - bytes % block;
+    if constexpr (objects % 2 == 0)
+        if (inBlocks == block) return squaresOfBlocks(src, shape, ahead, sums);
     double total[objects] = {};
     for (std::ptrdiff_t i = 0; i < shape.height; ++i) {
         const std::byte* row[objects];
