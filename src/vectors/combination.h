@@ -109,6 +109,24 @@ template <class T, int n, class Op>
     }
 }
 
+// --- Objects ---------------------------------------------------------------------------------------
+
+// Object after object, each element written before the next is read.
+template <class Op, class A, class B, class D, class Length>
+[[gnu::noinline]] void combineObjects(Op op, A a, B b, D dst, Length length, std::ptrdiff_t count) {
+    using T = typename D::Element;
+    for (std::ptrdiff_t k = 0; k < count; ++k) {
+        const auto x = a.at(k), y = b.at(k);
+        const auto to = dst.at(k);
+        const auto element = [&](std::ptrdiff_t j) __attribute__((always_inline)) {
+            store(to.address(0, j), op(load<T>(x.address(0, j)), load<T>(y.address(0, j))));
+        };
+        if constexpr (isKnown<Length>) unrolled<length>(element);
+        else
+            for (std::ptrdiff_t j = 0; j < length; ++j) element(j);
+    }
+}
+
 // --- Adjacent elements ----------------------------------------------------------------------------
 
 template <class View>
@@ -173,6 +191,8 @@ template <class Op, class A, class B, class D>
         if (packed && length == 1) return otherRows(combineTiles<T, 1>(op, a, b, dst.origin, count));
         if (packed && length == 2) return otherRows(combineTiles<T, 2>(op, a, b, dst.origin, count));
     }
+    if (length == 1) return combineObjects(op, a, b, dst, Known<1>{}, count);
+    if (length == 2) return combineObjects(op, a, b, dst, Known<2>{}, count);
     forOrder(length, shortRows, [&] { otherRows(0); });
 }
 
@@ -228,22 +248,6 @@ template <class Op, class A, class B, class D>
             combineSteps<T>(op, a.at(first).address(0, j), a.objectStride, b.at(first).address(0, j), b.objectStride,
                             dst.at(first).address(0, j), dst.objectStride, end - first);
         }
-    }
-}
-
-// Object after object, each element written before the next is read.
-template <class Op, class A, class B, class D, class Length>
-[[gnu::noinline]] void combineObjects(Op op, A a, B b, D dst, Length length, std::ptrdiff_t count) {
-    using T = typename D::Element;
-    for (std::ptrdiff_t k = 0; k < count; ++k) {
-        const auto x = a.at(k), y = b.at(k);
-        const auto to = dst.at(k);
-        const auto element = [&](std::ptrdiff_t j) __attribute__((always_inline)) {
-            store(to.address(0, j), op(load<T>(x.address(0, j)), load<T>(y.address(0, j))));
-        };
-        if constexpr (isKnown<Length>) unrolled<length>(element);
-        else
-            for (std::ptrdiff_t j = 0; j < length; ++j) element(j);
     }
 }
 
