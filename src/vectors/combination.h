@@ -192,7 +192,8 @@ template <class Op, class A, class B, class D>
         if (packed && length == 2) return otherRows(combineTiles<T, 2>(op, a, b, dst.origin, count));
     }
     if (length == 1) return combineObjects(op, a, b, dst, Known<1>{}, count);
-    if (length == 2) return combineObjects(op, a, b, dst, Known<2>{}, count);
+    if constexpr (isListed<D>)
+        if (length == 2) return combineObjects(op, a, b, dst, Known<2>{}, count);
     forOrder(length, shortRows, [&] { otherRows(0); });
 }
 
