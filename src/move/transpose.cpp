@@ -88,25 +88,37 @@ template <int order>
     return k;
 }
 
+// An array without lists.
 template <class Word, int order>
-[[gnu::noinline]] void turnSquares(const Side& from, const Side& to, std::ptrdiff_t count) {
+[[gnu::noinline]] void turnArray(const std::byte* from, std::byte* to, const Steps& fromSteps, const Steps& toSteps,
+                                 std::ptrdiff_t count) {
     constexpr std::ptrdiff_t row = order * sizeOf<Word>, square = order * row;
-    std::ptrdiff_t done = 0;
-    if (from.rowStride == row && to.rowStride == row) {
-        if constexpr (order == 3 || (sizeof(Word) == 8 && order % 2 != 0))
-            if (!from.isList() && !to.isList() && from.objectStride == square && to.objectStride == square) {
-                if constexpr (sizeof(Word) == 4) done = turnPackedPairs3(to.base, from.base, count);
-                else done = turnPackedDoubles<order>(to.base, from.base, count);
-            }
-        forObjects(
-            from.from(done), to.from(done), count - done,
-            [](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
-                if constexpr (order == 3 && sizeof(Word) == 4)
-                    turnPacked3(result, source, load<Word>(source + 8 * sizeOf<Word>));
-                else turnSquare<Word, order>(result, row, source, row);
-            });
-        return;
-    }
+    const Steps source = fromSteps, result = toSteps;
+    const auto eachBy = [&](const auto& turn) __attribute__((always_inline)) {
+        for (; count > 0; --count, from += source.object, to += result.object) turn();
+    };
+    if (source.row != row || result.row != row)
+        return eachBy([&]() __attribute__((always_inline)) {
+            turnSquare<Word, order>(to, result.row, from, source.row);
+        });
+    if constexpr (order == 3 || (sizeof(Word) == 8 && order % 2 != 0))
+        if (source.object == square && result.object == square) {
+            std::ptrdiff_t done;
+            if constexpr (sizeof(Word) == 4) done = turnPackedPairs3(to, from, count);
+            else done = turnPackedDoubles<order>(to, from, count);
+            count -= done;
+            from += done * square;
+            to += done * square;
+        }
+    eachBy([&]() __attribute__((always_inline)) {
+        if constexpr (order == 3 && sizeof(Word) == 4) turnPacked3(to, from, load<Word>(from + 8 * sizeOf<Word>));
+        else turnSquare<Word, order>(to, row, from, row);
+    });
+}
+
+// Squares of which source, result or both are lists.
+template <class Word, int order>
+[[gnu::noinline]] void turnListed(const Side& from, const Side& to, std::ptrdiff_t count) {
     forObjects(
         from, to, count, [&](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
             turnSquare<Word, order>(result, to.rowStride, source, from.rowStride);
@@ -154,10 +166,21 @@ void transposeOne(const std::byte* from, std::ptrdiff_t fromStride, std::byte* t
 }
 
 template <class Word>
+void transposeSquares(const std::byte* from, std::byte* to, const Steps& fromSteps, const Steps& toSteps,
+                      std::int32_t size, std::ptrdiff_t count) {
+    forOrder(
+        size, [&](auto order) { turnArray<Word, order>(from, to, fromSteps, toSteps, count); }, [] {});
+}
+
+template <class Word>
 void transposeAdjacent(const Side& from, const Side& to, MatrixShape shape, std::ptrdiff_t count, bool beyondCache) {
-    if (isSized(shape.width, shape.height))
+    if (isSized(shape.width, shape.height)) {
+        if (!from.isList() && !to.isList())
+            return transposeSquares<Word>(from.base, to.base, {from.objectStride, from.rowStride},
+                                          {to.objectStride, to.rowStride}, shape.width, count);
         return forOrder(
-            shape.width, [&](auto order) { turnSquares<Word, order>(from, to, count); }, [] {});
+            shape.width, [&](auto order) { turnListed<Word, order>(from, to, count); }, [] {});
+    }
     if (std::max(shape.width, shape.height) <= 16) return turnSmall<Word>(from, to, shape, count);
     forObjects(from, to, count, [&](std::byte* result, const std::byte* source) {
         turnAny<Word>(source, from.rowStride, result, to.rowStride, shape, beyondCache);
@@ -166,6 +189,10 @@ void transposeAdjacent(const Side& from, const Side& to, MatrixShape shape, std:
 
 template void transposeOne<std::uint32_t>(const std::byte*, std::ptrdiff_t, std::byte*, std::ptrdiff_t, MatrixShape);
 template void transposeOne<std::uint64_t>(const std::byte*, std::ptrdiff_t, std::byte*, std::ptrdiff_t, MatrixShape);
+template void transposeSquares<std::uint32_t>(const std::byte*, std::byte*, const Steps&, const Steps&, std::int32_t,
+                                              std::ptrdiff_t);
+template void transposeSquares<std::uint64_t>(const std::byte*, std::byte*, const Steps&, const Steps&, std::int32_t,
+                                              std::ptrdiff_t);
 template void transposeAdjacent<std::uint32_t>(const Side&, const Side&, MatrixShape, std::ptrdiff_t, bool);
 template void transposeAdjacent<std::uint64_t>(const Side&, const Side&, MatrixShape, std::ptrdiff_t, bool);
 

@@ -9,6 +9,16 @@ namespace korm::inline KORM_VARIANT::move {
 template <class Word>
 void transposeAdjacent(const Side& from, const Side& to, MatrixShape shape, std::ptrdiff_t count, bool beyondCache);
 
+// From one object of an array to the next, and from row to row.
+struct Steps {
+    std::ptrdiff_t object, row;
+};
+
+// Squares of order 3 to 6 of arrays that aren't lists.
+template <class Word>
+void transposeSquares(const std::byte* from, std::byte* to, const Steps& fromSteps, const Steps& toSteps,
+                      std::int32_t size, std::ptrdiff_t count);
+
 // One matrix.
 template <class Word>
 void transposeOne(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
@@ -28,6 +38,10 @@ inline void transpose(const From& from, const To& to, MatrixShape shape, Count c
     if constexpr (isAdjacent<From> && isAdjacent<To> && isOneObject<Count>) {
         transposeOne<Word>(source.base, source.rowStride, result.base, result.rowStride, shape);
     } else if constexpr (isAdjacent<From> && isAdjacent<To>) {
+        if constexpr (!isListed<From> && !isListed<To>)
+            if (isSized(shape.width, shape.height))
+                return transposeSquares<Word>(source.base, result.base, {source.objectStride, source.rowStride},
+                                              {result.objectStride, result.rowStride}, shape.width, count);
         bool beyondCache = false;
         if constexpr (sizeof(Word) == 4)
             if (!isSized(shape.width, shape.height)) beyondCache = isBeyondCache(shape, count);
