@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <korm.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -364,6 +365,85 @@ void expectArraysLikeSingles() {
 TEST(ProductArrays, OfSmallShapesHaveTheBitsOfSingleProducts) {
     expectArraysLikeSingles<float>();
     expectArraysLikeSingles<double>();
+}
+
+// One operand for all objects gives what copies of it give, each with its object. Nothing is written around the result.
+template <class T>
+void expectSharedLikeCopies() {
+    forSmallShapes<T>([](SmallShape<T> shape) {
+        const std::int32_t m = shape.m, k = shape.k, n = shape.n, count = shape.count;
+        const std::vector<T>&a = shape.a, &b = shape.b, &c = shape.c;
+        constexpr std::size_t margin = 8;
+        const auto within = [&](const std::vector<T>& expected, const char* what, auto call) {
+            const std::vector<T> around = numbers<T>(c.size() + 2 * margin, 10);
+            std::vector<T> found = around, all = around;
+            ASSERT_EQ(call(found.data() + margin), korStatusOk);
+            std::copy(expected.begin(), expected.end(), all.begin() + margin);
+            expectBits(found, all, shape, what);
+        };
+        SmallShape<T> copies{m, k, n, count};
+        for (std::size_t at = 0; at < b.size(); ++at) copies.b[at] = b[at % static_cast<std::size_t>(k * n)];
+        within(copies.oneByOne(), "one right operand", [&](T* result) {
+            return pick<T>(kormMul_mam_32f, kormMul_mam_64f)(a.data(), m * k * sizeOf<T>, k * sizeOf<T>, sizeOf<T>, k,
+                                                             m, b.data(), n * sizeOf<T>, sizeOf<T>, n, k, result,
+                                                             m * n * sizeOf<T>, n * sizeOf<T>, sizeOf<T>, count);
+        });
+        copies.b = b;
+        for (std::size_t at = 0; at < a.size(); ++at) copies.a[at] = a[at % static_cast<std::size_t>(m * k)];
+        within(copies.oneByOne(), "one left operand", [&](T* result) {
+            return pick<T>(kormMul_mma_32f, kormMul_mma_64f)(a.data(), k * sizeOf<T>, sizeOf<T>, k, m, b.data(),
+                                                             k * n * sizeOf<T>, n * sizeOf<T>, sizeOf<T>, n, k, result,
+                                                             m * n * sizeOf<T>, n * sizeOf<T>, sizeOf<T>, count);
+        });
+    });
+}
+
+TEST(ProductArrays, OfOneOperandForAllHaveTheBitsOfCopies) {
+    expectSharedLikeCopies<float>();
+    expectSharedLikeCopies<double>();
+}
+
+// Arrays of vectors, in sizes whose sums are those of single products.
+template <class T>
+void expectVectorsLikeSingles() {
+    const auto single = pick<T>(kormMul_mv_32f, kormMul_mv_64f);
+    for (std::int32_t m = 1; m <= 13; ++m)
+        for (std::int32_t k = 1; k <= 13; ++k)
+            for (const std::int32_t count : {1, 3, 6, 67}) {
+                if (m == k && m >= 4 && m <= 6) continue;
+                const SmallShape<T> shape{m, k, 1, count};
+                const std::int32_t row = k * sizeOf<T>;
+                for (const bool manyMatrices : {true, false})
+                    for (const bool manyVectors : {true, false}) {
+                        if (!manyMatrices && !manyVectors) continue;
+                        std::vector<T> expected(shape.c.size()), found(shape.c.size());
+                        for (std::int32_t at = 0; at < count; ++at) {
+                            const T* const a = shape.a.data() + (manyMatrices ? at * m * k : 0);
+                            const T* const x = shape.b.data() + (manyVectors ? at * k : 0);
+                            ASSERT_EQ(
+                                single(a, row, sizeOf<T>, k, m, x, sizeOf<T>, k, expected.data() + at * m, sizeOf<T>),
+                                korStatusOk);
+                        }
+                        const T *const a = shape.a.data(), *const x = shape.b.data();
+                        T* const y = found.data();
+                        ASSERT_EQ(!manyMatrices ? pick<T>(kormMul_mva_32f, kormMul_mva_64f)(
+                                                      a, row, sizeOf<T>, k, m, x, row, sizeOf<T>, k, y, m * sizeOf<T>,
+                                                      sizeOf<T>, count)
+                                  : !manyVectors ? pick<T>(kormMul_mav_32f, kormMul_mav_64f)(
+                                                       a, m * row, row, sizeOf<T>, k, m, x, sizeOf<T>, k, y,
+                                                       m * sizeOf<T>, sizeOf<T>, count)
+                                                 : pick<T>(kormMul_mava_32f, kormMul_mava_64f)(
+                                                       a, m * row, row, sizeOf<T>, k, m, x, row, sizeOf<T>, k, y,
+                                                       m * sizeOf<T>, sizeOf<T>, count),
+                                  korStatusOk);
+                        expectBits(found, expected, shape, manyMatrices && manyVectors ? "mava" : "mav or mva");
+                    }
+            }
+}
+
+TEST(ProductArrays, OfVectorsHaveTheBitsOfSingleProducts) {
+    expectVectorsLikeSingles<float>();
+    expectVectorsLikeSingles<double>();
 }
 
 // Objects by columns: each operand is packed as its transpose.

@@ -27,7 +27,7 @@ struct RowGroups {
     } of[3];
 };
 
-inline RowGroups rowGroups(const RowSums& rows, std::int32_t height) {
+constexpr RowGroups rowGroups(const RowSums& rows, std::int32_t height) {
     const std::int32_t left = height % 4;
     RowGroups groups{{{height - left, rows.blocks}, {0, zeroStart}, {0, zeroStart}}};
     if (left == 1) groups.of[1] = {1, rows.lastOfOne};
@@ -36,12 +36,40 @@ inline RowGroups rowGroups(const RowSums& rows, std::int32_t height) {
     return groups;
 }
 
-inline RowGroups rowGroups(const ElementSums& elements, std::int32_t height) {
+constexpr RowGroups rowGroups(const ElementSums& elements, std::int32_t height) {
     const std::int32_t left = height % 8 <= 2 ? height % 8 : 0;
     RowGroups groups{{{height - left, elements.general}, {0, zeroStart}, {0, zeroStart}}};
     if (left == 1) groups.of[1] = {1, elements.lastOfOne};
     else if (left == 2) groups.of[1] = {1, elements.firstOfTwo}, groups.of[2] = {1, elements.secondOfTwo};
     return groups;
+}
+
+// With few products many shapes of sums are the same: fewer than a block has are added one by one, and so are two sums of one
+// or two products each.
+constexpr Sum sumOf(Sum shape, std::ptrdiff_t products) {
+    return products < shape.block || (shape == Sum{2, 2} && products < 4) ? zeroStart : shape;
+}
+
+// Product k is product(Int<k>).
+template <class T, Sum shape, int products, class Product>
+[[gnu::always_inline]] inline auto sumOfProducts(const Product& product) {
+    using S = decltype(product(Int<0>{}));
+    constexpr int inBlocks = products / shape.block * shape.block;
+    if constexpr (shape == zeroStart) {
+        S sum = product(Int<0>{});
+        unrolled<products - 1>([&](auto k) __attribute__((always_inline)) { sum += product(Int<k + 1>{}); });
+        return zeroStarted(sum);
+    } else {
+        S partial[shape.partials];
+        unrolled<inBlocks>([&](auto k) __attribute__((always_inline)) {
+            if constexpr (k < shape.partials) partial[k] = product(k);
+            else partial[k % shape.partials] += product(k);
+        });
+        S sum = zeroStarted(joined<T>(partial));
+        unrolled<products - inBlocks>([&](auto k)
+                                          __attribute__((always_inline)) { sum += product(Int<inBlocks + k>{}); });
+        return sum;
+    }
 }
 
 // Where elements of an operand lie in every object: behind its origin.
@@ -205,22 +233,128 @@ template <class T>
     return at.b.column == sizeof(T) && at.to.column == sizeof(T) && at.columns >= lanes16<T>;
 }
 
+// --- Rows of the right operand held ------------------------------------------------------------------
+
+// With the number of products known, rows of the right operand stay in registers while those of the result go by. All of these
+// have one sum, and are up to four vectors of neighbours, of which the last ends with the row.
+inline constexpr int heldProducts = 8;
+
+// More vectors than this are read anew for each row, since they would wait on the stack.
+inline constexpr int heldVectors = 10;
+
+template <class T, int products, int vectors, Sum shape, class Objects>
+[[gnu::noinline]] void multiplyHeldRows(const Factors& factors, const Objects& all) {
+    using V = Vec16<T>;
+    constexpr bool holds = products * vectors <= heldVectors;
+    const Factors at = factors;
+    const Objects objects = all;
+    const std::ptrdiff_t last = at.columns * static_cast<std::ptrdiff_t>(sizeof(T)) - 16;
+    const auto offset = [&](auto v) __attribute__((always_inline)) { return v == vectors - 1 ? last : v * 16; };
+    for (std::ptrdiff_t k = 0; k < objects.count; ++k) {
+        const std::byte *a = objects.a(k) + at.a.first, *b = objects.b(k) + at.b.first;
+        std::byte* to = objects.to(k) + at.to.first;
+        const auto place = [&](auto l, auto v) __attribute__((always_inline)) { return b + l * at.b.row + offset(v); };
+        V held[products][vectors];
+        if constexpr (holds)
+            unrolled<products>([&](auto l) __attribute__((always_inline)) {
+                unrolled<vectors>([&](auto v) __attribute__((always_inline)) { held[l][v] = load<V>(place(l, v)); });
+            });
+        const auto right = [&](auto l, auto v) __attribute__((always_inline)) {
+            if constexpr (holds) return held[l][v];
+            else return load<V>(place(l, v));
+        };
+#pragma GCC unroll 1
+        for (std::ptrdiff_t i = at.rows; i > 0; --i) {
+            if constexpr (!holds) b = opaque(b);
+            const std::byte* left = a;
+            V factor[products];
+            unrolled<products>([&](auto l) __attribute__((always_inline)) {
+                factor[l] = spread<V>(left);
+                left += at.a.column;
+            });
+            unrolled<vectors>([&](auto v) __attribute__((always_inline)) {
+                store(to + offset(v), sumOfProducts<T, shape, products>([&](auto l) __attribute__((always_inline)) {
+                          return factor[l] * right(l, v);
+                      }));
+            });
+            a += at.a.row;
+            to += at.to.row;
+        }
+    }
+}
+
+// One panel of columns after the other.
+template <class T, int products, Sum shape, class Objects>
+[[gnu::always_inline]] inline void multiplyHeldPanels(Factors at, const Objects& objects) {
+    constexpr int lanes = lanes16<T>;
+    // Doubles are spread by loads, so that to read the right operand anew costs more than to spread the left one again, but for a
+    // single row. Sums of two rows and more are those that blocks of rows have.
+    constexpr int mostOfRows = isFloat<T> ? 2 : std::clamp(heldVectors / products, 1, 4);
+    constexpr int mostOfRow = isFloat<T> || shape == Sum{2, 2} ? mostOfRows : 4;
+    const std::ptrdiff_t most = at.rows == 1 ? mostOfRow : mostOfRows;
+    for (std::ptrdiff_t left = at.columns; left > 0;) {
+        if (left < lanes) {
+            at.b.first -= (lanes - left) * at.b.column;
+            at.to.first -= (lanes - left) * at.to.column;
+            left = lanes;
+        }
+        at.columns = std::min(left, most * lanes);
+        const std::ptrdiff_t vectors = (at.columns + lanes - 1) / lanes;
+        unrolled<mostOfRow>([&](auto before) __attribute__((always_inline)) {
+            if (vectors == before + 1) multiplyHeldRows<T, products, before + 1, shape>(at, objects);
+        });
+        left -= at.columns;
+        at.b.first += at.columns * at.b.column;
+        at.to.first += at.columns * at.to.column;
+    }
+}
+
+// If there are few products and their sum is one of those that kernels of this operand layout have.
+template <class T, class Objects>
+[[gnu::noinline]] bool multiplyHeld(const Factors& at, Sum shape, const Objects& objects) {
+    bool isDone = false;
+    unrolled<heldProducts>([&](auto before) __attribute__((always_inline)) {
+        constexpr int products = before + 1;
+        const auto tries = [&](auto sum) __attribute__((always_inline)) {
+            constexpr Sum tried = sum.value;
+            if constexpr (sumOf(tried, products) == tried) {
+                if (at.products == products && shape == tried) {
+                    multiplyHeldPanels<T, products, tried>(at, objects);
+                    isDone = true;
+                }
+            }
+        };
+        tries(std::integral_constant<Sum, zeroStart>{});
+        tries(std::integral_constant<Sum, Sum{2, 2}>{});
+        if constexpr (!isFloat<T>) {
+            tries(std::integral_constant<Sum, Sum{8, 8}>{});
+            tries(std::integral_constant<Sum, Sum{4, 8}>{});
+            tries(std::integral_constant<Sum, Sum{2, 8}>{});
+        }
+    });
+    return isDone;
+}
+
+// --- Groups of rows -----------------------------------------------------------------------------------
+
 // A group of rows. Each object where it lies (S is the element), or in lanes.
 template <class S, class Objects>
 [[gnu::always_inline]] inline void multiplyGroup(const Factors& at, Sum sum, const Objects& objects) {
     const Factors turned = at.turned();
     if constexpr (lanesOf<S> == 1) {
-        if (runsAlongRows<S>(at)) return addRows<S, Vec16<S>>(at, sum, objects);
-        if (runsAlongRows<S>(turned)) return addRows<S, Vec16<S>>(turned, sum, objects.turned());
+        if (runsAlongRows<S>(at)) {
+            if constexpr (!Objects::isListed)
+                if (multiplyHeld<S>(at, sum, objects)) return;
+            return addRows<S, Vec16<S>>(at, sum, objects);
+        }
+        if (runsAlongRows<S>(turned)) {
+            if constexpr (!Objects::isListed)
+                if (multiplyHeld<S>(turned, sum, objects.turned())) return;
+            return addRows<S, Vec16<S>>(turned, sum, objects.turned());
+        }
     }
     if (at.columns < at.rows) addRows<S, S>(turned, sum, objects.turned());
     else addRows<S, S>(at, sum, objects);
-}
-
-// With few products many shapes of sums are the same: fewer than a block has are added one by one, and so are two sums of one
-// or two products each.
-inline Sum sumOf(Sum shape, std::ptrdiff_t products) {
-    return products < shape.block || (shape == Sum{2, 2} && products < 4) ? zeroStart : shape;
 }
 
 template <class S, class Objects>
@@ -245,6 +379,8 @@ inline constexpr int entriesAtOnce = 64;
 
 // Objects behind the entries of lists.
 struct ListedObjects {
+    static constexpr bool isListed = true;
+
     const std::byte *const *left, *const *right, *const *result;
     std::ptrdiff_t leftOffset, rightOffset, resultOffset;
     std::ptrdiff_t count;
@@ -265,6 +401,8 @@ struct ListedObjects {
 
 // Objects a step apart.
 struct SteppedObjects {
+    static constexpr bool isListed = false;
+
     const std::byte *left, *right;
     std::byte* result;
     std::ptrdiff_t leftStep, rightStep, resultStep;

@@ -7,6 +7,8 @@
 #include <cstdint>
 
 #include "kernel/groups.h"
+#include "kernel/packed_groups.h"
+#include "products/dots_in_lanes.h"
 #include "products/elements.h"
 #include "products/objects.h"
 #include "products/operands.h"
@@ -197,6 +199,51 @@ template <class S>
     }
 }
 
+// --- Rows in lanes ---------------------------------------------------------------------------------
+
+// A matrix of two or three columns times a vector: its rows are packed objects, of which each lane takes one. The last group
+// ends with the last row.
+template <class S, int products>
+[[gnu::noinline]] void multiplyRowsInLanes(const SteppedObjects& all, std::ptrdiff_t rows) {
+    constexpr int lanes = lanesOf<S>;
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(ElementOf<S>));
+    const SteppedObjects objects = all;
+    for (std::ptrdiff_t k = 0; k < objects.count; ++k) {
+        const std::byte *a = objects.a(k), *const x = objects.b(k);
+        std::byte* to = objects.to(k);
+        S factor[products];
+        unrolled<products>([&](auto l) __attribute__((always_inline)) { factor[l] = spread<S>(x + l * size); });
+        for (std::ptrdiff_t left = rows;;) {
+            S row[products];
+            readPacked(a, row);
+            store(to, sumOfProducts<ElementOf<S>, zeroStart, products>([&](auto l) __attribute__((always_inline)) {
+                      return row[l] * factor[l];
+                  }));
+            left -= lanes;
+            if (left <= 0) break;
+            const std::ptrdiff_t step = std::min<std::ptrdiff_t>(left, lanes);
+            left = std::max<std::ptrdiff_t>(left, lanes);
+            a += step * (products * size);
+            to += step * size;
+        }
+    }
+}
+
+template <class T>
+[[gnu::always_inline]] inline bool multiplyNarrow(const GridObjects& as, const GridObjects& xs, const GridObjects& dsts,
+                                                  VectorProductShape shape, std::int32_t count) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    if (shape.rows < laneCount<T> || (shape.products != 2 && shape.products != 3) || as.first.columnStep != size ||
+        as.first.rowStep != shape.products * size || xs.first.columnStep != size || dsts.first.columnStep != size ||
+        as.list != nullptr || xs.list != nullptr || dsts.list != nullptr)
+        return false;
+    const SteppedObjects objects{
+        as.first.origin, xs.first.origin, target(dsts.first, 0, 0), as.step, xs.step, dsts.step, count};
+    if (shape.products == 2) multiplyRowsInLanes<Lanes<T>, 2>(objects, shape.rows);
+    else multiplyRowsInLanes<Lanes<T>, 3>(objects, shape.rows);
+    return true;
+}
+
 // --- The choice ------------------------------------------------------------------------------------
 
 // Which shapes are small: where one path takes as long as the other, by maps of all shapes up to 12 cubed (16 squared with
@@ -245,8 +292,9 @@ template <class T>
     if (std::max({shape.rows, shape.columns, shape.products}) > 64) return false;
     const std::int32_t products = shape.rows * shape.products * shape.columns;
     if (shape.columns < lanes16<T>) return products <= (isFloat<T> ? 480 : 256);
-    if (products > (isFloat<T> ? 480 : 160)) return false;
+    if (products > 480) return false;
     if (dst.columnStep != size) return true;
+    if (b.columnStep == size && shape.products <= heldProducts) return true;
     if (b.columnStep == size) return isSmallByRows<T>(dsts.list != nullptr, shape);
     return b.rowStep != size || isSmallByColumns<T>(as.first.columnStep == size, shape);
 }
@@ -296,6 +344,8 @@ template <class T>
 template <class T>
 [[gnu::noinline]] bool multiplySmall(const GridObjects& as, const GridObjects& xs, const GridObjects& dsts,
                                      VectorProductShape shape, const ElementSums& elements, std::int32_t count) {
+    if (multiplyNarrow<T>(as, xs, dsts, shape, count)) return true;
+    if (multiplyDots<T>(as, xs, dsts, shape, elements, count)) return true;
     if (!isSmall<T>(as, dsts.first, shape)) return false;
     smallProducts<T>(as, asColumns(xs), asColumns(dsts), {shape.rows, shape.products, 1},
                      rowGroups(elements, shape.rows), count);

@@ -9,6 +9,7 @@
 #include "kernel/predicates.h"
 #include "kernel/streams.h"
 #include "kernel/unroll.h"
+#include "products/common_shapes.h"
 #include "products/general.h"
 #include "products/lanes.h"
 #include "products/packed.h"
@@ -37,6 +38,7 @@ template <class T, class SquareOrders, RowSums rows>
         return SquareOrders::has(n);
     };
     if (shape.isSquare() && forOrder(shape.rows, square, [] { return false; })) return;
+    if (multiplyCommonShape<T, sums::zero_start>(a, b, dst, shape, count)) return;
     if (multiplySmall<T>(a, b, dst, shape, rows, count)) return;
     generalProducts<T, rows>(a, b, dst, shape, count);
 }
@@ -96,6 +98,8 @@ template <class SquareOrders, RowSums rows, class A, class B, class D>
             return SquareOrders::has(n);
         };
         if (shape.isSquare() && forOrder(shape.rows, square, [] { return false; })) return;
+        if constexpr (!isTransposed<A> && !isTransposed<B>)
+            if (multiplyCommonShape<T, rows>(as, bs, dsts, shape, count)) return;
         if (multiplySmall<T>(as, bs, dsts, shape, rows, count)) return;
         generalProducts<T, rows>(as, bs, dsts, shape, count);
     }
@@ -126,6 +130,8 @@ template <class Order, ElementSums elements, class A, class X, class D>
             if (arePackedWithVectors<T, 8>(a, shape, count)) return packed(Int<8>{});
             if (arePackedWithVectors<T, 16>(a, shape, count)) return packed(Int<16>{});
         }
+        if constexpr (!isTransposed<A>)
+            if (multiplyCommonShape<T, elements>(as, xs, dsts, shape, count)) return;
         if (multiplySmall<T>(as, xs, dsts, shape, elements, count)) return;
         for (std::int32_t k = 0; k < count; ++k) {
             const auto matrix = as.at(k), vector = xs.at(k), result = dsts.at(k);
