@@ -233,6 +233,12 @@ template <class T>
     return at.b.column == sizeof(T) && at.to.column == sizeof(T) && at.columns >= lanes16<T>;
 }
 
+// The same with columns of the right operand that touch.
+template <class T>
+[[gnu::always_inline]] inline bool runsDownColumns(const Factors& at) {
+    return at.b.row == sizeof(T) && at.to.column == sizeof(T) && at.columns >= lanes16<T>;
+}
+
 // --- Rows of the right operand held ------------------------------------------------------------------
 
 // With the number of products known, rows of the right operand stay in registers while those of the result go by. All of these
@@ -242,9 +248,11 @@ inline constexpr int heldProducts = 8;
 // More vectors than this are read anew for each row, since they would wait on the stack.
 inline constexpr int heldVectors = 10;
 
-template <class T, int products, int vectors, Sum shape, class Objects>
+// Where not rows but columns of the right operand touch (`turned`), its vectors are gathered.
+template <class T, int products, int vectors, Sum shape, bool turned, class Objects>
 [[gnu::noinline]] void multiplyHeldRows(const Factors& factors, const Objects& all) {
     using V = Vec16<T>;
+    constexpr int lanes = lanes16<T>;
     constexpr bool holds = products * vectors <= heldVectors;
     const Factors at = factors;
     const Objects objects = all;
@@ -253,15 +261,23 @@ template <class T, int products, int vectors, Sum shape, class Objects>
     for (std::ptrdiff_t k = 0; k < objects.count; ++k) {
         const std::byte *a = objects.a(k) + at.a.first, *b = objects.b(k) + at.b.first;
         std::byte* to = objects.to(k) + at.to.first;
-        const auto place = [&](auto l, auto v) __attribute__((always_inline)) { return b + l * at.b.row + offset(v); };
+        const auto rightPart = [&](auto l, auto v) __attribute__((always_inline)) {
+            if constexpr (turned) {
+                const std::ptrdiff_t column = v == vectors - 1 ? at.columns - lanes : v * lanes;
+                const std::byte* const from = b + l * sizeof(T) + column * at.b.column;
+                return fromLanes<V>([&](int e) { return load<T>(from + e * at.b.column); });
+            } else {
+                return load<V>(b + l * at.b.row + offset(v));
+            }
+        };
         V held[products][vectors];
         if constexpr (holds)
             unrolled<products>([&](auto l) __attribute__((always_inline)) {
-                unrolled<vectors>([&](auto v) __attribute__((always_inline)) { held[l][v] = load<V>(place(l, v)); });
+                unrolled<vectors>([&](auto v) __attribute__((always_inline)) { held[l][v] = rightPart(l, v); });
             });
         const auto right = [&](auto l, auto v) __attribute__((always_inline)) {
             if constexpr (holds) return held[l][v];
-            else return load<V>(place(l, v));
+            else return rightPart(l, v);
         };
 #pragma GCC unroll 1
         for (std::ptrdiff_t i = at.rows; i > 0; --i) {
@@ -284,13 +300,14 @@ template <class T, int products, int vectors, Sum shape, class Objects>
 }
 
 // One panel of columns after the other.
-template <class T, int products, Sum shape, class Objects>
+template <class T, int products, Sum shape, bool turned, class Objects>
 [[gnu::always_inline]] inline void multiplyHeldPanels(Factors at, const Objects& objects) {
     constexpr int lanes = lanes16<T>;
     // Doubles are spread by loads, so that to read the right operand anew costs more than to spread the left one again, but for a
     // single row. Sums of two rows and more are those that blocks of rows have.
-    constexpr int mostOfRows = isFloat<T> ? 2 : std::clamp(heldVectors / products, 1, 4);
-    constexpr int mostOfRow = isFloat<T> || shape == Sum{2, 2} ? mostOfRows : 4;
+    constexpr int atMost = isFloat<T> || turned ? 2 : 4;
+    constexpr int mostOfRows = isFloat<T> ? atMost : std::clamp(heldVectors / products, 1, atMost);
+    constexpr int mostOfRow = shape == Sum{2, 2} ? mostOfRows : atMost;
     const std::ptrdiff_t most = at.rows == 1 ? mostOfRow : mostOfRows;
     for (std::ptrdiff_t left = at.columns; left > 0;) {
         if (left < lanes) {
@@ -301,7 +318,7 @@ template <class T, int products, Sum shape, class Objects>
         at.columns = std::min(left, most * lanes);
         const std::ptrdiff_t vectors = (at.columns + lanes - 1) / lanes;
         unrolled<mostOfRow>([&](auto before) __attribute__((always_inline)) {
-            if (vectors == before + 1) multiplyHeldRows<T, products, before + 1, shape>(at, objects);
+            if (vectors == before + 1) multiplyHeldRows<T, products, before + 1, shape, turned>(at, objects);
         });
         left -= at.columns;
         at.b.first += at.columns * at.b.column;
@@ -310,7 +327,7 @@ template <class T, int products, Sum shape, class Objects>
 }
 
 // If there are few products and their sum is one of those that kernels of this operand layout have.
-template <class T, class Objects>
+template <class T, bool turned, class Objects>
 [[gnu::noinline]] bool multiplyHeld(const Factors& at, Sum shape, const Objects& objects) {
     bool isDone = false;
     unrolled<heldProducts>([&](auto before) __attribute__((always_inline)) {
@@ -319,7 +336,7 @@ template <class T, class Objects>
             constexpr Sum tried = sum.value;
             if constexpr (sumOf(tried, products) == tried) {
                 if (at.products == products && shape == tried) {
-                    multiplyHeldPanels<T, products, tried>(at, objects);
+                    multiplyHeldPanels<T, products, tried, turned>(at, objects);
                     isDone = true;
                 }
             }
@@ -344,14 +361,16 @@ template <class S, class Objects>
     if constexpr (lanesOf<S> == 1) {
         if (runsAlongRows<S>(at)) {
             if constexpr (!Objects::isListed)
-                if (multiplyHeld<S>(at, sum, objects)) return;
+                if (multiplyHeld<S, false>(at, sum, objects)) return;
             return addRows<S, Vec16<S>>(at, sum, objects);
         }
         if (runsAlongRows<S>(turned)) {
             if constexpr (!Objects::isListed)
-                if (multiplyHeld<S>(turned, sum, objects.turned())) return;
+                if (multiplyHeld<S, false>(turned, sum, objects.turned())) return;
             return addRows<S, Vec16<S>>(turned, sum, objects.turned());
         }
+        if constexpr (!Objects::isListed && !isFloat<S>)
+            if (runsDownColumns<S>(at) && multiplyHeld<S, true>(at, sum, objects)) return;
     }
     if (at.columns < at.rows) addRows<S, S>(turned, sum, objects.turned());
     else addRows<S, S>(at, sum, objects);

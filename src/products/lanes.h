@@ -292,9 +292,11 @@ template <class T>
     if (std::max({shape.rows, shape.columns, shape.products}) > 64) return false;
     const std::int32_t products = shape.rows * shape.products * shape.columns;
     if (shape.columns < lanes16<T>) return products <= (isFloat<T> ? 480 : 256);
-    if (products > 480) return false;
+    const bool listed = as.list != nullptr || bs.list != nullptr || dsts.list != nullptr;
+    const bool touch = b.columnStep == size || (!isFloat<T> && b.rowStep == size);
+    if (dst.columnStep == size && touch && !listed && shape.products <= heldProducts) return products <= 480;
+    if (products > (isFloat<T> ? 480 : 160)) return false;
     if (dst.columnStep != size) return true;
-    if (b.columnStep == size && shape.products <= heldProducts) return true;
     if (b.columnStep == size) return isSmallByRows<T>(dsts.list != nullptr, shape);
     return b.rowStep != size || isSmallByColumns<T>(as.first.columnStep == size, shape);
 }
