@@ -146,7 +146,7 @@ void moveGrids(Side from, Side to, Extent extent, Order order) {
             moveFew<Word, n>(result, to.elementStride, source, from.elementStride);
         });
     };
-    if (extent.columns <= 6) return forFew<6>(extent.columns, few);
+    if (extent.columns <= 8) return forFew<8>(extent.columns, few);
     rows([&](std::byte * result, const std::byte* source) __attribute__((always_inline)) {
         moveElements<Word>(result, to.elementStride, source, from.elementStride, extent.columns);
     });

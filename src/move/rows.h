@@ -13,13 +13,16 @@ namespace korm::inline KORM_VARIANT::move {
 template <class Word>
 inline void moveElements(std::byte* to, std::ptrdiff_t toStep, const std::byte* from, std::ptrdiff_t fromStep,
                          std::ptrdiff_t n) {
-    for (; n >= 4; n -= 4) {
-        unrolled<4>([&](auto i)
-                        __attribute__((always_inline)) { store(to + i * toStep, load<Word>(from + i * fromStep)); });
-        to += 4 * toStep;
-        from += 4 * fromStep;
-    }
-    for (; n > 0; --n, to += toStep, from += fromStep) store(to, load<Word>(from));
+    const auto move = [&](auto elements) __attribute__((always_inline)) {
+        unrolled<elements>([&](auto i) __attribute__((always_inline)) {
+            store(to + i * toStep, load<Word>(from + i * fromStep));
+        });
+        to += elements * toStep;
+        from += elements * fromStep;
+    };
+    for (; n >= 4; n -= 4) move(Int<4>{});
+    if (n & 2) move(Int<2>{});
+    if (n & 1) move(Int<1>{});
 }
 
 // The row's result begins in the row itself, where elements of so many bytes repeat the piece in front of it.
