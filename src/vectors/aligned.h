@@ -125,11 +125,12 @@ template <class T>
 enum class Second { ofArray, shared, first };
 
 // Groups of objects of arrays, `xStep` and `yStep` bytes from one to the next, and their results as many numbers. All second
-// vectors lie alike; where they lie at a boundary, nothing is ahead.
-template <class Result, class T, Second which, bool atBoundary>
+// vectors lie alike; where they lie at a boundary, nothing is ahead. A known number of blocks holds all products.
+template <class Result, class T, Second which, bool atBoundary, int blocks = 0>
 [[gnu::noinline]] void sumGroups(const std::byte* x, std::ptrdiff_t xStep, const std::byte* y, std::ptrdiff_t yStep,
-                                 std::ptrdiff_t products, T* dst, std::ptrdiff_t step, std::ptrdiff_t groups) {
+                                 std::ptrdiff_t length, T* dst, std::ptrdiff_t step, std::ptrdiff_t groups) {
     constexpr int objects = alignedObjects<T>;
+    const std::ptrdiff_t products = blocks > 0 ? blocks * partialSums : length;
     const std::ptrdiff_t ahead = atBoundary ? 0 : elementsAhead<T>(y);
     for (; groups > 0; --groups) {
         const std::byte *first[objects], *second[objects];

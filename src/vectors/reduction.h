@@ -282,8 +282,16 @@ template <class Result, class Products>
         const std::ptrdiff_t step = std::ptrdiff_t{1} << doublings, groups = (count >> doublings) / objects;
         for (; k < step && groups > 0; ++k) {
             const std::byte* const second = products.second(k);
-            const auto sum = elementsAhead<T>(second) == 0 ? sumGroups<Result, T, Products::whichSecond, true>
-                                                           : sumGroups<Result, T, Products::whichSecond, false>;
+            constexpr auto which = Products::whichSecond;
+            auto sum = sumGroups<Result, T, which, false>;
+            if (elementsAhead<T>(second) == 0) {
+                sum = sumGroups<Result, T, which, true>;
+                // Two vectors wait for loads alone, and a loop of one or two rounds would take a tenth of their time.
+                if constexpr (which != Second::first) {
+                    if (length == 8) sum = sumGroups<Result, T, which, true, 1>;
+                    if (length == 16) sum = sumGroups<Result, T, which, true, 2>;
+                }
+            }
             sum(products.first(k), step * xStride, second, step * yStride, length, dst + k, step, groups);
         }
         k = groups * objects * step;
