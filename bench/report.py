@@ -174,8 +174,8 @@ def page_of(family, page, context, rows, goals, costs):
         yield ""
         yield f"![maps of all small sizes]({family}-sweep.svg)"
         yield ""
-        yield "Against the plain loop with sizes known at run time only, in one short measurement each."
-        yield ""
+        yield from paragraphs("Against the plain loop with sizes known at run time only, in one short measurement each. "
+                              + page.small)
         yield from sweep_table(sweeps)
         yield from single_calls(sweeps)
     if costs:

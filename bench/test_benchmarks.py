@@ -58,6 +58,12 @@ class Report(unittest.TestCase):
         self.assertEqual((row.against("GLM", "none"), row.against("none")), (2.5, None))
         self.assertEqual((row.section, row.form, row.size, row.place), ("arrays", "Mul_mama_32f", "4", ""))
 
+    def test_a_call_with_one_object_is_taken_off_and_no_column(self):
+        row = made("a/A_32f/3", {"korm": 5, rows.ONE_OBJECT: 1, "x": 3}, controls=[rows.ONE_OBJECT])
+        self.assertEqual((row.ratio, row.without_call()), (0.6, 0.75))
+        self.assertIsNone(made("a/A_32f/3", {"korm": 5, "x": 3}).without_call())
+        self.assertEqual(next(rows.comparison([row])), "| form, size | korm | x | best peer / korm |")
+
     def test_the_standing_names_where_korm_is_behind(self):
         words = report.standing("Arrays", [made(f"a/A_32f/{size}", {"korm": 1, "x": time})
                                            for size, time in ((3, 2), (4, 0.98), (5, 0.5))])

@@ -69,6 +69,12 @@ public:
 
     // The library. A contender whose results lie elsewhere, or in another order, says what the i-th one is.
     void korm(Run run, Value value = nullptr) { add("korm", std::move(run), false, std::move(value)); }
+    // An array form as `call(objects)`, and beside it what a call with one object takes.
+    template <class Call>
+    void kormWithCall(const Call& call, std::int32_t objects) {
+        korm([=] { call(objects); });
+        control("call with one object", [=] { call(1); });
+    }
     // What one would use otherwise.
     void peer(std::string name, Run run, Value value = nullptr) {
         add(std::move(name), std::move(run), false, std::move(value));

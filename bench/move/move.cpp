@@ -141,10 +141,11 @@ void transposeRow(const Place& where) {
                      b = place<T>(1, Layout::packed, order, order, count);
     Row row(name, static_cast<double>(count));
     row.results(b.base, b.span, 0);
-    row.korm([=] {
+    const auto korm = [=](std::int32_t objects) {
         pick<T>(kormTranspose_ma_32f, kormTranspose_ma_64f)(a.base, object, line, size, order, order, b.base, object,
-                                                            line, size, static_cast<std::int32_t>(count));
-    });
+                                                            line, size, objects);
+    };
+    row.kormWithCall(korm, static_cast<std::int32_t>(count));
     row.peer("Eigen", [=] {
         using Matrix = Eigen::Matrix<T, order, order, Eigen::RowMajor>;
         for (std::size_t k = 0; k < count; ++k)
