@@ -13,6 +13,7 @@
 #include "kernel/packed_groups.h"
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
+#include "products/blocks.h"
 #include "products/elements.h"
 #include "products/operands.h"
 #include "products/rows.h"
@@ -71,6 +72,7 @@ template <class S, int rows, int products, int columns, SumsOfRows<rows> sums, b
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
     constexpr std::ptrdiff_t ofA = sharesA ? 0 : rows * products * size, ofB = sharesB ? 0 : products * columns * size,
                              ofTo = rows * columns * size;
+    constexpr bool turnsProducts = lanes == 4 && columns == 1 && rows * products == 4 && products > 1;
     PackedObjects at = objects;
     const auto advance = [&](std::ptrdiff_t count) __attribute__((always_inline)) {
         at.a += count * ofA;
@@ -82,15 +84,38 @@ template <class S, int rows, int products, int columns, SumsOfRows<rows> sums, b
     if constexpr (sharesA) spreadElements(at.a, a);
     if constexpr (sharesB) spreadElements(at.b, b);
     while (true) {
-        if constexpr (!sharesA) readPacked(at.a, a);
-        if constexpr (!sharesB) readPacked(at.b, b);
-        unrolled<rows * columns>([&](auto e) __attribute__((always_inline)) {
-            constexpr int i = e / columns, j = e % columns;
-            to[e] = sumOfProducts<T, sums.of[i], products>([&](auto l) __attribute__((always_inline)) {
-                return a[i * products + l] * b[l * columns + j];
+        if constexpr (turnsProducts) {
+            // Where a vector is all rows of an object, products of neighbours are turned, and not both operands.
+            S product[4];
+            unrolled<4>([&](auto v) __attribute__((always_inline)) {
+                const S left = load<S>(at.a + (sharesA ? 0 : 16 * v));
+                const std::byte* const b = at.b + (sharesB ? 0 : products * size * v);
+                if constexpr (products == 4) product[v] = left * load<S>(b);
+                else product[v] = left * pairTwice(b);
             });
-        });
-        writePacked(at.to, to);
+            if constexpr (products == 4) {
+                transpose(product);
+                store(at.to, sumOfProducts<T, sums.of[0], products>([&](auto l) __attribute__((always_inline)) {
+                          return product[l];
+                      }));
+            } else {
+                unrolled<2>([&](auto pair) __attribute__((always_inline)) {
+                    const S first = product[2 * pair], second = product[2 * pair + 1];
+                    store(at.to + 16 * pair, zeroStarted(__builtin_shufflevector(first, second, 0, 2, 4, 6) +
+                                                         __builtin_shufflevector(first, second, 1, 3, 5, 7)));
+                });
+            }
+        } else {
+            if constexpr (!sharesA) readPacked(at.a, a);
+            if constexpr (!sharesB) readPacked(at.b, b);
+            unrolled<rows * columns>([&](auto e) __attribute__((always_inline)) {
+                constexpr int i = e / columns, j = e % columns;
+                to[e] = sumOfProducts<T, sums.of[i], products>([&](auto l) __attribute__((always_inline)) {
+                    return a[i * products + l] * b[l * columns + j];
+                });
+            });
+            writePacked(at.to, to);
+        }
         advance(lanes);
         if (at.count >= lanes) continue;
         if (at.count == 0) return;
