@@ -133,7 +133,7 @@ template <class T, int n, bool turnA, bool turnB>
         storedStride<turnA>(as.first), storedStride<turnB>(bs.first),
         dsts.first.rowStep, [&](auto aStride, auto bStride, auto stride) __attribute__((always_inline)) {
             constexpr bool isPacked = isKnown<decltype(stride)>;
-            forObjects<n <= 4 || !isPacked>(
+            forObjects<(n <= 4 || !isPacked) ? 1 : 0>(
                 as, bs, dsts, count,
                 [&](std::int32_t k, const std::byte* a, const std::byte* b, std::byte* to)
                     __attribute__((always_inline)) {
@@ -153,7 +153,7 @@ template <class T, int n, bool turnA, class Right>
     withStrides<T, n>(
         storedStride<turnA>(as.first), ofRight,
         dsts.first.rowStep, [&](auto aStride, auto bStride, auto stride) __attribute__((always_inline)) {
-            forObjects<n <= 4>(
+            forObjects<n <= 4 ? 1 : 0>(
                 as, as, dsts, count,
                 [&](std::int32_t, const std::byte* a, const std::byte*, std::byte* to) __attribute__((always_inline)) {
                     if constexpr (!isFloat<T>)
@@ -192,7 +192,7 @@ template <class T, int n, bool turnB>
                                              const GridObjects& dsts, std::int32_t count) {
     const LeftHeld<T, n> left = ready;
     const std::ptrdiff_t bStride = storedStride<turnB>(bs.first), stride = dsts.first.rowStep;
-    forObjects<true>(
+    forObjects<1>(
         bs, bs, dsts,
         count, [&](std::int32_t, const std::byte*, const std::byte* b, std::byte* to) __attribute__((always_inline)) {
             multiplyRows<T, n>(left, rightRows<T, n, turnB>(b, bStride), to, stride);

@@ -199,7 +199,7 @@ template <class T, int n, class Order, bool turned>
 [[gnu::noinline]] void squaresTimesVectors(const GridObjects& as, const GridObjects& xs, const GridObjects& dsts,
                                            std::int32_t count) {
     const std::ptrdiff_t stride = storedStride<turned>(as.first);
-    forObjects<true>(
+    forObjects<1>(
         as, xs, dsts,
         count, [&](std::int32_t, const std::byte* a, const std::byte* x, std::byte* to) __attribute__((always_inline)) {
             squareTimesVector<T, n, Order, turned>(a, stride, x, to);
@@ -213,7 +213,7 @@ template <class T, int n, class Order, bool turned>
     const std::ptrdiff_t stride = storedStride<turned>(as.first);
     std::byte own[n * sizeof(T)];
     __builtin_memcpy(own, x, sizeof own);
-    forObjects<true>(
+    forObjects<1>(
         as, as, dsts,
         count, [&](std::int32_t, const std::byte* a, const std::byte*, std::byte* to) __attribute__((always_inline)) {
             squareTimesVector<T, n, Order, turned>(a, stride, own, to);
@@ -224,7 +224,8 @@ template <class T, int n, class Order>
 [[gnu::noinline]] void squareTimesVectors(const ColumnsHeld<T, n>& ready, const GridObjects& xs,
                                           const GridObjects& dsts, std::int32_t count) {
     const ColumnsHeld<T, n> columns = ready;
-    forObjects<true>(
+    constexpr int together = n <= 4 ? 2 : 1;
+    forObjects<together>(
         xs, xs, dsts,
         count, [&](std::int32_t, const std::byte*, const std::byte* x, std::byte* to) __attribute__((always_inline)) {
             multiplyColumns<T, n, Order>(columns, x, to);
