@@ -3,13 +3,6 @@
 
 namespace bench {
 
-ARRAY_FORM(Mul_mama)
-ARRAY_FORM(Mul_mam)
-ARRAY_FORM(Mul_mma)
-ARRAY_FORM(Mul_mata)
-ARRAY_FORM(Mul_tama)
-ARRAY_FORM(Mul_tata)
-
 void measureArrays() {
     packedRows<Mul_mama, 3, 4, 5, 6, 8, 16, 32>("arrays");
     packedRows<Mul_mam, 3, 4, 5, 6, 8, 16, 32>("arrays");

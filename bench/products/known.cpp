@@ -4,13 +4,6 @@
 
 namespace bench {
 
-ARRAY_FORM(Mul_mama)
-ARRAY_FORM(Mul_mam)
-ARRAY_FORM(Mul_mma)
-ARRAY_FORM(Mul_mava)
-ARRAY_FORM(Mul_mva)
-ARRAY_FORM(Mul_mav)
-
 namespace {
 
 template <class Form, class T, int rows, int inner, int columns>
@@ -23,7 +16,10 @@ void knownRow(const std::string& section) {
     const Work<T> work = makeWork<shape, T>(Layout::packed, rows, inner, columns, inCache.bytes);
     Row row(name, work.count);
     row.results(work.result.base, work.result.span, 1e-5);
-    row.korm(kormCall<Form, Layout::packed>(work));
+    Work<T> one = work;
+    one.count = 1;
+    const Run call = kormCall<Form, Layout::packed>(work), callWithOne = kormCall<Form, Layout::packed>(one);
+    row.kormWithCall([=](std::int32_t objects) { objects == 1 ? callWithOne() : call(); }, work.count);
     row.peer("plain loop, sizes known",
              [=] { plainLoop<shape, Layout::packed>(work, Known<rows>(), Known<inner>(), Known<columns>()); });
     row.measure();
@@ -47,57 +43,37 @@ void knownShape(const std::string& section) {
     }
 }
 
+// M by K times K by N, or with N of 1 times a vector.
+template <int rows, int inner, int columns = 1>
+struct KnownShape {
+    static void measure(const std::string& section) { knownShape<rows, inner, columns>(section); }
+};
+
+template <class... Shapes>
+void knownShapes(const std::string& section) {
+    (Shapes::measure(section), ...);
+}
+
 // n by n times n by n, and times a vector.
 template <int... orders>
 void cubes() {
-    (knownShape<orders, orders, orders>("known"), ...);
-    (knownShape<orders, orders>("known"), ...);
+    knownShapes<KnownShape<orders, orders, orders>...>("known");
+    knownShapes<KnownShape<orders, orders>...>("known");
 }
 
 }  // namespace
 
 void measureKnownSizes() {
-    knownShape<2, 2, 2>("known-common");
-    knownShape<2, 3, 2>("known-common");
-    knownShape<3, 2, 3>("known-common");
-    knownShape<2, 3, 3>("known-common");
-    knownShape<3, 4, 3>("known-common");
-    knownShape<4, 3, 4>("known-common");
-    knownShape<3, 4, 4>("known-common");
-    knownShape<6, 3, 6>("known-common");
-    knownShape<3, 6, 3>("known-common");
-    knownShape<3, 3, 6>("known-common");
-    knownShape<6, 3, 3>("known-common");
-    knownShape<1, 3, 3>("known-common");
-    knownShape<1, 4, 4>("known-common");
-    knownShape<2, 2>("known-common");
-    knownShape<2, 3>("known-common");
-    knownShape<3, 2>("known-common");
-    knownShape<3, 4>("known-common");
-    knownShape<4, 3>("known-common");
-    knownShape<6, 3>("known-common");
-    knownShape<3, 6>("known-common");
-    knownShape<1, 3>("known-common");
-    knownShape<1, 4>("known-common");
+    knownShapes<KnownShape<2, 2, 2>, KnownShape<2, 3, 2>, KnownShape<3, 2, 3>, KnownShape<2, 3, 3>, KnownShape<3, 4, 3>,
+                KnownShape<4, 3, 4>, KnownShape<3, 4, 4>, KnownShape<6, 3, 6>, KnownShape<3, 6, 3>, KnownShape<3, 3, 6>,
+                KnownShape<6, 3, 3>, KnownShape<1, 3, 3>, KnownShape<1, 4, 4>, KnownShape<2, 2>, KnownShape<2, 3>,
+                KnownShape<3, 2>, KnownShape<3, 4>, KnownShape<4, 3>, KnownShape<6, 3>, KnownShape<3, 6>,
+                KnownShape<1, 3>, KnownShape<1, 4>>("known-common");
     cubes<3, 4, 5, 6, 7, 8>();
-    knownShape<1, 6, 6>("known");
-    knownShape<1, 8, 8>("known");
-    knownShape<2, 5, 7>("known");
-    knownShape<2, 8, 2>("known");
-    knownShape<3, 5, 7>("known");
-    knownShape<4, 8, 4>("known");
-    knownShape<5, 2, 4>("known");
-    knownShape<5, 7, 3>("known");
-    knownShape<7, 3, 2>("known");
-    knownShape<8, 1, 8>("known");
-    knownShape<8, 2, 8>("known");
-    knownShape<8, 4, 8>("known");
-    knownShape<2, 10>("known");
-    knownShape<3, 12>("known");
-    knownShape<5, 9>("known");
-    knownShape<9, 5>("known");
-    knownShape<10, 2>("known");
-    knownShape<12, 3>("known");
+    knownShapes<KnownShape<1, 6, 6>, KnownShape<1, 8, 8>, KnownShape<2, 5, 7>, KnownShape<2, 8, 2>, KnownShape<3, 5, 7>,
+                KnownShape<4, 8, 4>, KnownShape<5, 2, 4>, KnownShape<5, 7, 3>, KnownShape<7, 3, 2>, KnownShape<8, 1, 8>,
+                KnownShape<8, 2, 8>, KnownShape<8, 4, 8>, KnownShape<2, 10>, KnownShape<3, 12>, KnownShape<5, 9>,
+                KnownShape<9, 5>, KnownShape<10, 2>, KnownShape<12, 3>>("known");
 }
 
 }  // namespace bench

@@ -6,14 +6,6 @@
 
 namespace bench {
 
-ARRAY_FORM(Mul_mama)
-ARRAY_FORM(Mul_mam)
-ARRAY_FORM(Mul_mma)
-ARRAY_FORM(Mul_mata)
-ARRAY_FORM(Mul_mava)
-ARRAY_FORM(Mul_mva)
-ARRAY_FORM(Mul_mav)
-
 namespace {
 
 // Objects one element apart, beside the same products of packed arrays.

@@ -7,6 +7,29 @@
 
 namespace bench {
 
+// --- Forms ---
+
+SINGLE_FORM(Mul_mm)
+SINGLE_FORM(Mul_mt)
+SINGLE_FORM(Mul_mv)
+SINGLE_FORM(Mul_tm)
+SINGLE_FORM(Mul_tt)
+SINGLE_FORM(Mul_tv)
+ARRAY_FORM(Mul_mam)
+ARRAY_FORM(Mul_mama)
+ARRAY_FORM(Mul_mata)
+ARRAY_FORM(Mul_mav)
+ARRAY_FORM(Mul_mava)
+ARRAY_FORM(Mul_mma)
+ARRAY_FORM(Mul_mva)
+ARRAY_FORM(Mul_tama)
+ARRAY_FORM(Mul_tata)
+ARRAY_FORM(Mul_tav)
+ARRAY_FORM(Mul_tava)
+ARRAY_FORM(Mul_tva)
+
+// --- Rows ---
+
 template <Shape shape, Layout layout, class T>
 Work<T> squareWork(int order, std::size_t bytes) {
     return makeWork<shape, T>(layout, order, order, shape.isVector() ? 1 : order, bytes);

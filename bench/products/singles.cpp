@@ -3,11 +3,6 @@
 
 namespace bench {
 
-SINGLE_FORM(Mul_mm)
-SINGLE_FORM(Mul_mt)
-SINGLE_FORM(Mul_tm)
-SINGLE_FORM(Mul_tt)
-
 void measureSingles() {
     packedRows<Mul_mm, 3, 4, 5, 6, 7, 8, 10, 12, 16, 20, 24, 32, 48, 64, 96, 128, 192, 256>("singles");
     packedRows<Mul_mt, 4, 8, 16, 32, 64, 128, 256>("singles");

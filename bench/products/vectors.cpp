@@ -3,15 +3,6 @@
 
 namespace bench {
 
-SINGLE_FORM(Mul_mv)
-SINGLE_FORM(Mul_tv)
-ARRAY_FORM(Mul_mva)
-ARRAY_FORM(Mul_tva)
-ARRAY_FORM(Mul_mav)
-ARRAY_FORM(Mul_tav)
-ARRAY_FORM(Mul_mava)
-ARRAY_FORM(Mul_tava)
-
 namespace {
 
 template <class... Forms>
