@@ -151,11 +151,12 @@ def try_forms(shop, mutation, folder, made, changed, family, sources):
         source = f"generated/{name}"
         before, after = (shop.build / source).read_text(), (made / name).read_text()
         old, new = shop.sections(before)[1], shop.sections(after)[1]
-        names = [form for form in old if old[form] != new.get(form)]
         if set(old) != set(new):
             return "killed", "exports differ"
+        names = [form for form in old if old[form] != new[form]] or list(old)  # all if what they share has changed
         random.Random(mutation.start).shuffle(names)
-        for tried in filter(None, (names[:FORMS_IN_A_PIECE], names[FORMS_IN_A_PIECE : 5 * FORMS_IN_A_PIECE])):
+        pieces = names[:FORMS_IN_A_PIECE], names[FORMS_IN_A_PIECE : 5 * FORMS_IN_A_PIECE]
+        for tried in [piece for piece in pieces if piece] or [()]:
             verdict = shop.tried(source, tuple(tried), shop.piece_text(after, tried), folder,
                                  right_text=shop.piece_text(before, tried), family=family or shop.family_of(source))
             if verdict[0] == "killed":
