@@ -1,5 +1,6 @@
 // Movement: when the size of the cache is asked for, and entries of tables and lists that are written on the way.
 #include <gtest/gtest.h>
+#include <korm.h>
 
 #include <cstring>
 #include <ostream>
@@ -209,6 +210,23 @@ TEST(MovementEntries, OfATableAreReadWhenTheirElementIsReached) {
     for (std::size_t k = 0; k < count; ++k) {
         EXPECT_EQ(table[1 + 2 * k], word(z));
         EXPECT_EQ(table[2 + 2 * k], 100 + k);
+    }
+}
+
+// --- Blocks of objects --------------------------------------------------------------------------------
+
+// To and from streams objects are turned so many at a time, 682 of three doubles; the last block may have one.
+TEST(MovementBlocks, MayEndWithOneObject) {
+    for (const std::int32_t count : {681, 682, 683, 684, 1364, 1365}) {
+        const auto objects = static_cast<std::size_t>(count);
+        std::vector<double> structures(3 * objects), streams(3 * objects, -1), back(3 * objects, -1);
+        for (std::size_t e = 0; e < structures.size(); ++e) structures[e] = static_cast<double>(e);
+        double* const table[] = {streams.data(), streams.data() + objects, streams.data() + 2 * objects};
+        ASSERT_EQ(kormCopy_ma_64f_SP(structures.data(), 24, 24, 8, table, 0, 8, 3, 1, count), status::ok);
+        for (std::size_t k = 0; k < objects; ++k)
+            for (std::size_t j = 0; j < 3; ++j) ASSERT_EQ(streams[j * objects + k], structures[3 * k + j]) << k;
+        ASSERT_EQ(kormCopy_ma_64f_PS(table, 0, 8, back.data(), 24, 24, 8, 3, 1, count), status::ok);
+        ASSERT_EQ(back, structures);
     }
 }
 
