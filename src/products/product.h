@@ -28,8 +28,8 @@ template <class T, class SquareOrders, RowSums rows>
                                        ProductShape shape, std::int32_t count) {
     // By columns a product is that of the transposes by rows, and all elements have the same sum.
     static_assert(rows.uniform());
-    const bool turns = dst.first.columnStep != sizeof(T) ||
-                       (shape.rows == 1 && shape.columns > 1 && b.first.columnStep != sizeof(T));
+    const bool turns =
+        dst.first.columnStep != sizeof(T) || (shape.rows == 1 && shape.columns > 1 && b.first.columnStep != sizeof(T));
     if (turns && dst.first.rowStep == sizeof(T)) {
         const ProductShape turned{shape.columns, shape.products, shape.rows};
         return productsOfGrids<T, SquareOrders, rows>(transposesOf(b), transposesOf(a), transposesOf(dst), turned,
