@@ -250,9 +250,9 @@ VECTORS = Page(
     goals=vector_goals,
     tables={"packed": vector_table},
     small="Behind are combinations of five and more elements that lie apart, and dot products of two arrays of doubles in strided "
-          "lists. There the library has the plain loop's loads and stores and nearly its instructions, and which of the two is "
-          "quicker is decided by where they stand in their lines of code ([architecture](../architecture.md) tells by how much): it "
-          "changes with each build, in both directions.")
+          "lists. There the library has the plain loop's loads and stores and nearly its instructions. Where a loop stands in its "
+          "lines of code may decide ([architecture](../architecture.md) tells by how much); that it explains all of these rows isn't "
+          "shown.")
 
 
 # --- Movement ---------------------------------------------------------------------------------------
@@ -286,7 +286,7 @@ MOVE = Page(
     plots=[("Transpose_m_32f", "^singles/Transpose_m_32f/"), ("Transpose_m_64f", "^singles/Transpose_m_64f/")],
     goals=move_goals,
     small="Behind are rows of nine and more elements that lie apart in the objects of a list, and large matrices of strided tables: "
-          "word by word as in the plain loop, each in a line of cache of its own, with a look for a better way before.")
+          "they go word by word as in the plain loop, behind a look for a better way. What the rest of the time is isn't measured.")
 
 
 # --- LU, solve, inverse, determinant -----------------------------------------------------------------

@@ -1,7 +1,8 @@
 """Mutation testing: mutate BUILD [--seed N] [--tables N] [--generator N] [--entry N] [--kernels N] [--jobs N] [--only REGEX]
 
 Draws mistakes at random, makes a library with each and runs the quick tests of what it touches. What was tried is kept in
-BUILD/mutate/SEED.jsonl: a run that was stopped goes on where it was, also after sources have changed. Prints counts and what no test noticed.
+BUILD/mutate/SEED.jsonl: a run that was stopped goes on where it was, also after sources have changed. Prints counts and what no
+test noticed.
 """
 
 import argparse
