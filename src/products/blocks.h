@@ -1,4 +1,4 @@
-// Square products of order 3 to 6, 8 and 16 in floats with blocks of two rows by two columns of the result as vectors.
+// Square products of order 3, 5 and 6 in floats with blocks of two rows by two columns of the result as vectors.
 //
 // The right operand's factor of a block is a pair of neighbours twice, which the load unit makes by itself. Only the
 // left operand needs shuffles, one for two rows, where rows as vectors need one for each element. Shuffles share
@@ -156,7 +156,7 @@ struct BlockTarget {
 };
 
 // Rows i to i + 1 of an even order, columns in pairs.
-template <int n, int i, Start start = Start::firstProduct, class Left, class Right, class Target>
+template <int n, int i, class Left, class Right, class Target>
 [[gnu::always_inline]] inline void multiplyTwoRows(const Left& a, const Right& b, const Target& to) {
     Float4 sum[n / 2];
     unrolled<n>([&](auto k) __attribute__((always_inline)) {
@@ -165,9 +165,7 @@ template <int n, int i, Start start = Start::firstProduct, class Left, class Rig
             addProduct<n, k>(sum[j], left * b.template pair<k, j>());
         });
     });
-    unrolled<n / 2>([&](auto j) __attribute__((always_inline)) {
-        to.store(i, 2 * j, start == Start::zero ? zeroStarted(sum[j]) : sum[j]);
-    });
+    unrolled<n / 2>([&](auto j) __attribute__((always_inline)) { to.store(i, 2 * j, sum[j]); });
 }
 
 // The rows of a right operand of order 3: two columns twice, all with the third one twice, the third alone.

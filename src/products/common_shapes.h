@@ -160,15 +160,10 @@ template <class T, int rows, int products, int columns, SumsOfRows<rows> sums, b
             if constexpr (holds) return heldB[l][v];
             else return rightPart(b, l, v);
         };
+        const LeftInPlace<T, products, false> left{a, aRow};
         const auto factor = [&](auto i, auto l) __attribute__((always_inline)) {
-            if constexpr (sharesA) {
-                return heldA[i * products + l];
-            } else if constexpr (isFloat<T> && l / 4 * 4 + 4 <= products) {
-                const auto four = load<V>(a + i * aRow + l / 4 * 16);
-                return __builtin_shufflevector(four, four, l % 4, l % 4, l % 4, l % 4);
-            } else {
-                return spread<V>(a + i * aRow + l * size);
-            }
+            if constexpr (sharesA) return heldA[i * products + l];
+            else return left.template spread<i, l>();
         };
         unrolled<rows>([&](auto i) __attribute__((always_inline)) {
             unrolled<Parts::whole>([&](auto v) __attribute__((always_inline)) {
@@ -179,7 +174,6 @@ template <class T, int rows, int products, int columns, SumsOfRows<rows> sums, b
                 if constexpr (i % Parts::together == 0) {
                     constexpr int count = std::min(rows - i, Parts::together);
                     static_assert(sums.of[i] == sums.of[i + count - 1]);
-                    const LeftInPlace<T, products, false> left{a, aRow};
                     const V sum = sumOfProducts<T, sums.of[i], products>([&](auto l) __attribute__((always_inline)) {
                         return left.template rest<i, count, l>() * right(l, Int<Parts::whole>{});
                     });

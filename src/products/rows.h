@@ -74,6 +74,13 @@ template <class T, int n, bool turned>
     return rows;
 }
 
+// One lane in all lanes. As integers: that takes no copy first, and reads a vector from memory by the same instruction.
+// Order 4 of floats takes 2.7 ns instead of 3.0.
+template <int lane>
+[[gnu::always_inline]] inline Float4 spreadLane(Float4 v) {
+    return reinterpret_cast<Float4>(_mm_shuffle_epi32(reinterpret_cast<__m128i>(v), lane * 0x55));
+}
+
 // The left operand gives its factors in two ways. Each has spread<i, k>(), element (i, k) in all lanes, and
 // rest<i, count, k>(), elements (i, k) to (i + count - 1, k) as the rest of these rows needs them.
 
@@ -89,12 +96,10 @@ struct LeftInPlace {
 
     template <int i, int k>
     [[gnu::always_inline]] Vec16<T> spread() const {
-        if constexpr (isFloat<T> && n >= 4 && !turned && k < 4) {
-            const auto four = load<Float4>(at(i, 0));
-            return __builtin_shufflevector(four, four, k, k, k, k);
-        } else {
-            return products::spread<Vec16<T>>(at(i, k));
-        }
+        constexpr int place = turned ? i : k, four = place / 4 * 4;
+        if constexpr (isFloat<T> && four + 4 <= n)
+            return spreadLane<place % 4>(load<Float4>(turned ? at(four, k) : at(i, four)));
+        else return products::spread<Vec16<T>>(at(i, k));
     }
 
     template <int i, int count, int k>
@@ -107,6 +112,28 @@ struct LeftInPlace {
         else return fromLanes<Vec16<T>>([&](int l) { return load<T>(at(i + l, k)); });
     }
 };
+
+// Order 4 of floats, read as its transpose: every row gives factors to all rows of the result, whose stores it isn't read
+// again behind.
+struct LeftFour {
+    Float4 rows[4];
+
+    [[gnu::always_inline]] LeftFour(const std::byte* origin, std::ptrdiff_t stride) {
+        unrolled<4>([&](auto k) __attribute__((always_inline)) { rows[k] = load<Float4>(origin + k * stride); });
+    }
+
+    template <int i, int k>
+    [[gnu::always_inline]] Float4 spread() const {
+        return spreadLane<i>(rows[k]);
+    }
+};
+
+// The left operand of an order, as multiplyRows reads it.
+template <class T, int n, bool turned>
+[[gnu::always_inline]] inline auto leftRows(const std::byte* a, std::ptrdiff_t stride) {
+    if constexpr (isFloat<T> && n == 4 && turned) return LeftFour(a, stride);
+    else return LeftInPlace<T, n, turned>{a, stride};
+}
 
 // A single operand of an array form: spread once for all objects.
 template <class T, int n>

@@ -77,7 +77,7 @@ template <class T, int n, bool turnA, bool turnB>
 [[gnu::always_inline]] inline void plainSquare(const std::byte* a, std::ptrdiff_t aStride, const std::byte* b,
                                                std::ptrdiff_t bStride, std::byte* to, std::ptrdiff_t stride) {
     if constexpr (inTiles<T, n>) squareOfDoubles<n, turnA, turnB>(a, aStride, b, bStride, to, stride);
-    else multiplyRows<T, n>(LeftInPlace<T, n, turnA>{a, aStride}, rightRows<T, n, turnB>(b, bStride), to, stride);
+    else multiplyRows<T, n>(leftRows<T, n, turnA>(a, aStride), rightRows<T, n, turnB>(b, bStride), to, stride);
 }
 
 // --- Arrays ----------------------------------------------------------------------------------------
@@ -98,9 +98,13 @@ template <bool turned>
     return turned ? square.columnStep : square.rowStep;
 }
 
+// Rows are vectors; with blocks they need fewer shuffles where they aren't whole ones.
+template <class T, int n, bool turnB>
+inline constexpr bool inRows = !isFloat<T> || n == 4 || (turnB && n == 5);
+
 // The product of two transposes is the transpose of a product, for which neither is turned, where that can be stored.
 template <class T, int n, bool turnA, bool turnB>
-inline constexpr bool storesTranspose = turnA&& turnB && (inTiles<T, n> || (isFloat<T> && n != 5));
+inline constexpr bool storesTranspose = turnA&& turnB && (inTiles<T, n> || !inRows<T, n, true>);
 
 template <class T, int n, bool turnA, bool turnB>
 [[gnu::noinline]] void plainSquares(const GridObjects& as, const GridObjects& bs, const GridObjects& dsts,
@@ -122,8 +126,8 @@ template <class T, int n, bool turnA, bool turnB>
         } else if constexpr (storesTranspose<T, n, turnA, turnB>) {
             multiplyBlocks<n>(LeftBlocks<n, false>{b, bStride}, rightBlocks<n, false>(a, aStride),
                               BlockTarget<true>{to, stride});
-        } else if constexpr (!isFloat<T> || (turnB && n == 5)) {
-            multiplyRows<T, n>(LeftInPlace<T, n, turnA>{a, aStride}, rightRows<T, n, turnB>(b, bStride), to, stride);
+        } else if constexpr (inRows<T, n, turnB>) {
+            multiplyRows<T, n>(leftRows<T, n, turnA>(a, aStride), rightRows<T, n, turnB>(b, bStride), to, stride);
         } else {
             multiplyBlocks<n>(LeftBlocks<n, turnA>{a, aStride}, rightBlocks<n, turnB>(b, bStride),
                               BlockTarget<false>{to, stride});
@@ -156,8 +160,8 @@ template <class T, int n, bool turnA, class Right>
             forObjects<n <= 4 ? 1 : 0>(
                 as, as, dsts, count,
                 [&](std::int32_t, const std::byte* a, const std::byte*, std::byte* to) __attribute__((always_inline)) {
-                    if constexpr (!isFloat<T>)
-                        multiplyRows<T, n>(LeftInPlace<T, n, turnA>{a, aStride}, right, to, stride);
+                    if constexpr (inRows<T, n, false>)
+                        multiplyRows<T, n>(leftRows<T, n, turnA>(a, aStride), right, to, stride);
                     else if constexpr (n == 5)
                         multiplyFive(LeftBlocks<n, turnA>{a, aStride}, right.origin, bStride, to, stride);
                     else multiplyBlocks<n>(LeftBlocks<n, turnA>{a, aStride}, right, BlockTarget<false>{to, stride});
@@ -173,12 +177,12 @@ template <class T, int n, bool turnA, bool turnB>
         alignas(16) std::byte transposed[n * n * 8];
         transposeDoubles<n>(b.origin, stride, transposed);
         plainSquares<T, n, turnA, false>(a, {{transposed, n * 8, 8}, nullptr, 0}, dst, count);
-    } else if constexpr (!isFloat<T>) {
+    } else if constexpr (inRows<T, n, false>) {
         plainSquaresTimes<T, n, turnA>(a, rightRows<T, n, turnB>(b.origin, stride), dst, count);
     } else if constexpr (n == 5 && turnB) {
         const RightFive right(b.origin, stride);
         plainSquaresTimes<T, n, turnA, RightInPlace>(a, right, dst, count);
-    } else if constexpr (n % 2 == 0) {
+    } else if constexpr (n == 6) {
         const RightHeld<n> right(std::bool_constant<turnB>{}, b.origin, stride);
         plainSquaresTimes<T, n, turnA>(a, right, dst, count);
     } else {
