@@ -10,6 +10,7 @@
 #include "kernel/streams.h"
 #include "kernel/unroll.h"
 #include "products/common_shapes.h"
+#include "products/gathered_rows.h"
 #include "products/general.h"
 #include "products/lanes.h"
 #include "products/packed.h"
@@ -61,10 +62,20 @@ template <class T, class SquareOrders, RowSums rows>
 template <class T, class Order, ElementSums elements>
 [[gnu::noinline]] void vectorProductsOfGrids(const GridObjects& a, const GridObjects& x, const GridObjects& dst,
                                              VectorProductShape shape, std::int32_t count) {
-    if (shape.isSquare() && shape.rows >= 3 && shape.rows <= 6)
-        return squareVectorsInLanes<Lanes<T>, Order>(a, x, dst, shape.rows, count);
-    if (multiplySmall<T>(a, x, dst, shape, elements, count)) return;
-    for (std::int32_t k = 0; k < count; ++k) generalVectorProduct<T, elements>(a.at(k), x.at(k), dst.at(k), shape);
+    static_assert(std::is_same_v<Order, square::left_to_right> && elements.uniform());
+    const bool isSquare = shape.isSquare() && shape.rows >= 3 && shape.rows <= 6;
+    if constexpr (isFloat<T>) {
+        // Where rows or columns of a matrix touch, four elements come by one load, and are turned where they need to be.
+        if (a.first.columnStep == sizeof(T) || a.first.rowStep == sizeof(T)) {
+            if (isSquare) return squareVectorsInLanes<Lanes<T>, Order>(a, x, dst, shape.rows, count);
+            if (multiplySmall<T>(a, x, dst, shape, elements, count)) return;
+            for (std::int32_t k = 0; k < count; ++k)
+                generalVectorProduct<T, elements>(a.at(k), x.at(k), dst.at(k), shape);
+            return;
+        }
+    }
+    gatheredRowsTimesVectors<T, elements.general>(a, x, dst, shape, isSquare ? Start::firstProduct : Start::zero,
+                                                  count);
 }
 
 template <class T, class Order, ElementSums elements>

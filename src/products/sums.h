@@ -86,6 +86,7 @@ struct ElementSums {
     Sum secondOfTwo;
 
     constexpr bool operator==(const ElementSums&) const = default;
+    constexpr bool uniform() const { return lastOfOne == general && firstOfTwo == general && secondOfTwo == general; }
 };
 
 namespace sums {
