@@ -109,21 +109,96 @@ template <class T, int n, class Op>
     }
 }
 
+// Elements at a fixed distance. The compiler mustn't know that it has seen the distance before: it would give each of its
+// multiples a register and take those of other values.
+template <class Address>
+struct ElementWalk {
+    Address at;
+    std::ptrdiff_t step;
+
+    template <int n>
+    [[gnu::always_inline]] Address address() {
+        static_assert(n <= 2, "an address without a further instruction");
+        step = opaque(step);
+        return at + n * step;
+    }
+    [[gnu::always_inline]] void moveOn(int n) {
+        step = opaque(step);
+        at = opaque(at + n * step);
+    }
+};
+template <class Address>
+ElementWalk(Address, std::ptrdiff_t) -> ElementWalk<Address>;
+
+// The first elements of three walks, each written before the next is read.
+template <class T, int number, class Op, class X, class Y, class To>
+[[gnu::always_inline]] inline void combineFirst(const Op& op, X& x, Y& y, To& to) {
+    unrolled<number>([&](auto i) __attribute__((always_inline)) {
+        store(to.template address<i>(), op(load<T>(x.template address<i>()), load<T>(y.template address<i>())));
+    });
+}
+
+// The next n elements, two at a time. A loop of one or two is about as long as a line of code, and takes up to twice as long
+// where its last jump is in the next; that of four takes its time wherever it lies.
+template <class T, class Op, class X, class Y, class To>
+[[gnu::always_inline]] inline void combineSteps(const Op& op, X& x, Y& y, To& to, std::ptrdiff_t n) {
+    const auto next = [&](auto number) __attribute__((always_inline)) {
+        combineFirst<T, number>(op, x, y, to);
+        x.moveOn(number);
+        y.moveOn(number);
+        to.moveOn(number);
+    };
+    if (n & 1) next(Int<1>{});
+    if (n & 2) next(Int<2>{});
+    if (n > 3)
+        for (n &= -4; n != 0; n -= 4) {
+            next(Int<2>{});
+            next(Int<2>{});
+        }
+}
+
 // --- Objects ---------------------------------------------------------------------------------------
+
+// The elements of one object after the other: `enter` each before its elements, `leave` it behind them.
+template <class View>
+struct ObjectWalk : ElementWalk<decltype(View::origin)> {
+    const View& view;
+    std::ptrdiff_t toNextObject;
+
+    // `walked`: by how many elements the walk is moved on within an object.
+    ObjectWalk(const View& objects, std::ptrdiff_t walked)
+        : ElementWalk<decltype(View::origin)>{nullptr, objects.elementStride},
+          view(objects),
+          toNextObject((isShared<View> ? 0 : objects.objectStride) - walked * objects.elementStride) {
+        if constexpr (!isListed<View>) this->at = objects.origin;
+    }
+    [[gnu::always_inline]] void enter(std::ptrdiff_t k) {
+        if constexpr (isListed<View>) this->at = view.at(k).origin;
+    }
+    [[gnu::always_inline]] void leave() {
+        if constexpr (!isListed<View>) this->at += toNextObject;
+    }
+};
 
 // Object after object, each element written before the next is read.
 template <class Op, class A, class B, class D, class Length>
 [[gnu::noinline]] void combineObjects(Op op, A a, B b, D dst, Length length, std::ptrdiff_t count) {
     using T = typename D::Element;
-    for (std::ptrdiff_t k = 0; k < count; ++k) {
-        const auto x = a.at(k), y = b.at(k);
-        const auto to = dst.at(k);
-        const auto element = [&](std::ptrdiff_t j) __attribute__((always_inline)) {
-            store(to.address(0, j), op(load<T>(x.address(0, j)), load<T>(y.address(0, j))));
-        };
-        if constexpr (isKnown<Length>) unrolled<length>(element);
-        else
-            for (std::ptrdiff_t j = 0; j < length; ++j) element(j);
+    // Shorter ones are known: no test for them in the loop.
+    if (!isKnown<Length> && length < 4) __builtin_unreachable();
+    const std::ptrdiff_t walked = isKnown<Length> ? 0 : length;
+    ObjectWalk<A> x(a, walked);
+    ObjectWalk<B> y(b, walked);
+    ObjectWalk<D> to(dst, walked);
+    for (std::ptrdiff_t k = 0; k < count; k = opaque(k + 1)) {
+        x.enter(k);
+        y.enter(k);
+        to.enter(k);
+        if constexpr (isKnown<Length>) combineFirst<T, length>(op, x, y, to);
+        else combineSteps<T>(op, x, y, to, length);
+        x.leave();
+        y.leave();
+        to.leave();
     }
 }
 
@@ -220,24 +295,6 @@ template <class Op, class A, class B, class D>
         combineRow<typename D::Element>(op, streamOf(a, 0, j), streamOf(b, 0, j), dst.at(0).address(0, j), count);
 }
 
-// Elements at fixed distances, each written before the next is read.
-template <class T, class Op>
-[[gnu::always_inline]] inline void combineSteps(const Op& op, const std::byte* x, std::ptrdiff_t xStep,
-                                                const std::byte* y, std::ptrdiff_t yStep, std::byte* to,
-                                                std::ptrdiff_t toStep, std::ptrdiff_t n) {
-    const auto elements = [&](auto number) __attribute__((always_inline)) {
-        unrolled<number>([&](auto i) __attribute__((always_inline)) {
-            store(to + i * toStep, op(load<T>(x + i * xStep), load<T>(y + i * yStep)));
-        });
-        x += number * xStep;
-        y += number * yStep;
-        to += number * toStep;
-        n -= number;
-    };
-    while (n >= 4) elements(Int<4>{});
-    while (n > 0) elements(Int<1>{});
-}
-
 // Of tables: entry after entry, each for a few objects, which then stay in the first cache for the next entry.
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] void combineTables(Op op, A a, B b, D dst, std::ptrdiff_t length, std::ptrdiff_t count) {
@@ -246,10 +303,19 @@ template <class Op, class A, class B, class D>
     for (std::ptrdiff_t first = 0; first < count; first += objects) {
         const std::ptrdiff_t end = std::min(first + objects, count);
         for (std::ptrdiff_t j = 0; j < length; ++j) {
-            combineSteps<T>(op, a.at(first).address(0, j), a.objectStride, b.at(first).address(0, j), b.objectStride,
-                            dst.at(first).address(0, j), dst.objectStride, end - first);
+            ElementWalk x{a.at(first).address(0, j), a.objectStride};
+            ElementWalk y{b.at(first).address(0, j), b.objectStride};
+            ElementWalk to{dst.at(first).address(0, j), dst.objectStride};
+            combineSteps<T>(op, x, y, to, end - first);
         }
     }
+}
+
+template <class Op, class A, class B, class D>
+[[gnu::noinline]] void combineTable(Op op, A a, B b, D dst, std::ptrdiff_t length) {
+    using T = typename D::Element;
+    for (std::ptrdiff_t j = 0; j < length; ++j)
+        store(dst.at(0).address(0, j), op(load<T>(a.at(0).address(0, j)), load<T>(b.at(0).address(0, j))));
 }
 
 // For a few elements a loop would cost as much as they do.
@@ -259,7 +325,6 @@ template <class Op, class A, class B, class D>
     if (length == 1) combineObjects(op, a, b, dst, Known<1>{}, count);
     else if (length == 2) combineObjects(op, a, b, dst, Known<2>{}, count);
     else if (length == 3) combineObjects(op, a, b, dst, Known<3>{}, count);
-    else if (length == 4) combineObjects(op, a, b, dst, Known<4>{}, count);
     else combineObjects(op, a, b, dst, length, count);
 }
 
@@ -277,7 +342,8 @@ template <class Op, class A, class B, class D, class Count>
     } else if constexpr (isAdjacent<D>) {
         combineAdjacentArrays(op, a, b, dst, length, count);
     } else if constexpr (isOneObject<Count>) {
-        combineElements(op, a, b, dst, length, count);
+        if constexpr (isScattered<D>) combineTable(op, a, b, dst, length);
+        else combineElements(op, a, b, dst, length, count);
     } else {
         if (areStreams(a, b, dst)) return combineStreams(op, a, b, dst, length, count);
         if constexpr (isScattered<D>) combineTables(op, a, b, dst, length, count);
