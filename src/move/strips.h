@@ -36,25 +36,25 @@ inline bool sharesSets(std::ptrdiff_t stride) {
     return (stride + nearly) % (way / 2) <= 2 * nearly;
 }
 
-// Squares of so many words, of which there is one at least. What is left of a direction is done by a last square that repeats
-// some of the one before, or word by word where that is less work.
-template <class Word, int edge>
+// Blocks of so many rows and columns of the source, of which there is one at least. What is left of a direction is done by a
+// last block that repeats some of the one before, or word by word where that is less work.
+template <class Word, int blockRows, int blockColumns = blockRows>
 void turnBlocks(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
                 std::ptrdiff_t width, std::ptrdiff_t height) {
     constexpr int part = blockEdge<Word>;
-    constexpr auto inSquares = [](std::ptrdiff_t words) {
+    constexpr auto inBlocks = [](std::ptrdiff_t words, int edge) {
         const std::ptrdiff_t left = words % edge;
         return left <= (sizeof(Word) == 8 ? 2 : 1) ? words - left : words;
     };
-    const std::ptrdiff_t columns = inSquares(width), rows = inSquares(height);
-    for (std::ptrdiff_t x = 0; x < rows; x += edge) {
-        const std::ptrdiff_t i = std::min(x, height - edge);
-        for (std::ptrdiff_t y = 0; y < columns; y += edge) {
-            const std::ptrdiff_t j = std::min(y, width - edge);
+    const std::ptrdiff_t columns = inBlocks(width, blockColumns), rows = inBlocks(height, blockRows);
+    for (std::ptrdiff_t x = 0; x < rows; x += blockRows) {
+        const std::ptrdiff_t i = std::min<std::ptrdiff_t>(x, height - blockRows);
+        for (std::ptrdiff_t y = 0; y < columns; y += blockColumns) {
+            const std::ptrdiff_t j = std::min<std::ptrdiff_t>(y, width - blockColumns);
             const std::byte* const source = from + i * fromStride + j * sizeOf<Word>;
             std::byte* const result = to + j * toStride + i * sizeOf<Word>;
-            for (int column = 0; column < edge; column += part)
-                unrolled<edge / part>([&](auto n) __attribute__((always_inline)) {
+            for (int column = 0; column < blockColumns; column += part)
+                unrolled<blockRows / part>([&](auto n) __attribute__((always_inline)) {
                     constexpr int row = n * part;
                     turnBlock<Word, part, part>(
                         [&](int r) __attribute__((always_inline)) {
@@ -72,8 +72,7 @@ void turnBlocks(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to,
         moveElements<Word>(to + i * sizeOf<Word>, toStride, from + i * fromStride, sizeOf<Word>, columns);
 }
 
-// A strip is no wider than a panel. Its tiles go through a buffer only where rows share sets: otherwise squares whose rows are
-// lines of cache are as quick as memory allows (1000 by 1000 doubles 0.25 ns an element instead of 0.35).
+// Tiles of a strip go through a buffer only where rows share sets: otherwise blocks are as quick where they lie.
 template <class Word>
 void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
                std::ptrdiff_t width, std::ptrdiff_t height) {
@@ -90,10 +89,11 @@ void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, 
         return part(0, j, width - j, height);
     }
     const std::ptrdiff_t shorter = std::min(width, height);
-    constexpr int edge = 8;
-    if (shorter >= 2 * edge) {
-        const std::ptrdiff_t i = height - height % edge, j = width - width % edge;
-        turnBlocks<Word, edge>(from, fromStride, to, toStride, j, i);
+    // Of eight rows by eight columns of doubles there would be no registers for where their rows begin.
+    constexpr int rows = 8, columns = 2 * blockEdge<Word>;
+    if (shorter >= 16) {
+        const std::ptrdiff_t i = height - height % rows, j = width - width % columns;
+        turnBlocks<Word, rows, columns>(from, fromStride, to, toStride, j, i);
         part(0, j, width - j, height);
         return part(i, 0, j, height - i);
     }
@@ -109,7 +109,8 @@ void turnStrip(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, 
 }
 
 // Columns of a source that are done from top to bottom before the next: their rows in the result are each in a page of its
-// own where they are long, and so many pages the processor knows at a time.
+// own where they are long, and so many pages the processor knows at a time. Strips of doubles that share no sets are read from
+// end to end all the same: a line of the result is written as a whole, so that its page is needed once.
 constexpr std::ptrdiff_t panelColumns = 64;
 
 // Strip by strip, `strip` being what does one.
@@ -117,11 +118,13 @@ template <class Word, class Strip>
 void turnStrips(const std::byte* from, std::ptrdiff_t fromStride, std::byte* to, std::ptrdiff_t toStride,
                 std::ptrdiff_t width, std::ptrdiff_t height, const Strip& strip) {
     const std::ptrdiff_t rows = Tile<Word>::rows;
-    if (width <= panelColumns && height <= rows) return strip(from, fromStride, to, toStride, width, height);
-    for (std::ptrdiff_t j = 0; j < width; j += panelColumns)
+    const std::ptrdiff_t columns =
+        sizeof(Word) == 4 || sharesSets(fromStride) || sharesSets(toStride) ? panelColumns : width;
+    if (width <= columns && height <= rows) return strip(from, fromStride, to, toStride, width, height);
+    for (std::ptrdiff_t j = 0; j < width; j += columns)
         for (std::ptrdiff_t i = 0; i < height; i += rows)
             strip(from + i * fromStride + j * sizeOf<Word>, fromStride, to + j * toStride + i * sizeOf<Word>, toStride,
-                  std::min(width - j, panelColumns), std::min(height - i, rows));
+                  std::min(width - j, columns), std::min(height - i, rows));
 }
 
 // Words of four bytes have strips that profiles show by name. Whether a call is larger than the cache makes no difference:
