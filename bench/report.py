@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Makes a page of docs/benchmarks/ from the results of bench_FAMILY --out.
 
-    bench/report.py FAMILY RESULTS.json... [--page] [--costs CALL_COST.json] [--before RESULTS.json...] [--sweeps]
+    bench/report.py FAMILY RESULTS.json... [--page] [--costs CALL_COST.json] [--before RESULTS.json... [--places]] [--sweeps]
 
 --page writes docs/benchmarks/FAMILY.md and its drawings, and prints the goals. --before compares the library's own times with
-those of runs of the library as it was. --sweeps fails where a small size takes far longer than the plain loop.
+those of runs of the library as it was; --places says that runs are of libraries linked at different places, so that the median
+counts and not the best. --sweeps fails where a small size takes far longer than the plain loop.
 """
 
 import argparse
@@ -13,6 +14,7 @@ import json
 import math
 import os
 import re
+import statistics
 import sys
 import textwrap
 from pathlib import Path
@@ -24,14 +26,14 @@ from rows import EVEN, Row, comparison, mean, number, table
 FOLDER = Path(__file__).resolve().parents[1] / "docs" / "benchmarks"
 
 
-def read(paths):
-    """Context and rows of a run. Of several runs the shortest times count."""
+def read(paths, joined=min):
+    """Context and rows of a run. Of several runs the shortest times count, or what else `joined` makes of them."""
     runs = [json.loads(Path(path).read_text(encoding="utf-8")) for path in paths]
     rows = [Row(result) for result in runs[0]["rows"]]
-    for run in runs[1:]:
-        again = {result["name"]: result["ns"] for result in run["rows"]}
-        for row in rows:
-            row.ns = {name: min(time, again.get(row.name, {}).get(name, time)) for name, time in row.ns.items()}
+    times = [{result["name"]: result["ns"] for result in run["rows"]} for run in runs]
+    for row in rows:
+        runs_of_row = [run[row.name] for run in times if row.name in run]
+        row.ns = {name: joined(run[name] for run in runs_of_row if name in run) for name in row.ns}
     return runs[0]["context"], rows
 
 
@@ -203,13 +205,15 @@ def main():
     parser.add_argument("--page", action="store_true")
     parser.add_argument("--costs")
     parser.add_argument("--before", nargs="+")
+    parser.add_argument("--places", action="store_true")
     parser.add_argument("--sweeps", action="store_true")
     options = parser.parse_args()
     page = pages.PAGES[options.family]
-    context, all_rows = read(options.results)
+    joined = statistics.median if options.places else min
+    context, all_rows = read(options.results, joined)
     rows = [row for row in all_rows if not row.error]
     if options.before:
-        return compare(rows, read(options.before)[1])
+        return compare(rows, read(options.before, joined)[1])
     if options.sweeps:
         slow = list(slow_sizes(rows))
         for row in slow:

@@ -2,6 +2,7 @@
 """Tests of the benchmarks' harness and report: test_benchmarks.py HARNESS_TEST_ROWS"""
 
 import json
+import statistics
 import subprocess
 import sys
 import tempfile
@@ -70,14 +71,16 @@ class Report(unittest.TestCase):
         self.assertIn("in 1 of 3 rows and within 3 % of the best in 1;", words)
         self.assertIn("It is behind in 1: A_32f, 5 (0.50, x).", words)
 
-    def test_of_several_runs_the_shortest_times_count(self):
+    def test_of_several_runs_the_shortest_times_count_or_the_median(self):
         with tempfile.TemporaryDirectory() as folder:
             paths = [Path(folder) / name for name in ("first", "second")]
             for path, time in zip(paths, (3, 2)):
                 row = {"name": "a/A_32f/3", "ns": {"korm": time, "x": 5 - time}, "facts": {}, "error": "", "controls": []}
                 path.write_text(json.dumps({"context": {"run": path.name}, "rows": [row]}), encoding="utf-8")
             context, (row,) = report.read(paths)
+            _, (median_row,) = report.read(paths, statistics.median)
         self.assertEqual((context["run"], row.ns), ("first", {"korm": 2, "x": 2}))
+        self.assertEqual(median_row.ns, {"korm": 2.5, "x": 2.5})
 
     def test_goals(self):
         met, missed = (rows.every_row("text", [made("a/A_32f/3", {"korm": 1, "x": value})], 0.97)[0]
