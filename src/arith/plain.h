@@ -136,6 +136,9 @@ template <class Op, int width, int height, class A, class B, class D>
     if constexpr (!constants && !shared) {
         run<Op, T>(rowOf<T>(a, 0), rowOf<T>(b, 0), dst.origin, count * dst.objectStride);
         return 0;
+    } else if constexpr (!constants && Tile<T, elements, false>::objects > 1 &&
+                         Tile<T, elements, false>::vectors > 15) {
+        return count;  // registers hold one object, but not the whole tile
     } else {
         using Layout = Tile<T, elements, constants>;
         alignas(16) std::byte tile[Layout::bytes];
