@@ -21,36 +21,32 @@
 
 namespace korm::inline KORM_VARIANT::linalg {
 
-// --- Orders 3 to 6 ------------------------------------------------------------------------------
+// --- Orders 1 to 6 ------------------------------------------------------------------------------
 
-// One function for the layouts in which elements are gathered one by one.
-template <int n, class T>
-[[gnu::noinline]] int eliminateOutOfLine(T (&a)[n][n], std::int32_t (&row)[n], T tiny) {
-    return eliminate<n>(a, row, tiny);
+// One object, or a group in lanes. The factors come back in the order of the pivots, so each lane has rows of its own.
+template <int n, class S>
+[[gnu::always_inline]] inline bool factor(S (&a)[n][n], IndexOf<S> (&row)[n]) {
+    using T = ElementOf<S>;
+    if constexpr (n == 1) return factorOrder1(a, row, all<S>(std::numeric_limits<T>::epsilon()));
+    else if constexpr (n == 2) return factorOrder2(a, row, all<S>(std::numeric_limits<T>::epsilon()));
+    else return eliminate<n>(a, row, all<S>(2 * std::numeric_limits<T>::min())) == n;
 }
 
 // All is read before anything is written. In standard and list layout the rows that were finished before a
-// failure are stored, in the pointer layout rows are stored when all are finished.
+// failure are stored, in the pointer layout rows are stored when all are finished. Orders 1 and 2 leave failures to the general
+// core, whose rules they share.
 template <int n, class T, class A, class D>
 [[gnu::noinline]] std::int32_t luSized(const A& src, const D& dst, std::byte* pivots) {
     T a[n][n];
     std::int32_t row[n];
     readMatrix(src, a);
-    constexpr T tiny = 2 * std::numeric_limits<T>::min();
-    const int finished = isAdjacent<A> ? eliminate<n>(a, row, tiny) : eliminateOutOfLine(a, row, tiny);
+    int finished = n;
+    if constexpr (n > 2) finished = eliminate<n>(a, row, 2 * std::numeric_limits<T>::min());
+    else if (!factor(a, row)) return cores::luGeneral(src, dst, pivots, n);
     for (int k = 0; k < n; ++k) store(pivots + 4 * k, row[k]);
     if (!isScattered<D> || finished == n)
         for (int k = 0; k < finished; ++k) writeRow(dst, row[k], a[k]);
     return finished == n ? korStatusOk : korStatusSingular;
-}
-
-// Groups of objects in lanes. The factors come back in the order of the pivots, so each lane has rows of its own.
-template <int n, class S>
-[[gnu::noinline]] bool factorGroup(S (&a)[n][n], IndexOf<S> (&row)[n]) {
-    using T = ElementOf<S>;
-    if constexpr (n == 1) return factorOrder1(a, row, all<S>(std::numeric_limits<T>::epsilon()));
-    else if constexpr (n == 2) return factorOrder2(a, row, all<S>(std::numeric_limits<T>::epsilon()));
-    else return eliminate<n>(a, row, all<S>(2 * std::numeric_limits<T>::min())) == n;
 }
 
 // `index` has as many bits in a lane as the matrix's elements, memory has 32.
@@ -108,6 +104,11 @@ template <class T, class A, class D>
     return k;
 }
 
+template <int n, class S>
+[[gnu::noinline]] bool factorGroup(S (&a)[n][n], IndexOf<S> (&row)[n]) {
+    return factor(a, row);
+}
+
 template <int n, class T, class A, class D>
 [[gnu::noinline]] std::int32_t luArray(const A& src, const D& dst, std::byte* pivots, std::ptrdiff_t count) {
     using S = Lanes<T>;
@@ -133,10 +134,7 @@ template <int n, class T, class A, class D>
                 results, [&](int l) { return load<std::int32_t>(to.at[l] + 4 * i); }, a[i]);
         return true;
     };
-    const auto each = [&](std::ptrdiff_t k) {
-        if constexpr (n <= 2) return cores::luGeneral(src.at(k), dst.at(k), pivots + 4 * n * k, n);
-        else return luSized<n, T>(src.at(k), dst.at(k), pivots + 4 * n * k);
-    };
+    const auto each = [&](std::ptrdiff_t k) { return luSized<n, T>(src.at(k), dst.at(k), pivots + 4 * n * k); };
     std::ptrdiff_t done = 0;
     if constexpr (n == 1) done = luElements<T>(src, dst, pivots, count);
     return inGroups<lanes>(
@@ -237,10 +235,8 @@ template <class A, class D, class Count>
                                                            Count count) {
     using T = typename D::Element;
     auto* const bytes = reinterpret_cast<std::byte*>(pivots);
-    if constexpr (!isOneObject<Count>) {
-        if (order == 1) return luObjects<1, T>(src, dst, bytes, count);
-        if (order == 2) return luObjects<2, T>(src, dst, bytes, count);
-    }
+    if (order == 1) return luObjects<1, T>(src, dst, bytes, count);
+    if (order == 2) return luObjects<2, T>(src, dst, bytes, count);
     return forOrder(
         order, [&](auto n) __attribute__((always_inline)) { return luObjects<n, T>(src, dst, bytes, count); },
         [&]() __attribute__((always_inline)) {
