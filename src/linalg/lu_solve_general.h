@@ -2,6 +2,7 @@
 // same order of additions.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
@@ -93,46 +94,81 @@ template <int groups, bool isParted, class S>
         x, n, place);
 }
 
-// Matrices where they lie: row k of vector v begins at rows[v * greatestInLanes + k]. Each element is needed once, and to bring
-// two lanes together costs less than to store a copy and to load it. Larger matrices of adjacent elements had better be read
-// once, in order: in memory, copies of order 16 take 0.7 of the time.
-template <class A, class S>
-inline constexpr bool mayStayInPlace = !isShared<A> && !isScattered<A> && lanesOf<S> == 2;
-inline constexpr std::ptrdiff_t greatestInPlace = 12;
-template <class A, class S>
-inline constexpr int luGroupsInFlight = mayStayInPlace<A, S> ? 4 : groupsInFlight<A>;
+// Matrices where they lie: each element is needed once, and to bring it together costs less than to store a copy and to load it.
+// Of four floats that touch a copy costs less, since four rows are turned at once. Row k of vector v is rows[v * greatestInLanes + k].
+template <class A>
+inline constexpr bool staysInPlace = !isShared<A> && !(isAdjacent<A> && isFloat<typename A::Element>);
+template <class A>
+inline constexpr int luGroupsInFlight = staysInPlace<A> ? 4 : groupsInFlight<A>;
 
-template <int groups, bool isParted, class S>
-[[gnu::noinline]] void luSweepsInPlace(Places<const std::byte, lanesOf<S>>* rows, std::ptrdiff_t stride, S* x,
-                                       std::ptrdiff_t n, std::ptrdiff_t place) {
+// Rows of tables: an element lies where its entry leads to.
+template <int lanes>
+struct TableRows {
+    const std::byte* entries[lanes];
+    std::ptrdiff_t offset[lanes];
+
+    template <class V>
+    [[gnu::always_inline]] V get(int l, std::ptrdiff_t distance) const {
+        return load<V>(load<const std::byte*>(entries[l] + distance) + offset[l]);
+    }
+};
+
+// Where a row of each lane's matrix begins, and how far its elements are apart there.
+template <class Object, int lanes, class Row>
+[[gnu::always_inline]] inline auto rowsInPlace(const Group<Object, lanes>& matrices, const Row& row) {
+    if constexpr (isScattered<Object>)
+        return withLanes<lanes>([&](auto... l) __attribute__((always_inline)) {
+            const auto entry = [](const Object& object, std::ptrdiff_t i) {
+                return reinterpret_cast<const std::byte*>(object.table + i * object.pitch);
+            };
+            return TableRows<lanes>{{entry(matrices.object[l], row(l))...}, {matrices.object[l].offset...}};
+        });
+    else return matrices.at(row, sameRow(0));
+}
+template <class View>
+[[gnu::always_inline]] inline std::ptrdiff_t stepInPlace(const View& view) {
+    if constexpr (isScattered<View>) return sizeof(void*);
+    else if constexpr (isAdjacent<View>) return sizeof(typename View::Element);
+    else return view.elementStride;
+}
+
+template <int groups, bool isParted, class S, class Rows>
+[[gnu::noinline]] void luSweepsInPlace(Rows* rows, std::ptrdiff_t stride, S* x, std::ptrdiff_t n,
+                                       std::ptrdiff_t place) {
+    // As a constant, all of a block's elements have the same registers for their addresses.
+    const std::ptrdiff_t step = isParted ? std::ptrdiff_t{sizeof(ElementOf<S>)} : stride;
     luSweeps<groups, isParted>(
         [&](int v, std::ptrdiff_t k, std::ptrdiff_t j) __attribute__((always_inline)) {
-            return readElement<S>(behind(rows[v * greatestInLanes + k], j * stride));
+            return readElement<S>(rows[v * greatestInLanes + k], j * step);
         },
         x, n, place);
 }
 
 // The objects of some numbers, alike in where the blocks of their sums begin.
-template <bool isInPlace, class T, class A, class B, class D, int objects>
+template <class T, class A, class B, class D, int objects>
 [[gnu::noinline]] void luSolveAlike(const A& matrix, const B& src, const D& dst, const T* shared,
                                     const std::byte* pivots, const ObjectNumbers<objects>& numbers, std::ptrdiff_t n,
                                     std::ptrdiff_t place) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
     constexpr bool isParted = isAdjacent<A>;
-    constexpr int most = luGroupsInFlight<A, S>;
+    constexpr int most = luGroupsInFlight<A>;
     const int groups = groupsFor<isShared<A>>(numbers, lanes);
     S x[most * greatestInLanes];
-    [[maybe_unused]] S a[isShared<A> || isInPlace ? 1 : greatestInLanes * greatestInLanes];
-    [[maybe_unused]] Places<const std::byte, lanes> rows[isInPlace ? most * greatestInLanes : 1];
+    [[maybe_unused]] S a[isShared<A> || staysInPlace<A> ? 1 : greatestInLanes * greatestInLanes];
+    using Rows = decltype(rowsInPlace(groupOf<lanes>(matrix, numbers.at), sameRow(0)));
+    [[maybe_unused]] Rows rows[staysInPlace<A> ? most * greatestInLanes : 1];
     for (int v = 0; v < groups; ++v) {
         const std::ptrdiff_t* const own = numbers.at + v * lanes;
         const auto vectors = groupOf<lanes>(src, own);
         const auto matrices = groupOf<lanes>(matrix, own);
         for (std::ptrdiff_t k = 0; k < n; ++k) {
-            const auto row = [&](int l) { return load<std::int32_t>(pivots + 4 * (isShared<A> ? k : own[l] * n + k)); };
+            const auto pivoted = withLanes<lanes>([&](auto... l) {
+                return std::array{load<std::int32_t>(pivots + 4 * (isShared<A> ? k : own[l] * n + k))...};
+            });
+            const auto row = [&](int l) { return pivoted[static_cast<std::size_t>(l)]; };
             x[v * greatestInLanes + k] = readElement<S>(vectors.at(sameRow(0), row));
-            if constexpr (isInPlace) rows[v * greatestInLanes + k] = matrices.at(row, sameRow(0));
+            if constexpr (staysInPlace<A>) rows[v * greatestInLanes + k] = rowsInPlace(matrices, row);
             else if constexpr (!isShared<A>) readRowStarts(matrices, row, n, a + (v * n + k) * n, false);
         }
     }
@@ -140,11 +176,11 @@ template <bool isInPlace, class T, class A, class B, class D, int objects>
         if (groups == 2) luSweepsWithShared<2, isParted>(shared, x, n, place);
         else if (groups == 4) luSweepsWithShared<4, isParted>(shared, x, n, place);
         else luSweepsWithShared<6, isParted>(shared, x, n, place);
-    } else if constexpr (isInPlace) {
+    } else if constexpr (staysInPlace<A>) {
         int v = 0;
         const auto next = [&](auto some) __attribute__((always_inline)) {
             const std::ptrdiff_t at = v * greatestInLanes;
-            luSweepsInPlace<some, isParted>(rows + at, matrix.elementStride, x + at, n, place);
+            luSweepsInPlace<some, isParted>(rows + at, stepInPlace(matrix), x + at, n, place);
             v += some;
         };
         if (groups == 4) next(Int<4>());
@@ -178,23 +214,19 @@ template <class T, class A, class B, class D>
     } else {
         shared[0] = T();
     }
-    using S = Lanes<T>;
-    constexpr int lanes = laneCount<T>, most = luGroupsInFlight<A, S> * lanes;
-    const bool fits = isShared<A> || groupsInFlight<A> * n * n <= greatestInLanes * greatestInLanes;
-    // Four groups where the first cache holds them beside those to come; order 8, 4 KB a turn, is 1.6 times slower in memory.
-    const bool fourFit = mayStayInPlace<A, S> && n <= greatestInPlace && n != 8;
-    const int groups = fourFit ? luGroupsInFlight<A, S> : fits ? groupsInFlight<A> : 1;
+    constexpr int lanes = laneCount<T>, most = luGroupsInFlight<A> * lanes;
+    // Of matrices in place four groups where the first cache holds all, or all in flight beside those to come: order 8, 4 KB a turn,
+    // takes 1.6 times as long in memory.
+    const std::ptrdiff_t bytes = n * n * static_cast<std::ptrdiff_t>(sizeof(T));
+    const bool fourFit = staysInPlace<A> && (count * bytes <= firstCache || (n <= 12 && n != 8));
+    const bool twoFit = isShared<A> || groupsInFlight<A> * n * n <= greatestInLanes * greatestInLanes;
+    const int groups = fourFit ? 4 : twoFit ? groupsInFlight<A> : 1;
     const int atOnce = groups * lanes;
     forAlikeObjects<T, most>(dst, count, atOnce, isAdjacent<A> && n > block,
                              [&](const ObjectNumbers<most>& numbers, std::ptrdiff_t place) {
                                  for (int l = 0; l < numbers.size; ++l)
                                      fetchSquare(matrix, numbers.at[l] + atOnce, n, count);
-                                 const auto solve = [&](auto inPlace) __attribute__((always_inline)) {
-                                     luSolveAlike<inPlace, T>(matrix, src, dst, shared, pivots, numbers, n, place);
-                                 };
-                                 if constexpr (mayStayInPlace<A, S>)
-                                     if (!isAdjacent<A> || n <= greatestInPlace) return solve(std::true_type{});
-                                 if constexpr (!mayStayInPlace<A, S> || isAdjacent<A>) solve(std::false_type{});
+                                 luSolveAlike<T>(matrix, src, dst, shared, pivots, numbers, n, place);
                              });
 }
 
