@@ -144,8 +144,10 @@ template <int n, class T, class A, class D>
 
 // --- Any order ----------------------------------------------------------------------------------
 
-// Up to this order the working copy of a group is on the stack. Element (i, j) of each object is the vector a[i * n + j].
-inline constexpr std::ptrdiff_t greatestFactored = 24;
+// Up to this order groups go in lanes, whose working copy is on the stack. Element (i, j) of each object is the vector a[i * n + j].
+// Two lanes of elements that touch gain nothing over two along a row from order 18 on.
+template <class View>
+inline constexpr std::ptrdiff_t greatestFactored = isAdjacent<View> && !isFloat<typename View::Element> ? 17 : 24;
 
 // Each object exchanges row k with one of its own.
 template <class S>
@@ -202,9 +204,10 @@ template <class T, class A, class D>
     constexpr int lanes = laneCount<T>;
     const auto pivotsOf = [&](std::ptrdiff_t k) { return pivots + 4 * n * k; };
     const auto together = [&](std::ptrdiff_t k) {
-        if (n > greatestFactored) return false;
-        S a[greatestFactored * greatestFactored];
-        std::int32_t rows[lanes * greatestFactored];
+        constexpr std::ptrdiff_t most = greatestFactored<A>;
+        if (n > most) return false;
+        S a[most * most];
+        std::int32_t rows[lanes * most];
         for (int l = 0; l < lanes; ++l) {
             fetchSquare(src, k + lanes + l, n, count);
             fetchSquare(dst, k + lanes + l, n, count);
