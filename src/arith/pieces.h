@@ -56,6 +56,14 @@ template <class T, int width, int start = 0, class F>
 
 // --- Sources -----------------------------------------------------------------------------------
 
+// The stride of an object's rows: of five and more as if each object had its own. gcc would else form the distance of every piece
+// ahead of the loop over objects, more than there are registers for, which takes half as long again.
+template <int height>
+[[gnu::always_inline]] inline std::ptrdiff_t strideOf(const std::byte* object, std::ptrdiff_t stride) {
+    if (height > 4 && !__builtin_constant_p(stride)) asm("" : "+r"(stride) : "r"(object));
+    return stride;
+}
+
 // Memory.
 template <class T>
 struct Rows {
@@ -137,7 +145,8 @@ template <class Op, class T, class A, class B>
 }
 
 template <class T, int width, int height, class Source>
-[[gnu::always_inline]] inline void storeObject(const Source& source, std::byte* to, std::ptrdiff_t rowStride) {
+[[gnu::always_inline]] inline void storeObject(const Source& source, std::byte* to, std::ptrdiff_t stride) {
+    const std::ptrdiff_t rowStride = strideOf<height>(to, stride);
     unrolled<height>([&](auto i) __attribute__((always_inline)) {
         forPieces<T, width>([&](auto j, auto n) __attribute__((always_inline)) {
             Piece<T, n>::store(to + i * rowStride + j * static_cast<std::ptrdiff_t>(sizeof(T)),

@@ -13,10 +13,12 @@
 namespace korm::inline KORM_VARIANT::arith {
 
 // The object at hand as it is stored: rows, or a constant.
-template <class T, class View>
+template <class T, int rows = 1, class View>
 [[gnu::always_inline]] inline auto stored(const View& view) {
     if constexpr (isConstant<View>) return Repeated<T>{repeated(constantOf(view))};
-    else return Rows<T>{view.origin, isTransposed<View> ? view.elementStride : view.rowStride};
+    else
+        return Rows<T>{view.origin,
+                       strideOf<rows>(view.origin, isTransposed<View> ? view.elementStride : view.rowStride)};
 }
 
 // One object of a known size. At least one source that is transposed still has to be.
@@ -42,10 +44,10 @@ template <class T, int width, int height, bool keepTransposed, class View>
     else return holdTransposed<T, width, height>(stored<T>(view));
 }
 
-template <class T, class View, class Held>
+template <class T, int rows = 1, class View, class Held>
 [[gnu::always_inline]] inline decltype(auto) heldOr(const Held& held, const View& view) {
     if constexpr (isShared<View>) return (held);
-    else return stored<T>(view);
+    else return stored<T, rows>(view);
 }
 
 // Object by object.
@@ -59,8 +61,8 @@ template <class Op, int width, int height, class A, class B, class D>
     const auto y = held<T, width, height, keepTransposed>(b);
     eachSmallObject<width * height>(
         a, b, dst, count, [&](const A& objectA, const B& objectB, const D& z) __attribute__((always_inline)) {
-            storeSized<Op, T, width, height, transposeA, transposeB>(heldOr<T>(x, objectA), heldOr<T>(y, objectB),
-                                                                     z.origin, z.rowStride);
+            storeSized<Op, T, width, height, transposeA, transposeB>(
+                heldOr<T, height>(x, objectA), heldOr<T, height>(y, objectB), z.origin, z.rowStride);
         });
 }
 

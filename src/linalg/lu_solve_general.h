@@ -138,9 +138,8 @@ template <int groups, bool isParted, class S, class Rows>
     // As a constant, all of a block's elements have the same registers for their addresses.
     const std::ptrdiff_t step = isParted ? std::ptrdiff_t{sizeof(ElementOf<S>)} : stride;
     luSweeps<groups, isParted>(
-        [&](int v, std::ptrdiff_t k, std::ptrdiff_t j) __attribute__((always_inline)) {
-            return readElement<S>(rows[v * greatestInLanes + k], j * step);
-        },
+        [&](int v, std::ptrdiff_t k, std::ptrdiff_t j)
+            __attribute__((always_inline)) { return readElement<S>(rows[v * greatestInLanes + k], j * step); },
         x, n, place);
 }
 

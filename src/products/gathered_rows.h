@@ -30,68 +30,70 @@ template <class V, int partials>
                          toStep = dsts.first.columnStep;
     const std::ptrdiff_t three = 3 * step, xThree = 3 * xStep;
     const std::ptrdiff_t rows = shape.rows, products = shape.products;
-    forObjects<0>(as, xs, dsts, count, [&](std::int32_t, const std::byte* matrix, const std::byte* vector,
-                                           std::byte* to) __attribute__((always_inline)) {
-        for (std::ptrdiff_t rowsLeft = rows;;) {
-            const std::byte *a = matrix, *x = partials > 1 ? opaque(vector) : vector;
-            // Product number `c` from where a and x stand. The compiler is kept from looking for elements that touch.
-            const auto product = [&](int c) __attribute__((always_inline)) {
-                const std::byte* const from = a + (c == 3 ? three : c * step);
-                const V right = spread<V>(x + (c == 3 ? xThree : c * xStep));
-                V left;
-                if constexpr (lanes == 1) left = load<T>(from);
-                else if constexpr (lanes == 2) left = V{load<T>(from), load<T>(from + row)};
-                else left = V{load<T>(from), load<T>(from + row), load<T>(from + 2 * row), load<T>(from + 3 * row)};
-                left *= right;
-                asm("" : "+x"(left));
-                return left;
-            };
-            const auto forward = [&](int steps) __attribute__((always_inline)) {
-                a += steps * step;
-                x += steps * xStep;
-            };
-            V sum;
-            std::ptrdiff_t left = products;
-            if constexpr (partials > 1) {
-                V partial[partials];
-                const auto block = [&](auto isFirst) __attribute__((always_inline)) {
-                    unrolled<partials>([&](auto c) __attribute__((always_inline)) {
-                        if constexpr (isFirst) partial[c] = product(c % 4);
-                        else partial[c] += product(c % 4);
-                        if (c % 4 == 3) {
-                            forward(4);
-                            // Else gcc has another loop for elements that are a byte apart.
-                            a = opaque(a), x = opaque(x);
-                        }
-                    });
+    forObjects<0>(
+        as, xs, dsts, count,
+        [&](std::int32_t, const std::byte* matrix, const std::byte* vector,
+            std::byte* to) __attribute__((always_inline)) {
+            for (std::ptrdiff_t rowsLeft = rows;;) {
+                const std::byte *a = matrix, *x = partials > 1 ? opaque(vector) : vector;
+                // Product number `c` from where a and x stand. The compiler is kept from looking for elements that touch.
+                const auto product = [&](int c) __attribute__((always_inline)) {
+                    const std::byte* const from = a + (c == 3 ? three : c * step);
+                    const V right = spread<V>(x + (c == 3 ? xThree : c * xStep));
+                    V left;
+                    if constexpr (lanes == 1) left = load<T>(from);
+                    else if constexpr (lanes == 2) left = V{load<T>(from), load<T>(from + row)};
+                    else left = V{load<T>(from), load<T>(from + row), load<T>(from + 2 * row), load<T>(from + 3 * row)};
+                    left *= right;
+                    asm("" : "+x"(left));
+                    return left;
                 };
-                block(std::true_type{});
+                const auto forward = [&](int steps) __attribute__((always_inline)) {
+                    a += steps * step;
+                    x += steps * xStep;
+                };
+                V sum;
+                std::ptrdiff_t left = products;
+                if constexpr (partials > 1) {
+                    V partial[partials];
+                    const auto block = [&](auto isFirst) __attribute__((always_inline)) {
+                        unrolled<partials>([&](auto c) __attribute__((always_inline)) {
+                            if constexpr (isFirst) partial[c] = product(c % 4);
+                            else partial[c] += product(c % 4);
+                            if (c % 4 == 3) {
+                                forward(4);
+                                // Else gcc has another loop for elements that are a byte apart.
+                                a = opaque(a), x = opaque(x);
+                            }
+                        });
+                    };
+                    block(std::true_type{});
 #pragma GCC unroll 1
-                for (left -= partials; left >= partials; left -= partials) block(std::false_type{});
-                sum = zeroStarted(joined<T>(partial));
-            } else {
-                sum = product(0);
-                forward(1);
-                --left;
-                if (start == Start::zero) sum = zeroStarted(sum);
-            }
+                    for (left -= partials; left >= partials; left -= partials) block(std::false_type{});
+                    sum = zeroStarted(joined<T>(partial));
+                } else {
+                    sum = product(0);
+                    forward(1);
+                    --left;
+                    if (start == Start::zero) sum = zeroStarted(sum);
+                }
 #pragma GCC unroll 1
-            for (; left > 0; --left) {
-                sum += product(0);
-                forward(1);
+                for (; left > 0; --left) {
+                    sum += product(0);
+                    forward(1);
+                }
+                if constexpr (lanes == 1) store(to, sum);
+                else
+                    unrolled<lanes>([&](auto l)
+                                        __attribute__((always_inline)) { store(to + l * toStep, sum[l.value]); });
+                rowsLeft -= lanes;
+                if (rowsLeft <= 0) break;
+                const std::ptrdiff_t next = std::min<std::ptrdiff_t>(rowsLeft, lanes);
+                rowsLeft = std::max<std::ptrdiff_t>(rowsLeft, lanes);
+                matrix += next * row;
+                to += next * toStep;
             }
-            if constexpr (lanes == 1) store(to, sum);
-            else
-                unrolled<lanes>([&](auto l)
-                                    __attribute__((always_inline)) { store(to + l * toStep, sum[l.value]); });
-            rowsLeft -= lanes;
-            if (rowsLeft <= 0) break;
-            const std::ptrdiff_t next = std::min<std::ptrdiff_t>(rowsLeft, lanes);
-            rowsLeft = std::max<std::ptrdiff_t>(rowsLeft, lanes);
-            matrix += next * row;
-            to += next * toStep;
-        }
-    });
+        });
 }
 
 // Elements of all rows have one shape of sum.
