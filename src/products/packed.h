@@ -138,10 +138,10 @@ template <class T, Sum shape, int n>
     else packedSquares<T, shape, n, true>(a, b, dst, count);
 }
 
-// One product, both operands in rows.
-template <class T, Sum shape, int n>
+// One product, the right operand in rows.
+template <class T, Sum shape, int n, bool turnA>
 [[gnu::noinline]] void packedSquare(const std::byte* a, const std::byte* b, std::byte* to) {
-    multiplyPacked<T, shape, n, false>(a, b, to);
+    multiplyPacked<T, shape, n, turnA>(a, b, to);
 }
 
 // --- Times vectors ---------------------------------------------------------------------------------

@@ -54,10 +54,10 @@ template <class SquareOrders, RowSums rows, class A, class B, class D>
             return SquareOrders::has(n);
         };
         if (forOrder(height, square, [] { return false; })) return korStatusOk;
-        if constexpr (isAdjacent<A> && isAdjacent<B> && isAdjacent<D>) {
+        if constexpr ((isAdjacent<A> || isTransposed<A>)&&isAdjacent<B> && isAdjacent<D>) {
             constexpr std::ptrdiff_t row = 8 * size;
-            if (height == 8 && a.rowStride == row && b.rowStride == row && dst.rowStride == row) {
-                packedSquare<T, rows.blocks, 8>(a.origin, b.origin, dst.origin);
+            if (height == 8 && storedStride(a) == row && b.rowStride == row && dst.rowStride == row) {
+                packedSquare<T, rows.blocks, 8, isTransposed<A>>(a.origin, b.origin, dst.origin);
                 return korStatusOk;
             }
         }
