@@ -233,12 +233,41 @@ void moveForward(Side from, Side to, Extent extent, Order order) {
     else forwardObjects<Word, true, true>(from, to, extent);
 }
 
+// Two entries side by side: neighbours lie in one line of cache, which takes two stores at once.
+template <class Word>
+void moveTwoStreams(std::byte* const (&to)[2], std::ptrdiff_t toStep, const std::byte* const (&from)[2],
+                    std::ptrdiff_t fromStep, std::ptrdiff_t n) {
+    ElementWalk firstSource{from[0], fromStep}, secondSource{from[1], fromStep};
+    ElementWalk firstResult{to[0], toStep}, secondResult{to[1], toStep};
+    inRounds(
+        n, [&](auto number) __attribute__((always_inline)) {
+            unrolled<number>([&](auto k) __attribute__((always_inline)) {
+                const Word first = load<Word>(firstSource.template address<k>());
+                const Word second = load<Word>(secondSource.template address<k>());
+                store(firstResult.template address<k>(), first);
+                store(secondResult.template address<k>(), second);
+            });
+            firstSource.moveOn(number);
+            secondSource.moveOn(number);
+            firstResult.moveOn(number);
+            secondResult.moveOn(number);
+        });
+}
+
 // Entry by entry, the objects of each in one run. Not of lists.
 template <class Word>
 void moveStreams(const Side& from, const Side& to, const Extent& extent) {
-    forEntries(extent, [&](std::ptrdiff_t i, std::ptrdiff_t j) {
-        moveRun<Word>(address(to, i, j, 0), to.objectStride, address(from, i, j, 0), from.objectStride, extent.objects);
-    });
+    const bool touch = from.objectStride == sizeOf<Word> && to.objectStride == sizeOf<Word>;
+    for (std::ptrdiff_t i = 0; i < extent.rows; ++i) {
+        std::ptrdiff_t j = 0;
+        for (; !touch && j + 2 <= extent.columns; j += 2)
+            moveTwoStreams<Word>({address(to, i, j, 0), address(to, i, j + 1, 0)}, to.objectStride,
+                                 {address(from, i, j, 0), address(from, i, j + 1, 0)}, from.objectStride,
+                                 extent.objects);
+        for (; j < extent.columns; ++j)
+            moveRun<Word>(address(to, i, j, 0), to.objectStride, address(from, i, j, 0), from.objectStride,
+                          extent.objects);
+    }
 }
 
 // Streams that are contiguous over the objects on the one side, contiguous rows on the other: these are turned.

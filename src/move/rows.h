@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "kernel/walk.h"
 #include "move/move.h"
 #include "move/words.h"
 
@@ -13,16 +14,16 @@ namespace korm::inline KORM_VARIANT::move {
 template <class Word>
 inline void moveElements(std::byte* to, std::ptrdiff_t toStep, const std::byte* from, std::ptrdiff_t fromStep,
                          std::ptrdiff_t n) {
-    const auto move = [&](auto elements) __attribute__((always_inline)) {
-        unrolled<elements>([&](auto i) __attribute__((always_inline)) {
-            store(to + i * toStep, load<Word>(from + i * fromStep));
+    ElementWalk source{from, fromStep};
+    ElementWalk result{to, toStep};
+    inRounds(
+        n, [&](auto number) __attribute__((always_inline)) {
+            unrolled<number>([&](auto i) __attribute__((always_inline)) {
+                store(result.template address<i>(), load<Word>(source.template address<i>()));
+            });
+            source.moveOn(number);
+            result.moveOn(number);
         });
-        to += elements * toStep;
-        from += elements * fromStep;
-    };
-    for (; n >= 4; n -= 4) move(Int<4>{});
-    if (n & 2) move(Int<2>{});
-    if (n & 1) move(Int<1>{});
 }
 
 // The row's result begins in the row itself, where elements of so many bytes repeat the piece in front of it.

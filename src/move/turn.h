@@ -47,7 +47,9 @@ void columnsToRows(Source source, std::ptrdiff_t n, std::byte* const* results) {
             [&](int j) __attribute__((always_inline)) { return to[j] + x * sizeOf<Word>; });
     };
     if (n < edge) {
-        for (std::ptrdiff_t x = 0; x < n; ++x) block(x, Int<1>{}, std::false_type{});
+        // Of words of eight bytes that is one row, which has one column: rows are no fewer than columns.
+        if constexpr (sizeof(Word) == 4 || columns == 1)
+            for (std::ptrdiff_t x = 0; x < n; ++x) block(x, Int<1>{}, std::false_type{});
         return;
     }
     std::ptrdiff_t x = 0;

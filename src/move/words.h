@@ -67,8 +67,8 @@ template <class Word, int rows, int columns, bool wideLoads = false, bool wideSt
         unrolled<(columns + 1) / 2>([&](auto pair) __attribute__((always_inline)) {
             constexpr int j = 2 * pair, bytes = columns - j == 1 ? 8 : 16;
             if constexpr (rows == 1) {
-                store(to(j), load<Word>(from(0) + j * 8));
-                if constexpr (bytes == 16) store(to(j + 1), load<Word>(from(0) + j * 8 + 8));
+                static_assert(columns == 1);
+                store(to(0), load<Word>(from(0)));
             } else {
                 const Bits first = loadFirst<bytes>(from(0) + j * 8), second = loadFirst<bytes>(from(1) + j * 8);
                 storeBits(to(j), _mm_unpacklo_epi64(first, second));

@@ -16,6 +16,7 @@
 #include "kernel/streams.h"
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
+#include "kernel/walk.h"
 
 namespace korm::inline KORM_VARIANT::vectors {
 
@@ -109,27 +110,6 @@ template <class T, int n, class Op>
     }
 }
 
-// Elements at a fixed distance. The compiler mustn't know that it has seen the distance before: it would give each of its
-// multiples a register and take those of other values.
-template <class Address>
-struct ElementWalk {
-    Address at;
-    std::ptrdiff_t step;
-
-    template <int n>
-    [[gnu::always_inline]] Address address() {
-        static_assert(n <= 2, "an address without a further instruction");
-        step = opaque(step);
-        return at + n * step;
-    }
-    [[gnu::always_inline]] void moveOn(int n) {
-        step = opaque(step);
-        at = opaque(at + n * step);
-    }
-};
-template <class Address>
-ElementWalk(Address, std::ptrdiff_t) -> ElementWalk<Address>;
-
 // The first elements of three walks, each written before the next is read.
 template <class T, int number, class Op, class X, class Y, class To>
 [[gnu::always_inline]] inline void combineFirst(const Op& op, X& x, Y& y, To& to) {
@@ -138,23 +118,16 @@ template <class T, int number, class Op, class X, class Y, class To>
     });
 }
 
-// The next n elements, two at a time. A loop of one or two is about as long as a line of code, and takes up to twice as long
-// where its last jump is in the next; that of four takes its time wherever it lies.
+// The next n elements.
 template <class T, class Op, class X, class Y, class To>
 [[gnu::always_inline]] inline void combineSteps(const Op& op, X& x, Y& y, To& to, std::ptrdiff_t n) {
-    const auto next = [&](auto number) __attribute__((always_inline)) {
-        combineFirst<T, number>(op, x, y, to);
-        x.moveOn(number);
-        y.moveOn(number);
-        to.moveOn(number);
-    };
-    if (n & 1) next(Int<1>{});
-    if (n & 2) next(Int<2>{});
-    if (n > 3)
-        for (n &= -4; n != 0; n -= 4) {
-            next(Int<2>{});
-            next(Int<2>{});
-        }
+    inRounds(
+        n, [&](auto number) __attribute__((always_inline)) {
+            combineFirst<T, number>(op, x, y, to);
+            x.moveOn(number);
+            y.moveOn(number);
+            to.moveOn(number);
+        });
 }
 
 // --- Objects ---------------------------------------------------------------------------------------
