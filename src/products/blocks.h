@@ -128,7 +128,7 @@ struct RightTurned {
 };
 
 // Where results go: as they are or as the transpose of the result.
-template <bool turned>
+template <bool turned, Start start = Start::firstProduct>
 struct BlockTarget {
     std::byte* origin;
     std::ptrdiff_t stride;
@@ -140,12 +140,14 @@ struct BlockTarget {
     // Elements (i, j), (i, j + 1), (i + 1, j), (i + 1, j + 1).
     [[gnu::always_inline]] void store(int i, int j, Float4 block) const {
         if constexpr (turned) block = __builtin_shufflevector(block, block, 0, 2, 1, 3);
+        if constexpr (start == Start::zero) block = zeroStarted(block);
         storeLowPair(at(i, j), block);
         storeHighPair(turned ? at(i, j + 1) : at(i + 1, j), block);
     }
 
     // Order 3: the first block, elements (2, 0), (2, 1), (0, 2), (1, 2), and the last element.
     [[gnu::always_inline]] void storeThree(Float4 block, Float4 edges, float corner) const {
+        static_assert(start == Start::firstProduct);
         store(0, 0, block);
         if constexpr (turned) edges = __builtin_shufflevector(edges, edges, 2, 3, 0, 1);
         korm::store(origin + 8, edges[2]);

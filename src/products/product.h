@@ -37,8 +37,16 @@ template <class T, class SquareOrders, RowSums rows>
                                                       count);
     }
     const auto square = [&](auto n) __attribute__((always_inline)) {
-        if constexpr (SquareOrders::has(n)) squaresOfAnyStride<T, n>(a, b, dst, count);
-        return SquareOrders::has(n);
+        if constexpr (SquareOrders::has(n)) {
+            squaresOfAnyStride<T, n>(a, b, dst, count);
+            return true;
+        } else if constexpr (isFloat<T> && n == 6 && rows == sums::zero_start) {
+            const bool isPlain = havePlainRows<T>(a, b, dst);
+            if (isPlain) plainSquares<T, n, false, false, Start::zero>(a, b, dst, count);
+            return isPlain;
+        } else {
+            return false;
+        }
     };
     if (shape.isSquare() && forOrder(shape.rows, square, [] { return false; })) return;
     if (multiplyCommonShape<T, sums::zero_start>(a, b, dst, shape, count)) return;

@@ -106,9 +106,11 @@ inline constexpr bool inRows = !isFloat<T> || n == 4 || (turnB && n == 5);
 template <class T, int n, bool turnA, bool turnB>
 inline constexpr bool storesTranspose = turnA&& turnB && (inTiles<T, n> || !inRows<T, n, true>);
 
-template <class T, int n, bool turnA, bool turnB>
+// Sums start with their first product; those of floats of order 6, nothing turned, may start from +0.
+template <class T, int n, bool turnA, bool turnB, Start start = Start::firstProduct>
 [[gnu::noinline]] void plainSquares(const GridObjects& as, const GridObjects& bs, const GridObjects& dsts,
                                     std::int32_t count) {
+    static_assert(start == Start::firstProduct || (isFloat<T> && n == 6 && !turnA && !turnB));
     // A tile's right operand is turned while the product before is on its way.
     constexpr bool turnsAhead = inTiles<T, n> && turnB && !turnA;
     [[maybe_unused]] alignas(16) std::byte transposed[2][turnsAhead ? n * n * 8 : 1];
@@ -130,7 +132,7 @@ template <class T, int n, bool turnA, bool turnB>
             multiplyRows<T, n>(leftRows<T, n, turnA>(a, aStride), rightRows<T, n, turnB>(b, bStride), to, stride);
         } else {
             multiplyBlocks<n>(LeftBlocks<n, turnA>{a, aStride}, rightBlocks<n, turnB>(b, bStride),
-                              BlockTarget<false>{to, stride});
+                              BlockTarget<false, start>{to, stride});
         }
     };
     withStrides<T, n>(
@@ -253,12 +255,16 @@ template <class S, class Objects>
 }
 
 // Objects with any strides, some of which are plain all the same.
+template <class T>
+[[gnu::always_inline]] inline bool havePlainRows(const GridObjects& a, const GridObjects& b, const GridObjects& dst) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+    return a.first.columnStep == size && b.first.columnStep == size && dst.first.columnStep == size;
+}
+
 template <class T, int n>
 [[gnu::always_inline]] inline void squaresOfAnyStride(const GridObjects& a, const GridObjects& b,
                                                       const GridObjects& dst, std::int32_t count) {
-    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
-    if (a.first.columnStep == size && b.first.columnStep == size && dst.first.columnStep == size)
-        plainSquares<T, n, false, false>(a, b, dst, count);
+    if (havePlainRows<T>(a, b, dst)) plainSquares<T, n, false, false>(a, b, dst, count);
     else squaresInLanes<Lanes<T>>(a, b, dst, n, count);
 }
 
