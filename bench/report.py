@@ -21,7 +21,7 @@ from pathlib import Path
 
 import pages
 import svg
-from rows import EVEN, Row, comparison, mean, number, table
+from rows import EVEN, LAST_CHECK, Row, comparison, mean, number, table
 
 FOLDER = Path(__file__).resolve().parents[1] / "docs" / "benchmarks"
 
@@ -83,9 +83,6 @@ def sweep_table(rows):
     yield from table(["form, layout", "sizes", "loop / korm, geometric mean", "below 0.97", "worst"], lines)
 
 
-LAST_CHECK = "korm, last check"
-
-
 def single_calls(rows):
     """What single calls pay for being calls with checks. A call can take no less than its checks and then the loop's work, so
     sizes that are slower than both together are slow for a reason of their own."""
@@ -93,7 +90,6 @@ def single_calls(rows):
     if not singles:
         return
     products = lambda row: math.prod(map(int, row.size.split("x")))
-    beside = lambda row: (row.ns[row.best] + row.ns[LAST_CHECK]) / row.ns["korm"]
     yield "### Single calls"
     yield ""
     yield from paragraphs("Checks come in a fixed order, and the last of them is at the end of about 50 instructions. A call that "
@@ -105,11 +101,11 @@ def single_calls(rows):
         group = [row for row in singles if row.form == form]
         large = [row for row in group if products(row) >= 8]
         small = [row for row in group if products(row) < 8]
-        slow = [row for row in group if beside(row) < EVEN]
+        slow = [row for row in group if row.with_checks() < EVEN]
         lines.append([form, number(mean(row.ns[LAST_CHECK] for row in group)),
                       f"{sum(row.ratio < EVEN for row in large)} of {len(large)}", number(min(row.ratio for row in large)),
                       f"{sum(row.ratio < 0.5 for row in small)} of {len(small)}", number(min(row.ratio for row in small)),
-                      ", ".join(f"{row.size} ({number(beside(row))})" for row in sorted(slow, key=beside)) or "none"])
+                      ", ".join(f"{row.size} ({number(row.with_checks())})" for row in sorted(slow, key=Row.with_checks)) or "none"])
     yield from table(["form", "checks, ns", "8 products or more: below 0.97", "worst", "fewer: below 0.5", "worst",
                       "slower than loop and checks"], lines)
 

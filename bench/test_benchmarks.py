@@ -121,6 +121,22 @@ class Report(unittest.TestCase):
                          "| Mul_mm_32f | 4.00 | 2 of 3 | 0.30 | 1 of 2 | 0.40 | 3x4x5 (0.50), 1x1x1 (0.67) |")
         self.assertEqual(list(report.single_calls(some[-1:])), [])
 
+    def test_products_by_columns_are_held_against_the_transposes_by_rows(self):
+        some = [made(f"sweep/Mul_mama_32f/{size}/{place}", {"korm": korm, "loop": 100})
+                for size, place, korm in (("1x2x3", "packed", 10), ("3x2x1", "packed", 30), ("3x2x1", "columns", 20),
+                                          ("1x2x3", "columns", 20), ("2x2x2", "columns", 20))]
+        goal, = pages.by_columns(some)
+        self.assertEqual((goal.figure, goal.is_met), ("0.50", False))
+        self.assertIn("(2 rows, 1 below; worst: Mul_mama_32f, 3x2x1, columns)", goal.text)
+
+    def test_every_small_shape_of_products_has_a_goal(self):
+        some = [made("sweep/Mul_mama_64f/2x2x2/packed", {"korm": 2, "loop": 6}),
+                made("sweep/Mul_mama_64f/2x2x2/list", {"korm": 2, "loop": 1})]
+        some += [made(f"sweep/Mul_mm_32f/{size}/packed", {"korm": 8, "loop": 4, "korm, last check": 5},
+                      controls=["korm, last check"]) for size in ("1x2x3", "2x2x2")]
+        self.assertEqual([(goal.figure, goal.is_met) for goal in pages.sweep_goals(some)],
+                         [("3.00", True), ("3.00", True), ("0.50", False), ("0.50", False), ("1.12", True), ("0.50", True)])
+
     def test_maps_have_a_square_for_each_size(self):
         drawing = svg.sweep_map([("form", {(m, k, n): 2.0 for m in (1, 2) for k in (1, 2, 3) for n in (1, 2)})])
         self.assertEqual(drawing.count("h9"), 12)

@@ -32,6 +32,7 @@ Distances distancesOf(Layout layout, std::size_t rows, std::size_t columns, std:
             const std::size_t row = (2 * columns + 1) * size;
             return {rows * row + 2 * size, row, 2 * size};
         }
+        case Layout::columns: return {object, size, rows * size};
         case Layout::streams: return {size, columns * size, size};
         default: return {object, columns * size, size};
     }

@@ -21,6 +21,7 @@ enum class Layout {
     packed,           // no gap anywhere
     padded,           // rows of matrices, and vectors, start at multiples of 16 bytes, with a gap between objects
     strided,          // every other element is used, and gaps behind rows and objects
+    columns,          // no gap anywhere, elements of a column touch
     list,             // one pointer for each object, which is packed in itself
     stridedList,      // one pointer for each object, which is strided in itself
     streams,          // one pointer for each element position, objects one element apart
@@ -29,7 +30,7 @@ enum class Layout {
 };
 
 constexpr std::string_view nameOf(Layout layout) {
-    constexpr std::string_view names[] = {"packed",      "padded",  "strided",  "list",
+    constexpr std::string_view names[] = {"packed",      "padded",  "strided",  "columns",        "list",
                                           "stridedList", "streams", "pointers", "stridedPointers"};
     return names[static_cast<int>(layout)];
 }
@@ -295,6 +296,7 @@ private:
         } else if constexpr (layout == Layout::streams) return (table[i * width + j][k]);
         else if constexpr (entryOf(layout) == Entry::pointer) return (table[i * width + j][k * object]);
         else if constexpr (layout == Layout::packed) return (base[(k * height + i) * width + j]);
+        else if constexpr (layout == Layout::columns) return (base[(k * width + j) * height + i]);
         else if constexpr (layout == Layout::padded) return (base[k * object + i * row + j]);
         else if constexpr (layout == Layout::strided) return (base[k * object + i * row + j * element]);
         else if constexpr (layout == Layout::list) return ((isArray ? table[k] : base)[i * width + j]);

@@ -4,7 +4,8 @@
 namespace bench {
 
 void measureSweeps() {
-    sweep<Mul_mama, Layout::packed, Layout::padded, Layout::strided, Layout::list, Layout::streams, Layout::pointers>();
+    sweep<Mul_mama, Layout::packed, Layout::padded, Layout::strided, Layout::columns, Layout::list, Layout::streams,
+          Layout::pointers>();
     sweep<Mul_mam, Layout::packed>();
     sweep<Mul_mma, Layout::packed>();
     sweep<Mul_mata, Layout::packed>();
