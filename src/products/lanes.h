@@ -347,7 +347,7 @@ template <class T>
 [[gnu::noinline]] bool multiplySmall(const GridObjects& as, const GridObjects& xs, const GridObjects& dsts,
                                      VectorProductShape shape, const ElementSums& elements, std::int32_t count) {
     if (multiplyNarrow<T>(as, xs, dsts, shape, count)) return true;
-    if (multiplyDots<T>(as, xs, dsts, shape, elements, count)) return true;
+    if (areFewLongRows<T>(shape) && multiplyDots<T>(as, xs, dsts, shape, elements, count)) return true;
     if (!isSmall<T>(as, dsts.first, shape)) return false;
     smallProducts<T>(as, asColumns(xs), asColumns(dsts), {shape.rows, shape.products, 1},
                      rowGroups(elements, shape.rows), count);

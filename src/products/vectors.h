@@ -316,10 +316,14 @@ template <class T, Sum shape>
     std::ptrdiff_t i = 0;
     for (; i + groups * lanes <= rows; i += groups * lanes)
         dotVector<T, shape, groups>(x, a + i * aRow, aRow, products, to + i * size);
-    for (; i < rows; i += lanes) {
-        const std::ptrdiff_t at = std::min(i, rows - lanes);
-        dotVector<T, shape, 1>(x, a + at * aRow, aRow, products, to + at * size);
-    }
+    const auto last = [&](auto vectors) __attribute__((always_inline)) {
+        const std::ptrdiff_t at = std::min<std::ptrdiff_t>(i, rows - vectors * lanes);
+        dotVector<T, shape, vectors>(x, a + at * aRow, aRow, products, to + at * size);
+        i += vectors * lanes;
+    };
+    if constexpr (groups >= 4)
+        while (i + lanes < rows && rows >= 2 * lanes) last(Int<2>{});
+    while (i < rows) last(Int<1>{});
 }
 
 // Elements of the result from `first` up to `end`, all of one shape.
