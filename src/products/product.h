@@ -36,6 +36,16 @@ template <class T, class SquareOrders, RowSums rows>
         return productsOfGrids<T, SquareOrders, rows>(transposesOf(b), transposesOf(a), transposesOf(dst), turned,
                                                       count);
     }
+    // One column or one row is a vector. Of doubles with few products strips are quicker.
+    const auto areApart = [&](const GridOperand& matrix) {
+        return matrix.rowStep != sizeof(T) && matrix.columnStep != sizeof(T) && (isFloat<T> || shape.products >= 4);
+    };
+    if (shape.columns == 1 && areApart(a.first))
+        return gatheredRowsTimesVectors<T, rows.blocks>(a, transposesOf(b), transposesOf(dst),
+                                                        {shape.rows, shape.products}, Start::zero, count);
+    if (shape.rows == 1 && areApart(b.first))
+        return gatheredRowsTimesVectors<T, rows.blocks>(transposesOf(b), a, dst, {shape.columns, shape.products},
+                                                        Start::zero, count);
     const auto square = [&](auto n) __attribute__((always_inline)) {
         if constexpr (SquareOrders::has(n)) {
             squaresOfAnyStride<T, n>(a, b, dst, count);
