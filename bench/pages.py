@@ -225,7 +225,7 @@ PRODUCTS = Page(
     tables={"known-common": known_table, "known": known_table},
     small="In `columns`, operands and results are stored by columns; goals hold them against the packed product of the "
           "transposes, whose operands lie in the same order. Doubles by columns have one sum for each element where packed "
-          "ones have two partial sums, and wait for it where there are few elements: 1x8x4, 1x8x8 and 8x8x2 take 1.16 to "
+          "ones have two or four partial sums, and wait for it where there are few elements: 1x8x4, 1x8x8 and 8x8x2 take 1.16 to "
           "1.2 times as long for that.")
 
 
