@@ -281,7 +281,7 @@ VECTORS = Page(
                         "L2Norm_va_64f", "FrobNorm_ma_32f", "Trace_ma_32f")],
     goals=vector_goals,
     tables={"packed": vector_table},
-    small="Behind are combinations and dot products of strided lists. Scaled sums take 0.36 to 0.38 ns an element there, a plain "
+    small="Behind are combinations and dot products of strided lists. Scaled sums take 0.36 to 0.41 ns an element there, a plain "
           "loop 0.33 to 0.49, as it happens to lie in its lines of code: the same machine code was measured behind 0 to 60 bytes of "
           "others ([architecture](../architecture.md) tells of such loops).")
 
