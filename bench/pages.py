@@ -117,7 +117,7 @@ def by_columns(rows):
     """Products by columns beside what they are by rows: the product of the transposes."""
     turned = {(row.form, "x".join(reversed(row.size.split("x")))): row.ns["korm"] for row in chosen(rows, "sweep", place="packed")}
     return every_row("all small shapes, stored by columns: packed product of the transposes / korm",
-                     chosen(rows, "sweep", place="columns"), 1 / 1.15,
+                     chosen(rows, "sweep", place="columns"), 0.87,
                      lambda row: turned[row.form, row.size] / row.ns["korm"] if (row.form, row.size) in turned else None)
 
 
