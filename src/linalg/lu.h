@@ -238,11 +238,11 @@ template <class A, class D, class Count>
                                                            Count count) {
     using T = typename D::Element;
     auto* const bytes = reinterpret_cast<std::byte*>(pivots);
-    if (order == 1) return luObjects<1, T>(src, dst, bytes, count);
-    if (order == 2) return luObjects<2, T>(src, dst, bytes, count);
     return forOrder(
         order, [&](auto n) __attribute__((always_inline)) { return luObjects<n, T>(src, dst, bytes, count); },
         [&]() __attribute__((always_inline)) {
+            if (order == 1) return luObjects<1, T>(src, dst, bytes, count);
+            if (order == 2) return luObjects<2, T>(src, dst, bytes, count);
             if constexpr (isOneObject<Count>) return cores::luGeneral(src.at(0), dst.at(0), bytes, order);
             else return luArrayGeneral<T>(withAnyObjects(src), withAnyObjects(dst), bytes, order, count);
         });
