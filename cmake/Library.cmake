@@ -17,6 +17,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # would have to save first: four instructions in the way to the first element of a 3 by 3 matrix.
     target_compile_options(kormObjects PRIVATE
                            $<$<COMPILE_LANGUAGE:CXX>:--param=logical-op-non-short-circuit=0>)
+    # No second copies of the triangular loops of eigenproblems, cut where they meet the diagonal: an eighth of their code
+    # that gains no time.
+    set(eigenproblems ${kormGenerated})
+    list(FILTER eigenproblems INCLUDE REGEX "/(general|symmetric)_")
+    set_source_files_properties(${eigenproblems} PROPERTIES COMPILE_OPTIONS -fno-split-loops)
 endif()
 if(KORM_TARGET STREQUAL "ia32")
     # Callers may come with a stack that is aligned to 4 bytes only.

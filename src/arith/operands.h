@@ -43,13 +43,16 @@ struct Array {
     [[gnu::always_inline]] void nextOfList() { origin = reinterpret_cast<BytePointer<T>>(*++list) + objectStride; }
 };
 
-template <class Operand>
-[[gnu::always_inline]] inline void nextByStride(Operand& operand) {
+// Moves operands on to their next objects; those that have no others stay where they are.
+template <class Operand, class... Others>
+[[gnu::always_inline]] inline void nextByStride(Operand& operand, Others&... others) {
     if constexpr (requires { operand.nextByStride(); }) operand.nextByStride();
+    if constexpr (sizeof...(others) > 0) nextByStride(others...);
 }
-template <class Operand>
-[[gnu::always_inline]] inline void nextOfList(Operand& operand) {
+template <class Operand, class... Others>
+[[gnu::always_inline]] inline void nextOfList(Operand& operand, Others&... others) {
     if constexpr (requires { operand.nextOfList(); }) operand.nextOfList();
+    if constexpr (sizeof...(others) > 0) nextOfList(others...);
 }
 
 // An operand for `eachObject`. There must be an object: the first entry of a list is read.
@@ -90,17 +93,12 @@ template <class T, Spacing spacing>
 // apart have their own, in which so many go at a time. Behind the last entry of a list nothing is read.
 template <int together = 0, class A, class B, class D, class F>
 [[gnu::always_inline]] inline void eachObject(A a, B b, D dst, std::ptrdiff_t count, const F& f) {
-    const auto byStride = [&]() __attribute__((always_inline)) {
-        nextByStride(a);
-        nextByStride(b);
-        nextByStride(dst);
-    };
     const bool listed = dst.list != nullptr;
     if (together > 0 && !listed) {
         for (; count >= together; count -= together)
             unrolled<together>([&](auto) __attribute__((always_inline)) {
                 f(a, b, dst);
-                byStride();
+                nextByStride(a, b, dst);
             });
         if (count > 0) f(a, b, dst);
         return;
@@ -108,11 +106,9 @@ template <int together = 0, class A, class B, class D, class F>
     for (;;) {
         f(a, b, dst);
         if (--count == 0) return;
-        if (together > 0 || listed) [[unlikely]] {
-            nextOfList(a);
-            nextOfList(b);
-            nextOfList(dst);
-        } else byStride();
+        if (together > 0 || listed) [[unlikely]]
+            nextOfList(a, b, dst);
+        else nextByStride(a, b, dst);
     }
 }
 
@@ -154,13 +150,10 @@ template <int elements, class A, class B, class D, class F>
 }
 
 // The constant of the object at hand.
-template <class T>
-[[gnu::always_inline]] inline T constantOf(const ConstantView<T, Objects::single>& view) {
-    return view.value;
-}
-template <class T>
-[[gnu::always_inline]] inline T constantOf(const Array<const T, Spacing::constant>& constants) {
-    return load<T>(constants.origin);
+template <class View>
+[[gnu::always_inline]] inline auto constantOf(const View& view) {
+    if constexpr (isShared<View>) return view.value;
+    else return load<typename View::Element>(view.origin);
 }
 
 // Do the rows of an object touch, and its objects?
@@ -170,10 +163,9 @@ template <class View>
     else return (isTransposed<View> ? view.elementStride : view.rowStride) == rowBytes;
 }
 
-template <class View>
-[[gnu::always_inline]] inline bool objectsTouch(const View& view, std::ptrdiff_t objectBytes) {
-    if constexpr (isShared<View>) return true;
-    else return isConstant<View> || view.objectStride == objectBytes;
+template <class... Views>
+[[gnu::always_inline]] inline bool objectsTouch(std::ptrdiff_t objectBytes, const Views&... views) {
+    return ((isShared<Views> || isConstant<Views> || views.objectStride == objectBytes) && ...);
 }
 
 // The width and height of a result.

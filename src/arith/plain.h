@@ -29,19 +29,17 @@ template <class Op, class T, int width, int height, bool transposeA, bool transp
     constexpr bool both =
         (transposeA || (constantA && constantFirst<T>)) && (transposeB || (constantB && constantFirst<T>));
     if constexpr (!transposeA && !transposeB) storeObject<T, width, height>(combined<Op, T>(a, b), to, rowStride);
-    else if constexpr (both) storeTransposed<T, width, height>(combined<Op, T>(a, b), AsIs{}, to, rowStride);
-    else if constexpr (transposeA) storeTransposed<T, width, height>(a, WithSecond<Op, B>{b}, to, rowStride);
-    else storeTransposed<T, width, height>(b, WithFirst<Op, A>{a}, to, rowStride);
+    else if constexpr (both) storeTransposed<T, width, height>(combined<Op, T>(a, b), asIs, to, rowStride);
+    else if constexpr (transposeA) storeTransposed<T, width, height>(a, withSecond<Op>(b), to, rowStride);
+    else storeTransposed<T, width, height>(b, withFirst<Op>(a), to, rowStride);
 }
 
-// A shared operand in locals; an array has nothing to hold.
-template <class T, int width, int height, bool keepTransposed, class View>
+// A shared operand in locals, as it is stored (those that are transposed are square); an array has nothing to hold.
+template <class T, int width, int height, class View>
 [[gnu::always_inline]] inline auto held(const View& view) {
     if constexpr (!isShared<View>) return 0;
     else if constexpr (isConstant<View>) return stored<T>(view);
-    else if constexpr (!isTransposed<View>) return hold<T, width, height>(stored<T>(view));
-    else if constexpr (keepTransposed) return hold<T, height, width>(stored<T>(view));
-    else return holdTransposed<T, width, height>(stored<T>(view));
+    else return hold<T, width, height>(stored<T>(view));
 }
 
 template <class T, int rows = 1, class View, class Held>
@@ -54,22 +52,19 @@ template <class T, int rows = 1, class View, class Held>
 template <class Op, int width, int height, class A, class B, class D>
 [[gnu::always_inline]] inline void eachSized(const A& a, const B& b, const D& dst, std::ptrdiff_t count) {
     using T = typename D::Element;
-    constexpr bool keepTransposed = (isTransposed<A> || isConstant<A>)&&(isTransposed<B> || isConstant<B>);
-    constexpr bool transposeA = isTransposed<A> && (keepTransposed || !isShared<A>);
-    constexpr bool transposeB = isTransposed<B> && (keepTransposed || !isShared<B>);
-    const auto x = held<T, width, height, keepTransposed>(a);
-    const auto y = held<T, width, height, keepTransposed>(b);
+    const auto x = held<T, width, height>(a);
+    const auto y = held<T, width, height>(b);
     eachSmallObject<width * height>(
         a, b, dst, count, [&](const A& objectA, const B& objectB, const D& z) __attribute__((always_inline)) {
-            storeSized<Op, T, width, height, transposeA, transposeB>(
+            storeSized<Op, T, width, height, isTransposed<A>, isTransposed<B>>(
                 heldOr<T, height>(x, objectA), heldOr<T, height>(y, objectB), z.origin, z.rowStride);
         });
 }
 
 // Passes over objects that lie a stride apart.
-template <class View>
-[[gnu::always_inline]] inline void moveOn(View& view, std::ptrdiff_t objects) {
-    if constexpr (!isShared<View>) view.origin += objects * view.objectStride;
+template <class... Views>
+[[gnu::always_inline]] inline void moveOn(std::ptrdiff_t objects, Views&... views) {
+    ((views.origin += isShared<Views> ? 0 : objects * views.objectStride), ...);
 }
 
 // Objects of order 3 with a transposed source, all rows touching, as runs of 9 elements. `objects` go at a time: more than one
@@ -81,14 +76,8 @@ template <class Op, int objects, class A, class B, class D>
     constexpr bool first = (isTransposed<A> || (isConstant<A> && constantFirst<T>)) &&
                            (isTransposed<B> || (isConstant<B> && constantFirst<T>));
     const auto run = [](const auto& source) __attribute__((always_inline)) { return hold<T, elements, 1>(source); };
-    const auto kept = [&](const auto& view) __attribute__((always_inline)) {
-        using View = std::remove_cvref_t<decltype(view)>;
-        if constexpr (!isShared<View>) return 0;
-        else if constexpr (isConstant<View>) return stored<T>(view);
-        else return run(stored<T>(view));
-    };
-    const auto x = kept(a);
-    const auto y = kept(b);
+    const auto x = held<T, elements, 1>(a);
+    const auto y = held<T, elements, 1>(b);
     eachSmallObject<elements>(
         a, b, dst, count, [&](const A& objectA, const B& objectB, const D& z) __attribute__((always_inline)) {
             const auto& p = heldOr<T>(x, objectA);
@@ -106,7 +95,7 @@ template <class Op, class A, class B, class D>
     using T = typename D::Element;
     constexpr std::ptrdiff_t bytes = 9 * sizeof(T);
     if constexpr (!isFloat<T>)
-        if (dst.list == nullptr && objectsTouch(a, bytes) && objectsTouch(b, bytes) && objectsTouch(dst, bytes)) {
+        if (dst.list == nullptr && objectsTouch(bytes, a, b, dst)) {
             alignas(16) std::byte pair[2 * bytes];
             const auto inPairs = [&](auto view) __attribute__((always_inline)) {
                 if constexpr (!isShared<decltype(view)>) view.objectStride = 2 * bytes;
@@ -118,10 +107,7 @@ template <class Op, class A, class B, class D>
             };
             transposedThrees<Op, 2>(inPairs(a), inPairs(b), inPairs(dst), count / 2);
             if (count % 2 == 0) return;
-            const std::ptrdiff_t done = count - 1;
-            moveOn(a, done);
-            moveOn(b, done);
-            moveOn(dst, done);
+            moveOn(count - 1, a, b, dst);
             count = 1;
         }
     transposedThrees<Op, 1>(a, b, dst, count);
@@ -153,9 +139,7 @@ template <class Op, int width, int height, class A, class B, class D>
             return view;
         };
         const std::ptrdiff_t done = storeTiles<Op, T, elements, constants>(asTile(a), asTile(b), dst.origin, count);
-        moveOn(a, done);
-        moveOn(b, done);
-        moveOn(dst, done);
+        moveOn(done, a, b, dst);
         return count - done;
     }
 }
@@ -183,8 +167,7 @@ template <class Op, int width, int height, class A, class B, class D>
         if constexpr (width == 3) eachTransposedThree<Op>(a, b, dst, count);
         else eachSized<Op, width, height>(touching<rowBytes>(a), touching<rowBytes>(b), touching<rowBytes>(dst), count);
     } else {
-        if (dst.list == nullptr && objectsTouch(a, bytes) && objectsTouch(b, bytes) && objectsTouch(dst, bytes))
-            count = packed<Op, width, height>(a, b, dst, count);
+        if (dst.list == nullptr && objectsTouch(bytes, a, b, dst)) count = packed<Op, width, height>(a, b, dst, count);
         if (count > 0) eachSized<Op, width * height, 1>(a, b, dst, count);
     }
 }
@@ -203,8 +186,7 @@ template <class Op, class A, class B, class D>
             height = 1;
             constexpr bool repeats = isConstant<A> != isShared<A> || isConstant<B> != isShared<B>;
             if constexpr (!repeats)
-                if (dst.list == nullptr && objectsTouch(a, bytes) && objectsTouch(b, bytes) &&
-                    objectsTouch(dst, bytes)) {
+                if (dst.list == nullptr && objectsTouch(bytes, a, b, dst)) {
                     run<Op, T>(rowOf<T>(a, 0), rowOf<T>(b, 0), dst.origin, count * bytes);
                     return;
                 }

@@ -28,14 +28,10 @@ struct SplitRows {
     }
 };
 
-template <int height, class T>
-[[gnu::always_inline]] inline auto split(Rows<T> rows) {
-    if constexpr (height < 4) return rows;
-    else return SplitRows<T>{rows.origin, rows.rowStride, opaque(rows.origin + 3 * rows.rowStride)};
-}
-template <int, class T>
-[[gnu::always_inline]] inline auto split(Repeated<T> constant) {
-    return constant;
+template <class T, int height, class Source>
+[[gnu::always_inline]] inline auto split(Source source) {
+    if constexpr (height < 4 || !inMemory<Source>) return source;
+    else return SplitRows<T>{source.origin, source.rowStride, opaque(source.origin + 3 * source.rowStride)};
 }
 
 struct NoStride {
@@ -43,25 +39,26 @@ struct NoStride {
     operator std::ptrdiff_t() const { return noRows; }
 };
 
-// A matrix in two registers, a vector or a constant in one, and the operand that it stands for.
-template <class View, class RowStride>
+// An object with one stride (a plain matrix, a strided vector) in two registers, a plain vector or a constant in one, and the
+// operand that it stands for.
+template <class View, class Stride>
 struct Handed {
     decltype(View::origin) origin;
-    [[no_unique_address]] RowStride rowStride;
+    [[no_unique_address]] Stride stride;
 
     explicit Handed(const View& view)
-        : origin(view.origin), rowStride(isTransposed<View> ? view.elementStride : view.rowStride) {}
-    bool rowsAre(std::ptrdiff_t bytes) const { return rowStride == bytes; }
+        : origin(view.origin), stride(isAdjacent<View> ? view.rowStride : view.elementStride) {}
+    bool rowsAre(std::ptrdiff_t bytes) const { return stride == bytes; }
     auto row() const { return Adjacent<typename View::Element>{origin}; }
     auto operand() const {
         constexpr std::ptrdiff_t size = sizeof(typename View::Element);
-        constexpr bool swapped = isTransposed<View>;
-        return asArray(View{{origin}, 0, swapped ? size : rowStride, swapped ? rowStride : size});
+        constexpr bool ofRows = isAdjacent<View>;
+        return asArray(View{{origin}, 0, ofRows ? stride : size, ofRows ? size : stride});
     }
 };
 
-template <class T, Objects objects, class RowStride>
-struct Handed<ConstantView<T, objects>, RowStride> {
+template <class T, Objects objects, class Stride>
+struct Handed<ConstantView<T, objects>, Stride> {
     T value;
 
     explicit Handed(const ConstantView<T, objects>& view) : value(view.value) {}
@@ -71,12 +68,12 @@ struct Handed<ConstantView<T, objects>, RowStride> {
 };
 
 template <class View>
-using HandedMatrix = Handed<View, std::ptrdiff_t>;
+using HandedWithStride = Handed<View, std::ptrdiff_t>;
 template <class View>
 using HandedVector = Handed<View, NoStride>;
 
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] std::int32_t handedRows(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst,
+[[gnu::noinline]] std::int32_t handedRows(HandedWithStride<A> a, HandedWithStride<B> b, HandedWithStride<D> dst,
                                           MatrixShape shape) {
     if (anyBelowOne(shape.width, shape.height)) return korStatusBadSize;
     plainAny<Op>(a.operand(), b.operand(), dst.operand(), shape.width, shape.height, 1);
@@ -84,7 +81,7 @@ template <class Op, class A, class B, class D>
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] std::int32_t handedMatrix(HandedMatrix<A> a, HandedMatrix<B> b, HandedMatrix<D> dst,
+[[gnu::noinline]] std::int32_t handedMatrix(HandedWithStride<A> a, HandedWithStride<B> b, HandedWithStride<D> dst,
                                             MatrixShape shape) {
     using T = typename D::Element;
     const std::ptrdiff_t bytes = shape.width * static_cast<std::ptrdiff_t>(sizeof(T));
@@ -114,10 +111,21 @@ template <class Op, class A, class B, class D>
 }
 
 template <class Op, class A, class B, class D>
+[[gnu::noinline]] void handedStrides(HandedWithStride<A> a, HandedWithStride<B> b, HandedWithStride<D> dst,
+                                     std::ptrdiff_t length) {
+    auto x = walkOf<false>(a.operand(), length, 1);
+    auto y = walkOf<false>(b.operand(), length, 1);
+    auto z = walkOf<false>(dst.operand(), length, 1);
+    x.beginObject();
+    y.beginObject();
+    storeRow<Op>(x, y, z, length);
+}
+
+template <class Op, class A, class B, class D>
 [[gnu::always_inline]] inline std::int32_t handOn(const A& a, const B& b, const D& dst, MatrixShape shape) {
-    const HandedMatrix<A> x(a);
-    const HandedMatrix<B> y(b);
-    const HandedMatrix<D> z(dst);
+    const HandedWithStride<A> x(a);
+    const HandedWithStride<B> y(b);
+    const HandedWithStride<D> z(dst);
     if constexpr (isTransposed<A> || isTransposed<B>) return handedRows<Op, A, B, D>(x, y, z, shape);
     else return handedMatrix<Op, A, B, D>(x, y, z, shape);
 }
@@ -170,7 +178,7 @@ template <class Op, class A, class B, class D, class Shape>
             shape,
             [&](auto w, auto h) __attribute__((always_inline)) {
                 storeSized<Op, T, w, h, isTransposed<A>, isTransposed<B>>(
-                    split<h>(stored<T>(a)), split<h>(stored<T>(b)), dst.origin, dst.rowStride);
+                    split<T, h>(stored<T>(a)), split<T, h>(stored<T>(b)), dst.origin, dst.rowStride);
                 return std::int32_t{korStatusOk};
             },
             [&]() __attribute__((always_inline)) { return handOn<Op>(a, b, dst, shape); });
@@ -189,7 +197,8 @@ template <class Op, class A, class B, class D, class Shape>
             },
             [&]() __attribute__((always_inline)) {
                 if constexpr (std::is_same_v<Shape, VectorShape>)
-                    stridedVector<Op>(VectorStart<A>(a), VectorStart<B>(b), VectorStart<D>(dst), shape.length);
+                    handedStrides<Op, A, B, D>(HandedWithStride<A>(a), HandedWithStride<B>(b), HandedWithStride<D>(dst),
+                                               shape.length);
                 else stridedAny<Op>(asArray(a), asArray(b), asArray(dst), shape.width, shape.height, 1);
             });
     }

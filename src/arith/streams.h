@@ -9,6 +9,7 @@
 #include "arith/operands.h"
 #include "arith/rows.h"
 #include "entry/views.h"
+#include "kernel/streams.h"
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
 
@@ -39,12 +40,6 @@ template <class Byte, int n, class T, Objects objects>
 template <class T, Objects objects>
 [[gnu::always_inline]] inline std::ptrdiff_t distanceOf(const Table<T, objects>& table, std::ptrdiff_t k) {
     return table.offset + k * table.objectStride;
-}
-
-template <class View>
-inline bool objectsAdjacent(const View& view) {
-    if constexpr (isShared<View>) return true;
-    else return view.objectStride == sizeof(typename View::Element);
 }
 
 // Where objects are adjacent, a stream is a row: those of elements (i, 0), (i, 1), ... are objects of one row each. A shared

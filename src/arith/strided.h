@@ -60,18 +60,18 @@ struct Walk {
 };
 
 // A constant, or the constants of an array, as if they were elements.
-template <class T, class View>
+template <class View>
 struct ConstantWalk {
     View view;
-    T value;
+    typename View::Element value;
 
     explicit ConstantWalk(const View& constants) : view(constants), value() {}
     template <int>
-    [[gnu::always_inline]] T get() const {
+    [[gnu::always_inline]] auto get() const {
         return value;
     }
     void moveOn(int) {}
-    [[gnu::always_inline]] void beginObject() { value = constantOf<T>(view); }
+    [[gnu::always_inline]] void beginObject() { value = constantOf(view); }
     void nextRow() {}
     [[gnu::always_inline]] void nextByStride() { arith::nextByStride(view); }
     [[gnu::always_inline]] void nextOfList() {
@@ -100,6 +100,16 @@ struct CopyWalk {
     [[gnu::always_inline]] void nextRow() { ++row; }
 };
 
+// `moved`: by how many elements it will have moved on when it goes to the next row.
+template <bool once, class View>
+[[gnu::always_inline]] inline auto walkOf(const View& view, std::ptrdiff_t moved, std::ptrdiff_t height) {
+    if constexpr (isConstant<View>) return ConstantWalk<View>(view);
+    else {
+        using T = std::remove_pointer_t<std::remove_cvref_t<decltype(*view.list)>>;
+        return Walk<T, once>(asArray(view), height, moved * view.elementStride);
+    }
+}
+
 template <class Op, int count, class A, class B, class D>
 [[gnu::always_inline]] inline void storeElements(A& a, B& b, D& to) {
     unrolled<count>([&](auto n) __attribute__((always_inline)) {
@@ -111,9 +121,8 @@ template <class Op, int count, class A, class B, class D>
 
 template <class T, int width, int height, bool once, class View>
 [[gnu::always_inline]] inline auto sizedWalk(const View& view) {
-    if constexpr (isConstant<View>) return ConstantWalk<T, View>(view);
-    else if constexpr (!once && isShared<View>) return CopyWalk<T, width, height>(view);
-    else return Walk<std::remove_pointer_t<std::remove_cvref_t<decltype(*view.list)>>, once>(asArray(view), height, 0);
+    if constexpr (!once && isShared<View> && !isConstant<View>) return CopyWalk<T, width, height>(view);
+    else return walkOf<once>(view, 0, height);
 }
 
 template <class Op, int width, int height, class A, class B, class D>
@@ -182,18 +191,10 @@ inline bool elementsDisjoint(const D& d, std::ptrdiff_t width, std::ptrdiff_t he
     return true;
 }
 
-template <class T, Spacing spacing>
-[[gnu::always_inline]] inline auto walkOf(const Array<const T, spacing>& view, std::ptrdiff_t width,
-                                          std::ptrdiff_t height) {
-    if constexpr (spacing == Spacing::constant) return ConstantWalk<T, Array<const T, spacing>>(view);
-    else return Walk<const T, false>(view, height, width * view.elementStride);
-}
-
 // All operands are arrays here: an element that is loaded anew costs as much as one that is not.
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] void stridedAny(const A& first, const B& second, const D& result, std::ptrdiff_t width,
                                   std::ptrdiff_t height, std::ptrdiff_t count) {
-    using T = typename D::Element;
     A a = first;
     B b = second;
     D dst = result;
@@ -204,7 +205,7 @@ template <class Op, class A, class B, class D>
         std::swap(dst.rowStride, dst.elementStride);
     }
     eachObject(
-        walkOf(a, width, height), walkOf(b, width, height), Walk<T, false>(dst, height, width * dst.elementStride),
+        walkOf<false>(a, width, height), walkOf<false>(b, width, height), walkOf<false>(dst, width, height),
         count, [&](auto& x, auto& y, auto& z) __attribute__((always_inline)) {
             x.beginObject();
             y.beginObject();
@@ -218,50 +219,15 @@ template <class Op, class A, class B, class D>
         });
 }
 
-// One vector. What it consists of is passed in registers: two for each operand, one for a constant.
-template <class View>
-struct VectorStart {
-    decltype(View::origin) origin;
-    std::ptrdiff_t step;
-
-    explicit VectorStart(const View& view) : origin(view.origin), step(view.elementStride) {}
-    auto walk(std::ptrdiff_t length) const {
-        return Walk<std::remove_pointer_t<std::remove_cvref_t<decltype(*View::list)>>, false>(
-            {origin, nullptr, 0, 0, step}, 1, length * step);
-    }
-};
-template <class T, Objects objects>
-struct VectorStart<ConstantView<T, objects>> {
-    T value;
-
-    explicit VectorStart(const ConstantView<T, objects>& view) : value(view.value) {}
-    auto walk(std::ptrdiff_t) const { return ConstantWalk<T, ConstantView<T, objects>>(constant(value)); }
-};
-
-template <class Op, class A, class B, class D>
-[[gnu::noinline]] void stridedVector(VectorStart<A> a, VectorStart<B> b, VectorStart<D> dst, std::ptrdiff_t length) {
-    auto x = a.walk(length);
-    auto y = b.walk(length);
-    auto z = dst.walk(length);
-    x.beginObject();
-    y.beginObject();
-    storeRow<Op>(x, y, z, length);
-}
-
 // The array with objects in place of columns, columns in place of rows and rows in place of objects, from object `first` on.
-template <class T, Spacing spacing>
-[[gnu::always_inline]] inline Array<T, Spacing::strided> alongObjects(const Array<T, spacing>& array,
-                                                                      std::ptrdiff_t first) {
-    return {array.origin + first * array.objectStride, nullptr, array.rowStride, array.elementStride,
-            array.objectStride};
-}
-template <class T, Spacing spacing>
-[[gnu::always_inline]] inline auto alongObjects(const GridView<T, Objects::single, spacing>& view, std::ptrdiff_t) {
-    return alongObjects(asArray(view), 0);
-}
-template <class T>
-[[gnu::always_inline]] inline auto alongObjects(const ConstantView<T, Objects::single>& view, std::ptrdiff_t) {
-    return asArray(view);
+template <class View>
+[[gnu::always_inline]] inline auto alongObjects(const View& view, std::ptrdiff_t first) {
+    const auto array = asArray(view);
+    using T = std::remove_pointer_t<std::remove_cvref_t<decltype(*array.list)>>;
+    if constexpr (isConstant<View> && isShared<View>) return array;
+    else
+        return Array<T, Spacing::strided>{array.origin + first * array.objectStride, nullptr, array.rowStride,
+                                          array.elementStride, array.objectStride};
 }
 
 // The same element of one object after the other, in blocks of objects that stay in the first-level cache.
@@ -281,7 +247,7 @@ template <class Op, class A, class B, class D, class Shape>
     const auto mayReorder = [&]() __attribute__((always_inline)) {
         return dst.list == nullptr && count >= 16 && elementsDisjoint(dst, width, height, count);
     };
-    if (objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst) && mayReorder()) {
+    if (areStreams(a, b, dst) && mayReorder()) {
         constexpr std::ptrdiff_t size = sizeof(typename D::Element);
         for (std::ptrdiff_t i = 0; i < height; ++i)
             rows<Op>(acrossObjects(a, i), acrossObjects(b, i), acrossObjects(dst, i), count * size, 1, width);

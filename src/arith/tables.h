@@ -48,10 +48,11 @@ template <class View>
     else return entriesAdjacent(view.table, entries);
 }
 
+// Is it read in another order than that of its entries?
 template <class View>
-inline constexpr bool inTableOrder = true;
-template <class T, Objects objects>
-inline constexpr bool inTableOrder<ScatterView<T, objects, true>> = false;
+inline constexpr bool isTurned = requires {
+    requires View::transposed;
+};
 
 // A table whose objects are adjacent is a list of streams (see acrossObjects in streams.h).
 template <class T, Objects objects>
@@ -97,7 +98,7 @@ template <class Op, class A, class B, class D, class Shape>
 [[gnu::always_inline]] inline void tables(const A& a, const B& b, const D& dst, Shape shape, std::ptrdiff_t count) {
     using T = typename D::Element;
     constexpr std::ptrdiff_t size = sizeof(T);
-    constexpr bool inOrder = inTableOrder<A> && inTableOrder<B>;
+    constexpr bool inOrder = !isTurned<A> && !isTurned<B>;
     const std::ptrdiff_t width = widthOf(shape), height = heightOf(shape), entries = width * height;
     // Below a vector an object, or blocks enough to transpose, streams are quicker.
     constexpr std::ptrdiff_t worthwhile = inOrder ? 16 / size : 25;
@@ -106,8 +107,7 @@ template <class Op, class A, class B, class D, class Shape>
         plainArrays<Op>(asPlain(a), asPlain(b), asPlain(dst), shape, count);
         return;
     }
-    const bool adjacent =
-        count >= (inOrder ? 2 : lanes<T>)&&objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(dst);
+    const bool adjacent = count >= (inOrder ? 2 : lanes<T>)&&areStreams(a, b, dst);
     if constexpr (inOrder) {
         if (adjacent) rows<Op>(listOfStreams(a), listOfStreams(b), listOfStreams(dst), count * size, 1, entries);
         else streams<Op>(asTable(a), asTable(b), asTable(dst), entries, 1, count);

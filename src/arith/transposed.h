@@ -74,16 +74,6 @@ template <class T, int width, int height, class F>
     });
 }
 
-template <class T, int width, int height, class Stored>
-[[gnu::always_inline]] inline Held<T, width, height> holdTransposed(const Stored& stored) {
-    Held<T, width, height> held;
-    forBlocks<T, width, height>([&](auto i, auto j, auto p, auto q) __attribute__((always_inline)) {
-        const auto block = transposedBlock<T, p, q, i, j>(stored);
-        unrolled<p>([&](auto r) __attribute__((always_inline)) { held.template set<i + r, j, q>(block.row[r]); });
-    });
-    return held;
-}
-
 // A 3 by 3 matrix whose rows touch, as one run of 9: four shuffles for 8 of its elements, where blocks of
 // 2 by 2 would need seven and twice the loads and stores.
 [[gnu::always_inline]] inline Held<float, 9, 1> transposedThree(const Held<float, 9, 1>& m) {
@@ -98,33 +88,16 @@ template <class T, int width, int height, class Stored>
     return result;
 }
 
-// The first of one vector beside the second of another: all that a transposition of order 3 needs of doubles.
-inline Double2 firstSecond(Double2 x, Double2 y) { return __builtin_shufflevector(x, y, 0, 3); }
-
-[[gnu::always_inline]] inline Held<double, 9, 1> transposedThree(const Held<double, 9, 1>& m) {
-    const auto& v = m.whole[0];
-    Held<double, 9, 1> result;
-    result.whole[0][0] = firstSecond(v[0], v[1]);
-    result.whole[0][1] = firstSecond(v[3], v[0]);
-    result.whole[0][2] = firstSecond(v[2], v[3]);
-    result.whole[0][3] = firstSecond(v[1], v[2]);
-    result.one[0] = m.one[0];
-    return result;
-}
-
-// Two matrices, one behind the other.
-[[gnu::always_inline]] inline Held<double, 18, 1> transposedThree(const Held<double, 18, 1>& m) {
-    const auto& v = m.whole[0];
-    Held<double, 18, 1> result;
-    result.whole[0][0] = firstSecond(v[0], v[1]);
-    result.whole[0][1] = firstSecond(v[3], v[0]);
-    result.whole[0][2] = firstSecond(v[2], v[3]);
-    result.whole[0][3] = firstSecond(v[1], v[2]);
-    result.whole[0][4] = v[4];
-    result.whole[0][5] = firstSecond(v[6], v[7]);
-    result.whole[0][6] = firstSecond(v[5], v[6]);
-    result.whole[0][7] = firstSecond(v[8], v[5]);
-    result.whole[0][8] = firstSecond(v[7], v[8]);
+// Of doubles one matrix, or two of them one behind the other: a shuffle for each vector.
+template <int elements>
+[[gnu::always_inline]] inline Held<double, elements, 1> transposedThree(const Held<double, elements, 1>& m) {
+    constexpr auto from = [](int e) { return e / 9 * 9 + e % 3 * 3 + e % 9 / 3; };
+    Held<double, elements, 1> result;
+    unrolled<elements / 2>([&](auto v) __attribute__((always_inline)) {
+        constexpr int x = from(2 * v), y = from(2 * v + 1);
+        result.whole[0][v] = __builtin_shufflevector(m.whole[0][x / 2], m.whole[0][y / 2], x % 2, 2 + y % 2);
+    });
+    if constexpr (elements % 2 == 1) result.one[0] = m.one[0];
     return result;
 }
 
@@ -132,31 +105,23 @@ inline Double2 firstSecond(Double2 x, Double2 y) { return __builtin_shufflevecto
 template <class T>
 inline constexpr bool constantFirst = isFloat<T>;
 
-// What becomes of a block before it is stored.
-struct AsIs {
-    template <class T, int i, int j, int n, class V>
-    [[gnu::always_inline]] V apply(V value) const {
-        return value;
-    }
-};
+// What becomes of the piece of n elements at (i, j) of a transposed block before it is stored: nothing, or it is combined with
+// the same piece of the other source.
+constexpr auto asIs = [](auto piece, auto, auto, auto) __attribute__((always_inline)) { return piece; };
 
 template <class Op, class B>
-struct WithSecond {
-    const B& b;
-    template <class T, int i, int j, int n, class V>
-    [[gnu::always_inline]] V apply(V value) const {
-        return Op::apply(value, b.template get<i, j, n>());
-    }
-};
+[[gnu::always_inline]] inline auto withSecond(const B& b) {
+    return [&](auto piece, auto i, auto j, auto n) __attribute__((always_inline)) {
+        return Op::apply(piece, b.template get<i, j, n>());
+    };
+}
 
 template <class Op, class A>
-struct WithFirst {
-    const A& a;
-    template <class T, int i, int j, int n, class V>
-    [[gnu::always_inline]] V apply(V value) const {
-        return Op::apply(a.template get<i, j, n>(), value);
-    }
-};
+[[gnu::always_inline]] inline auto withFirst(const A& a) {
+    return [&](auto piece, auto i, auto j, auto n) __attribute__((always_inline)) {
+        return Op::apply(a.template get<i, j, n>(), piece);
+    };
+}
 
 template <class T, int p, int q, int i, int j, class Stored, class Last>
 [[gnu::always_inline]] inline void storeBlock(const Stored& stored, const Last& last, std::byte* to,
@@ -164,7 +129,7 @@ template <class T, int p, int q, int i, int j, class Stored, class Last>
     const auto block = transposedBlock<T, p, q, i, j>(stored);
     unrolled<p>([&](auto r) __attribute__((always_inline)) {
         Piece<T, q>::store(to + (i + r) * rowStride + j * static_cast<std::ptrdiff_t>(sizeof(T)),
-                           last.template apply<T, i + r, j, q>(block.row[r]));
+                           last(block.row[r], Int<i + r>{}, Int<j>{}, Int<q>{}));
     });
 }
 
@@ -182,14 +147,10 @@ template <class T, int width, int height, class Stored, class Last>
 template <class T, class View>
 [[gnu::always_inline]] inline auto blockSource(const View& view, std::ptrdiff_t i, std::ptrdiff_t j) {
     constexpr std::ptrdiff_t size = sizeof(T);
-    if constexpr (isTransposed<View>)
+    if constexpr (std::is_same_v<View, Repeated<T>>) return view;
+    else if constexpr (isTransposed<View>)
         return Rows<T>{view.origin + i * size + j * view.elementStride, view.elementStride};
     else return Rows<T>{view.origin + i * view.rowStride + j * size, view.rowStride};
-}
-
-template <class T>
-[[gnu::always_inline]] inline Repeated<T> blockSource(Repeated<T> constant, std::ptrdiff_t, std::ptrdiff_t) {
-    return constant;
 }
 
 // Transposed sources are combined before they are transposed, where both are (or the other is a constant).
@@ -199,9 +160,9 @@ template <class Op, class T, int p, int q, class A, class B, class X, class Y>
     const auto x = blockSource<T>(a, i, j);
     const auto y = blockSource<T>(b, i, j);
     constexpr bool lastB = isAdjacent<B> || (isConstant<B> && !constantFirst<T>);
-    if constexpr (isAdjacent<A>) storeBlock<T, p, q, 0, 0>(y, WithFirst<Op, decltype(x)>{x}, to, rowStride);
-    else if constexpr (lastB) storeBlock<T, p, q, 0, 0>(x, WithSecond<Op, decltype(y)>{y}, to, rowStride);
-    else storeBlock<T, p, q, 0, 0>(combined<Op, T>(x, y), AsIs{}, to, rowStride);
+    if constexpr (isAdjacent<A>) storeBlock<T, p, q, 0, 0>(y, withFirst<Op>(x), to, rowStride);
+    else if constexpr (lastB) storeBlock<T, p, q, 0, 0>(x, withSecond<Op>(y), to, rowStride);
+    else storeBlock<T, p, q, 0, 0>(combined<Op, T>(x, y), asIs, to, rowStride);
 }
 
 // Calls f(i, j, p, q) for the blocks of an object; p and q are types.
@@ -229,13 +190,12 @@ template <class T, class View>
 [[gnu::noinline]] void copyTransposed(const View& from, std::byte* to, std::ptrdiff_t width, std::ptrdiff_t height) {
     constexpr std::ptrdiff_t size = sizeof(T);
     const auto known = [&](auto order) __attribute__((always_inline)) {
-        storeTransposed<T, order, order>(Rows<T>{from.origin, from.elementStride}, AsIs{}, to, order * size);
+        storeTransposed<T, order, order>(Rows<T>{from.origin, from.elementStride}, asIs, to, order * size);
     };
     const auto any = [&]() __attribute__((always_inline)) {
         eachBlock<T>(
             width, height, [&](std::ptrdiff_t i, std::ptrdiff_t j, auto p, auto q) __attribute__((always_inline)) {
-                storeBlock<T, p, q, 0, 0>(blockSource<T>(from, i, j), AsIs{}, to + (i * width + j) * size,
-                                          width * size);
+                storeBlock<T, p, q, 0, 0>(blockSource<T>(from, i, j), asIs, to + (i * width + j) * size, width * size);
             });
     };
     forOrder(width == height ? static_cast<int>(width) : 0, known, any);

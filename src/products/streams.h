@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "kernel/known.h"
 #include "kernel/predicates.h"
 #include "kernel/scalar.h"
 #include "kernel/unroll.h"
@@ -38,13 +39,17 @@ template <class S>
     return isShared ? spread<S>(stream) : load<S>(stream + at);
 }
 
+// Unrolled here, and hidden: gcc would have a second function for tables whose entries follow one another, or else form each
+// address anew for every vector of objects.
 template <int height, int width>
 struct StreamStarts {
     const std::byte* of[height * width];
 
     [[gnu::always_inline]] explicit StreamStarts(const TableOperand& operand) {
-        for (int i = 0; i < height; ++i)
-            for (int j = 0; j < width; ++j) of[i * width + j] = operand.address(i, j);
+        unrolled<height>([&](auto i) __attribute__((always_inline)) {
+            unrolled<width>([&](auto j)
+                                __attribute__((always_inline)) { of[i * width + j] = opaque(operand.address(i, j)); });
+        });
     }
 };
 
