@@ -1,4 +1,4 @@
-// call_cost [--check | --check-small] [--json FILE] [--trace NAME | --call NAME]
+// call_cost [--check | --check-small] [--times] [--json FILE] [--trace NAME | --call NAME]
 //
 // Counts the instructions of one small call, exactly: the processor's trap flag stops the program behind
 // every instruction, from the caller's `call` (which counts as one) on.
@@ -9,7 +9,8 @@
 // 64 packed vectors.
 // --check fails if a form needs more than 4 instructions an argument to its first load, --check-small looks at
 // orders and lengths 3 to 6 only. --trace writes where the instructions of one form stand in the library, order or
-// length 3, for `addr2line -fe libkorm.so`. --call makes just this one call, for other tools that count.
+// length 3, for `addr2line -fe libkorm.so`. --call makes just this one call, for other tools that count. --times adds
+// nanoseconds to what --json writes: the geometric mean of the calls that are counted.
 #include <dlfcn.h>
 #include <korm.h>
 #include <setjmp.h>
@@ -19,6 +20,8 @@
 #include <x86intrin.h>
 
 #include <algorithm>
+#include <chrono>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -53,6 +56,7 @@ struct Trace {
 volatile Trace* trace = nullptr;
 const char* tracedForm = nullptr;
 const char* calledForm = nullptr;
+bool isTimed = false;
 constexpr int placesKept = 1000;
 greg_t places[placesKept];     // of the instructions behind the call
 std::byte* guarded = nullptr;  // the operands' inaccessible memory
@@ -115,6 +119,33 @@ int countInstructions(std::int32_t (*function)(Parameters...), const std::tuple<
     }
     return record.instructions;
 }
+
+// Nanoseconds of a call: the least of several rounds.
+template <class Function, class Arguments>
+double timeOf(Function function, const Arguments& arguments) {
+    constexpr int calls = 500;
+    auto least = std::chrono::nanoseconds::max();
+    for (int round = 0; round < 20; ++round) {
+        const auto start = std::chrono::steady_clock::now();
+        for (int call = 0; call < calls; ++call) std::apply(function, arguments);
+        least = std::min<std::chrono::nanoseconds>(least, std::chrono::steady_clock::now() - start);
+    }
+    return static_cast<double>(least.count()) / calls;
+}
+
+// Of several times.
+class GeometricMean {
+public:
+    void add(double time) {
+        logarithms_ += std::log(time);
+        ++count_;
+    }
+    double value() const { return count_ == 0 ? 0 : std::exp(logarithms_ / count_); }
+
+private:
+    double logarithms_ = 0;
+    int count_ = 0;
+};
 
 void printPlaces(int instructions) {
     Dl_info library;
@@ -236,10 +267,11 @@ void fillIdentity(std::byte* memory, bool isPointerLayout, Size size) {
 struct Cost {
     std::string name;
     int arguments;
-    int toLoadSquare;  // the most of sizes 3 to 6
-    int toLoadOther;   // the most of the other sizes tried
-    int toReturn;      // of order or length 3
-    bool isFixed;      // of fixed size: counted to the return only
+    int toLoadSquare;                                 // the most of sizes 3 to 6
+    int toLoadOther;                                  // the most of the other sizes tried
+    int toReturn;                                     // of order or length 3
+    bool isFixed;                                     // of fixed size: counted to the return only
+    GeometricMean timeSquare, timeOther, timeReturn;  // of these calls
 };
 std::vector<Cost> costs;
 
@@ -261,19 +293,24 @@ void measure(const char* name, std::int32_t (*function)(Parameters...), Operands
     std::vector<std::int32_t> sizes{3, 4, 5, 6, 1, 2, 7, 8, 9, 10, 33};
     if (operands == Operands::vectors) sizes.push_back(1000);
     for (int isStrided = 0; isStrided <= (isPointerLayout ? 0 : 1); ++isStrided) {
-        Cost cost{name, sizeof...(Parameters), 0, 0, 0, false};
+        Cost cost{name, sizeof...(Parameters), 0, 0, 0, false, {}, {}, {}};
         if (isStrided) cost.name += " (strided)";
         for (std::int32_t order : sizes) {
             const Size size{order, order, isStrided != 0};
             const auto far = argumentsFor(function, isPointerLayout, operands, guarded, size);
             const int toLoad = countInstructions(function, far, true);
-            int& most = order >= 3 && order <= 6 ? cost.toLoadSquare : cost.toLoadOther;
+            const bool isSquare = order >= 3 && order <= 6;
+            int& most = isSquare ? cost.toLoadSquare : cost.toLoadOther;
             most = std::max(most, toLoad);
-            if (order != 3) continue;
-            if (tracedForm && !isStrided && !std::strcmp(tracedForm, name)) printPlaces(toLoad);
+            const bool timesThis = isTimed && order <= 33;
+            if (order != 3 && !timesThis) continue;
             prepare(size);
             const auto near = argumentsFor(function, isPointerLayout, operands, open, size);
+            if (timesThis) (isSquare ? cost.timeSquare : cost.timeOther).add(timeOf(function, near));
+            if (order != 3) continue;
+            if (tracedForm && !isStrided && !std::strcmp(tracedForm, name)) printPlaces(toLoad);
             cost.toReturn = countInstructions(function, near, false);
+            if (isTimed) cost.timeReturn.add(timeOf(function, near));
         }
         costs.push_back(cost);
     }
@@ -302,7 +339,8 @@ void measureFixed(const char* name, std::int32_t sourceStride, std::int32_t resu
     }
     const int toReturn = countInstructions(function, arguments, false);
     if (tracedForm && !std::strcmp(tracedForm, name)) printPlaces(toReturn);
-    costs.push_back({name, sizeof...(Parameters), 0, 0, toReturn, true});
+    costs.push_back({name, sizeof...(Parameters), 0, 0, toReturn, true, {}, {}, {}});
+    if (isTimed) costs.back().timeReturn.add(timeOf(function, arguments));
 }
 
 #define COST(NAME, OPERANDS)                                   \
@@ -441,6 +479,9 @@ bool writeJson(const char* path) {
         std::fprintf(file, R"({"name": "%s", "arguments": %d, )", cost.name.c_str(), cost.arguments);
         if (!cost.isFixed)
             std::fprintf(file, R"("toLoadSquare": %d, "toLoadOther": %d, )", cost.toLoadSquare, cost.toLoadOther);
+        if (isTimed)
+            std::fprintf(file, R"("timeSquare": %.3f, "timeOther": %.3f, "timeReturn": %.3f, )",
+                         cost.timeSquare.value(), cost.timeOther.value(), cost.timeReturn.value());
         std::fprintf(file, R"("toReturn": %d}%s)", cost.toReturn, i + 1 < costs.size() ? ",\n" : "\n");
     }
     std::fputs("]\n", file);
@@ -455,12 +496,14 @@ int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         if (!std::strcmp(argv[i], "--check")) check = Check::allSizes;
         else if (!std::strcmp(argv[i], "--check-small")) check = Check::smallSizes;
+        else if (!std::strcmp(argv[i], "--times")) isTimed = true;
         else if (!std::strcmp(argv[i], "--trace") && i + 1 < argc) tracedForm = argv[++i];
         else if (!std::strcmp(argv[i], "--call") && i + 1 < argc) calledForm = argv[++i];
         else if (!std::strcmp(argv[i], "--json") && i + 1 < argc) json = argv[++i];
         else {
-            std::fputs("usage: call_cost [--check | --check-small] [--json FILE] [--trace NAME | --call NAME]\n",
-                       stderr);
+            std::fputs(
+                "usage: call_cost [--check | --check-small] [--times] [--json FILE] [--trace NAME | --call NAME]\n",
+                stderr);
             return 2;
         }
     }
