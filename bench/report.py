@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """Makes a page of docs/benchmarks/ from the results of bench_FAMILY --out.
 
-    bench/report.py FAMILY RESULTS.json... [--page] [--costs CALL_COST.json] [--before RESULTS.json... [--places]] [--sweeps]
+    bench/report.py FAMILY RESULTS.json... [--page] [--costs CALL_COST.json] [--before RESULTS.json...] [--places] [--sweeps]
 
---page writes docs/benchmarks/FAMILY.md and its drawings, and prints the goals. --before compares the library's own times with
-those of runs of the library as it was; --places says that runs are of libraries linked at different places, so that the median
-counts and not the best. --sweeps fails where a small size takes far longer than the plain loop.
+--page writes docs/benchmarks/FAMILY.md and its drawings, and prints the goals. --before compares the library's own
+times with those of runs of the library as it was. --places says that runs are of libraries linked at different places,
+so that their median counts and not the best, and lists the rows that are behind a peer. --sweeps fails where a small
+size takes far longer than the plain loop.
 """
 
 import argparse
@@ -194,6 +195,16 @@ def compare(rows, before):
             print(f"  {number(ratio)}  {name}")
 
 
+def behind(rows):
+    """How many rows of each section the best peer is ahead in, and which."""
+    for section in dict.fromkeys(row.section for row in rows):
+        group = [row for row in rows if row.section == section]
+        print(f"{section:16} {len(group):5} rows, {sum(row.ratio < EVEN for row in group)} of them below {EVEN}")
+    for row in sorted(rows, key=lambda row: row.ratio):
+        if row.ratio < EVEN:
+            print(f"  {number(row.ratio)}  {row.name}")
+
+
 def main():
     parser = argparse.ArgumentParser(description="Pages of benchmark results.")
     parser.add_argument("family", choices=pages.PAGES)
@@ -210,6 +221,8 @@ def main():
     rows = [row for row in all_rows if not row.error]
     if options.before:
         return compare(rows, read(options.before, joined)[1])
+    if options.places:
+        return behind(rows)
     if options.sweeps:
         slow = list(slow_sizes(rows))
         for row in slow:

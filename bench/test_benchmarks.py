@@ -1,6 +1,8 @@
 #!/usr/bin/env python3
 """Tests of the benchmarks' harness and report: test_benchmarks.py HARNESS_TEST_ROWS"""
 
+import contextlib
+import io
 import json
 import statistics
 import subprocess
@@ -81,6 +83,14 @@ class Report(unittest.TestCase):
             _, (median_row,) = report.read(paths, statistics.median)
         self.assertEqual((context["run"], row.ns), ("first", {"korm": 2, "x": 2}))
         self.assertEqual(median_row.ns, {"korm": 2.5, "x": 2.5})
+
+    def test_rows_behind_a_peer_are_listed_the_worst_first(self):
+        group = [made(f"a/A_32f/{size}", {"korm": 1, "x": time}) for size, time in ((3, 0.98), (4, 0.96), (5, 0.5))]
+        with contextlib.redirect_stdout(io.StringIO()) as printed:
+            report.behind(group)
+        self.assertEqual([line.split() for line in printed.getvalue().splitlines()],
+                         [["a", "3", "rows,", "2", "of", "them", "below", "0.97"],
+                          ["0.50", "a/A_32f/5"], ["0.96", "a/A_32f/4"]])
 
     def test_goals(self):
         met, missed = (rows.every_row("text", [made("a/A_32f/3", {"korm": 1, "x": value})], 0.97)[0]
