@@ -96,7 +96,8 @@ struct LeftInPlace {
 
     template <int i, int k>
     [[gnu::always_inline]] Vec16<T> spread() const {
-        constexpr int place = turned ? i : k, four = place / 4 * 4;
+        constexpr int indices[] = {k, i};
+        constexpr int place = indices[turned], four = place / 4 * 4;
         if constexpr (isFloat<T> && four + 4 <= n)
             return spreadLane<place % 4>(load<Float4>(turned ? at(four, k) : at(i, four)));
         else return products::spread<Vec16<T>>(at(i, k));
