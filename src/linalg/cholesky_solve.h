@@ -155,7 +155,7 @@ template <class T, class A, class B, class D, int most>
     constexpr int lanes = laneCount<T>;
     constexpr bool isParted = isAdjacent<A>;
     const int size = numbers.size, groups = groupsFor<isShared<A>>(numbers, lanes);
-    if (size == 1 && !isShared<A>) {
+    if (size == 1) {
         const std::ptrdiff_t k = numbers.at[0];
         sweepGeneral<T>(factor.at(k), src.at(k), dst.at(k), n);
         return;
@@ -166,7 +166,8 @@ template <class T, class A, class B, class D, int most>
         readRowStarts(groupOf<lanes>(src, numbers.at + v * lanes), sameRow(0), n, x + v * greatestInLanes,
                       isWhole(v) && lanesTouch(src));
     if constexpr (isShared<A>) {
-        if (groups == 2) sweepWithShared<2, isParted>(shared, x, n, place);
+        if (groups == 1) sweepWithShared<1, isParted>(shared, x, n, place);
+        else if (groups == 2) sweepWithShared<2, isParted>(shared, x, n, place);
         else if (groups == 4) sweepWithShared<4, isParted>(shared, x, n, place);
         else sweepWithShared<6, isParted>(shared, x, n, place);
     } else {

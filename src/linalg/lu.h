@@ -16,6 +16,7 @@
 #include "linalg/cores.h"
 #include "linalg/elimination.h"
 #include "linalg/grids.h"
+#include "linalg/lu_panels.h"
 #include "linalg/order1.h"
 #include "linalg/order2.h"
 
@@ -145,9 +146,7 @@ template <int n, class T, class A, class D>
 // --- Any order ----------------------------------------------------------------------------------
 
 // Up to this order groups go in lanes, whose working copy is on the stack. Element (i, j) of each object is the vector a[i * n + j].
-// Two lanes of elements that touch gain nothing over two along a row from order 18 on.
-template <class View>
-inline constexpr std::ptrdiff_t greatestFactored = isAdjacent<View> && !isFloat<typename View::Element> ? 17 : 24;
+inline constexpr std::ptrdiff_t greatestFactored = leastInPanels - 1;
 
 // Each object exchanges row k with one of its own.
 template <class S>
@@ -165,36 +164,54 @@ template <class S>
     }
 }
 
+// The greatest magnitude in a column so far, the first of equal ones, and its row.
+template <class S>
+struct Greatest {
+    S magnitude;
+    IndexOf<S> row;
+
+    [[gnu::always_inline]] void begin(S element, std::ptrdiff_t i) {
+        magnitude = korm::magnitude(element);
+        row = allIndices<S>(static_cast<int>(i));
+    }
+    [[gnu::always_inline]] void add(S element, std::ptrdiff_t i) {
+        const S candidate = korm::magnitude(element);
+        const auto isTaken = asBits(candidate > magnitude);
+        magnitude = greater(candidate, magnitude);
+        row = chosen(isTaken, allIndices<S>(static_cast<int>(i)), row);
+    }
+};
+
 // As luGeneral does one object. `rows` are the numbers of rows in the order of the pivots, those of an object together. False,
-// and all undefined, if a pivot of an object is too small.
+// and all undefined, if a pivot of an object is too small. A search is a chain of comparisons, so the next pivot is looked for
+// while rows are eliminated.
 template <class S>
 [[gnu::noinline]] bool luGroup(S* a, std::int32_t* rows, std::ptrdiff_t n) {
     using T = ElementOf<S>;
     const S tiny = all<S>(std::numeric_limits<T>::epsilon());
     for (int l = 0; l < lanesOf<S>; ++l)
         for (std::ptrdiff_t i = 0; i < n; ++i) rows[l * n + i] = static_cast<std::int32_t>(i);
+    Greatest<S> best;
+    best.begin(a[0], 0);
+    for (std::ptrdiff_t i = 1; i < n; ++i) best.add(a[i * n], i);
     for (std::ptrdiff_t k = 0; k < n - 1; ++k) {
-        S best = magnitude(a[k * n + k]);
-        IndexOf<S> at = allIndices<S>(static_cast<int>(k));
-        for (std::ptrdiff_t i = k + 1; i < n; ++i) {
-            const S candidate = magnitude(a[i * n + k]);
-            const auto taken = asBits(candidate > best);
-            best = chosen(taken, candidate, best);
-            at = chosen(taken, allIndices<S>(static_cast<int>(i)), at);
-        }
-        if (any(tiny >= best)) return false;
-        exchangeRows(a, k, at, n);
-        for (int l = 0; l < lanesOf<S>; ++l) std::swap(rows[l * n + k], rows[l * n + at[l]]);
+        if (any(tiny >= best.magnitude)) return false;
+        exchangeRows(a, k, best.row, n);
+        for (int l = 0; l < lanesOf<S>; ++l) std::swap(rows[l * n + k], rows[l * n + best.row[l]]);
         const S* const pivot = a + k * n;
         const S scale = all<S>(1) / pivot[k];
         for (std::ptrdiff_t i = k + 1; i < n; ++i) {
             S* const row = a + i * n;
             const S multiplier = row[k] * scale;
             row[k] = multiplier;
-            for (std::ptrdiff_t j = k + 1; j < n; ++j) row[j] = row[j] - pivot[j] * multiplier;
+            const S next = row[k + 1] - pivot[k + 1] * multiplier;
+            row[k + 1] = next;
+            if (i == k + 1) best.begin(next, i);
+            else best.add(next, i);
+            for (std::ptrdiff_t j = k + 2; j < n; ++j) row[j] = row[j] - pivot[j] * multiplier;
         }
     }
-    return !any(tiny >= magnitude(a[n * n - 1]));
+    return !any(tiny >= best.magnitude);
 }
 
 template <class T, class A, class D>
@@ -204,7 +221,7 @@ template <class T, class A, class D>
     constexpr int lanes = laneCount<T>;
     const auto pivotsOf = [&](std::ptrdiff_t k) { return pivots + 4 * n * k; };
     const auto together = [&](std::ptrdiff_t k) {
-        constexpr std::ptrdiff_t most = greatestFactored<A>;
+        constexpr std::ptrdiff_t most = greatestFactored;
         if (n > most) return false;
         S a[most * most];
         std::int32_t rows[lanes * most];

@@ -172,7 +172,8 @@ template <class T, class A, class B, class D, int objects>
         }
     }
     if constexpr (isShared<A>) {
-        if (groups == 2) luSweepsWithShared<2, isParted>(shared, x, n, place);
+        if (groups == 1) luSweepsWithShared<1, isParted>(shared, x, n, place);
+        else if (groups == 2) luSweepsWithShared<2, isParted>(shared, x, n, place);
         else if (groups == 4) luSweepsWithShared<4, isParted>(shared, x, n, place);
         else luSweepsWithShared<6, isParted>(shared, x, n, place);
     } else if constexpr (staysInPlace<A>) {
@@ -199,10 +200,11 @@ template <class T, class A, class B, class D, int objects>
 template <class T, class A, class B, class D>
 [[gnu::noinline]] void luSolveManyGeneral(const A& matrix, const B& src, const D& dst, const std::byte* pivots,
                                           std::ptrdiff_t n, std::ptrdiff_t count) {
-    const std::ptrdiff_t pivotsApart = isShared<A> ? 0 : 4 * n;
+    const auto solveOne = [&](std::ptrdiff_t k) {
+        luSolveGeneral<T>(matrix.at(k), src.at(k), dst.at(k), isShared<A> ? pivots : pivots + 4 * n * k, n);
+    };
     if (n > greatestInLanes || count == 1) {
-        for (std::ptrdiff_t k = 0; k < count; ++k)
-            luSolveGeneral<T>(matrix.at(k), src.at(k), dst.at(k), pivots + pivotsApart * k, n);
+        for (std::ptrdiff_t k = 0; k < count; ++k) solveOne(k);
         return;
     }
     T shared[isShared<A> ? greatestInLanes * greatestInLanes : 1];
@@ -223,6 +225,7 @@ template <class T, class A, class B, class D>
     const int atOnce = groups * lanes;
     forAlikeObjects<T, most>(dst, count, atOnce, isAdjacent<A> && n > block,
                              [&](const ObjectNumbers<most>& numbers, std::ptrdiff_t place) {
+                                 if (numbers.size == 1) return solveOne(numbers.at[0]);
                                  for (int l = 0; l < numbers.size; ++l)
                                      fetchSquare(matrix, numbers.at[l] + atOnce, n, count);
                                  luSolveAlike<T>(matrix, src, dst, shared, pivots, numbers, n, place);
