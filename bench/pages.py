@@ -159,6 +159,8 @@ def product_goals(context, rows):
         goals += every_row("single products up to order 64: best peer with sizes given at run time / korm",
                            [row for row in singles if int(row.size) <= 64], EVEN,
                            lambda row: row.against("Eigen, dynamic", "OpenBLAS", "libxsmm"))
+    goals += every_row("single products of order 512 and 1024: OpenBLAS / korm", chosen(rows, "singles", ("512", "1024")), 0.8,
+                       lambda row: row.against("OpenBLAS"))
     common, known = chosen(rows, "known-common"), chosen(rows, "known")
     goals += at_least("small shapes, geometric mean: plain loop with known sizes / korm",
                       mean(row.ratio for row in common + known), 0.8)
@@ -336,6 +338,10 @@ def linalg_goals(context, rows):
     for element, wanted in (("32f", 4), ("64f", 2)):
         goals += at_least(f"LU, {element}, geometric mean: Eigen / korm",
                           mean(row.against("Eigen") for row in of("lu", SMALL, element)), wanted)
+    goals += every_row("LU, orders 2 to 6: Eigen / korm", of("lu", ("2",) + SMALL), 1, lambda row: row.against("Eigen"))
+    goals += every_row("LU, orders 7 to 16: Eigen / korm", of("lu", MEDIUM), 1.25, lambda row: row.against("Eigen"))
+    goals += every_row("LU of one matrix of order 64 to 512: LAPACK / korm", chosen(rows, "lu-large"), 0.8,
+                       lambda row: row.against("LAPACK"))
     for element, wanted in (("32f", 2), ("64f", 1.5)):
         for section, words in (("solve", "a matrix for each vector"), ("solve-one", "one matrix for all vectors")):
             goals += at_least(f"solve, {words}, {element}, geometric mean: Eigen / korm",
@@ -399,6 +405,7 @@ LINALG = Page(
     sections={"lu": ("LU decomposition",
                      "Order 1 is a copy with a test of each pivot. Eigen makes no test: its two copies are the C library's, 32 "
                      "bytes at a time. The plain loop makes it."),
+              "lu-large": ("LU decomposition of one large matrix", "Rows are a power of two apart where the order is one."),
               "solve": ("Solve, a matrix for each vector", ""),
               "solve-one": ("Solve, one matrix for all vectors", ""),
               "cholesky": ("Cholesky decomposition", ""),

@@ -1,4 +1,4 @@
-// LU decomposition of arrays of matrices.
+// LU decomposition of arrays of matrices, and of one large matrix.
 #include <cmath>
 #include <limits>
 
@@ -58,11 +58,53 @@ void decompositionRow(const Objects& objects) {
     row.measure();
 }
 
+// One matrix; rows are a power of two apart where the order is one.
+template <class T>
+void largeRow(std::size_t n) {
+    const std::string name = "lu-large/LUDecomp_m" + std::string(suffix<T>) + "/" + std::to_string(n);
+    if (!isWanted(name)) return;
+    const T* const source = shuffledMatrices<T>(matrices, n, 1);
+    T* const result = memoryOf<T>(results, n * n);
+    auto* const pivots = memoryOf<std::int32_t>(solutions, n);
+    Row row(name, 1);
+    row.results(result, n * n, 1e4 * Eigen::NumTraits<T>::epsilon());
+    row.korm(
+        [=] {
+            pick<T>(kormLUDecomp_m_32f, kormLUDecomp_m_64f)(source, bytes<T>(n), bytes<T>(1), pivots, result,
+                                                            bytes<T>(n), bytes<T>(1), static_cast<std::int32_t>(n));
+        },
+        [=](std::size_t i) {
+            return static_cast<double>(result[static_cast<std::size_t>(pivots[i / n]) * n + i % n]);
+        });
+    using Rows = Eigen::Matrix<T, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
+    const auto order = static_cast<Eigen::Index>(n);
+    row.peer("Eigen", [=] {
+        const Eigen::PartialPivLU<Rows> lu(Eigen::Map<const Rows>(source, order, order));
+        Eigen::Map<Rows>(result, order, order) = lu.matrixLU();
+    });
+#ifdef BENCH_LAPACK
+    T* const byColumns = memoryOf<T>(factors, n * n);
+    for (std::size_t i = 0; i < n * n; ++i) byColumns[i] = source[i % n * n + i / n];
+    row.peer(
+        "LAPACK",
+        [=] {
+            std::memcpy(result, byColumns, n * n * sizeof(T));
+            lapackFactor(static_cast<int>(n), result, pivots);
+        },
+        [=](std::size_t i) { return static_cast<double>(result[i % n * n + i / n]); });
+#endif
+    row.measure();
+}
+
 }  // namespace
 
 void measureDecompositions() {
-    forOrders(std::integer_sequence<int, 1, 2, 3, 4, 5, 6, 7, 8, 16, 32>(),
+    forOrders(std::integer_sequence<int, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 32>(),
               []<class T, int n>(const Objects& objects) { decompositionRow<T, n>(objects); });
+    for (const std::size_t n : {64, 100, 128, 200, 256, 500, 512}) {
+        largeRow<float>(n);
+        largeRow<double>(n);
+    }
 }
 
 }  // namespace bench
