@@ -176,18 +176,19 @@ template <class A, class T, class Count>
 [[gnu::always_inline]] inline std::int32_t symmetricValues(A source, T* buffer, T* dstValues, std::int32_t order,
                                                            Count count) {
     const auto src = withAnyObjects(source);
+    const auto small = withAnyObjects<2>(source);
     auto* const scratch = reinterpret_cast<std::byte*>(buffer);
     const auto valuesAt = [&](std::ptrdiff_t k) {
         return reinterpret_cast<std::byte*>(dstValues) + k * order * static_cast<std::ptrdiff_t>(sizeof(T));
     };
     if (order == 1)
         return oneByOne(count, [&](std::ptrdiff_t k) {
-            store(valuesAt(k), load<T>(src.at(k).address(0, 0)));
+            store(valuesAt(k), load<T>(small.at(k).address(0, 0)));
             return korStatusOk;
         });
     if (order == 2)
         return oneByOne(count, [&](std::ptrdiff_t k) {
-            return solve2<T>(src.at(k), valuesAt(k), [](T, T, T, const Values2<T>&) {});
+            return solve2<T>(small.at(k), valuesAt(k), [](T, T, T, const Values2<T>&) {});
         });
     const auto each = [&](std::ptrdiff_t k) {
         readInto<T>(scratch, src.at(k), order);

@@ -18,25 +18,26 @@
 
 namespace korm::inline KORM_VARIANT {
 
-// --- One object ---------------------------------------------------------------------------------
+// --- One object, the same in all lanes --------------------------------------------------------------
 
-template <int n, class T, class Object>
-[[gnu::always_inline]] inline void readRow(const Object& from, std::ptrdiff_t i, T (&row)[n]) {
-    unrolled<n>([&](auto j) __attribute__((always_inline)) { row[j] = load<T>(from.address(i, j)); });
+template <int n, class S, class Object>
+[[gnu::always_inline]] inline void readRow(const Object& from, std::ptrdiff_t i, S (&row)[n]) {
+    unrolled<n>([&](auto j)
+                    __attribute__((always_inline)) { row[j] = all<S>(load<ElementOf<S>>(from.address(i, j))); });
 }
 
-template <int n, class T, class Object>
-[[gnu::always_inline]] inline void writeRow(const Object& to, std::ptrdiff_t i, const T (&row)[n]) {
-    unrolled<n>([&](auto j) __attribute__((always_inline)) { store(to.address(i, j), row[j]); });
+template <int n, class S, class Object>
+[[gnu::always_inline]] inline void writeRow(const Object& to, std::ptrdiff_t i, const S (&row)[n]) {
+    unrolled<n>([&](auto j) __attribute__((always_inline)) { store(to.address(i, j), firstLane(row[j])); });
 }
 
-template <int height, int width, class T, class Object>
-[[gnu::always_inline]] inline void readMatrix(const Object& from, T (&a)[height][width]) {
+template <int height, int width, class S, class Object>
+[[gnu::always_inline]] inline void readMatrix(const Object& from, S (&a)[height][width]) {
     unrolled<height>([&](auto i) __attribute__((always_inline)) { readRow(from, i, a[i]); });
 }
 
-template <int height, int width, class T, class Object>
-[[gnu::always_inline]] inline void writeMatrix(const Object& to, const T (&a)[height][width]) {
+template <int height, int width, class S, class Object>
+[[gnu::always_inline]] inline void writeMatrix(const Object& to, const S (&a)[height][width]) {
     unrolled<height>([&](auto i) __attribute__((always_inline)) { writeRow(to, i, a[i]); });
 }
 
@@ -85,12 +86,17 @@ struct Group {
     }
 };
 
-// The objects from k on.
+// The objects from k on. How they are found is asked once for all.
 template <int lanes, class View>
 [[gnu::always_inline]] inline auto groupAt(const View& view, std::ptrdiff_t k) {
-    return withLanes<lanes>([&](auto... l) __attribute__((always_inline)) {
-        return Group<decltype(view.at(k)), lanes>{{view.at(k + l)...}};
-    });
+    const auto group = [&]() __attribute__((always_inline)) {
+        return withLanes<lanes>([&](auto... l) __attribute__((always_inline)) {
+            return Group<decltype(view.at(k)), lanes>{{view.at(k + l)...}};
+        });
+    };
+    if constexpr (View::objects == Objects::any)
+        if (view.list == nullptr) return group();
+    return group();
 }
 
 // --- One element of each object -------------------------------------------------------------------
@@ -222,6 +228,32 @@ template <int height, int width, class S, class Object>
     if constexpr (isAdjacent<Object> && width % 2 != 0)
         if (rowsTouch<width>(to)) return writeRun<height * width>(to.at(0, 0), &a[0][0]);
     unrolled<height>([&](auto i) __attribute__((always_inline)) { writeRows(to, sameRow(i), a[i]); });
+}
+
+// Calls f with the number of each row: from order 5 on, whose matrices find no room in registers, in a loop.
+template <int height, class F>
+[[gnu::always_inline]] inline void forEachRow(const F& f) {
+    if constexpr (height < 5) {
+        unrolled<height>(f);
+    } else {
+#pragma GCC unroll 1
+        for (int i = 0; i < height; ++i) f(i);
+    }
+}
+
+// The same for matrices that go through memory in any case: where elements are gathered one by one, row by row in a loop, which
+// is a fraction of the code.
+template <int height, int width, class S, class Object>
+[[gnu::always_inline]] inline void readMatricesInTurn(const Group<Object, lanesOf<S>>& from, S (&a)[height][width]) {
+    if constexpr (isAdjacent<Object>) readMatrices(from, a);
+    else forEachRow<height>([&](int i) __attribute__((always_inline)) { readRows(from, sameRow(i), a[i]); });
+}
+
+template <int height, int width, class S, class Object>
+[[gnu::always_inline]] inline void writeMatricesInTurn(const Group<Object, lanesOf<S>>& to,
+                                                       const S (&a)[height][width]) {
+    if constexpr (isAdjacent<Object>) writeMatrices(to, a);
+    else forEachRow<height>([&](int i) __attribute__((always_inline)) { writeRows(to, sameRow(i), a[i]); });
 }
 
 // --- Matrices of a size known at run time -----------------------------------------------------------

@@ -53,6 +53,12 @@ template <class S>
 }
 
 template <class S>
+[[gnu::always_inline]] inline ElementOf<S> firstLane(S x) {
+    if constexpr (lanesOf<S> == 1) return x;
+    else return x[0];
+}
+
+template <class S>
 [[gnu::always_inline]] inline IndexOf<S> allIndices(int number) {
     if constexpr (lanesOf<S> == 1) return number;
     else return all<IndexOf<S>>(number);

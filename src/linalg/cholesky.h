@@ -166,36 +166,24 @@ template <class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t choleskyDecomposition(A src, D dst, std::int32_t order, Count count) {
     using T = typename D::Element;
     const T threshold = pivotThreshold<A>(order);
-    if constexpr (isOneObject<Count>) {
-        const auto factor = [&](auto n) __attribute__((always_inline)) {
-            return choleskySized<n, Newton::halvesFirst>(src.at(0), dst.at(0), threshold);
-        };
-        if (order == 1) return factor(Int<1>());
-        if (order == 2) return factor(Int<2>());
-        return forOrder(
-            order, factor, [&]() __attribute__((always_inline)) {
-                return factorGeneral<T>(src.at(0), dst.at(0), order, threshold);
-            });
-    } else if constexpr (isAdjacent<A>) {
-        if (order == 1) return choleskyArray<1>(src, dst, count, threshold);
-        if (order == 2) return choleskyArray<2>(src, dst, count, threshold);
-        return forOrder(
-            order,
-            [&](auto n) __attribute__((always_inline)) {
-                if constexpr (isFloat<T> && A::objects == Objects::stepped)
-                    return cores::choleskyInFours(reinterpret_cast<const float*>(src.origin), src.objectStride,
-                                                  src.rowStride, reinterpret_cast<float*>(dst.origin), dst.objectStride,
-                                                  dst.rowStride, n, count);
-                else return choleskyArray<n>(src, dst, count, threshold);
-            },
-            [&]() __attribute__((always_inline)) { return choleskyGroups(src, dst, order, count, threshold); });
-    } else {
-        const auto sources = withAnyObjects(src);
-        const auto results = withAnyObjects(dst);
-        if (order == 1) return choleskyArray<1>(sources, results, count, threshold);
-        if (order == 2) return choleskyArray<2>(sources, results, count, threshold);
-        return choleskyGroups(sources, results, order, count, threshold);
-    }
+    // A triangle is half the work of a square, so that order 5 counts as small.
+    const auto factor = [&](auto n) __attribute__((always_inline)) {
+        if constexpr (isOneObject<Count>) return choleskySized<n, Newton::halvesFirst>(src.at(0), dst.at(0), threshold);
+        else return choleskyArray<n>(withAnyObjects<n - 1>(src), withAnyObjects<n - 1>(dst), count, threshold);
+    };
+    const auto factorAny = [&]() __attribute__((always_inline)) {
+        if constexpr (isOneObject<Count>) return factorGeneral<T>(src.at(0), dst.at(0), order, threshold);
+        else return choleskyGroups(withAnyObjects(src), withAnyObjects(dst), order, count, threshold);
+    };
+    if (order == 1) return factor(Int<1>());
+    if (order == 2) return factor(Int<2>());
+    if constexpr (!isOneObject<Count> && isAdjacent<A> && isFloat<T> && A::objects == Objects::stepped)
+        if (order >= 3 && order <= 6)
+            return cores::choleskyInFours(reinterpret_cast<const float*>(src.origin), src.objectStride, src.rowStride,
+                                          reinterpret_cast<float*>(dst.origin), dst.objectStride, dst.rowStride, order,
+                                          count);
+    if constexpr (isOneObject<Count> || isAdjacent<A>) return forOrder(order, factor, factorAny);
+    else return factorAny();
 }
 
 }  // namespace korm::inline KORM_VARIANT::linalg

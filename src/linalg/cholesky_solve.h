@@ -83,20 +83,18 @@ template <int n, class T, class A, class B, class D>
 [[gnu::noinline]] void choleskySolveVectors(const A& factor, const B& src, const D& dst, std::ptrdiff_t count) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
-    Triangle<T, n> a;
-    Triangle<S, n> everywhere;
+    Triangle<S, n> a;
     readTriangle<n>(factor.at(0), a);
-    for (std::ptrdiff_t e = 0; e < triangleSize(n); ++e) everywhere[e] = broadcast(a[e]);
     std::ptrdiff_t k = 0;
     if constexpr (n == 1) k = computeElements<T>(count, solveOrder1<S>, dst, factor, src);
     for (; k + lanes <= count; k += lanes) {
         S x[n];
         readRows(groupAt<lanes>(src, k), sameRow(0), x);
-        sweepSized<n>(everywhere, x);
+        sweepSized<n>(a, x);
         writeRows(groupAt<lanes>(dst, k), sameRow(0), x);
     }
     for (; k < count; ++k) {
-        T x[n];
+        S x[n];
         readRow(src.at(k), 0, x);
         sweepSized<n>(a, x);
         writeRow(dst.at(k), 0, x);
@@ -110,8 +108,9 @@ inline void choleskySolvePlain(const float* matrix, std::ptrdiff_t src1RowStride
     forOrder(
         order,
         [&](auto n) {
-            choleskySolveVectors<n, float>(plain(matrix, src1RowStride), plainArray(source, src2ObjectStride, noRows),
-                                           plainArray(result, dstObjectStride, noRows), count);
+            choleskySolveVectors<n, float>(plain(matrix, src1RowStride),
+                                           withAnyObjects<n - 1>(plainArray(source, src2ObjectStride, noRows)),
+                                           withAnyObjects<n - 1>(plainArray(result, dstObjectStride, noRows)), count);
         },
         []() {});
 }
@@ -236,20 +235,18 @@ template <class A, class B, class D>
                                                    dst.elementStride, order, count);
         }
     }
-    if constexpr (isAdjacent<A>) {
-        if (order == 1) return choleskySolveObjects<1>(factor, src, dst, count);
-        if (order == 2) return choleskySolveObjects<2>(factor, src, dst, count);
-        if constexpr (!hasVectorCore<A, B>)
-            return forOrder(
-                order, [&](auto n) __attribute__((always_inline)) { choleskySolveObjects<n>(factor, src, dst, count); },
-                [&]() __attribute__((always_inline)) { choleskySolveGroups<T>(factor, src, dst, order, count); });
-    }
-    const auto factors = withAnyObjects(factor);
-    const auto sides = withAnyObjects(src);
-    const auto solutions = withAnyObjects(dst);
-    if (order == 1) choleskySolveObjects<1>(factors, sides, solutions, count);
-    else if (order == 2) choleskySolveObjects<2>(factors, sides, solutions, count);
-    else choleskySolveGroups<T>(factors, sides, solutions, order, count);
+    // A solve is so short that order 5 counts as small.
+    const auto solve = [&](auto n) __attribute__((always_inline)) {
+        choleskySolveObjects<n>(withAnyObjects<n - 1>(factor), withAnyObjects<n - 1>(src), withAnyObjects<n - 1>(dst),
+                                count);
+    };
+    const auto solveAny = [&]() __attribute__((always_inline)) {
+        choleskySolveGroups<T>(withAnyObjects(factor), withAnyObjects(src), withAnyObjects(dst), order, count);
+    };
+    if (order == 1) return solve(Int<1>());
+    if (order == 2) return solve(Int<2>());
+    if constexpr (isAdjacent<A> && !hasVectorCore<A, B>) return forOrder(order, solve, solveAny);
+    else solveAny();
 }
 
 // One factor for all vectors or one for each.

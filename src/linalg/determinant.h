@@ -124,12 +124,12 @@ template <int n, class View>
     constexpr bool plainFloatArray =
         isAdjacent<View> && View::objects == Objects::stepped && std::is_same_v<typename View::Element, float>;
     if constexpr (!isAdjacent<View> || (n == 3 && plainFloatArray)) {
-        closedDeterminants<n>(withAnyObjects(src), dst, count);
+        closedDeterminants<n>(withAnyObjects<n>(src), dst, count);
     } else if constexpr (n == 4 && plainFloatArray) {
         // Aligned matrices go in pairs, an odd last one is left to extended precision.
         const auto bits = reinterpret_cast<std::intptr_t>(src.origin) | src.objectStride | src.rowStride;
         const std::ptrdiff_t paired = bits % 16 == 0 ? count - count % 2 : 0;
-        closedDeterminants<n>(withAnyObjects(src), dst, paired);
+        closedDeterminants<n>(withAnyObjects<n>(src), dst, paired);
         extendedDeterminants<n>(src, dst, paired, count);
     } else {
         extendedDeterminants<n>(src, dst, 0, count);
@@ -162,7 +162,7 @@ template <class View, class Count>
     using T = typename View::Element;
     auto* const dst = reinterpret_cast<std::byte*>(results);
     if constexpr (!isOneObject<Count>)
-        if (order == 2) return determinantsOrder2(withAnyObjects(src), dst, buffer, count);
+        if (order == 2) return determinantsOrder2(withAnyObjects<2>(src), dst, buffer, count);
     // The single form of doubles alone has the odd search; all single forms have a plain zero.
     constexpr bool single = isOneObject<Count>;
     constexpr Search search = single && isAdjacent<View> ? Search::single : Search::exact;

@@ -66,9 +66,10 @@ template <InversePath path, bool isInline, int n, class S>
     else return invertOutOfLine<path>(a, inverse);
 }
 
+// What stands out of line serves groups; a single object, in all lanes, takes no longer than by numbers.
 template <int n, InversePath path, class T, class A, class D>
 [[gnu::noinline]] std::int32_t invertObject(const A& src, const D& dst) {
-    T a[n][n], inverse[n][n];
+    std::conditional_t<isAdjacent<A>, T, Lanes<T>> a[n][n], inverse[n][n];
     readMatrix(src, a);
     if (invertSized<path, isAdjacent<A>>(a, inverse)) {
         writeMatrix(dst, inverse);
@@ -142,9 +143,9 @@ template <InversePath path, int n, class A, class D>
             fetchAhead<lanes, bytes>(src, k);
             fetchAhead<lanes, bytes>(dst, k);
         }
-        readMatrices(groupAt<lanes>(src, k), a);
+        readMatricesInTurn(groupAt<lanes>(src, k), a);
         if (!invertSized<path, isAdjacent<A>>(a, inverse)) return false;
-        writeMatrices(groupAt<lanes>(dst, k), inverse);
+        writeMatricesInTurn(groupAt<lanes>(dst, k), inverse);
         return true;
     };
     const auto each = [&](std::ptrdiff_t k) { return invertObject<n, path, T>(src.at(k), dst.at(k)); };
@@ -203,7 +204,7 @@ template <int n, class A, class D, class Count>
     if constexpr (isOneObject<Count>) return invertObject<n, inversePath<n, A>(), T>(src.at(0), dst.at(0));
     else {
         const bool inPairs = n == 4 && invertsInPairs(src, dst);
-        return invertArray<inversePath<n, A>(), n>(withAnyObjects(src), withAnyObjects(dst), count, inPairs);
+        return invertArray<inversePath<n, A>(), n>(withAnyObjects<n>(src), withAnyObjects<n>(dst), count, inPairs);
     }
 }
 
@@ -211,7 +212,7 @@ template <class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t inverse(A src, D dst, typename D::Element* buffer, std::int32_t order,
                                                    Count count) {
     if constexpr (!isOneObject<Count>)
-        if (order == 2) return invertArrayOrder2(withAnyObjects(src), withAnyObjects(dst), buffer, count);
+        if (order == 2) return invertArrayOrder2(withAnyObjects<2>(src), withAnyObjects<2>(dst), buffer, count);
     return forOrder(
         order, [&](auto n) __attribute__((always_inline)) { return invertObjects<n>(src, dst, count); },
         [&]() __attribute__((always_inline)) {

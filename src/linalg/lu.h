@@ -123,16 +123,17 @@ template <int n, class T, class A, class D>
             fetchAhead<lanes, bytes>(src, k);
             fetchAhead<lanes, bytes>(dst, k);
         }
-        readMatrices(groupAt<lanes>(src, k), a);
+        readMatricesInTurn(groupAt<lanes>(src, k), a);
         if (!factorGroup(a, row)) return false;
         Places<std::byte, lanes> to;
         unrolled<lanes>([&](auto l) __attribute__((always_inline)) { to.at[l] = pivots + 4 * n * (k + l); });
         writeIndices(to, row);
         const auto results = groupAt<lanes>(dst, k);
-#pragma GCC unroll 6
-        for (int i = 0; i < n; ++i)
+        const auto writeRowOfEach = [&](int i) __attribute__((always_inline)) {
             writeRows(
                 results, [&](int l) { return load<std::int32_t>(to.at[l] + 4 * i); }, a[i]);
+        };
+        forEachRow<n>(writeRowOfEach);
         return true;
     };
     const auto each = [&](std::ptrdiff_t k) { return luSized<n, T>(src.at(k), dst.at(k), pivots + 4 * n * k); };
@@ -247,7 +248,7 @@ template <class T, class A, class D>
 template <int n, class T, class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t luObjects(const A& src, const D& dst, std::byte* pivots, Count count) {
     if constexpr (isOneObject<Count>) return luSized<n, T>(src.at(0), dst.at(0), pivots);
-    else return luArray<n, T>(withAnyObjects(src), withAnyObjects(dst), pivots, count);
+    else return luArray<n, T>(withAnyObjects<n>(src), withAnyObjects<n>(dst), pivots, count);
 }
 
 template <class A, class D, class Count>

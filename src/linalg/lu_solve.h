@@ -18,10 +18,10 @@ namespace korm::inline KORM_VARIANT::linalg {
 // --- Orders 3 to 6 ------------------------------------------------------------------------------
 
 // Both sweeps over `v`, whose element k belongs to row k of `a`; rows are in the order of the pivots. Terms are
-// subtracted one at a time, that of the highest column first. `scale` is what a row is divided by, or, where one
-// matrix serves many vectors, multiplied by.
+// subtracted one at a time, that of the highest column first. By the diagonal rows are divided; where one matrix serves
+// many vectors, it has reciprocals, by which they are multiplied.
 template <bool multiplies, int n, class S>
-[[gnu::always_inline]] inline void sweep(const S (&a)[n][n], const S (&scale)[n], S (&v)[n]) {
+[[gnu::always_inline]] inline void sweep(const S (&a)[n][n], S (&v)[n]) {
 #pragma GCC unroll 6
     for (int k = 1; k < n; ++k)
 #pragma GCC unroll 6
@@ -30,34 +30,30 @@ template <bool multiplies, int n, class S>
     for (int k = n - 1; k >= 0; --k) {
 #pragma GCC unroll 6
         for (int j = n - 1; j > k; --j) v[k] = v[k] - a[k][j] * v[j];
-        v[k] = multiplies ? v[k] * scale[k] : v[k] / scale[k];
+        v[k] = multiplies ? v[k] * a[k][k] : v[k] / a[k][k];
     }
 }
 
 // Row `pivots[k]` of a matrix becomes row k.
-template <int n, class T, class A>
-[[gnu::always_inline]] inline void readPivoted(const A& matrix, const std::byte* pivots, T (&a)[n][n]) {
+template <int n, class S, class A>
+[[gnu::always_inline]] inline void readPivoted(const A& matrix, const std::byte* pivots, S (&a)[n][n]) {
 #pragma GCC unroll 6
-    for (int k = 0; k < n; ++k) {
-        const std::int32_t row = load<std::int32_t>(pivots + 4 * k);
-#pragma GCC unroll 6
-        for (int j = 0; j < n; ++j) a[k][j] = load<T>(matrix.address(row, j));
-    }
+    for (int k = 0; k < n; ++k) readRow(matrix, load<std::int32_t>(pivots + 4 * k), a[k]);
 }
 
-template <int n, class T, class B>
-[[gnu::always_inline]] inline void readPivotedVector(const B& vector, const std::byte* pivots, T (&v)[n]) {
+template <int n, class S, class B>
+[[gnu::always_inline]] inline void readPivotedVector(const B& vector, const std::byte* pivots, S (&v)[n]) {
 #pragma GCC unroll 6
-    for (int k = 0; k < n; ++k) v[k] = load<T>(vector.address(0, load<std::int32_t>(pivots + 4 * k)));
+    for (int k = 0; k < n; ++k)
+        v[k] = all<S>(load<ElementOf<S>>(vector.address(0, load<std::int32_t>(pivots + 4 * k))));
 }
 
 template <int n, class T, class A, class B, class D>
 [[gnu::noinline]] void luSolveSized(const A& matrix, const B& src, const D& dst, const std::byte* pivots) {
-    T a[n][n], scale[n], v[n];
+    T a[n][n], v[n];
     readPivoted(matrix, pivots, a);
-    for (int k = 0; k < n; ++k) scale[k] = a[k][k];
     readPivotedVector(src, pivots, v);
-    sweep<false>(a, scale, v);
+    sweep<false>(a, v);
     writeRow(dst, 0, v);
 }
 
@@ -72,7 +68,7 @@ template <int n, class T, class A, class B, class D>
     std::ptrdiff_t t = 0;
     for (; t + lanes <= count; t += lanes) {
         if (t < fetchEnd) fetchAhead<lanes, bytes>(matrix, t);
-        S a[n][n], scale[n], v[n];
+        S a[n][n], v[n];
         const auto matrices = groupAt<lanes>(matrix, t);
         const auto vectors = groupAt<lanes>(src, t);
         const std::byte* const own = pivots + 4 * n * t;
@@ -81,9 +77,8 @@ template <int n, class T, class A, class B, class D>
             const auto row = [&](int l) { return load<std::int32_t>(own + 4 * (n * l + k)); };
             readRows(matrices, row, a[k]);
             v[k] = readElement<S>(vectors.at(sameRow(0), row));
-            scale[k] = a[k][k];
         }
-        sweep<false>(a, scale, v);
+        sweep<false>(a, v);
         writeRows(groupAt<lanes>(dst, t), sameRow(0), v);
     }
     for (; t < count; ++t) luSolveSized<n, T>(matrix.at(t), src.at(t), dst.at(t), pivots + 4 * n * t);
@@ -95,30 +90,23 @@ template <int n, class T, class A, class B, class D>
                                       std::ptrdiff_t count) {
     using S = Lanes<T>;
     constexpr int lanes = laneCount<T>;
-    T a[n][n], scale[n];
+    S a[n][n];
     readPivoted(matrix.at(0), pivots, a);
 #pragma GCC unroll 6
-    for (int k = 0; k < n; ++k) scale[k] = 1 / a[k][k];
-    S everywhere[n][n], scales[n];
-#pragma GCC unroll 6
-    for (int k = 0; k < n; ++k) {
-        scales[k] = broadcast(scale[k]);
-#pragma GCC unroll 6
-        for (int j = 0; j < n; ++j) everywhere[k][j] = broadcast(a[k][j]);
-    }
+    for (int k = 0; k < n; ++k) a[k][k] = all<S>(1) / a[k][k];
     std::ptrdiff_t t = 0;
     for (; t + lanes <= count; t += lanes) {
         S v[n];
         const auto vectors = groupAt<lanes>(src, t);
 #pragma GCC unroll 6
         for (int k = 0; k < n; ++k) v[k] = readElement<S>(vectors.at(0, load<std::int32_t>(pivots + 4 * k)));
-        sweep<true>(everywhere, scales, v);
+        sweep<true>(a, v);
         writeRows(groupAt<lanes>(dst, t), sameRow(0), v);
     }
     for (; t < count; ++t) {
-        T v[n];
+        S v[n];
         readPivotedVector(src.at(t), pivots, v);
-        sweep<true>(a, scale, v);
+        sweep<true>(a, v);
         writeRow(dst.at(t), 0, v);
     }
 }
@@ -224,8 +212,8 @@ template <int n, class T, class A, class B, class D, class Count>
                                                   Count count) {
     if constexpr (isOneObject<Count>) luSolveSized<n, T>(matrix.at(0), src.at(0), dst.at(0), pivots);
     else if constexpr (isShared<A>)
-        luSolveVectors<n, T>(matrix, withAnyObjects(src), withAnyObjects(dst), pivots, count);
-    else luSolveArray<n, T>(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), pivots, count);
+        luSolveVectors<n, T>(matrix, withAnyObjects<n>(src), withAnyObjects<n>(dst), pivots, count);
+    else luSolveArray<n, T>(withAnyObjects<1>(matrix), withAnyObjects<1>(src), withAnyObjects<1>(dst), pivots, count);
 }
 
 // One matrix for all vectors or one for each.
@@ -237,7 +225,8 @@ template <class A, class B, class D, class Count>
     const auto solveSmall = [&](auto n) __attribute__((always_inline)) {
         if constexpr (isOneObject<Count>)
             luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, Known<n.value>());
-        else luSolveSmall<n, T>(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), bytes, count);
+        else
+            luSolveSmall<n, T>(withAnyObjects<n>(matrix), withAnyObjects<n>(src), withAnyObjects<n>(dst), bytes, count);
     };
     if (order == 1) return solveSmall(Int<1>());
     if (order == 2) return solveSmall(Int<2>());
@@ -247,7 +236,7 @@ template <class A, class B, class D, class Count>
             if constexpr (isOneObject<Count>)
                 luSolveGeneral<T>(matrix.at(0), src.at(0), dst.at(0), bytes, static_cast<std::ptrdiff_t>(order));
             else
-                luSolveManyGeneral<T>(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), bytes,
+                luSolveManyGeneral<T>(withAnyObjects<1>(matrix), withAnyObjects<1>(src), withAnyObjects<1>(dst), bytes,
                                       static_cast<std::ptrdiff_t>(order), count);
         });
 }

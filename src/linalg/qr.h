@@ -15,7 +15,7 @@ template <class A, class D, class Count>
 [[gnu::always_inline]] inline std::int32_t qrDecomposition(A src, D dst, typename D::Element* buffer, MatrixShape shape,
                                                            Count count) {
     if constexpr (isOneObject<Count>) return qrOne(src.at(0), dst.at(0), buffer, shape.width, shape.height);
-    else return qrArray(withAnyObjects(src), withAnyObjects(dst), buffer, shape.width, shape.height, count);
+    else return qrArray(withAnyObjects<1>(src), withAnyObjects<1>(dst), buffer, shape.width, shape.height, count);
 }
 
 // One matrix for all vectors or one for each.
@@ -28,9 +28,10 @@ template <class A, class B, class D, class Count>
     if constexpr (isOneObject<Count>)
         cores::qrSolveGeneral(matrix.at(0), src.at(0), dst.at(0), buffer, shape.width, shape.height);
     else if constexpr (isShared<A>)
-        qrSolveVectors(matrix, withAnyObjects(src), withAnyObjects(dst), buffer, shape.width, shape.height, count);
+        qrSolveVectors(matrix, withAnyObjects<1>(src), withAnyObjects<1>(dst), buffer, shape.width, shape.height,
+                       count);
     else
-        qrSolveArray(withAnyObjects(matrix), withAnyObjects(src), withAnyObjects(dst), buffer, shape.width,
+        qrSolveArray(withAnyObjects<1>(matrix), withAnyObjects<1>(src), withAnyObjects<1>(dst), buffer, shape.width,
                      shape.height, count);
 }
 

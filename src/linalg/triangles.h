@@ -20,11 +20,13 @@ using Triangle = S[triangleSize(n)];
 
 // --- Orders known when compiling --------------------------------------------------------------------
 
-template <int n, class T, class Object>
-[[gnu::always_inline]] inline void readTriangle(const Object& from, Triangle<T, n>& a) {
+// Of one object, the same in all lanes.
+template <int n, class S, class Object>
+[[gnu::always_inline]] inline void readTriangle(const Object& from, Triangle<S, n>& a) {
     unrolled<n>([&](auto i) __attribute__((always_inline)) {
-        unrolled<i + 1>([&](auto j)
-                            __attribute__((always_inline)) { a[triangleSize(i) + j] = load<T>(from.address(i, j)); });
+        unrolled<i + 1>([&](auto j) __attribute__((always_inline)) {
+            a[triangleSize(i) + j] = all<S>(load<ElementOf<S>>(from.address(i, j)));
+        });
     });
 }
 
