@@ -33,6 +33,8 @@ struct ConstantRow {
 
 template <class View>
 [[gnu::always_inline]] inline bool isStream(const View& view) {
+    if constexpr (View::objects == Objects::any)
+        if (view.list != nullptr) return false;
     return isShared<View> || (!isListed<View> && view.objectStride == sizeof(typename View::Element));
 }
 

@@ -10,6 +10,7 @@
 #include "entry/views.h"
 #include "kernel/groups.h"
 #include "kernel/scalar.h"
+#include "kernel/streams.h"
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
 #include "korm.h"
@@ -86,7 +87,7 @@ template <class T, class A, class D>
     using S = Lanes<T>;
     constexpr int vectors = 4, lanes = vectors * laneCount<T>;
     const S tiny = all<S>(std::numeric_limits<T>::epsilon());
-    if (!elementsTouch(src) || !elementsTouch(dst)) return 0;
+    if (!areStreams(src, dst)) return 0;
     const std::byte* from = src.at(0).address(0, 0);
     std::byte* to = dst.at(0).address(0, 0);
     std::ptrdiff_t k = 0;

@@ -6,21 +6,10 @@
 #include "entry/views.h"
 #include "kernel/predicates.h"
 #include "kernel/scalar.h"
+#include "kernel/streams.h"
 #include "kernel/vec.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
-
-// One object that serves all is no array.
-template <class View>
-[[gnu::always_inline]] inline bool elementsTouch(const View& view) {
-    if constexpr (isShared<View>) return true;
-    else if constexpr (isListed<View>) return false;
-    else {
-        if constexpr (View::objects == Objects::any)
-            if (view.list != nullptr) return false;
-        return view.objectStride == sizeof(typename View::Element);
-    }
-}
 
 // result(k) = compute(operands(k)...) for objects of one element, a vector of them at a time where all touch. Returns how many
 // are done.
@@ -28,7 +17,7 @@ template <class T, class Compute, class D, class... Operands>
 [[gnu::always_inline]] inline std::ptrdiff_t computeElements(std::ptrdiff_t count, const Compute& compute,
                                                              const D& result, const Operands&... operands) {
     using S = Lanes<T>;
-    if (!elementsTouch(result) || !(elementsTouch(operands) && ...)) return 0;
+    if (!areStreams(result, operands...)) return 0;
     const auto at = [](const auto& view, std::ptrdiff_t k) __attribute__((always_inline)) {
         return view.at(0).address(0, 0) + k * static_cast<std::ptrdiff_t>(sizeof(T));
     };
