@@ -112,6 +112,21 @@ template <int together = 0, class A, class B, class D, class F>
     }
 }
 
+// The same where arrays may be shared operands, which have no list and stay where they are.
+template <class A, class B, class D, class F>
+[[gnu::always_inline]] inline void eachOfArrays(A a, B b, D dst, std::ptrdiff_t count, const F& f) {
+    const bool listed = dst.list != nullptr;
+    const auto nextOfOwn = [](auto& array) __attribute__((always_inline)) {
+        if (array.list != nullptr) array.nextOfList();
+    };
+    for (;;) {
+        f(a, b, dst);
+        if (--count == 0) return;
+        if (!listed) nextByStride(a, b, dst);
+        else (nextOfOwn(a), nextOfOwn(b), nextOfOwn(dst));
+    }
+}
+
 // Object k, by a layout that is known.
 template <bool listed, class View>
 [[gnu::always_inline]] inline decltype(auto) objectAt(const View& view, std::ptrdiff_t k) {
@@ -125,12 +140,11 @@ template <bool listed, class View>
 }
 
 // The same for small objects: each layout has a loop of its own, and of the smallest two go at a time. `elements` is what an
-// object has at most. To transpose takes registers, which leaves none for a choice of the layout up to order 6.
+// object has at most.
 template <int elements, class A, class B, class D, class F>
 [[gnu::always_inline]] inline void eachSmallObject(const A& a, const B& b, const D& dst, std::ptrdiff_t count,
                                                    const F& f) {
-    constexpr int small = isTransposed<A> || isTransposed<B> ? 36 : 18;
-    if constexpr (elements > small) eachObject(a, b, dst, count, f);
+    if constexpr (elements > 18) eachObject(a, b, dst, count, f);
     else {
         const auto loop = [&](auto listed) __attribute__((always_inline)) {
             const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
@@ -172,6 +186,6 @@ template <class... Views>
 inline std::int32_t widthOf(MatrixShape shape) { return shape.width; }
 inline std::int32_t widthOf(VectorShape shape) { return shape.length; }
 inline std::int32_t heightOf(MatrixShape shape) { return shape.height; }
-inline std::int32_t heightOf(VectorShape) { return 1; }
+inline Known<1> heightOf(VectorShape) { return {}; }
 
 }  // namespace korm::inline KORM_VARIANT::arith

@@ -173,25 +173,25 @@ template <class Op, int width, int height, class A, class B, class D>
 }
 
 // Any shape.
-template <class Op, class A, class B, class D>
-[[gnu::always_inline]] inline void plainAny(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
-                                            std::ptrdiff_t height, std::ptrdiff_t count) {
+template <class Op, class A, class B, class D, class Height>
+[[gnu::always_inline]] inline void plainAny(const A& a, const B& b, const D& dst, std::ptrdiff_t width, Height height,
+                                            std::ptrdiff_t count) {
     using T = typename D::Element;
     if constexpr (isTransposed<A> || isTransposed<B>) {
         transposedObjects<Op>(asArray(a), asArray(b), dst, width, height, count);
     } else {
         std::ptrdiff_t bytes = width * static_cast<std::ptrdiff_t>(sizeof(T));
-        if (height == 1 || (rowsTouch(a, bytes) && rowsTouch(b, bytes) && rowsTouch(dst, bytes))) {
-            bytes *= height;
-            height = 1;
-            constexpr bool repeats = isConstant<A> != isShared<A> || isConstant<B> != isShared<B>;
-            if constexpr (!repeats)
-                if (dst.list == nullptr && objectsTouch(bytes, a, b, dst)) {
-                    run<Op, T>(rowOf<T>(a, 0), rowOf<T>(b, 0), dst.origin, count * bytes);
-                    return;
-                }
-        }
-        rows<Op>(a, b, dst, bytes, height, count);
+        if constexpr (!std::is_same_v<Height, Known<1>>)
+            if (height != 1 && !(rowsTouch(a, bytes) && rowsTouch(b, bytes) && rowsTouch(dst, bytes)))
+                return manyRows<Op>(asArray(a), asArray(b), dst, bytes, height, count);
+        bytes *= height;
+        constexpr bool repeats = isConstant<A> != isShared<A> || isConstant<B> != isShared<B>;
+        if constexpr (!repeats)
+            if (dst.list == nullptr && objectsTouch(bytes, a, b, dst)) {
+                run<Op, T>(rowOf<T>(a, 0), rowOf<T>(b, 0), dst.origin, count * bytes);
+                return;
+            }
+        rows<Op>(a, b, dst, bytes, count);
     }
 }
 

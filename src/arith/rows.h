@@ -52,6 +52,9 @@ template <class T, class View>
     else return Adjacent<T>{view.origin + i * view.rowStride};
 }
 
+// What is known of a row: how many whole vectors stand before its last one, or that it is shorter than one, or long.
+constexpr int partial = -1, longer = 100;
+
 // The only row of a shared operand, kept in registers for all objects; an array has nothing to keep.
 template <class T, int whole>
 struct KeptRow {
@@ -69,13 +72,13 @@ struct KeptRow {
 
 template <class T, int whole, class View>
 [[gnu::always_inline]] inline auto keptRow(const View& view, std::ptrdiff_t last) {
-    if constexpr (!isShared<View>) return 0;
+    if constexpr (!isShared<View> || whole == partial || whole == longer) return 0;
     else return KeptRow<T, whole>(rowOf<T>(view, 0), last);
 }
 
 template <class T, class View, class Kept>
 [[gnu::always_inline]] inline decltype(auto) keptOr(const Kept& kept, const View& view) {
-    if constexpr (isShared<View>) return (kept);
+    if constexpr (!std::is_same_v<Kept, int>) return (kept);
     else return rowOf<T>(view, 0);
 }
 
@@ -183,76 +186,62 @@ template <class Op, class T, class A, class B>
 
 // --- Objects of any shape ----------------------------------------------------------------------
 
+// Calls f(kind) with what is known of a row of `bytes`, as a type, and f loads strides and pointers of its operands itself. Without
+// that gcc loads all that any case needs ahead of the choice, and loops keep strides on the stack: a fifth more time.
+template <class F>
+[[gnu::always_inline]] inline void byLength(std::ptrdiff_t bytes, const F& f) {
+    const auto known = [&](auto kind) __attribute__((always_inline)) {
+        asm volatile("" : : : "memory");
+        f(kind);
+    };
+    if (bytes < 16) return known(Int<partial>{});
+    switch ((bytes - 1) / 16) {
+        case 0: return known(Int<0>{});
+        case 1: return known(Int<1>{});
+        case 2: return known(Int<2>{});
+        case 3: return known(Int<3>{});
+        case 4: return known(Int<4>{});
+        case 7: return known(Int<7>{});
+        default: return known(Int<longer>{});
+    }
+}
+
+template <class Op, class T, int kind, class A, class B>
+[[gnu::always_inline]] inline void storeRowOf(const A& a, const B& b, std::byte* to, std::ptrdiff_t bytes) {
+    if constexpr (kind == partial) partialVector<Op, T>(a, b, to, 0, bytes);
+    else if constexpr (kind == longer) longRow<Op, T>(a, b, to, bytes - 16);
+    else shortRow<Op, T, kind>(a, b, to, bytes - 16);
+}
+
 // Objects of one row, which of a shared operand is kept in registers.
-template <class Op, int whole, class A, class B, class D>
-[[gnu::always_inline]] inline void onlyRows(const A& a, const B& b, const D& dst, std::ptrdiff_t last,
-                                            std::ptrdiff_t count) {
-    using T = typename D::Element;
-    const auto keptA = keptRow<T, whole>(a, last);
-    const auto keptB = keptRow<T, whole>(b, last);
-    constexpr int together = whole < 4 ? 1 : 0;
-    eachObject<together>(
-        a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
-            shortRow<Op, T, whole>(keptOr<T>(keptA, x), keptOr<T>(keptB, y), z.origin, last);
-        });
-}
-
-template <class T, class A, class B, class D, class F>
-[[gnu::always_inline]] inline void eachRow(const A& a, const B& b, const D& dst, std::ptrdiff_t height,
-                                           std::ptrdiff_t count, const F& f) {
-    eachObject(
-        a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
-            for (std::ptrdiff_t i = 0; i < height; ++i) f(rowOf<T>(x, i), rowOf<T>(y, i), z.origin + i * z.rowStride);
-        });
-}
-
-// What comes after this loads strides and pointers of its operands itself. Without it gcc loads all that any case of a choice by
-// size needs ahead of the choice, and then the cases' loops keep strides on the stack for want of registers: a fifth more time.
-[[gnu::always_inline]] inline void loadAgain() { asm volatile("" : : : "memory"); }
-
-// `bytes` is the length of a row. The choice by length is made once, not per row. Objects of one long row have a loop of
-// their own: that of rows of objects takes an eighth more time for 100 floats.
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void rows(const A& a, const B& b, const D& dst, std::ptrdiff_t bytes, std::ptrdiff_t height,
-                            std::ptrdiff_t count) {
+[[gnu::noinline]] void rows(const A& a, const B& b, const D& dst, std::ptrdiff_t bytes, std::ptrdiff_t count) {
     using T = typename D::Element;
-    const std::ptrdiff_t last = bytes - 16;
-    const auto shortRows = [&](auto whole) __attribute__((always_inline)) {
-        loadAgain();
-        if (height == 1) return onlyRows<Op, whole>(a, b, dst, last, count);
-        eachRow<T>(
-            a, b, dst, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
-                shortRow<Op, T, whole>(x, y, to, last);
-            });
-    };
-    const auto longRows = [&](std::ptrdiff_t rowsOfObject) __attribute__((always_inline)) {
-        loadAgain();
-        eachRow<T>(
-            a, b, dst, rowsOfObject, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
-                longRow<Op, T>(x, y, to, last);
-            });
-    };
-    if (bytes < 16) {
-        loadAgain();
-        if (height == 1)
-            return eachObject<1>(
+    byLength(
+        bytes, [&](auto kind) __attribute__((always_inline)) {
+            constexpr int together = kind < 4 ? 1 : 0;
+            const auto keptA = keptRow<T, kind>(a, bytes - 16);
+            const auto keptB = keptRow<T, kind>(b, bytes - 16);
+            eachObject<together>(
                 a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
-                    partialVector<Op, T>(rowOf<T>(x, 0), rowOf<T>(y, 0), z.origin, 0, bytes);
+                    storeRowOf<Op, T, kind>(keptOr<T>(keptA, x), keptOr<T>(keptB, y), z.origin, bytes);
                 });
-        return eachRow<T>(
-            a, b, dst, height, count, [&](auto x, auto y, std::byte* to) __attribute__((always_inline)) {
-                partialVector<Op, T>(x, y, to, 0, bytes);
-            });
-    }
-    switch ((last + 15) / 16) {
-        case 0: return shortRows(Int<0>{});
-        case 1: return shortRows(Int<1>{});
-        case 2: return shortRows(Int<2>{});
-        case 3: return shortRows(Int<3>{});
-        case 4: return shortRows(Int<4>{});
-        case 7: return shortRows(Int<7>{});
-        default: return height == 1 ? longRows(1) : longRows(height);
-    }
+        });
+}
+
+// Objects of several rows that don't touch. All operands are arrays: a shared one has other elements in each row.
+template <class Op, class A, class B, class D>
+[[gnu::noinline]] void manyRows(const A& a, const B& b, const D& dst, std::ptrdiff_t bytes, std::ptrdiff_t height,
+                                std::ptrdiff_t count) {
+    using T = typename D::Element;
+    byLength(
+        bytes, [&](auto kind) __attribute__((always_inline)) {
+            eachOfArrays(
+                a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
+                    for (std::ptrdiff_t i = 0; i < height; ++i)
+                        storeRowOf<Op, T, kind>(rowOf<T>(x, i), rowOf<T>(y, i), z.origin + i * z.rowStride, bytes);
+                });
+        });
 }
 
 }  // namespace korm::inline KORM_VARIANT::arith

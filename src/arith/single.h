@@ -76,7 +76,7 @@ template <class Op, class A, class B, class D>
 [[gnu::noinline]] std::int32_t handedRows(HandedWithStride<A> a, HandedWithStride<B> b, HandedWithStride<D> dst,
                                           MatrixShape shape) {
     if (anyBelowOne(shape.width, shape.height)) return korStatusBadSize;
-    plainAny<Op>(a.operand(), b.operand(), dst.operand(), shape.width, shape.height, 1);
+    plainAny<Op>(a.operand(), b.operand(), dst.operand(), shape.width, heightOf(shape), 1);
     return korStatusOk;
 }
 

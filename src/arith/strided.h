@@ -250,7 +250,7 @@ template <class Op, class A, class B, class D, class Shape>
     if (areStreams(a, b, dst) && mayReorder()) {
         constexpr std::ptrdiff_t size = sizeof(typename D::Element);
         for (std::ptrdiff_t i = 0; i < height; ++i)
-            rows<Op>(acrossObjects(a, i), acrossObjects(b, i), acrossObjects(dst, i), count * size, 1, width);
+            rows<Op>(acrossObjects(a, i), acrossObjects(b, i), acrossObjects(dst, i), count * size, width);
         return;
     }
     bySize(

@@ -109,7 +109,7 @@ template <class Op, class A, class B, class D, class Shape>
     }
     const bool adjacent = count >= (inOrder ? 2 : lanes<T>)&&areStreams(a, b, dst);
     if constexpr (inOrder) {
-        if (adjacent) rows<Op>(listOfStreams(a), listOfStreams(b), listOfStreams(dst), count * size, 1, entries);
+        if (adjacent) rows<Op>(listOfStreams(a), listOfStreams(b), listOfStreams(dst), count * size, entries);
         else streams<Op>(asTable(a), asTable(b), asTable(dst), entries, 1, count);
     } else {
         if (adjacent) adjacentStreams<Op>(asTable(a), asTable(b), asTable(dst), width, height, count);

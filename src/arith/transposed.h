@@ -201,35 +201,25 @@ template <class T, class View>
     forOrder(width == height ? static_cast<int>(width) : 0, known, any);
 }
 
-// All operands are arrays here: blocks are so much work that an operand shared by all objects may be loaded anew.
+// All operands are arrays: blocks are so much work that one that is shared by all objects may be loaded anew.
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void transposedObjects(const A& first, const B& second, const D& result, std::ptrdiff_t width,
+[[gnu::noinline]] void transposedObjects(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
                                          std::ptrdiff_t height, std::ptrdiff_t count) {
     using T = typename D::Element;
-    A a = first;
-    B b = second;
-    D dst = result;
     const auto atHand = [](const auto& view) __attribute__((always_inline))->decltype(auto) {
         if constexpr (isConstant<std::remove_cvref_t<decltype(view)>>) return Repeated<T>{repeated(constantOf(view))};
         else return (view);
     };
-    const auto next = [](auto& array) __attribute__((always_inline)) {
-        if (array.list != nullptr) array.nextOfList();
-        else array.nextByStride();
-    };
-    for (;;) {
-        const auto& x = atHand(a);
-        const auto& y = atHand(b);
-        eachBlock<T>(
-            width, height, [&](std::ptrdiff_t i, std::ptrdiff_t j, auto p, auto q) __attribute__((always_inline)) {
-                std::byte* const to = dst.origin + i * dst.rowStride + j * static_cast<std::ptrdiff_t>(sizeof(T));
-                storeBlockAt<Op, T, p, q, A, B>(x, y, to, dst.rowStride, i, j);
-            });
-        if (--count == 0) return;
-        next(a);
-        next(b);
-        next(dst);
-    }
+    eachOfArrays(
+        a, b, dst, count, [&](const A& objectA, const B& objectB, const D& z) __attribute__((always_inline)) {
+            const auto& x = atHand(objectA);
+            const auto& y = atHand(objectB);
+            eachBlock<T>(
+                width, height, [&](std::ptrdiff_t i, std::ptrdiff_t j, auto p, auto q) __attribute__((always_inline)) {
+                    std::byte* const to = z.origin + i * z.rowStride + j * static_cast<std::ptrdiff_t>(sizeof(T));
+                    storeBlockAt<Op, T, p, q, A, B>(x, y, to, z.rowStride, i, j);
+                });
+        });
 }
 
 }  // namespace korm::inline KORM_VARIANT::arith

@@ -101,7 +101,7 @@ def entry_functions(form):
 
 def entry_function(form, lines):
     """A single object's kernel is a few instructions and goes into its entry function: handing up to eleven arguments
-    on would cost more than the checks."""
+    on would cost more than the checks. Kernels that are not to have a second copy say so themselves."""
     return function(form.entry, c_declarations(form), lines, "" if form.is_array else "[[gnu::flatten]] ")
 
 
@@ -189,8 +189,10 @@ def kernel_function(form, kernel):
     """The arguments as views, extras as they are, sizes as a shape, in a call of the family's template."""
     call = template_call(form, form.template(kernel), form.is_plain(kernel))
     body = f"    return {call}" if form.family.merges_status else f"    {call}\n    return korStatusOk;"
-    # Kernels of array forms are called from entry function and driver, and show in a profile under their own names.
-    return function(kernel, list(unused_marked(form, call)), [body], "[[gnu::noinline]] " if form.is_array else "")
+    # Kernels of array forms are called from entry function and driver, and show in a profile under their own names. A light
+    # kernel for any stride is handed all but two arguments in registers where there are eight, and has no second copy then.
+    called = form.is_array or (form.family.light and not form.is_plain(kernel) and len(form.arguments) <= 8)
+    return function(kernel, list(unused_marked(form, call)), [body], "[[gnu::noinline]] " if called else "")
 
 
 def template_call(form, template, plain, level=1):

@@ -497,6 +497,20 @@ int32_t v8_kormCopy_va_64f_SP(
         self.assertIn("if (anyBadStride<float>(src1RowStride, src2RowStride, dstRowStride)) {\n"
                       "        return anyBelowOne(width, height) ? korStatusBadSize : korStatusBadStride;\n    }", plain)
 
+    def test_a_light_kernel_for_any_stride_is_called_where_registers_hold_its_arguments(self):
+        matrices = family("Add", "mm", "src1 src2 dst width height", light=True)
+        vectors = family("Add", "vv", "src1 src2 dst length", light=True)
+        called = {}
+        for group in (matrices, vectors):
+            for form in group.forms():
+                for kernel in form.kernels:
+                    called[kernel] = emit.kernel_function(form, kernel).startswith("[[gnu::noinline]]")
+        self.assertFalse(called["v8_ownkormAdd_mm_32f"])
+        self.assertFalse(called["v8_ownkormAdd_mm_32f_S2"])
+        self.assertTrue(called["v8_ownkormAdd_mm_32f_P"])
+        self.assertFalse(called["v8_ownkormAdd_vv_64f"])
+        self.assertTrue(called["v8_ownkormAdd_vv_64f_S2"])
+
     def test_a_light_entry_function_of_vectors_has_no_strides_left_to_check(self):
         sums = family("Add", "vv", "src1 src2 dst length", light=True)
         (entry,) = emit.entry_functions(self.form(sums, "kormAdd_vv_64f"))
