@@ -9,6 +9,7 @@
 
 #include "entry/views.h"
 #include "kernel/groups.h"
+#include "kernel/known.h"
 #include "kernel/predicates.h"
 #include "kernel/results.h"
 #include "kernel/scalar.h"
@@ -38,18 +39,43 @@ struct SquarePlaces {
     [[gnu::always_inline]] auto half(int which) const { return SquarePlaces<decltype(a.half(which))>{a.half(which)}; }
 };
 
-// Element j of the objects from k on.
+// The elements of as many objects as a vector has lanes, from object k on: of tables in any order, of others one after the
+// other, since for the addresses of several elements of each object there are no registers.
 template <class View>
-[[gnu::always_inline]] inline auto gathered(const View& view, std::ptrdiff_t k, std::ptrdiff_t j) {
+struct LaneWalk {
     using T = typename View::Element;
-    const std::byte* const first = view.at(k).address(0, j);
-    if constexpr (isShared<View>) return broadcast(load<T>(first));
-    else if constexpr (isListed<View>)
-        return fromLanes<Lanes<T>>([&](int l) __attribute__((always_inline)) {
-            return load<T>(view.at(k + l).address(0, j));
+    static constexpr int origins = isShared<View> ? 1 : laneCount<T>;
+
+    const std::byte* origin[origins];
+    std::ptrdiff_t step;
+    mutable std::ptrdiff_t distance = 0;  // moved on by each element that is read
+
+    [[gnu::always_inline]] LaneWalk(const View& view, std::ptrdiff_t k) : step(view.elementStride) {
+        unrolled<origins>([&](auto l) __attribute__((always_inline)) { origin[l] = view.at(k + l).origin; });
+    }
+    [[gnu::always_inline]] Lanes<T> element(std::ptrdiff_t) const {
+        const auto next = fromLanes<Lanes<T>>([&](int l) __attribute__((always_inline)) {
+            return load<T>(origin[isShared<View> ? 0 : l] + distance);
         });
-    else return gather<T>(first, view.objectStride);
-}
+        distance = opaque(distance + step);
+        return next;
+    }
+};
+
+template <class View>
+requires isScattered<View>
+struct LaneWalk<View> {
+    using T = typename View::Element;
+
+    const View& view;
+    std::ptrdiff_t k;
+
+    [[gnu::always_inline]] Lanes<T> element(std::ptrdiff_t j) const {
+        const std::byte* const first = view.at(k).address(0, j);
+        if constexpr (isShared<View>) return broadcast(load<T>(first));
+        else return gather<T>(first, view.objectStride);
+    }
+};
 
 // From one object of an array to the next, in bytes.
 template <class View>
@@ -64,8 +90,6 @@ template <class A, class B>
 struct ProductsOf {
     using T = typename A::Element;
     static constexpr bool adjacent = isAdjacent<A>;
-    // To gather two arrays of doubles takes more than lanes spare, but for tables, whose entries are read once for all lanes.
-    static constexpr bool gathers = isFloat<T> || isScattered<A> || isShared<B>;
     static constexpr bool listed = isListed<A> || isListed<B>;
     static constexpr bool mayBePacked = !listed && !isShared<A> && !isShared<B>;
     static constexpr bool secondIsShared = isShared<B>;
@@ -93,9 +117,9 @@ struct ProductsOf {
             return streamOf(a, 0, j).template get<Lanes<T>>(at) * streamOf(b, 0, j).template get<Lanes<T>>(at);
         };
     }
-    [[gnu::always_inline]] auto scattered(std::ptrdiff_t k) const {
-        return [ this, k ](std::ptrdiff_t j) __attribute__((always_inline)) {
-            return gathered(a, k, j) * gathered(b, k, j);
+    [[gnu::always_inline]] auto inLanes(std::ptrdiff_t k) const {
+        return [ x = LaneWalk<A>{a, k}, y = LaneWalk<B>{b, k} ](std::ptrdiff_t j) __attribute__((always_inline)) {
+            return x.element(j) * y.element(j);
         };
     }
     template <int lanes>
@@ -109,7 +133,6 @@ template <class A>
 struct SquaresOf {
     using T = typename A::Element;
     static constexpr bool adjacent = isAdjacent<A>;
-    static constexpr bool gathers = true;
     static constexpr bool listed = isListed<A>;
     static constexpr bool mayBePacked = !listed && !isShared<A>;
     static constexpr bool secondIsShared = false;
@@ -136,9 +159,9 @@ struct SquaresOf {
             return element * element;
         };
     }
-    [[gnu::always_inline]] auto scattered(std::ptrdiff_t k) const {
-        return [ this, k ](std::ptrdiff_t j) __attribute__((always_inline)) {
-            const auto elements = gathered(a, k, j);
+    [[gnu::always_inline]] auto inLanes(std::ptrdiff_t k) const {
+        return [x = LaneWalk<A>{a, k}](std::ptrdiff_t j) __attribute__((always_inline)) {
+            const auto elements = x.element(j);
             return elements * elements;
         };
     }
@@ -233,13 +256,10 @@ template <class Result, class Order, class Products>
         };
         if (products.streams()) return resultsOfGroups<Result>(stream, one, dst, count);
     }
-    if constexpr (Products::gathers) {
-        const auto group = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
-            return Order::template of<Lanes<T>>(length, products.scattered(k));
-        };
-        return resultsOfGroups<Result>(group, one, dst, count);
-    }
-    resultsOfEach<Result>(one, dst, count);
+    const auto group = [&](std::ptrdiff_t k) __attribute__((always_inline)) {
+        return Order::template of<Lanes<T>>(length, products.inLanes(k));
+    };
+    resultsOfGroups<Result>(group, one, dst, count);
 }
 
 // Objects whose second vectors lie alike modulo 16 bytes go side by side: all of an array, every other one or every fourth; of
