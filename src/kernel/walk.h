@@ -31,16 +31,18 @@ template <class Address>
 ElementWalk(Address, std::ptrdiff_t) -> ElementWalk<Address>;
 
 // Calls f with 1 or 2 as a type until n are done. A loop of one or two is about as long as a line of code, and takes up to 1.6
-// times as long where its last jump is in the next; that of four takes its time wherever it lies.
+// times as long where its last jump is in the next; that of four takes its time wherever it lies. What is left of a round stands
+// in the way to the loop: behind two jumps it took a tenth of the time of vectors of 5 to 15.
 template <class F>
 [[gnu::always_inline]] inline void inRounds(std::ptrdiff_t n, const F& f) {
-    if (n & 1) f(Int<1>{});
-    if (n & 2) f(Int<2>{});
-    if (n > 3)
-        for (n &= -4; n != 0; n -= 4) {
-            f(Int<2>{});
-            f(Int<2>{});
-        }
+    if (n & 1) [[likely]]
+        f(Int<1>{});
+    if (n & 2) [[likely]]
+        f(Int<2>{});
+    for (n &= -4; n != 0; n -= 4) {
+        f(Int<2>{});
+        f(Int<2>{});
+    }
 }
 
 }  // namespace korm::inline KORM_VARIANT

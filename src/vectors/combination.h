@@ -132,21 +132,23 @@ template <class T, class Op, class X, class Y, class To>
 
 // --- Objects ---------------------------------------------------------------------------------------
 
-// The elements of one object after the other: `enter` each before its elements, `leave` it behind them.
+// The elements of one object after the other: `enter` each before its elements, `leave` it behind them. Objects are counted
+// from the end, so that their number needs no register.
 template <class View>
 struct ObjectWalk : ElementWalk<decltype(View::origin)> {
-    const View& view;
+    View end;
     std::ptrdiff_t toNextObject;
 
     // `walked`: by how many elements the walk is moved on within an object.
-    ObjectWalk(const View& objects, std::ptrdiff_t walked)
+    [[gnu::always_inline]] ObjectWalk(const View& objects, std::ptrdiff_t walked, std::ptrdiff_t count)
         : ElementWalk<decltype(View::origin)>{nullptr, objects.elementStride},
-          view(objects),
+          end(objects),
           toNextObject((isShared<View> ? 0 : objects.objectStride) - walked * objects.elementStride) {
-        if constexpr (!isListed<View>) this->at = objects.origin;
+        if constexpr (isListed<View>) end.list = opaque(end.list + count);
+        else this->at = objects.origin;
     }
     [[gnu::always_inline]] void enter(std::ptrdiff_t k) {
-        if constexpr (isListed<View>) this->at = view.at(k).origin;
+        if constexpr (isListed<View>) this->at = end.at(k).origin;
     }
     [[gnu::always_inline]] void leave() {
         if constexpr (!isListed<View>) this->at += toNextObject;
@@ -155,18 +157,20 @@ struct ObjectWalk : ElementWalk<decltype(View::origin)> {
 
 // Object after object, each element written before the next is read.
 template <class Op, class A, class B, class D, class Length>
-[[gnu::noinline]] void combineObjects(Op op, A a, B b, D dst, Length length, std::ptrdiff_t count) {
+[[gnu::noinline]] void combineObjects(Op op, const A& first, const B& second, const D& result, Length length,
+                                      std::ptrdiff_t count) {
     using T = typename D::Element;
-    // Shorter ones are known: no test for them in the loop.
-    if (!isKnown<Length> && length < 4) __builtin_unreachable();
     const std::ptrdiff_t walked = isKnown<Length> ? 0 : length;
-    ObjectWalk<A> x(a, walked);
-    ObjectWalk<B> y(b, walked);
-    ObjectWalk<D> to(dst, walked);
-    for (std::ptrdiff_t k = 0; k < count; k = opaque(k + 1)) {
+    ObjectWalk<A> x(first, walked, count);
+    ObjectWalk<B> y(second, walked, count);
+    ObjectWalk<D> to(result, walked, count);
+    for (std::ptrdiff_t k = -count; k != 0; ++k) {
+        k = opaque(k);
         x.enter(k);
         y.enter(k);
         to.enter(k);
+        // Tests of its bits ahead of the loop would take two of the registers, of which lists need all.
+        if constexpr (!isKnown<Length> && isListed<D>) length = opaque(length);
         if constexpr (isKnown<Length>) combineFirst<T, length>(op, x, y, to);
         else combineSteps<T>(op, x, y, to, length);
         x.leave();
@@ -263,29 +267,40 @@ template <class T, class Op>
 
 // Vectors along the objects: element j of all of them is a row.
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void combineStreams(Op op, A a, B b, D dst, std::ptrdiff_t length, std::ptrdiff_t count) {
+[[gnu::noinline]] void combineStreams(Op op, const A& first, const B& second, const D& result, std::ptrdiff_t length,
+                                      std::ptrdiff_t count) {
+    const A a = first;
+    const B b = second;
+    const D dst = result;
     for (std::ptrdiff_t j = 0; j < length; ++j)
         combineRow<typename D::Element>(op, streamOf(a, 0, j), streamOf(b, 0, j), dst.at(0).address(0, j), count);
 }
 
 // Of tables: entry after entry, each for a few objects, which then stay in the first cache for the next entry.
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void combineTables(Op op, A a, B b, D dst, std::ptrdiff_t length, std::ptrdiff_t count) {
+[[gnu::noinline]] void combineTables(Op op, const A& first, const B& second, const D& result, std::ptrdiff_t length,
+                                     std::ptrdiff_t count) {
+    const A a = first;
+    const B b = second;
+    const D dst = result;
     using T = typename D::Element;
     constexpr std::ptrdiff_t objects = 64;
-    for (std::ptrdiff_t first = 0; first < count; first += objects) {
-        const std::ptrdiff_t end = std::min(first + objects, count);
+    for (std::ptrdiff_t k = 0; k < count; k += objects) {
+        const std::ptrdiff_t end = std::min(k + objects, count);
         for (std::ptrdiff_t j = 0; j < length; ++j) {
-            ElementWalk x{a.at(first).address(0, j), a.objectStride};
-            ElementWalk y{b.at(first).address(0, j), b.objectStride};
-            ElementWalk to{dst.at(first).address(0, j), dst.objectStride};
-            combineSteps<T>(op, x, y, to, end - first);
+            ElementWalk x{a.at(k).address(0, j), a.objectStride};
+            ElementWalk y{b.at(k).address(0, j), b.objectStride};
+            ElementWalk to{dst.at(k).address(0, j), dst.objectStride};
+            combineSteps<T>(op, x, y, to, end - k);
         }
     }
 }
 
 template <class Op, class A, class B, class D>
-[[gnu::noinline]] void combineTable(Op op, A a, B b, D dst, std::ptrdiff_t length) {
+[[gnu::noinline]] void combineTable(Op op, const A& first, const B& second, const D& result, std::ptrdiff_t length) {
+    const A a = first;
+    const B b = second;
+    const D dst = result;
     using T = typename D::Element;
     for (std::ptrdiff_t j = 0; j < length; ++j)
         store(dst.at(0).address(0, j), op(load<T>(a.at(0).address(0, j)), load<T>(b.at(0).address(0, j))));
