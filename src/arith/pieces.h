@@ -11,6 +11,7 @@
 #include <cstddef>
 
 #include "arith/operands.h"
+#include "arith/rows.h"
 #include "kernel/unroll.h"
 #include "kernel/vec.h"
 
@@ -112,18 +113,6 @@ template <class T, int width, int height, class Source>
     });
     return held;
 }
-
-// A constant in all elements.
-template <class T>
-struct Repeated {
-    Vector<T> all;
-
-    template <int, int, int n>
-    [[gnu::always_inline]] typename Piece<T, n>::Value get() const {
-        if constexpr (n == 1) return all[0];
-        else return all;
-    }
-};
 
 // The results of an operation on two sources, which it refers to.
 template <class Op, class T, class A, class B>

@@ -15,7 +15,7 @@ namespace korm::inline KORM_VARIANT::arith {
 // The object at hand as it is stored: rows, or a constant.
 template <class T, int rows = 1, class View>
 [[gnu::always_inline]] inline auto stored(const View& view) {
-    if constexpr (isConstant<View>) return Repeated<T>{repeated(constantOf(view))};
+    if constexpr (isConstant<View>) return Same<T>{repeated(constantOf(view))};
     else
         return Rows<T>{view.origin,
                        strideOf<rows>(view.origin, isTransposed<View> ? view.elementStride : view.rowStride)};
@@ -24,8 +24,8 @@ template <class T, int rows = 1, class View>
 // One object of a known size. At least one source that is transposed still has to be.
 template <class Op, class T, int width, int height, bool transposeA, bool transposeB, class A, class B>
 [[gnu::always_inline]] inline void storeSized(const A& a, const B& b, std::byte* to, std::ptrdiff_t rowStride) {
-    constexpr bool constantA = std::is_same_v<A, Repeated<T>>;
-    constexpr bool constantB = std::is_same_v<B, Repeated<T>>;
+    constexpr bool constantA = std::is_same_v<A, Same<T>>;
+    constexpr bool constantB = std::is_same_v<B, Same<T>>;
     constexpr bool both =
         (transposeA || (constantA && constantFirst<T>)) && (transposeB || (constantB && constantFirst<T>));
     if constexpr (!transposeA && !transposeB) storeObject<T, width, height>(combined<Op, T>(a, b), to, rowStride);

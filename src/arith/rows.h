@@ -43,13 +43,27 @@ struct Same {
     [[gnu::always_inline]] Vector<T> pair(std::ptrdiff_t) const { return all; }
     [[gnu::always_inline]] Vector<T> end(std::ptrdiff_t) const { return all; }
     [[gnu::always_inline]] T one(std::ptrdiff_t) const { return all[0]; }
+
+    template <int, int, int n>  // as pieces.h has it
+    [[gnu::always_inline]] auto get() const {
+        if constexpr (n == 1) return all[0];
+        else return all;
+    }
 };
 
 // Row i of the object at hand.
 template <class T, class View>
 [[gnu::always_inline]] inline auto rowOf(const View& view, std::ptrdiff_t i) {
-    if constexpr (isConstant<View>) return Same<T>{repeated(constantOf(view))};
+    if constexpr (std::is_same_v<View, Same<T>>) return view;
+    else if constexpr (isConstant<View>) return Same<T>{repeated(constantOf(view))};
     else return Adjacent<T>{view.origin + i * view.rowStride};
+}
+
+// That object, with its constant in a register.
+template <class T, class View>
+[[gnu::always_inline]] inline decltype(auto) atHand(const View& view) {
+    if constexpr (isConstant<View>) return rowOf<T>(view, 0);
+    else return (view);
 }
 
 // What is known of a row: how many whole vectors stand before its last one, or that it is shorter than one, or long.
@@ -238,8 +252,10 @@ template <class Op, class A, class B, class D>
         bytes, [&](auto kind) __attribute__((always_inline)) {
             eachOfArrays(
                 a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {
+                    const auto& p = atHand<T>(x);
+                    const auto& q = atHand<T>(y);
                     for (std::ptrdiff_t i = 0; i < height; ++i)
-                        storeRowOf<Op, T, kind>(rowOf<T>(x, i), rowOf<T>(y, i), z.origin + i * z.rowStride, bytes);
+                        storeRowOf<Op, T, kind>(rowOf<T>(p, i), rowOf<T>(q, i), z.origin + i * z.rowStride, bytes);
                 });
         });
 }

@@ -147,7 +147,7 @@ template <class T, int width, int height, class Stored, class Last>
 template <class T, class View>
 [[gnu::always_inline]] inline auto blockSource(const View& view, std::ptrdiff_t i, std::ptrdiff_t j) {
     constexpr std::ptrdiff_t size = sizeof(T);
-    if constexpr (std::is_same_v<View, Repeated<T>>) return view;
+    if constexpr (std::is_same_v<View, Same<T>>) return view;
     else if constexpr (isTransposed<View>)
         return Rows<T>{view.origin + i * size + j * view.elementStride, view.elementStride};
     else return Rows<T>{view.origin + i * view.rowStride + j * size, view.rowStride};
@@ -206,14 +206,10 @@ template <class Op, class A, class B, class D>
 [[gnu::noinline]] void transposedObjects(const A& a, const B& b, const D& dst, std::ptrdiff_t width,
                                          std::ptrdiff_t height, std::ptrdiff_t count) {
     using T = typename D::Element;
-    const auto atHand = [](const auto& view) __attribute__((always_inline))->decltype(auto) {
-        if constexpr (isConstant<std::remove_cvref_t<decltype(view)>>) return Repeated<T>{repeated(constantOf(view))};
-        else return (view);
-    };
     eachOfArrays(
         a, b, dst, count, [&](const A& objectA, const B& objectB, const D& z) __attribute__((always_inline)) {
-            const auto& x = atHand(objectA);
-            const auto& y = atHand(objectB);
+            const auto& x = atHand<T>(objectA);
+            const auto& y = atHand<T>(objectB);
             eachBlock<T>(
                 width, height, [&](std::ptrdiff_t i, std::ptrdiff_t j, auto p, auto q) __attribute__((always_inline)) {
                     std::byte* const to = z.origin + i * z.rowStride + j * static_cast<std::ptrdiff_t>(sizeof(T));
