@@ -86,13 +86,15 @@ template <class T, class Op>
     }
 }
 
-// A row of three to six elements. Three floats fill four lanes as x y y z.
+// A row of two to six elements. Three floats fill four lanes as x y y z.
 template <class T, int n, class Op>
 [[gnu::always_inline]] inline void combineShortRow(const Op& op, const std::byte* x, const std::byte* y,
                                                    std::byte* to) {
     constexpr int lanes = 16 / static_cast<int>(sizeof(T));
     constexpr std::ptrdiff_t size = sizeof(T);
-    if constexpr (n < lanes) {
+    if constexpr (n == 2 && isFloat<T>) {
+        storePair(to, op(loadPair(x), loadPair(y)));
+    } else if constexpr (n < lanes) {
         static_assert(n == 3);
         const Float4 row = settled(op(loadPairs(x, x + size), loadPairs(y, y + size)));
         storeLowPair(to, row);
@@ -239,13 +241,10 @@ template <class Op, class A, class B, class D>
     const auto otherRows = [&](std::ptrdiff_t first) __attribute__((always_inline)) {
         combineRows(op, a, b, dst, length, first, count);
     };
-    if constexpr (!isListed<D> && (isShared<A> || isShared<B>)) {
+    if constexpr (!isListed<D> && (isShared<A> || isShared<B>))
         if (packed && length == 1) return otherRows(combineTiles<T, 1>(op, a, b, dst.origin, count));
-        if (packed && length == 2) return otherRows(combineTiles<T, 2>(op, a, b, dst.origin, count));
-    }
     if (length == 1) return combineObjects(op, a, b, dst, Known<1>{}, count);
-    if constexpr (isListed<D>)
-        if (length == 2) return combineObjects(op, a, b, dst, Known<2>{}, count);
+    if (length == 2) return shortRows(Int<2>{});
     forOrder(length, shortRows, [&] { otherRows(0); });
 }
 
