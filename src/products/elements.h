@@ -228,6 +228,12 @@ template <class Left, class Right, class Objects>
     }
 }
 
+// How many strips these are, where elements aren't vectors of neighbours.
+constexpr std::ptrdiff_t stripsOf(const Factors& at, Sum shape) {
+    const std::ptrdiff_t most = stripElements(shape.partials), left = at.columns % most;
+    return at.rows * (at.columns / most + (left == 3 ? 2 : left > 0));
+}
+
 template <class T>
 [[gnu::always_inline]] inline bool runsAlongRows(const Factors& at) {
     return at.b.column == sizeof(T) && at.to.column == sizeof(T) && at.columns >= lanes16<T>;
@@ -360,8 +366,13 @@ template <class S, class Objects>
     const Factors turned = at.turned();
     if constexpr (lanesOf<S> == 1) {
         if (runsAlongRows<S>(at)) {
-            if constexpr (!Objects::isListed)
+            if constexpr (!Objects::isListed) {
                 if (multiplyHeld<S, false>(at, sum, objects)) return;
+            } else if constexpr (!isFloat<S>) {
+                // Strips have room for the eight partial sums of one vector only.
+                if (at.rows == 1 && at.products == heldProducts && sum == Sum{8, 8})
+                    return multiplyHeldPanels<S, heldProducts, Sum{8, 8}, false>(at, objects);
+            }
             return addRows<S, Vec16<S>>(at, sum, objects);
         }
         if (runsAlongRows<S>(turned)) {
@@ -372,7 +383,7 @@ template <class S, class Objects>
         if constexpr (!Objects::isListed && !isFloat<S>)
             if (runsDownColumns<S>(at) && multiplyHeld<S, true>(at, sum, objects)) return;
     }
-    if (at.columns < at.rows) addRows<S, S>(turned, sum, objects.turned());
+    if (stripsOf(turned, sum) < stripsOf(at, sum)) addRows<S, S>(turned, sum, objects.turned());
     else addRows<S, S>(at, sum, objects);
 }
 

@@ -96,6 +96,13 @@ template <int most, class T, class F>
         };
         if (lines.touch) {
             while (left >= most) take(Int<most>{});
+            // Three behind others are the last three of four.
+            if (most == 4 && left == 3 && length > 3) {
+                --e;
+                ++left;
+                distance -= lines.step;
+                take(Int<most>{});
+            }
             if (most > 2 && left >= 2) take(Int<2>{});
         }
         while (left > 0) take(Int<1>{});
@@ -292,11 +299,14 @@ template <class T>
     if (std::max({shape.rows, shape.columns, shape.products}) > 64) return false;
     const std::int32_t products = shape.rows * shape.products * shape.columns;
     if (shape.columns < lanes16<T>) return products <= (isFloat<T> ? 480 : 256);
+    if (dst.columnStep != size)
+        return products <= (isFloat<T> ? 480 : shape.rows <= 5 || shape.columns > 6 ? 320 : 200);
     const bool listed = as.list != nullptr || bs.list != nullptr || dsts.list != nullptr;
     const bool touch = b.columnStep == size || (!isFloat<T> && b.rowStep == size);
-    if (dst.columnStep == size && touch && !listed && shape.products <= heldProducts) return products <= 480;
+    if (touch && !listed && shape.products <= heldProducts) return products <= 480;
+    // Eight partial sums of a row are held for lists, too.
+    if (!isFloat<T> && b.columnStep == size && shape.rows == 1 && shape.products == heldProducts) return true;
     if (products > (isFloat<T> ? 480 : 160)) return false;
-    if (dst.columnStep != size) return true;
     if (b.columnStep == size) return isSmallByRows<T>(dsts.list != nullptr, shape);
     return b.rowStep != size || isSmallByColumns<T>(as.first.columnStep == size, shape);
 }
@@ -327,7 +337,10 @@ template <class T>
     if constexpr (isFloat<T>) {
         const Factors at{distances(as.first), distances(bs.first), distances(dsts.first), rows, columns, products};
         const std::ptrdiff_t elements = rows * products + products * columns + rows * columns;
-        if (count >= laneCount<T> && elements <= groupElements / 2 && !runsAlongRows<T>(at) &&
+        // A single result isn't worth bringing together, but where that looks an object of a list up once for four elements.
+        const bool listed = as.list != nullptr || bs.list != nullptr || dsts.list != nullptr;
+        const bool isOne = rows * columns == 1 && (!listed || products < 4);
+        if (count >= laneCount<T> && elements <= groupElements / 2 && !isOne && !runsAlongRows<T>(at) &&
             !runsAlongRows<T>(at.turned()))
             return productsInLanes<Lanes<T>>(as, bs, dsts, shape, groups, count);
     }

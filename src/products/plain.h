@@ -236,6 +236,25 @@ template <class T, auto rows>
     return korStatusOk;
 }
 
+// One column whose sums all go from left to right. One product at a time: what more needs to be prepared would be half of the
+// instructions of a small one.
+template <class T>
+[[gnu::noinline]] std::int32_t plainSums(const std::byte* a, std::ptrdiff_t aRow, const std::byte* x, std::byte* to,
+                                         std::ptrdiff_t toRow, std::int32_t height, std::int32_t products) {
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(T));
+#pragma GCC unroll 1
+    for (; height > 0; --height, a += aRow, to += toRow) {
+        T sum{};
+#pragma GCC unroll 1
+        for (std::ptrdiff_t at = 0; at < products * size; at += size) {
+            sum += load<T>(a + at) * load<T>(x + at);
+            asm("" : "+x"(sum));  // else gcc multiplies several at a time
+        }
+        store(to, sum);
+    }
+    return korStatusOk;
+}
+
 // One column.
 template <class T, auto rows>
 [[gnu::noinline]] std::int32_t plainColumn(const std::byte* a, std::ptrdiff_t aRow, const std::byte* x, std::byte* to,

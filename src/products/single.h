@@ -7,9 +7,11 @@
 #include <cstdint>
 
 #include "entry/views.h"
+#include "kernel/known.h"
 #include "kernel/predicates.h"
 #include "kernel/unroll.h"
 #include "korm.h"
+#include "products/columns.h"
 #include "products/general.h"
 #include "products/operands.h"
 #include "products/packed.h"
@@ -42,6 +44,35 @@ template <class T, RowSums rows>
     return korStatusOk;
 }
 
+// Fewer than four rows of eight products, which have up to eight partial sums; two columns at least.
+template <class T, RowSums rows>
+[[gnu::noinline]] std::int32_t rowsOfEight(const std::byte* a, std::ptrdiff_t aRow, const std::byte* b,
+                                           std::ptrdiff_t bRow, std::byte* to, std::ptrdiff_t toRow,
+                                           std::ptrdiff_t aStep, std::int32_t height, std::int32_t columns) {
+    constexpr int size = sizeof(T), lanes = lanes16<T>;
+    const auto row = [&](auto sum) __attribute__((always_inline)) {
+        const std::byte* right = b;
+        std::byte* result = to;
+        for (std::int32_t left = columns;;) {
+            tile<Vec16<T>, sum.value, 1, 1>({a, aRow, aStep}, {right, bRow, 0}, Known<8>{},
+                                            TileTarget{result, toRow, 0});
+            if (left <= lanes) break;
+            const int step = std::min(left - lanes, lanes);  // the last vector ends with the row
+            left -= step;
+            right += step * size;
+            result += step * size;
+        }
+        a += aRow;
+        to += toRow;
+    };
+    forRowGroups<rows>(
+        height, 8, [&](std::ptrdiff_t, std::ptrdiff_t count, auto sum) __attribute__((always_inline)) {
+            if constexpr (sum.value.block == 8)
+                for (; count > 0; --count) row(sum);
+        });
+    return korStatusOk;
+}
+
 template <class SquareOrders, RowSums rows, class A, class B, class D>
 [[gnu::always_inline]] inline std::int32_t singleProduct(const A& a, const B& b, const D& dst, ProductShape shape,
                                                          decltype(oneObject)) {
@@ -70,8 +101,12 @@ template <class SquareOrders, RowSums rows, class A, class B, class D>
         // One column whose elements touch is as good as a row.
         if constexpr (isAdjacent<D> && !isTransposed<A>)
             if (isTransposed<B> || y.rowStep == size) {
-                if (columns == 1 && height <= (isFloat<T> ? 20 : 12))
+                if (columns == 1 && height <= (isFloat<T> ? 20 : 12)) {
+                    if (products < 4 ||
+                        (products < productsOfTwoSums<rows>() && pairedRows<rows>(height, products).first == height))
+                        return plainSums<T>(x.origin, x.rowStep, y.origin, to, z.rowStep, height, products);
                     return plainColumn<T, rows>(x.origin, x.rowStep, y.origin, to, z.rowStep, height, products);
+                }
                 if (isTransposed<B> && areFewDots<T>(shape))
                     return plainDots<T, rows>(x.origin, x.rowStep, y.origin, storedStride(b), to, z.rowStep, height,
                                               products, columns);
@@ -96,6 +131,10 @@ template <class SquareOrders, RowSums rows, class A, class B, class D>
                                               y.columnStep, z.columnStep, height, products, columns);
             }
         }
+        if constexpr (alongRows && rows.lastOfOne.block == 8)
+            if (products == 8 && height < 4 && columns >= lanes16<T>)
+                return rowsOfEight<T, rows>(x.origin, x.rowStep, y.origin, y.rowStep, to, z.rowStep, x.columnStep,
+                                            height, columns);
         if constexpr (alongRows)
             if (areFewTiles<T>(shape))
                 return tiledProduct<T, rows>(x.origin, x.rowStep, y.origin, y.rowStep, to, z.rowStep, x.columnStep,
@@ -127,8 +166,15 @@ template <class Order, ElementSums elements, class A, class X, class D>
         };
         if (forOrder(shape.rows, square, [] { return false; })) return korStatusOk;
     }
-    if constexpr (isAdjacent<D> && !isTransposed<A>)
+    if constexpr (isAdjacent<D> && !isTransposed<A>) {
+        // Fewer products than a block has, or than two sums take, are added from left to right. Eight rows are faster
+        // side by side.
+        static_assert(elements.lastOfOne.block == 8 && elements.firstOfTwo.block == 8 &&
+                      elements.secondOfTwo.block == 8);
+        if (shape.rows < 8 && shape.products < (shape.rows <= 2 ? 8 : 4))
+            return plainSums<T>(a.origin, a.rowStride, x.origin, dst.origin, sizeof(T), shape.rows, shape.products);
         return rowsTimesVector<T, elements>(a.origin, a.rowStride, x.origin, dst.origin, shape.rows, shape.products);
+    }
     const auto matrix = operand(a.at(0)), vector = operand(x.at(0)), result = operand(dst.at(0));
     if constexpr (isScattered<D>) {
         generalVectorProduct<T, elements>(matrix, vector, result, shape);
