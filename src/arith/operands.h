@@ -140,11 +140,12 @@ template <bool listed, class View>
 }
 
 // The same for small objects: each layout has a loop of its own, and of the smallest two go at a time. `elements` is what an
-// object has at most.
+// object has at most. To transpose doubles takes registers, which leaves none for a choice of the layout up to order 6.
 template <int elements, class A, class B, class D, class F>
 [[gnu::always_inline]] inline void eachSmallObject(const A& a, const B& b, const D& dst, std::ptrdiff_t count,
                                                    const F& f) {
-    if constexpr (elements > 18) eachObject(a, b, dst, count, f);
+    constexpr int small = (isTransposed<A> || isTransposed<B>)&&sizeof(typename D::Element) == 8 ? 36 : 18;
+    if constexpr (elements > small) eachObject(a, b, dst, count, f);
     else {
         const auto loop = [&](auto listed) __attribute__((always_inline)) {
             const auto one = [&](std::ptrdiff_t k) __attribute__((always_inline)) {

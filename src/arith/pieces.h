@@ -1,9 +1,8 @@
 // Objects whose size is known when compiling, cut into pieces.
 //
-// A row is cut into whole vectors, then a pair of floats, then one element: the fewest loads and stores
-// that touch nothing beyond the row. A row of 3 floats is a pair and one element, a row of 5 a vector and
-// one element. Where rows touch, an object is one row of width * height elements: 9 floats are 3 pieces,
-// not 6.
+// A row is cut into whole vectors, then a pair of floats, then one element: the fewest loads and stores that touch nothing beyond
+// the row. A row of 3 floats is a pair and one element, a row of 5 a vector and one element. Where rows touch, an object is one row
+// of width * height elements: 9 floats are 3 pieces, not 6.
 //
 // A source gives the piece of n elements at (i, j); all three are known when compiling.
 #pragma once
