@@ -66,8 +66,9 @@ template <class T, class View>
     else return (view);
 }
 
-// What is known of a row: how many whole vectors stand before its last one, or that it is shorter than one, or long.
-constexpr int partial = -1, longer = 100;
+// What is known of a row: how many whole vectors stand before its last one, or that it is long, or, below 0, how many bytes
+// it has if it is shorter than one.
+constexpr int longer = 100;
 
 // The only row of a shared operand, kept in registers for all objects; an array has nothing to keep.
 template <class T, int whole>
@@ -86,7 +87,7 @@ struct KeptRow {
 
 template <class T, int whole, class View>
 [[gnu::always_inline]] inline auto keptRow(const View& view, std::ptrdiff_t last) {
-    if constexpr (!isShared<View> || whole == partial || whole == longer) return 0;
+    if constexpr (!isShared<View> || whole < 0 || whole == longer) return 0;
     else return KeptRow<T, whole>(rowOf<T>(view, 0), last);
 }
 
@@ -202,13 +203,17 @@ template <class Op, class T, class A, class B>
 
 // Calls f(kind) with what is known of a row of `bytes`, as a type, and f loads strides and pointers of its operands itself. Without
 // that gcc loads all that any case needs ahead of the choice, and loops keep strides on the stack: a fifth more time.
-template <class F>
+template <class T, class F>
 [[gnu::always_inline]] inline void byLength(std::ptrdiff_t bytes, const F& f) {
     const auto known = [&](auto kind) __attribute__((always_inline)) {
         asm volatile("" : : : "memory");
         f(kind);
     };
-    if (bytes < 16) return known(Int<partial>{});
+    if (bytes == 8) return known(Int<-8>{});
+    if constexpr (isFloat<T>) {
+        if (bytes == 4) return known(Int<-4>{});
+        if (bytes == 12) return known(Int<-12>{});
+    }
     switch ((bytes - 1) / 16) {
         case 0: return known(Int<0>{});
         case 1: return known(Int<1>{});
@@ -222,7 +227,7 @@ template <class F>
 
 template <class Op, class T, int kind, class A, class B>
 [[gnu::always_inline]] inline void storeRowOf(const A& a, const B& b, std::byte* to, std::ptrdiff_t bytes) {
-    if constexpr (kind == partial) partialVector<Op, T>(a, b, to, 0, bytes);
+    if constexpr (kind < 0) partialVector<Op, T>(a, b, to, 0, -kind);
     else if constexpr (kind == longer) longRow<Op, T>(a, b, to, bytes - 16);
     else shortRow<Op, T, kind>(a, b, to, bytes - 16);
 }
@@ -231,7 +236,7 @@ template <class Op, class T, int kind, class A, class B>
 template <class Op, class A, class B, class D>
 [[gnu::noinline]] void rows(const A& a, const B& b, const D& dst, std::ptrdiff_t bytes, std::ptrdiff_t count) {
     using T = typename D::Element;
-    byLength(
+    byLength<T>(
         bytes, [&](auto kind) __attribute__((always_inline)) {
             constexpr int together = kind < 4 ? 1 : 0;
             const auto keptA = keptRow<T, kind>(a, bytes - 16);
@@ -248,7 +253,7 @@ template <class Op, class A, class B, class D>
 [[gnu::noinline]] void manyRows(const A& a, const B& b, const D& dst, std::ptrdiff_t bytes, std::ptrdiff_t height,
                                 std::ptrdiff_t count) {
     using T = typename D::Element;
-    byLength(
+    byLength<T>(
         bytes, [&](auto kind) __attribute__((always_inline)) {
             eachOfArrays(
                 a, b, dst, count, [&](const A& x, const B& y, const D& z) __attribute__((always_inline)) {

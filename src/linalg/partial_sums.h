@@ -148,12 +148,12 @@ template <class A>
 inline constexpr int groupsInFlight = isShared<A> ? 6 : 2;
 inline constexpr std::ptrdiff_t greatestInLanes = 64;
 
-// How many groups so many objects make. Of several an even number saves kernels: the last objects are solved again where a
+// How many groups so many objects make. Above three an even number saves kernels: the last objects are solved again where a
 // group is left over.
 template <bool isEven, int most>
 [[gnu::always_inline]] inline int groupsFor(const ObjectNumbers<most>& numbers, int lanes) {
     const int groups = (numbers.size + lanes - 1) / lanes;
-    return isEven && groups > 1 ? groups + groups % 2 : groups;
+    return isEven && groups > 3 ? groups + groups % 2 : groups;
 }
 
 // Hands all objects of an array to `solve(numbers, place)`, `atOnce` at a time and those of a place together: blocks begin at
