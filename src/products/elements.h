@@ -231,7 +231,7 @@ template <class Left, class Right, class Objects>
 // How many strips these are, where elements aren't vectors of neighbours.
 constexpr std::ptrdiff_t stripsOf(const Factors& at, Sum shape) {
     const std::ptrdiff_t most = stripElements(shape.partials), left = at.columns % most;
-    return at.rows * (at.columns / most + (left == 3 ? 2 : left > 0));
+    return at.rows * (at.columns / most + (left == 3 ? 2 : left > 0 ? 1 : 0));
 }
 
 template <class T>
