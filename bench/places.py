@@ -6,7 +6,7 @@
 LIBRARY is the libkorm.so of a build by Ninja, in whose folder the object files and the command that links them are.
 FOLDER gets the new libkorm.so. Each object file begins BYTES behind a boundary of 64. Functions keep their
 machine code, but lie elsewhere in the lines that the processor fetches: what a row takes at all places is due to its
-code, what it takes at one of them may be due to the place.
+code, what it takes at one of them may be due to the place. Code behind a function that is aligned to 64 bytes stays.
 """
 
 from pathlib import Path
