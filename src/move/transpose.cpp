@@ -1,5 +1,7 @@
 #include "move/transpose.h"
 
+#include <type_traits>
+
 #include "entry/checks.h"
 #include "korcore.h"
 #include "move/cores.h"
@@ -131,29 +133,29 @@ template <class Word>
 void turnSmall(const Side& from, const Side& to, MatrixShape shape, std::ptrdiff_t count) {
     const auto [shorter, longer] = std::minmax(shape.width, shape.height);
     constexpr bool isWide = sizeof(Word) == 8;
-    // Two rows of floats, or three whose columns touch in the result; the last four columns may repeat some of those before.
-    const auto byFourColumns = [&](const auto& turn) {
+    constexpr int edge = blockEdge<Word>;
+    // Two rows, or three whose columns touch in the result; the last columns may repeat some of those before.
+    const auto byColumns = [&](const auto& turn) {
         forObjects(from, to, count, [&](std::byte* result, const std::byte* source) {
-            for (std::ptrdiff_t y = 0; y < shape.width; y += 4) {
-                const std::ptrdiff_t j = std::min<std::ptrdiff_t>(y, shape.width - 4);
+            for (std::ptrdiff_t y = 0; y < shape.width; y += edge) {
+                const std::ptrdiff_t j = std::min<std::ptrdiff_t>(y, shape.width - edge);
                 turn(result + j * to.rowStride, source + j * sizeOf<Word>);
             }
         });
     };
-    if constexpr (!isWide) {
-        if (shape.height == 2 && shape.width >= 4)
-            return byFourColumns([&](std::byte* result, const std::byte* source) {
-                turnBlock<Word, 2, 4>([&](int i) { return source + i * from.rowStride; },
-                                      [&](int j) { return result + j * to.rowStride; });
-            });
-        if (shape.height == 3 && shape.width >= 4 && to.rowStride == 3 * sizeOf<Word>)
-            return byFourColumns([&](std::byte* result, const std::byte* source) {
-                Float4 rows[3];
-                for (int i = 0; i < 3; ++i) rows[i] = load<Float4>(source + i * from.rowStride);
-                joinThrees(rows);
-                for (int v = 0; v < 3; ++v) store(result + 16 * v, rows[v]);
-            });
-    }
+    if (shape.height == 2 && shape.width >= 4)
+        return byColumns([&](std::byte* result, const std::byte* source) {
+            turnBlock<Word, 2, edge>([&](int i) { return source + i * from.rowStride; },
+                                     [&](int j) { return result + j * to.rowStride; });
+        });
+    if (shape.height == 3 && shape.width >= 4 && to.rowStride == 3 * sizeOf<Word>)
+        return byColumns([&](std::byte* result, const std::byte* source) {
+            using Vector = std::conditional_t<isWide, Double2, Float4>;
+            Vector rows[3];
+            for (int i = 0; i < 3; ++i) rows[i] = load<Vector>(source + i * from.rowStride);
+            joinThrees(rows);
+            for (int v = 0; v < 3; ++v) store(result + 16 * v, rows[v]);
+        });
     if (longer >= 8 && (shorter == 3 || (isWide && shorter == 4)))
         return forObjects(from, to, count, [&](std::byte* result, const std::byte* source) {
             turnTile<Word>(SteppedRows{const_cast<std::byte*>(source), from.rowStride}, shape.height,
