@@ -134,28 +134,41 @@ void turnSmall(const Side& from, const Side& to, MatrixShape shape, std::ptrdiff
     const auto [shorter, longer] = std::minmax(shape.width, shape.height);
     constexpr bool isWide = sizeof(Word) == 8;
     constexpr int edge = blockEdge<Word>;
-    // Two rows, or three whose columns touch in the result; the last columns may repeat some of those before.
-    const auto byColumns = [&](const auto& turn) {
-        forObjects(from, to, count, [&](std::byte* result, const std::byte* source) {
-            for (std::ptrdiff_t y = 0; y < shape.width; y += edge) {
-                const std::ptrdiff_t j = std::min<std::ptrdiff_t>(y, shape.width - edge);
-                turn(result + j * to.rowStride, source + j * sizeOf<Word>);
+    // Two rows, or three whose columns touch in the result, or four rows or columns of floats: by as many columns, or rows, as
+    // a vector has elements. The last may repeat some of those before.
+    const std::ptrdiff_t fromStride = from.rowStride, toStride = to.rowStride;
+    const auto along = [&](std::ptrdiff_t length, std::ptrdiff_t resultStep, std::ptrdiff_t sourceStep,
+                           const auto& turn) {
+        forObjects(from, to, count, [=](std::byte* result, const std::byte* source) {
+#pragma GCC unroll 2
+            for (std::ptrdiff_t k = 0; k < length; k += edge) {
+                const std::ptrdiff_t first = std::min<std::ptrdiff_t>(k, length - edge);
+                turn(result + first * resultStep, source + first * sourceStep);
             }
         });
     };
-    if (shape.height == 2 && shape.width >= 4)
-        return byColumns([&](std::byte* result, const std::byte* source) {
-            turnBlock<Word, 2, edge>([&](int i) { return source + i * from.rowStride; },
-                                     [&](int j) { return result + j * to.rowStride; });
-        });
-    if (shape.height == 3 && shape.width >= 4 && to.rowStride == 3 * sizeOf<Word>)
-        return byColumns([&](std::byte* result, const std::byte* source) {
-            using Vector = std::conditional_t<isWide, Double2, Float4>;
-            Vector rows[3];
-            for (int i = 0; i < 3; ++i) rows[i] = load<Vector>(source + i * from.rowStride);
-            joinThrees(rows);
-            for (int v = 0; v < 3; ++v) store(result + 16 * v, rows[v]);
-        });
+    const auto block = [&](auto rows) {
+        return [=](std::byte* result, const std::byte* source) {
+            turnBlock<Word, decltype(rows)::value, edge>([=](int i) { return source + i * fromStride; },
+                                                         [=](int j) { return result + j * toStride; });
+        };
+    };
+    if (shape.width >= 4) {
+        if (shape.height == 2) return along(shape.width, toStride, sizeOf<Word>, block(Int<2>{}));
+        if (shape.height == 3 && toStride == 3 * sizeOf<Word>)
+            return along(shape.width, toStride, sizeOf<Word>, [=](std::byte* result, const std::byte* source) {
+                using Vector = std::conditional_t<isWide, Double2, Float4>;
+                Vector rows[3];
+                for (int i = 0; i < 3; ++i) rows[i] = load<Vector>(source + i * fromStride);
+                joinThrees(rows);
+                for (int v = 0; v < 3; ++v) store(result + 16 * v, rows[v]);
+            });
+        if constexpr (!isWide) {
+            if (shape.height == 4) return along(shape.width, toStride, sizeOf<Word>, block(Int<4>{}));
+            if (shape.width == 4 && shape.height > 4)
+                return along(shape.height, sizeOf<Word>, fromStride, block(Int<4>{}));
+        }
+    }
     if (longer >= 8 && (shorter == 3 || (isWide && shorter == 4)))
         return forObjects(from, to, count, [&](std::byte* result, const std::byte* source) {
             turnTile<Word>(SteppedRows{const_cast<std::byte*>(source), from.rowStride}, shape.height,
