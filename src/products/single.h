@@ -1,5 +1,5 @@
 // One product of two matrices, or of a matrix and a vector. A small one takes as long as the checks of its call, so paths are
-// functions of single numbers which end the call: an entry function jumps to them and keeps nothing on the stack.
+// functions of single numbers which end the call: an entry function jumps to them.
 #pragma once
 
 #include <algorithm>
