@@ -283,9 +283,8 @@ VECTORS = Page(
                         "L2Norm_va_64f", "FrobNorm_ma_32f", "Trace_ma_32f")],
     goals=vector_goals,
     tables={"packed": vector_table},
-    small="Behind are combinations and dot products of strided lists. Scaled sums take 0.36 to 0.41 ns an element there, a plain "
-          "loop 0.33 to 0.49, as it happens to lie in its lines of code: the same machine code was measured behind 0 to 60 bytes of "
-          "others ([architecture](../architecture.md) tells of such loops).")
+    small="Behind are scaled sums of strided lists, by what a call takes beside so few objects ([architecture](../architecture.md#the-"
+          "kernels-of-vectors) has the limit of such loops).")
 
 
 # --- Movement ---------------------------------------------------------------------------------------
@@ -318,8 +317,7 @@ MOVE = Page(
               "identities": ("Identities", "Packed arrays.")},
     plots=[("Transpose_m_32f", "^singles/Transpose_m_32f/"), ("Transpose_m_64f", "^singles/Transpose_m_64f/")],
     goals=move_goals,
-    small="Behind are rows of nine to thirteen elements that lie apart in the objects of a list, which go word by word as in the plain "
-          "loop, and single doubles from list to list. What they take longer isn't explained.")
+    small="What is behind here is so at some places of the code only: by medians over four of them (`--places`) no row is.")
 
 
 # --- LU, solve, inverse, determinant -----------------------------------------------------------------
