@@ -165,11 +165,7 @@ template <class T, class A, class B, class D, int most>
         readRowStarts(groupOf<lanes>(src, numbers.at + v * lanes), sameRow(0), n, x + v * greatestInLanes,
                       isWhole(v) && lanesTouch(src));
     if constexpr (isShared<A>) {
-        if (groups == 1) sweepWithShared<1, isParted>(shared, x, n, place);
-        else if (groups == 2) sweepWithShared<2, isParted>(shared, x, n, place);
-        else if (groups == 3) sweepWithShared<3, isParted>(shared, x, n, place);
-        else if (groups == 4) sweepWithShared<4, isParted>(shared, x, n, place);
-        else sweepWithShared<6, isParted>(shared, x, n, place);
+        forGroups(groups, [&](auto some) { sweepWithShared<some, isParted>(shared, x, n, place); });
     } else {
         constexpr std::ptrdiff_t pitch = triangleSize(greatestInLanes);
         S a[groupsInFlight<A> * pitch];

@@ -172,11 +172,7 @@ template <class T, class A, class B, class D, int objects>
         }
     }
     if constexpr (isShared<A>) {
-        if (groups == 1) luSweepsWithShared<1, isParted>(shared, x, n, place);
-        else if (groups == 2) luSweepsWithShared<2, isParted>(shared, x, n, place);
-        else if (groups == 3) luSweepsWithShared<3, isParted>(shared, x, n, place);
-        else if (groups == 4) luSweepsWithShared<4, isParted>(shared, x, n, place);
-        else luSweepsWithShared<6, isParted>(shared, x, n, place);
+        forGroups(groups, [&](auto some) { luSweepsWithShared<some, isParted>(shared, x, n, place); });
     } else if constexpr (staysInPlace<A>) {
         int v = 0;
         const auto next = [&](auto some) __attribute__((always_inline)) {

@@ -6,6 +6,7 @@
 
 #include "kernel/predicates.h"
 #include "kernel/scalar.h"
+#include "kernel/unroll.h"
 #include "kernel/vec.h"
 
 namespace korm::inline KORM_VARIANT::linalg {
@@ -154,6 +155,16 @@ template <bool isEven, int most>
 [[gnu::always_inline]] inline int groupsFor(const ObjectNumbers<most>& numbers, int lanes) {
     const int groups = (numbers.size + lanes - 1) / lanes;
     return isEven && groups > 3 ? groups + groups % 2 : groups;
+}
+
+// Calls f with so many groups with one matrix as a type.
+template <class F>
+[[gnu::always_inline]] inline void forGroups(int groups, const F& f) {
+    if (groups == 1) f(Int<1>{});
+    else if (groups == 2) f(Int<2>{});
+    else if (groups == 3) f(Int<3>{});
+    else if (groups == 4) f(Int<4>{});
+    else f(Int<6>{});
 }
 
 // Hands all objects of an array to `solve(numbers, place)`, `atOnce` at a time and those of a place together: blocks begin at
